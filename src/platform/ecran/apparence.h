@@ -1,0 +1,64 @@
+// Colours, margins and the other constants of the looks, in one place. A screen names a colour by its role.
+#pragma once
+
+#include <cstdint>
+
+namespace ecran {
+
+/// A colour as 0xRRGGBB, or sans_couleur: "as the role says".
+using Couleur = std::int32_t;
+inline constexpr Couleur sans_couleur = -1;
+
+namespace palette {
+inline constexpr Couleur encre = 0x1F2A36, papier = 0xF4F1EB, blanc = 0xFFFFFF, trait = 0xD9D2C6, gris = 0x6B7280,
+                         vert = 0x23704F, rouge = 0xA83A2B, ambre = 0xD98E04, bleu = 0x2F5D8A, noir = 0x000000,
+                         doux = 0xEBE6DF, jaune = 0xF0C64F, pale = 0xC9D1D9;
+/// The colours of the digits 0 to 9 that the catalogue gives to keys.
+inline constexpr Couleur chiffres[10] = {0xFFFFFF, 0xC24B45, 0xD9782D, 0xF0C64F, 0x4F8F5F,
+                                         0x2F7F7C, 0x3F72A8, 0x6E569C, 0xB95A86, 0x9C756B};
+}  // namespace palette
+
+/// What a control, or a cell, looks like. Gives its ground, text and border; a control's own colours go before.
+enum class Role : std::uint8_t {
+    rien,          ///< no ground: what lies below shows
+    papier,        ///< the ground of a form
+    bandeau,       ///< ink, the top and bottom banner
+    carte,         ///< a white panel with rounded corners and a thin border
+    touche,        ///< a plain white key
+    touche_douce,  ///< a key of second rank ("C", "Liste"), warm grey
+    action,        ///< an ink key
+    aller,         ///< the green key that says go
+    detruire,      ///< the red key
+    attendre,      ///< the amber key
+    note,          ///< the blue key
+    vide,          ///< the place of a key that is not there: warm grey, no border, no shadow
+    entete,        ///< heading of a list
+    ligne,         ///< row of a list
+    titre_groupe,  ///< heading row within a list
+    pastille,      ///< a white disc with a red text
+    choisie,       ///< a plain key that is chosen: green border and a mark
+    champ,         ///< text field: white, blue border
+    boite,         ///< the ground of a message box: white, blue bar on top, shadow
+    clavier,       ///< the ground of the keyboard: warm grey, rounded on top, shadow
+};
+
+/// The ground of a role, sans_couleur when it has none.
+Couleur fond_de(Role role);
+/// The text colour of a role.
+Couleur encre_de(Role role);
+/// Whether a role's shape is a key: it shows a press.
+bool est_touche(Role role);
+
+/// White, else ink, else black: the first whose contrast on `fond` is at least 4.5 to 1.
+Couleur encre_lisible(Couleur fond);
+/// Contrast ratio of two colours, 1 to 21, after the relative luminances of sRGB.
+double contraste(Couleur a, Couleur b);
+
+/// Lengths in twips (15 to a pixel at scale 1).
+inline constexpr int twips_par_pixel = 15;
+inline constexpr int twips_par_point = 20;
+inline constexpr int rythme = 150;  ///< the distance between two keys
+inline constexpr int coin = 150;    ///< radius of a key's corners
+inline constexpr int hauteur_bandeau = 390;
+
+}  // namespace ecran

@@ -1,0 +1,70 @@
+// The event loop: a stack of modal forms, their timers, one finger. A screen calls montre_modal() and gets control back
+// when its form has closed; meanwhile the loop runs the handlers.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "platform/ecran/controles.h"
+#include "platform/ecran/fenetre.h"
+
+namespace ecran {
+
+/// Ends the program at once from any depth: thrown by termine(), caught by main alone. Files close on the way.
+struct FinDuProgramme {
+    enum class Cause {
+        arret,    ///< the program ended by itself
+        coupure,  ///< the replay cut it, as a power cut would: nothing more is written
+    };
+    Cause cause = Cause::arret;
+};
+[[noreturn]] void termine();
+
+/// Where the loop gets its events when it is not the window: a replay.
+class Pilote {
+  public:
+    virtual ~Pilote() = default;
+    /// The next event, called when everything before it has been handled and painted.
+    virtual Evenement prochain() = 0;
+};
+
+/// Connects the loop to a window; `pilote` may be null.
+void ouvre_ecran(std::unique_ptr<Fenetre> fenetre, Pilote* pilote);
+void ferme_ecran();
+/// The screen's size in twips.
+int largeur_ecran();
+int hauteur_ecran();
+
+/// Puts the form on top and runs the loop until it closes. The form stays loaded meanwhile.
+void montre_modal(Forme& forme);
+/// Puts the form on the stack without running the loop: the main screen, before its first question.
+void charge(Forme& forme);
+void decharge(Forme& forme);
+/// Shows the pending changes now and lets nothing else happen (before a wait).
+void peint_maintenant();
+/// A touch at once: events under way are handled, none is waited for.
+void laisse_passer_les_evenements();
+
+/// The loaded forms from bottom to top.
+std::span<Forme* const> formes_chargees();
+Forme* forme_du_dessus();
+Forme* forme_chargee(std::string_view nom);
+
+/// Called when the machine woke up.
+void au_reveil(std::function<void()> action);
+/// Called when the system asks the program to end; without it the loop ends it.
+void a_la_fermeture(std::function<void()> action);
+
+/// The image as painted now, brought up to date first.
+const Image& image_courante();
+double echelle_courante();
+
+/// Fires the timers due at `jusqua` (horloge::millisecondes()) one at a time; true when one fired.
+bool tire_minuterie(std::int64_t jusqua);
+/// When the next timer, held finger or network answer is due; -1: none.
+std::int64_t prochaine_echeance();
+
+}  // namespace ecran

@@ -1,0 +1,58 @@
+// A window system shows an image and reports touches and keys, no more. One file per system offers it.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <variant>
+
+#include "platform/ecran/peintre.h"
+
+namespace ecran {
+
+enum class Cle : std::uint8_t { entree, echappement, retour_arriere };
+
+struct Evenement {
+    enum class Sorte : std::uint8_t {
+        rien,       ///< time to look at timers and answers
+        appui,      ///< finger down at x, y
+        glisse,     ///< finger moved to x, y while down
+        relache,    ///< finger up
+        caractere,  ///< character `code` of the page 1252 typed
+        cle,        ///< special key `cle`
+        repeindre,  ///< the window lost its content or changed its size
+        reveil,     ///< the machine woke up, or the program was asked to come to the front
+        fermeture,  ///< the system asks the program to end
+    };
+    Sorte sorte = Sorte::rien;
+    int x = 0, y = 0;  ///< pixels of the image
+    int code = 0;
+    Cle cle = Cle::entree;
+};
+
+struct TailleEcran {
+    int largeur = 0, hauteur = 0;  ///< pixels
+    double echelle = 1;            ///< pixels per 15 twips
+};
+
+class Fenetre {
+  public:
+    virtual ~Fenetre() = default;
+    virtual TailleEcran taille() const = 0;
+    /// Waits at most `ms` milliseconds (-1: without end) for the next event.
+    virtual Evenement attend(int ms) = 0;
+    /// Shows the changed zones of the image.
+    virtual void montre(const Image& image, std::span<const Zone> zones) = 0;
+    /// Ends an attend() under way; callable from any thread.
+    virtual void reveille() = 0;
+};
+
+enum class Mode { plein_ecran, fenetre };
+
+/// The native window; null when the system has no display.
+std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre);
+/// No window: an image of the given size, and no events.
+std::unique_ptr<Fenetre> cree_fenetre_muette(int largeur, int hauteur);
+
+}  // namespace ecran

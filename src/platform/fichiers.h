@@ -1,0 +1,82 @@
+// Files of the working directory and of the network directory. Paths are texts of the page 1252, with "/" or "\" as
+// separator on every system; a relative path starts at the working directory, which is the process's current one.
+// No call throws: a failure is a value, which the caller handles or visibly ignores.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fichiers {
+
+enum class Issue {
+    fait,
+    absent,     ///< no such file or directory
+    existe,     ///< the target exists already, and was not touched
+    refuse,     ///< access denied, a directory in place of a file, a read-only medium
+    occupe,     ///< another program holds the file (a sharing violation): try again later
+    plein,      ///< no space left, quota, file size limit
+    trop_long,  ///< the file is longer than the bound that the caller gave
+    panne,      ///< anything else: medium or network failure
+};
+
+/// Joins a directory and a name; a separator comes between only when the directory does not end with "\" or "/".
+std::string joint(std::string_view repertoire, std::string_view nom);
+
+bool existe(std::string_view chemin);
+bool est_repertoire(std::string_view chemin);
+/// Length in bytes; nothing when there is no such file.
+std::optional<std::uint64_t> longueur(std::string_view chemin);
+/// Names (without the directory) of the plain files of a directory that match, in name order.
+/// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
+std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);
+/// Whether a name matches such a pattern.
+bool correspond(std::string_view nom, std::string_view motif);
+
+/// Reads a whole file of at most `borne` bytes into `contenu` (untouched on failure).
+Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t borne = 256u << 20);
+
+/// Writes a new file whole: temporary name created exclusively beside it, flush, checked close, rename, directory
+/// flush. `remplace` false: never over an existing file (Issue::existe). On any failure the temporary file is removed
+/// and an older file of that name stands as it was.
+enum class Remplace { jamais, oui };
+Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace remplace);
+
+/// Renames without ever replacing (Issue::existe).
+Issue renomme(std::string_view de, std::string_view vers);
+Issue supprime(std::string_view chemin);
+Issue cree_repertoire(std::string_view chemin);
+
+/// Temporary files of ecrit_tout() that a power cut left behind in a directory are removed.
+void retire_temporaires(std::string_view repertoire);
+
+/// The end of the name of every temporary file: it matches neither "*.txt" nor "*.-a-".
+inline constexpr std::string_view suffixe_temporaire = ".tmp_";
+
+/// A file of fixed-length records, kept open for reading and writing. Record numbers start at 1.
+class FichierRecords {
+  public:
+    /// Opens or creates. Nothing when it can be neither (a directory, no right to write).
+    static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record);
+    virtual ~FichierRecords() = default;
+    virtual std::uint64_t longueur() const = 0;
+    /// The record's bytes; what lies behind the end of the file is missing, so the text may be shorter or empty.
+    virtual std::string lis(std::size_t numero) = 0;
+    /// Writes one record whole (cut or padded with blanks) and flushes it to the medium.
+    /// A gap behind the old end is filled with blanks, never with zero bytes.
+    virtual Issue ecrit(std::size_t numero, std::string_view contenu) = 0;
+    /// Writes the file from its start in one stroke and flushes it.
+    virtual Issue ecrit_depuis_le_debut(std::string_view contenu) = 0;
+};
+
+/// Makes `chemin` the working directory of the process. False when it is none or cannot be entered.
+bool entre_dans(std::string_view chemin);
+/// The working directory, absolute.
+std::string repertoire_courant();
+/// The path made absolute from the present working directory.
+std::string absolu(std::string_view chemin);
+
+}  // namespace fichiers
