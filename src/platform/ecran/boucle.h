@@ -45,9 +45,6 @@ void charge(Forme& forme);
 void decharge(Forme& forme);
 /// Shows the pending changes now and lets nothing else happen (before a wait).
 void peint_maintenant();
-/// A touch at once: events under way are handled, none is waited for.
-void laisse_passer_les_evenements();
-
 /// The loaded forms from bottom to top.
 std::span<Forme* const> formes_chargees();
 Forme* forme_du_dessus();

@@ -5,7 +5,6 @@
 #include <memory>
 #include <span>
 #include <string>
-#include <variant>
 
 #include "platform/ecran/peintre.h"
 
@@ -40,6 +39,8 @@ class Fenetre {
   public:
     virtual ~Fenetre() = default;
     virtual TailleEcran taille() const = 0;
+    /// Whether somebody sees it; without an eye nothing has to be painted between two events.
+    virtual bool se_voit() const = 0;
     /// Waits at most `ms` milliseconds (-1: without end) for the next event.
     virtual Evenement attend(int ms) = 0;
     /// Shows the changed zones of the image.
@@ -50,8 +51,8 @@ class Fenetre {
 
 enum class Mode { plein_ecran, fenetre };
 
-/// The native window; null when the system has no display.
-std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre);
+/// The native window; null when the system has no display. `largeur` and `hauteur` are the wish of Mode::fenetre.
+std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre, int largeur, int hauteur);
 /// No window: an image of the given size, and no events.
 std::unique_ptr<Fenetre> cree_fenetre_muette(int largeur, int hauteur);
 

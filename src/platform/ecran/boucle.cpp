@@ -1,0 +1,299 @@
+#include "platform/ecran/boucle.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/horloge.h"
+#include "platform/ouvrier.h"
+
+namespace ecran {
+namespace {
+
+/// The one finger, from its press to its release.
+struct Doigt {
+    Forme* forme = nullptr;  ///< null: no finger down
+    Touche touche;
+    int x = 0, y = 0;            ///< where it came down, twips of the form
+    int premiere_ligne = 0;      ///< first row of the grid at that moment
+    std::int64_t maintien = -1;  ///< when the hold counts, -1: it has, or the control has none
+    bool dessus = false;         ///< still on what it pressed
+    bool fait_defiler = false;   ///< it drags the list and touches nothing any more
+};
+
+struct Ecran {
+    std::unique_ptr<Fenetre> fenetre;
+    Pilote* pilote = nullptr;
+    Peintre peintre;
+    std::vector<Forme*> pile;
+    Doigt doigt;
+    std::function<void()> reveil, fermeture;
+};
+
+std::unique_ptr<Ecran> ecran;
+
+/// A finger that moves further than this drags the list: 20 pixels of a 10-inch tablet.
+constexpr int seuil_defilement = 300;
+
+int en_twips(int pixels) {
+    return static_cast<int>(pixels * twips_par_pixel / ecran->peintre.echelle());
+}
+
+void met_a_jour_image() {
+    const Doigt& d = ecran->doigt;
+    Appui appui;
+    if (d.forme != nullptr && d.dessus && !d.fait_defiler) appui = {d.forme, d.touche};
+    const auto zones = ecran->peintre.peint(ecran->pile, appui);
+    if (!zones.empty()) ecran->fenetre->montre(ecran->peintre.image(), zones);
+}
+
+void redimensionne() {
+    const TailleEcran t = ecran->fenetre->taille();
+    ecran->peintre.dimensionne(t.largeur, t.hauteur, t.echelle);
+}
+
+/// What a handler hangs on may be gone when it returns: a copy is what runs.
+template <typename Action, typename... Arguments>
+void appelle(const Action& action, Arguments... arguments) {
+    if (!action) return;
+    const Action copie = action;
+    copie(arguments...);
+}
+
+void pose_doigt(int x, int y) {
+    Forme* f = forme_du_dessus();
+    if (f == nullptr) return;
+    Doigt d;
+    d.x = en_twips(x) - f->cadre.gauche;
+    d.y = en_twips(y) - f->cadre.haut;
+    d.touche = sous_le_doigt(*f, d.x, d.y);
+    if (d.touche.controle == nullptr) return;
+    d.forme = f;
+    d.dessus = d.touche.controle->reagit();
+    d.premiere_ligne = d.touche.controle->grille.premiere_ligne;
+    if (d.touche.controle->au_maintien) d.maintien = horloge::millisecondes() + duree_maintien_ms;
+    ecran->doigt = d;
+}
+
+void fait_defiler(Doigt& d, int y) {
+    Controle& c = *d.touche.controle;
+    if (!c.est_grille() || !c.grille.defile) return;
+    if (!d.fait_defiler && std::abs(y - d.y) < seuil_defilement) return;
+    d.fait_defiler = true;
+    const int pas = std::max(1, c.grille.hauteur_ligne + c.grille.espace);
+    c.grille.premiere_ligne = d.premiere_ligne;
+    c.grille.defile_de((d.y - y) / pas, c.cadre);
+}
+
+void glisse_doigt(int x_pixels, int y_pixels) {
+    Doigt& d = ecran->doigt;
+    if (d.forme == nullptr) return;
+    const int x = en_twips(x_pixels) - d.forme->cadre.gauche;
+    const int y = en_twips(y_pixels) - d.forme->cadre.haut;
+    fait_defiler(d, y);
+    d.dessus = d.touche.controle->reagit() && sous_le_doigt(*d.forme, x, y) == d.touche;
+    if (!d.dessus) d.maintien = -1;
+}
+
+void leve_doigt(int x, int y) {
+    glisse_doigt(x, y);
+    const Doigt d = ecran->doigt;
+    ecran->doigt = {};
+    if (d.forme == nullptr || d.forme != forme_du_dessus() || !d.dessus || d.fait_defiler) return;
+    Controle& c = *d.touche.controle;
+    if (c.au_maintien && d.maintien < 0) return;  // the hold has acted already
+    if (c.est_grille() && d.touche.ligne >= 0) {
+        c.grille.ligne = d.touche.ligne;
+        c.grille.colonne = d.touche.colonne;
+        appelle(c.a_la_cellule, d.touche.ligne, d.touche.colonne);
+    }
+    appelle(c.au_toucher);
+}
+
+void presse_cle(Forme& f, Cle cle) {
+    switch (cle) {
+        case Cle::entree:
+            return appelle(f.a_l_entree);
+        case Cle::echappement:
+            return appelle(f.a_l_echappement);
+        case Cle::retour_arriere:
+            return appelle(f.au_retour_arriere);
+    }
+}
+
+void traite(const Evenement& e) {
+    using Sorte = Evenement::Sorte;
+    Forme* f = forme_du_dessus();
+    switch (e.sorte) {
+        case Sorte::rien:
+            return;
+        case Sorte::appui:
+            return pose_doigt(e.x, e.y);
+        case Sorte::glisse:
+            return glisse_doigt(e.x, e.y);
+        case Sorte::relache:
+            return leve_doigt(e.x, e.y);
+        case Sorte::caractere:
+            if (f != nullptr) appelle(f->a_la_frappe, e.code);
+            return;
+        case Sorte::cle:
+            if (f != nullptr) presse_cle(*f, e.cle);
+            return;
+        case Sorte::repeindre:
+            redimensionne();
+            return ecran->peintre.oublie();
+        case Sorte::reveil:
+            return appelle(ecran->reveil);
+        case Sorte::fermeture:
+            if (!ecran->fermeture) termine();
+            return appelle(ecran->fermeture);
+    }
+}
+
+Evenement prochain_evenement() {
+    if (ecran->pilote != nullptr) {
+        while (ecran->fenetre->se_voit() && ecran->fenetre->attend(0).sorte != Evenement::Sorte::rien) continue;
+        return ecran->pilote->prochain();
+    }
+    const auto echeance = prochaine_echeance();
+    if (echeance < 0) return ecran->fenetre->attend(-1);
+    return ecran->fenetre->attend(static_cast<int>(std::max<std::int64_t>(0, echeance - horloge::millisecondes())));
+}
+
+void un_tour() {
+    ouvrier::traite_reponses();
+    if (ecran->fenetre->se_voit()) met_a_jour_image();
+    traite(prochain_evenement());
+    while (tire_minuterie(horloge::millisecondes())) continue;
+}
+
+Minuterie* prochaine_minuterie() {
+    Minuterie* choisie = nullptr;
+    for (Forme* f : ecran->pile) {
+        for (const auto& m : f->minuteries) {
+            if (m->actif && (choisie == nullptr || m->echeance < choisie->echeance)) choisie = m.get();
+        }
+    }
+    return choisie;
+}
+
+void ouvrier_reveille() {
+    if (ecran && ecran->fenetre) ecran->fenetre->reveille();
+}
+
+/// Takes a form off the stack on every way out of its modal loop.
+struct Charge {
+    Forme& forme;
+    explicit Charge(Forme& f) : forme(f) { charge(f); }
+    ~Charge() { decharge(forme); }
+    Charge(const Charge&) = delete;
+    Charge& operator=(const Charge&) = delete;
+};
+
+}  // namespace
+
+void termine() {
+    throw FinDuProgramme{};
+}
+
+void ouvre_ecran(std::unique_ptr<Fenetre> fenetre, Pilote* pilote) {
+    ecran = std::make_unique<Ecran>();
+    ecran->fenetre = std::move(fenetre);
+    ecran->pilote = pilote;
+    redimensionne();
+    ouvrier::previens_par(ouvrier_reveille);
+}
+
+void ferme_ecran() {
+    ouvrier::previens_par({});
+    ecran.reset();
+}
+
+int largeur_ecran() {
+    return en_twips(ecran->fenetre->taille().largeur);
+}
+int hauteur_ecran() {
+    return en_twips(ecran->fenetre->taille().hauteur);
+}
+
+void charge(Forme& forme) {
+    assert(std::find(ecran->pile.begin(), ecran->pile.end(), &forme) == ecran->pile.end());
+    ecran->pile.push_back(&forme);
+    ecran->doigt = {};
+}
+
+void decharge(Forme& forme) {
+    if (!ecran) return;
+    std::erase(ecran->pile, &forme);
+    if (ecran->doigt.forme == &forme) ecran->doigt = {};
+}
+
+void montre_modal(Forme& forme) {
+    const Charge chargee(forme);
+    while (!forme.fermee) un_tour();
+}
+
+void peint_maintenant() {
+    if (ecran->fenetre->se_voit()) met_a_jour_image();
+}
+
+std::span<Forme* const> formes_chargees() {
+    return ecran->pile;
+}
+
+Forme* forme_du_dessus() {
+    for (auto i = ecran->pile.rbegin(); i != ecran->pile.rend(); ++i) {
+        if ((*i)->visible) return *i;
+    }
+    return nullptr;
+}
+
+Forme* forme_chargee(std::string_view nom) {
+    for (auto i = ecran->pile.rbegin(); i != ecran->pile.rend(); ++i) {
+        if ((*i)->nom == nom) return *i;
+    }
+    return nullptr;
+}
+
+void au_reveil(std::function<void()> action) {
+    ecran->reveil = std::move(action);
+}
+void a_la_fermeture(std::function<void()> action) {
+    ecran->fermeture = std::move(action);
+}
+
+const Image& image_courante() {
+    met_a_jour_image();
+    return ecran->peintre.image();
+}
+
+double echelle_courante() {
+    return ecran->peintre.echelle();
+}
+
+bool tire_minuterie(std::int64_t jusqua) {
+    Doigt& d = ecran->doigt;
+    if (d.forme != nullptr && d.maintien >= 0 && d.maintien <= jusqua && d.dessus && !d.fait_defiler) {
+        d.maintien = -1;
+        appelle(d.touche.controle->au_maintien);
+        return true;
+    }
+    Minuterie* m = prochaine_minuterie();
+    if (m == nullptr || m->echeance > jusqua) return false;
+    m->echeance += std::max(1, m->intervalle_ms);
+    appelle(m->au_tic);
+    return true;
+}
+
+std::int64_t prochaine_echeance() {
+    std::int64_t proche = ouvrier::prochaine_echeance();
+    const auto compte = [&](std::int64_t t) {
+        if (t >= 0 && (proche < 0 || t < proche)) proche = t;
+    };
+    if (ecran->doigt.forme != nullptr) compte(ecran->doigt.maintien);
+    if (const Minuterie* m = prochaine_minuterie(); m != nullptr) compte(m->echeance);
+    return proche;
+}
+
+}  // namespace ecran
