@@ -243,10 +243,7 @@ std::span<Forme* const> formes_chargees() {
 }
 
 Forme* forme_du_dessus() {
-    for (auto i = ecran->pile.rbegin(); i != ecran->pile.rend(); ++i) {
-        if ((*i)->visible) return *i;
-    }
-    return nullptr;
+    return ecran->pile.empty() ? nullptr : ecran->pile.back();
 }
 
 Forme* forme_chargee(std::string_view nom) {

@@ -55,7 +55,9 @@ struct Aspect {
     Alignement alignement = Alignement::centre;
     PlaceImage place_image = PlaceImage::seule;
     int marge_gauche = 0;  ///< twips added to the left of the text
+    int marge_haut = 0;    ///< twips kept free above the text
     int marge_bas = 0;     ///< twips kept free below the text
+    bool trait = false;    ///< of a list's cell: a thin line below, as wide as the list
     bool operator==(const Aspect&) const = default;
 };
 
@@ -70,7 +72,6 @@ struct Grille {
     int espace = 0;                ///< twips between two cells (a grid of keys has the rhythm, a list 0)
     int premiere_ligne = 0;        ///< first row shown below the fixed ones
     bool defile = false;           ///< holds more than it shows: follows the finger, shows a scroll mark
-    bool traits = false;           ///< a thin line below each row that ends a group (see Aspect of the row's cells)
     int flots = 1;                 ///< one column painted in several side by side, filled from the left
     int ligne = -1, colonne = -1;  ///< the cell touched last
 
@@ -142,8 +143,8 @@ struct Forme {
     std::string titre;
     Cadre cadre;  ///< twips on the screen
     Role role = Role::papier;
-    bool voile = false;  ///< what lies below is dimmed
-    bool visible = true;
+    bool voile = false;                                ///< what lies below is dimmed
+    bool visible = true;                               ///< false: not painted, yet on top all the same
     bool fermee = false;                               ///< set by ferme(): the modal loop ends
     std::vector<std::unique_ptr<Controle>> controles;  ///< later ones lie on top
     std::vector<std::unique_ptr<Minuterie>> minuteries;
