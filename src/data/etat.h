@@ -71,7 +71,8 @@ inline std::int32_t largeur_ecran = 800, hauteur_ecran = 800;
 inline std::int32_t colonnes_grille = 6, lignes_grille = 8;
 /// Colour overrides, 0xBBGGRR as stored (red in the low byte), -1: none; entries 1 to 9. formes reads them at each
 /// opening.
-inline std::array<std::int32_t, 10> fonds_regles{}, encres_regles{};
+inline std::array<std::int32_t, 10> fonds_regles = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1};
+inline std::array<std::int32_t, 10> encres_regles = fonds_regles;
 /// The technician's buttons are shown (--service, or label_haut held for two seconds).
 inline bool service = false;
 

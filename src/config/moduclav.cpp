@@ -1,0 +1,39 @@
+#include "config/moduclav.h"
+
+#include "data/etat.h"
+#include "platform/ecran/boucle.h"
+
+namespace moduclav {
+namespace {
+
+using namespace ecran;
+
+constexpr int police_haut = 12, police_bas = 11;
+
+Controle& bandeau(Forme& forme, std::string_view nom) {
+    if (Controle* c = forme.cherche(nom); c != nullptr) return *c;
+    const bool haut = nom == "label_haut";
+    Controle& c = forme.ajoute({nom, -1, Genre::etiquette, {}, "", Role::bandeau, haut ? police_haut : police_bas, haut,
+                                haut ? Alignement::gauche : Alignement::centre, 1});
+    if (!haut) c.aspect.encre = palette::pale;
+    return c;
+}
+
+}  // namespace
+
+void bandeaux(Forme& forme, std::string_view haut, std::string_view bas) {
+    const int largeur = etat::largeur_ecran * twips_par_pixel;
+    const int hauteur = etat::hauteur_ecran * twips_par_pixel;
+    Controle& label_haut = bandeau(forme, "label_haut");
+    label_haut.cadre = {0, 0, largeur, hauteur_bandeau};
+    label_haut.texte() = haut;
+    Controle& label_bas = bandeau(forme, "label_bas");
+    label_bas.cadre = {0, hauteur - hauteur_bandeau, largeur, hauteur_bandeau};
+    label_bas.texte() = bas;
+}
+
+void quitte() {
+    termine();
+}
+
+}  // namespace moduclav

@@ -1,0 +1,16 @@
+// The two routines that every form uses: its banners, and the end of the program.
+#pragma once
+
+#include <string_view>
+
+#include "platform/ecran/controles.h"
+
+namespace moduclav {
+
+/// Lays out `label_haut` and `label_bas` (made when the form lacks them) over the working width and sets their texts.
+void bandeaux(ecran::Forme& forme, std::string_view haut, std::string_view bas);
+
+/// Ends the program at once; files close on the way.
+[[noreturn]] void quitte();
+
+}  // namespace moduclav

@@ -1,0 +1,162 @@
+#include "config/porpay.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+
+#include "config/reglages.h"
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "dialogs/clav_num.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace porpay {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int reserve = 30;  ///< pixels of the screen's height that no form uses
+constexpr double largeur_sur_hauteur = 0.72;
+constexpr int police_titre = 27, police_taille = 20;
+
+struct Format {
+    int largeur, hauteur;  ///< pixels
+};
+
+Format plein_ecran() {
+    return {largeur_ecran() / twips_par_pixel, hauteur_ecran() / twips_par_pixel - reserve};
+}
+Format portrait() {
+    const int h = plein_ecran().hauteur;
+    return {static_cast<int>(std::lround(h * largeur_sur_hauteur)), h};
+}
+
+/// A drawn key of the little tablet: colour digit, or a role of the key row.
+constexpr int chiffres_dessin[3][6] = {{4, 1, 6, 2, 2, 8}, {7, 1, 3, 5, 9, 3}, {0, 0, 0, 0, 0, 0}};
+constexpr Couleur couleurs_barre[6] = {palette::encre, palette::encre, palette::encre,
+                                       palette::bleu,  palette::vert,  palette::rouge};
+
+class Choix {
+  public:
+    Choix() {
+        forme_.nom = "porpay";
+        formes::encadre(forme_, "Résolution de l'écran"_t, formes::version);
+        construit();
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    void construit() {
+        const Cadre zone = formes::contenu();
+        const int l = (zone.largeur - rythme) / 2;
+        ajoute_carte("Image1", {zone.gauche, zone.haut, l, zone.hauteur}, "Portrait", portrait(), 4);
+        ajoute_carte("Image2", {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Plein écran"_t, plein_ecran(), 6);
+        Controle& b = forme_.ajoute({"bt_coul", -1, Genre::bouton, formes::cadre_barre(), "Saisir la résolution"_t,
+                                     Role::action, 14, true, Alignement::centre, 2});
+        b.aspect.image = image_pave;
+    }
+
+    void ajoute_carte(std::string_view nom, const Cadre& carte, std::string_view titre, Format f, int colonnes) {
+        forme_.ajoute({nom, -1, Genre::image, carte, "", Role::touche, 0, false, Alignement::centre, 3});
+        const int bas_dessin = carte.bas() - px(130);
+        const Cadre place = {carte.gauche + px(24), carte.haut + px(24), carte.largeur - px(48),
+                             bas_dessin - carte.haut - px(24)};
+        dessine_tablette(place, f, colonnes);
+        const Cadre ligne_titre = {carte.gauche + px(8), bas_dessin + px(6), carte.largeur - px(16), px(54)};
+        const Cadre ligne_taille = {ligne_titre.gauche, ligne_titre.bas(), ligne_titre.largeur, px(40)};
+        etiquette(ligne_titre, titre, police_titre, true, palette::encre);
+        etiquette(ligne_taille, std::to_string(f.largeur) + " x " + std::to_string(f.hauteur), police_taille, false,
+                  palette::gris);
+    }
+
+    void etiquette(const Cadre& cadre, std::string_view texte, int police, bool gras, Couleur encre) {
+        Controle& c =
+            forme_.ajoute({"Label1", -1, Genre::etiquette, cadre, texte, Role::rien, police, gras, Alignement::centre, 0});
+        c.aspect.encre = encre;
+        c.laisse_passer = true;
+    }
+
+    void rectangle(const Cadre& cadre, Couleur fond, Role role = Role::touche) {
+        Controle& c = forme_.ajoute({"Shape1", -1, Genre::forme, cadre, "", role, 0, false, Alignement::centre, 0});
+        c.aspect.fond = fond;
+        c.laisse_passer = true;
+    }
+
+    /// A tablet of the format's proportions, as large as the place allows, with a page of keys on it.
+    void dessine_tablette(const Cadre& place, Format f, int colonnes) {
+        const double rapport = static_cast<double>(std::max(1, f.largeur)) / std::max(1, f.hauteur);
+        const int hauteur = std::min(place.hauteur, static_cast<int>(place.largeur / rapport));
+        const int largeur = static_cast<int>(hauteur * rapport);
+        const Cadre boitier = {place.gauche + (place.largeur - largeur) / 2, place.haut + (place.hauteur - hauteur) / 2,
+                               largeur, hauteur};
+        rectangle(boitier, palette::encre);
+        const int bord = px(14);
+        const Cadre ecran = {boitier.gauche + bord, boitier.haut + bord, largeur - 2 * bord, hauteur - 2 * bord};
+        rectangle(ecran, palette::papier, Role::papier);
+        const int pas_h = ecran.hauteur / 7, espace = px(6);
+        for (int l = 0; l < 3; ++l) {
+            for (int c = 0; c < colonnes; ++c) {
+                rectangle(case_dessin(ecran, colonnes, c, l * 2 * pas_h, 2 * pas_h, espace),
+                          palette::chiffres[chiffres_dessin[l][c]]);
+            }
+        }
+        for (int c = 0; c < 6; ++c) {
+            rectangle(case_dessin(ecran, 6, c, 6 * pas_h, pas_h, espace), couleurs_barre[c]);
+        }
+    }
+
+    static Cadre case_dessin(const Cadre& ecran, int colonnes, int c, int haut, int hauteur, int espace) {
+        const int l = (ecran.largeur - espace) / colonnes;
+        return {ecran.gauche + espace + c * l, ecran.haut + haut + espace, l - espace, hauteur - espace};
+    }
+
+    void branche() {
+        forme_("Image1").au_toucher = [this] { choisit(portrait()); };
+        forme_("Image2").au_toucher = [this] { choisit(plein_ecran()); };
+        forme_("bt_coul").au_toucher = [this] { saisit(); };
+    }
+
+    void choisit(Format f) {
+        etat::largeur_ecran = f.largeur;
+        etat::hauteur_ecran = f.hauteur;
+        reglages::ecrit_resolution({f.largeur, f.hauteur}, reglages::Forme::image);
+        forme_.ferme();
+    }
+
+    /// Pixels; nothing when the answer is empty.
+    static std::optional<int> demande_cote(std::string_view invite, int courant) {
+        etat::code_dialogue = 129;
+        const auto reponse = clav_num::demande("", std::string(invite) + std::to_string(courant));
+        if (!reponse || reponse->empty()) return std::nullopt;
+        return static_cast<int>(nombres::lis(*reponse));
+    }
+
+    /// An empty answer changes nothing.
+    void saisit() {
+        const reglages::Resolution courante = reglages::resolution();
+        const auto largeur = demande_cote("Entrez la résolution Horizontale ?|"_t, courante.largeur);
+        if (!largeur) return;
+        const auto hauteur = demande_cote("Entrez la résolution Verticale ?|"_t, courante.hauteur);
+        if (!hauteur) return;
+        reglages::ecrit_resolution({*largeur, *hauteur}, reglages::Forme::saisie);
+        forme_.ferme();
+    }
+};
+
+}  // namespace
+
+void montre_porpay() {
+    Choix().montre();
+}
+
+}  // namespace porpay

@@ -1,0 +1,10 @@
+// The choice of the screen format: portrait, full screen, or a typed resolution.
+#pragma once
+
+namespace porpay {
+
+/// Shows the choice; it closes only when one is made. Writes settings record 2; the two pictures also set the working
+/// size.
+void montre_porpay();
+
+}  // namespace porpay

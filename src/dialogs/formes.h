@@ -1,0 +1,60 @@
+// What every dialog shares: its place over the main screen, the two banners, the key bar, the manager's colours and
+// the reset request on the bottom banner.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/ecran/controles.h"
+
+namespace formes {
+
+/// Design pixels as twips.
+constexpr int px(int pixels) {
+    return pixels * ecran::twips_par_pixel;
+}
+
+/// Working size of every form, in twips.
+int largeur();
+int hauteur();
+/// The form is taller than wide, or too narrow for the wide layouts.
+bool est_etroit();
+
+/// Gives the form the place of the main screen.
+void place(ecran::Forme& forme);
+/// As above, then the banners with their texts; a touch on `label_bas` is the reset request.
+void encadre(ecran::Forme& forme, std::string_view haut, std::string_view bas);
+/// Text of the bottom banner of the dialogs.
+inline constexpr std::string_view version = "Win_Orvalune 2.01";
+
+/// The area between the banners and above the key bar, with its margins.
+ecran::Cadre contenu();
+/// The area of the key bar.
+ecran::Cadre cadre_barre();
+
+/// One key of a six-key bar; without text and picture an empty place.
+struct ToucheDeBarre {
+    std::string_view texte;
+    int image = 0;
+    ecran::Role role = ecran::Role::vide;
+    int police = 0;  ///< points, 0: the caption size of the bar
+};
+/// Fills a bar of one row; a dialog's own is called `g2`.
+void remplit_barre(ecran::Controle& barre, std::span<const ToucheDeBarre> touches);
+ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre> touches);
+
+/// A grid of keys that share its area, all with the same look.
+void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces,
+                     int police);
+
+/// Gives the controls the colours that the manager has set for their tags; called last when a form opens.
+void colore(ecran::Forme& forme);
+/// Ground and text of a key with a colour digit, 0 to 9: the manager's colours, else the palette's.
+void colore_chiffre(ecran::Aspect& aspect, int chiffre);
+
+/// Asks whether to start anew; on yes the program ends at once and nothing is written.
+void demande_reinitialisation();
+/// Says that a screen is not part of this version.
+void annonce_absent();
+
+}  // namespace formes

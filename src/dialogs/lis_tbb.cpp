@@ -1,0 +1,85 @@
+#include "dialogs/lis_tbb.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "config/reglages.h"
+#include "data/catalogue.h"
+#include "data/etat.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace lis_tbb {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int colonnes_max = 30, lignes_max = 40;
+
+enum CaseBarre { bas = 0, haut = 1, ferme = 5 };
+const formes::ToucheDeBarre barre[6] = {
+    {"Bas", image_bas, Role::action}, {"Haut", image_haut, Role::action}, {}, {}, {},
+    {"Fermer", image_fermer, Role::action}};
+
+class Liste {
+  public:
+    Liste() {
+        forme_.nom = "lis_tbb";
+        formes::encadre(forme_, "Liste des Tables", formes::version);
+        forme_.ajoute({"g1", -1, Genre::grille, formes::contenu(), "", Role::rien, 0, true, Alignement::centre, 3});
+        remplit();
+        formes::ajoute_barre(forme_, barre);
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    void remplit() {
+        const std::vector<std::string> tables = catalogue::tables();
+        Controle& g1 = forme_("g1");
+        const int colonnes = std::clamp(reglages::nombre(61), 1, colonnes_max);
+        const int visibles = std::clamp(reglages::nombre(62), 1, lignes_max);
+        const int lignes = (static_cast<int>(tables.size()) + colonnes - 1) / colonnes;
+        const std::vector<std::string_view> faces(tables.begin(), tables.end());
+        g1.aspect.police = reglages::nombre(60);
+        formes::remplit_touches(g1, lignes, colonnes, faces, g1.aspect.police);
+        g1.grille.hauteur_ligne = std::max(1, (g1.cadre.hauteur + rythme) / visibles - rythme);
+        g1.grille.defile = true;
+    }
+
+    void branche() {
+        forme_("g1").a_la_cellule = [this](int l, int c) {
+            const std::string table(forme_("g1").grille.texte(l, c));
+            if (!table.empty()) rend(table);
+        };
+        forme_("g2").a_la_cellule = [this](int, int c) {
+            Controle& g1 = forme_("g1");
+            const int page = g1.grille.lignes_visibles(g1.cadre);
+            if (c == bas) g1.grille.defile_de(page, g1.cadre);
+            if (c == haut) g1.grille.defile_de(-page, g1.cadre);
+            if (c == ferme) rend("");
+        };
+        forme_.a_l_echappement = [this] { rend(""); };
+    }
+
+    void rend(const std::string& table) {
+        etat::texte_dialogue = table;
+        forme_.ferme();
+    }
+};
+
+}  // namespace
+
+void montre_lis_tbb() {
+    Liste().montre();
+}
+
+}  // namespace lis_tbb

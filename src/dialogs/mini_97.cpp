@@ -1,0 +1,205 @@
+#include "dialogs/mini_97.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "config/clavv.h"
+#include "config/reglages.h"
+#include "data/etat.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace mini_97 {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int largeur_base = px(700), hauteur_base = px(300);
+constexpr int marge_ecran = px(6);
+constexpr int duree_fugitif_ms = 1500;
+
+enum Touche97 { touche_oui = 2, touche_non = 3, touche_fermer = 5 };
+
+/// Places at factor 1.
+constexpr Cadre cadre_message = {px(30), px(26), px(640), px(140)};
+constexpr Cadre cadre_message_avec_champ = {px(30), px(20), px(640), px(70)};
+constexpr Cadre cadre_champ = {px(30), px(98), px(640), px(66)};
+constexpr Cadre cadre_oui = {px(30), px(180), px(245), px(96)};
+constexpr Cadre cadre_non = {px(295), px(180), px(245), px(96)};
+constexpr Cadre cadre_fermer = {px(560), px(180), px(110), px(96)};
+constexpr Cadre cadre_fermer_seul = {px(228), px(180), px(245), px(96)};
+constexpr Cadre cadre_message_seul = {px(30), px(40), px(640), px(220)};
+
+const Plan plans[] = {
+    {"Label1", -1, Genre::etiquette, cadre_message, "", Role::rien, 24, true, Alignement::centre, 0},
+    {"Text1", -1, Genre::champ, cadre_champ, "", Role::champ, 22, false, Alignement::gauche, 4},
+    {"btc", touche_oui, Genre::bouton, cadre_oui, "Oui", Role::aller, 26, true, Alignement::centre, 5},
+    {"btc", touche_non, Genre::bouton, cadre_non, "Non", Role::detruire, 26, true, Alignement::centre, 6},
+    {"btc", touche_fermer, Genre::bouton, cadre_fermer, "Fermer", Role::action, 14, true, Alignement::centre, 2},
+};
+
+/// "1." followed by the size less one: sizes 1 to 10 give 1.0 to 1.9, all by joining the digits.
+double facteur(int taille) {
+    const double suite = std::max(0, taille - 1);
+    double diviseur = 10;
+    while (diviseur <= suite) diviseur *= 10;
+    return 1 + suite / diviseur;
+}
+
+/// The factor that still leaves the box on the screen.
+double facteur_possible(double voulu) {
+    const double l = static_cast<double>(formes::largeur() - 2 * marge_ecran) / largeur_base;
+    const double h = static_cast<double>(formes::hauteur() - 2 * hauteur_bandeau) / hauteur_base;
+    return std::max(0.4, std::min({voulu, l, h}));
+}
+
+Cadre agrandi(const Cadre& c, double f) {
+    const auto n = [f](int v) { return static_cast<int>(std::lround(v * f)); };
+    return {n(c.gauche), n(c.haut), n(c.largeur), n(c.hauteur)};
+}
+
+class Boite {
+  public:
+    Boite() {
+        forme_.nom = "mini_97";
+        forme_.role = Role::boite;
+        forme_.voile = true;
+        forme_.construit(plans);
+        separe_champ();
+        montre_touches();
+        dimensionne();
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+    const std::int32_t demande_ = etat::code_dialogue;
+
+    Controle& champ() { return forme_("Text1"); }
+    bool saisit() { return champ().visible; }
+
+    /// What follows the first "|" is the field's text.
+    void separe_champ() {
+        std::string& t = etat::texte_dialogue;
+        if (const auto p = t.find('|'); p != std::string::npos) {
+            champ().texte() = t.substr(p + 1);
+            t.resize(p);
+        }
+        forme_("Label1").texte() = t;
+    }
+
+    void montre_touches() {
+        champ().visible = demande_ == saisie || demande_ == saisie_majuscules;
+        const bool question = demande_ == oui_non || saisit();
+        forme_("btc", touche_oui).visible = question;
+        forme_("btc", touche_non).visible = question;
+        forme_("btc", touche_fermer).visible = demande_ != fugitif;
+        champ().curseur = static_cast<int>(champ().texte().size());
+        for (const auto& [touche, image] : {std::pair(touche_oui, image_valider), std::pair(touche_non, image_fermer)}) {
+            forme_("btc", touche).aspect.image = image;
+            forme_("btc", touche).aspect.place_image = PlaceImage::gauche;
+        }
+        Controle& fermer = forme_("btc", touche_fermer);
+        fermer.aspect.image = image_fermer;
+        if (question) return;
+        fermer.cadre = cadre_fermer_seul;
+        fermer.aspect.police = 22;
+        fermer.aspect.place_image = PlaceImage::gauche;
+    }
+
+    void dimensionne() {
+        const double f = facteur_possible(facteur(reglages::nombre(50)));
+        const Cadre boite = agrandi({0, 0, largeur_base, hauteur_base}, f);
+        forme_.cadre = {(formes::largeur() - boite.largeur) / 2, (formes::hauteur() - boite.hauteur) / 2, boite.largeur,
+                        boite.hauteur};
+        if (saisit()) forme_("Label1").cadre = cadre_message_avec_champ;
+        if (demande_ == fugitif) forme_("Label1").cadre = cadre_message_seul;
+        for (const auto& c : forme_.controles) {
+            c->cadre = agrandi(c->cadre, f);
+            c->aspect.police = std::max(8, static_cast<int>(std::lround(c->aspect.police * f)));
+        }
+    }
+
+    void branche() {
+        for (const int touche : {touche_oui, touche_non, touche_fermer}) {
+            forme_("btc", touche).au_toucher = [this, touche] { repond(touche); };
+        }
+        champ().au_toucher = [this] { ouvre_clavier(); };
+        forme_.a_la_frappe = [this](int c) { frappe(c < 32 ? ' ' : static_cast<char>(c)); };
+        forme_.a_l_entree = [this] { frappe(' '); };
+        forme_.au_retour_arriere = [this] { efface(); };
+        forme_.a_l_echappement = [this] {
+            if (forme_("btc", touche_fermer).visible) repond(touche_fermer);
+        };
+        if (demande_ != fugitif) return;
+        Minuterie& m = forme_.ajoute_minuterie("Timer1");
+        m.au_tic = [this, &m] {
+            m.arrete();
+            repond(touche_fermer);
+        };
+        m.demarre(duree_fugitif_ms);
+    }
+
+    void repond(int touche) {
+        if (touche == touche_oui) etat::code_dialogue = oui;
+        if (touche == touche_non) etat::code_dialogue = non;
+        etat::texte_dialogue = touche == touche_fermer ? "" : std::string(texte::rogne(champ().texte()));
+        forme_.ferme();
+    }
+
+    void frappe(char c) {
+        if (!saisit()) return;
+        champ().texte().insert(static_cast<std::size_t>(champ().curseur), 1, c);
+        ++champ().curseur;
+    }
+
+    void efface() {
+        if (!saisit() || champ().curseur == 0) return;
+        champ().texte().erase(static_cast<std::size_t>(--champ().curseur), 1);
+    }
+
+    /// The keyboard works through the same shared request, which stands aside meanwhile.
+    void ouvre_clavier() {
+        const std::int32_t code = etat::code_dialogue;
+        const std::string message = etat::texte_dialogue;
+        etat::code_dialogue = demande_ == saisie_majuscules ? saisie_majuscules : saisie;
+        etat::texte_dialogue = message + "|" + champ().texte();
+        clavv::montre_clavv();
+        champ().texte() = etat::texte_dialogue;
+        champ().curseur = static_cast<int>(champ().texte().size());
+        etat::code_dialogue = code;
+        etat::texte_dialogue = message;
+    }
+};
+
+void pose(std::int32_t code, std::string_view message) {
+    etat::code_dialogue = code;
+    etat::texte_dialogue = message;
+    montre_mini_97();
+}
+
+}  // namespace
+
+void montre_mini_97() {
+    Boite().montre();
+}
+
+void informe(std::string_view message) {
+    pose(information, message);
+}
+bool demande(std::string_view question) {
+    pose(oui_non, question);
+    return etat::code_dialogue == oui;
+}
+void annonce(std::string_view message) {
+    pose(fugitif, message);
+}
+
+}  // namespace mini_97

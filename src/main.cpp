@@ -1,0 +1,190 @@
+// Command line, then the main screen.
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "config/reglages.h"
+#include "data/etat.h"
+#include "dialogs/mini_97.h"
+#include "main_screen/form1.h"
+#include "platform/ecran/boucle.h"
+#include "platform/fichiers.h"
+#include "platform/horloge.h"
+#include "platform/locale.h"
+#include "platform/ouvrier.h"
+#include "platform/processus.h"
+#include "platform/rejeu/rejeu.h"
+#include "platform/texte.h"
+
+namespace {
+
+constexpr const char* aide =
+    "orvalune [--dossier REP] [--fenetre | --plein-ecran] [--rejoue FICHIER|-] [--captures REP]\n"
+    "         [--ecran LxH] [--separateur C] [--horloge \"AAAA-MM-JJ hh:mm:ss\"] [--service]\n"
+    "         [--version] [--aide]\n"
+    "\n"
+    "  --dossier REP     répertoire de travail (par défaut : le répertoire courant)\n"
+    "  --fenetre         dans une fenêtre ; --plein-ecran : sur tout l'écran (par défaut)\n"
+    "  --rejoue FICHIER  joue un scénario, sans fenêtre ; - lit les commandes sur l'entrée standard\n"
+    "  --captures REP    répertoire des captures PNG du scénario\n"
+    "  --ecran LxH       taille de l'écran d'un rejeu, ou de la fenêtre, en pixels\n"
+    "  --separateur C    séparateur décimal du système simulé d'un rejeu\n"
+    "  --horloge DATE    date et heure où commence un rejeu\n"
+    "  --service         montre les touches du technicien\n";
+
+struct Options {
+    std::string dossier, captures;
+    std::optional<std::string> rejoue;
+    bool fenetre = false;
+    int largeur = 1280, hauteur = 800;
+    char separateur = '.';
+    horloge::DateHeure debut;
+    bool service = false;
+    bool montre_aide = false, montre_version = false;
+};
+
+bool lis_taille(const std::string& t, Options& o) {
+    char suite = 0;
+    return std::sscanf(t.c_str(), "%dx%d%c", &o.largeur, &o.hauteur, &suite) == 2 && o.largeur >= 100 &&
+           o.hauteur >= 100 && o.largeur <= 16384 && o.hauteur <= 16384;
+}
+
+bool lis_horloge(const std::string& t, Options& o) {
+    const auto d = horloge::depuis_texte(t);
+    if (d) o.debut = *d;
+    return d.has_value();
+}
+
+bool lis_separateur(const std::string& t, Options& o) {
+    if (t.size() != 1) return false;
+    o.separateur = t[0];
+    return true;
+}
+
+struct Option {
+    const char* nom;
+    bool avec_valeur;
+    bool (*lis)(const std::string& valeur, Options& o);
+};
+const Option options[] = {
+    {"--dossier", true, [](const std::string& v, Options& o) { return o.dossier = v, !v.empty(); }},
+    {"--rejoue", true, [](const std::string& v, Options& o) { return o.rejoue = v, !v.empty(); }},
+    {"--captures", true, [](const std::string& v, Options& o) { return o.captures = v, !v.empty(); }},
+    {"--ecran", true, lis_taille},
+    {"--separateur", true, lis_separateur},
+    {"--horloge", true, lis_horloge},
+    {"--fenetre", false, [](const std::string&, Options& o) { return o.fenetre = true; }},
+    {"--plein-ecran", false, [](const std::string&, Options& o) { return o.fenetre = false, true; }},
+    {"--service", false, [](const std::string&, Options& o) { return o.service = true; }},
+    {"--version", false, [](const std::string&, Options& o) { return o.montre_version = true; }},
+    {"--aide", false, [](const std::string&, Options& o) { return o.montre_aide = true; }},
+};
+
+/// Nothing when an option is unknown or lacks a right value; the fault goes to standard error.
+std::optional<Options> lis_options(const std::vector<std::string>& mots) {
+    Options o;
+    for (std::size_t i = 0; i < mots.size(); ++i) {
+        const Option* trouvee = nullptr;
+        for (const Option& option : options) {
+            if (mots[i] == option.nom) trouvee = &option;
+        }
+        const bool complete = trouvee != nullptr && (!trouvee->avec_valeur || i + 1 < mots.size());
+        const std::string& nom = mots[i];
+        if (!complete || !trouvee->lis(trouvee->avec_valeur ? mots[++i] : std::string(), o)) {
+            std::cerr << "option inconnue ou incomplète : " << texte::vers_utf8(nom) << "\n\n" << aide;
+            return std::nullopt;
+        }
+    }
+    return o;
+}
+
+/// The scenario and the captures are named from where the program was started; everything else from the working
+/// directory.
+void fixe_chemins(Options& o) {
+    if (o.rejoue && *o.rejoue != "-") o.rejoue = fichiers::absolu(*o.rejoue);
+    if (!o.captures.empty()) o.captures = fichiers::absolu(o.captures);
+}
+
+void simule_le_monde(const Options& o) {
+    horloge::rend_virtuelle(o.debut);
+    processus::enregistre_seulement(true);
+    locale_systeme::simule(o.separateur);
+    ouvrier::attend_toujours(true);
+}
+
+std::unique_ptr<ecran::Fenetre> cree_fenetre(const Options& o) {
+    if (o.rejoue && !o.fenetre) return ecran::cree_fenetre_muette(o.largeur, o.hauteur);
+    return ecran::cree_fenetre(o.fenetre ? ecran::Mode::fenetre : ecran::Mode::plein_ecran, "Orvalune", o.largeur,
+                               o.hauteur);
+}
+
+/// The screens, until the program ends by itself or its replay does.
+void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
+    try {
+        if (!dossier_utilisable) {
+            mini_97::informe("Le répertoire de travail est introuvable, le logiciel s'arrête !"_t);
+            return;
+        }
+        form1::montre_form1();
+    } catch (const ecran::FinDuProgramme& fin) {
+        reglages::ferme();
+        if (joue != nullptr && fin.cause == ecran::FinDuProgramme::Cause::arret) joue->apres_arret();
+    }
+}
+
+int lance(const std::vector<std::string>& mots) {
+    auto lues = lis_options(mots);
+    if (!lues) return rejeu::faute_usage;
+    Options& o = *lues;
+    if (o.montre_aide || o.montre_version) {
+        std::cout << (o.montre_aide ? aide : "Orvalune 2.01 (2021-05-19a)\n");
+        return 0;
+    }
+    fixe_chemins(o);
+    const bool dossier_utilisable = o.dossier.empty() || fichiers::entre_dans(o.dossier);
+    if (!dossier_utilisable) std::cerr << "répertoire de travail introuvable : " << texte::vers_utf8(o.dossier) << "\n";
+    if (!dossier_utilisable && o.rejoue) return rejeu::faute_usage;
+    if (o.rejoue) simule_le_monde(o);
+    etat::service = o.service;
+
+    std::unique_ptr<rejeu::Rejeu> joue;
+    if (o.rejoue) joue = std::make_unique<rejeu::Rejeu>(*o.rejoue, o.captures.empty() ? "." : o.captures);
+    if (joue && !joue->lisible()) {
+        std::cerr << "scénario illisible : " << texte::vers_utf8(*o.rejoue) << "\n";
+        return rejeu::faute_usage;
+    }
+    auto fenetre = cree_fenetre(o);
+    if (!fenetre) {
+        std::cerr << "aucun écran n'a été trouvé\n";
+        return rejeu::faute_usage;
+    }
+    ecran::ouvre_ecran(std::move(fenetre), joue.get());
+    sert(dossier_utilisable, joue.get());
+    reglages::ferme();
+    ecran::ferme_ecran();
+    ouvrier::abandonne();
+    return joue ? joue->statut() : 0;
+}
+
+}  // namespace
+
+#ifdef _WIN32
+int wmain(int argc, wchar_t** argv) {
+    std::vector<std::string> mots;
+    for (int i = 1; i < argc; ++i) {
+        std::string mot;
+        for (const wchar_t* c = argv[i]; *c != 0; ++c) mot += static_cast<char>(texte::octet(*c).value_or('?'));
+        mots.push_back(mot);
+    }
+    return lance(mots);
+}
+#else
+int main(int argc, char** argv) {
+    std::vector<std::string> mots;
+    for (int i = 1; i < argc; ++i) mots.push_back(texte::depuis_utf8_tolerant(argv[i]));
+    return lance(mots);
+}
+#endif

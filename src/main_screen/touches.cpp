@@ -1,0 +1,175 @@
+#include "main_screen/touches.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "config/ch_outils.h"
+#include "data/catalogue.h"
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "dialogs/ch_numtab.h"
+#include "dialogs/menufor.h"
+#include "dialogs/sel_arti.h"
+#include "main_screen/form1.h"
+#include "main_screen/note.h"
+#include "main_screen/pages.h"
+#include "platform/texte.h"
+
+namespace touches {
+namespace {
+
+constexpr std::size_t longueur_marque = 6;
+constexpr int premier_sous_groupe = 30;  ///< sub-group n is family 30 + n
+constexpr int serveurs_max = 20;
+
+/// What a key hands to its action: the whole code, and the text behind its marker.
+struct Frappe {
+    std::string_view code, argument;
+    int touche;
+};
+
+std::int16_t entier_court(double v) {
+    return static_cast<std::int16_t>(std::clamp(v, -32768.0, 32767.0));
+}
+
+/// Pages that belong to a table ask for it first. The key that was touched stands aside meanwhile.
+void verifie_table() {
+    if (etat::sans_table || !texte::rogne(etat::texte_table).empty()) return;
+    const std::string code = std::exchange(etat::code_touche, "");
+    ch_numtab::montre_ch_numtab();
+    etat::code_touche = code;
+}
+
+void va_page(int page) {
+    etat::numero_page = static_cast<std::int16_t>(std::clamp(page, 0, 32767));
+}
+
+template <void (*affiche)()>
+void page_suivante(const Frappe&) {
+    va_page(etat::numero_page + 1);
+    affiche();
+}
+template <void (*affiche)()>
+void page_precedente(const Frappe&) {
+    va_page(etat::numero_page - 1);
+    affiche();
+}
+
+void fonction(const Frappe& f) {
+    form1::appel_fonctions(texte::rogne(f.argument));
+}
+
+void page_du_programme(const Frappe& f) {
+    etat::page_programme = entier_court(nombres::entier(f.argument));
+    form1::recharge();
+}
+
+void accueil(const Frappe&) {
+    verifie_table();
+    va_page(0);
+    etat::page_programme = 0;
+    form1::affiche_menu();
+}
+
+void liste_des_familles(const Frappe&) {
+    verifie_table();
+    va_page(0);
+    pages::affiche_familles();
+}
+
+void famille(const Frappe& f) {
+    verifie_table();
+    va_page(0);
+    etat::famille_courante = entier_court(nombres::entier(f.argument));
+    pages::affiche_articles();
+}
+
+void serveur(const Frappe& f) {
+    va_page(0);
+    const auto nom = [](int n) { return texte::rogne(catalogue::courant().noms_serveurs[static_cast<std::size_t>(n)]); };
+    const double n = nombres::entier(f.argument);
+    const bool connu = n >= 0 && n <= serveurs_max && !nom(static_cast<int>(n)).empty();
+    etat::numero_serveur = connu ? entier_court(n) : std::int16_t{1};
+    etat::nom_serveur = catalogue::courant().noms_serveurs[static_cast<std::size_t>(etat::numero_serveur)];
+    form1::affiche_menu();
+}
+
+void sous_groupe(const Frappe& f) {
+    va_page(0);
+    const double n = nombres::entier(f.argument.substr(4, 4));
+    etat::famille_courante = entier_court(premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
+    pages::nomme_sous_groupe(f.touche > 0 ? form1::forme()("btx", f.touche).texte() : std::string());
+    pages::affiche_articles();
+}
+
+void ajoute(const Frappe& f) {
+    if (texte::rogne(f.argument.substr(0, 15)).empty()) return;
+    if (f.argument.starts_with("#SG#")) return sous_groupe(f);
+    etat::texte_travail = catalogue::complete_article(f.argument);
+    if (texte::contient(etat::texte_travail, "FA2:98")) {
+        const std::string ligne = etat::texte_travail;
+        menufor::montre_menufor();
+        etat::texte_travail = ligne;
+    }
+    sel_arti::montre_sel_arti();
+    note::ajoute_ligne();
+    form1::affiche_etat();
+}
+
+void outils(const Frappe&) {
+    ch_outils::montre_ch_outils();
+    form1::recharge();
+}
+
+void inerte(const Frappe&) {}
+
+struct Action {
+    std::string_view marque;
+    void (*agit)(const Frappe&);
+};
+const Action actions[] = {
+    {"#FONC#", fonction},
+    {"#PAGE#", page_du_programme},
+    {"#MENU#", accueil},
+    {"#LFAM#", liste_des_familles},
+    {"#SUIF#", page_suivante<pages::affiche_familles>},
+    {"#RETF#", page_precedente<pages::affiche_familles>},
+    {"#SUIS#", page_suivante<pages::affiche_serveurs>},
+    {"#RETS#", page_precedente<pages::affiche_serveurs>},
+    {"#FAMI#", famille},
+    {"#TOUC#", inerte},
+    {"#SUIT#", page_suivante<pages::affiche_articles>},
+    {"#RETO#", page_precedente<pages::affiche_articles>},
+    {"#SERV#", serveur},
+    {"#AJOU#", ajoute},
+    {"#OUTI#", outils},
+};
+
+}  // namespace
+
+void touche(int i) {
+    std::string code = std::exchange(etat::code_touche, "");
+    if (code.empty() && i >= 0 && i <= pages::nb_touches) code = pages::codes[static_cast<std::size_t>(i)];
+    if (code.size() < longueur_marque) code = texte::complete(code, longueur_marque);
+    const Frappe frappe{code, std::string_view(code).substr(longueur_marque), i};
+    for (const Action& a : actions) {
+        if (!code.starts_with(a.marque)) continue;
+        a.agit(frappe);
+        break;
+    }
+    if (std::exchange(etat::demande_recharge, false)) form1::recharge();
+}
+
+void touche_barre(int colonne) {
+    if (colonne < 0 || colonne >= static_cast<int>(pages::codes_barre.size())) return;
+    etat::code_touche = pages::codes_barre[static_cast<std::size_t>(colonne)];
+    if (etat::code_touche == "#ENVO#") {
+        etat::code_touche.clear();
+        return form1::recharge();
+    }
+    touche(0);
+}
+
+}  // namespace touches
