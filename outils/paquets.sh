@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs the distribution's packages that a task needs and the machine lacks (Debian, Ubuntu).
+# Usage: outils/paquets.sh [programme] [tests] [windows] [format]
+set -euo pipefail
+
+programme="cmake ninja-build g++ libsdl2-dev libstb-dev fonts-liberation fonts-material-design-icons-iconfont"
+tests="libgtest-dev googletest libbenchmark-dev"
+windows="g++-mingw-w64-x86-64-posix googletest wine64 wine"
+format="clang-format python3"
+
+manquants=()
+for groupe in "$@"; do
+    for paquet in ${!groupe}; do
+        etat=$(dpkg-query -W -f='${db:Status-Status}' "$paquet" 2>/dev/null || true)
+        [ "$etat" = installed ] || manquants+=("$paquet")
+    done
+done
+[ ${#manquants[@]} -eq 0 ] && exit 0
+
+if ! command -v apt-get >/dev/null; then
+    echo "Missing packages (by their Debian names): ${manquants[*]}" >&2
+    exit 1
+fi
+racine=()
+[ "$(id -u)" -eq 0 ] || racine=(sudo)
+echo "Installing: ${manquants[*]}"
+"${racine[@]}" apt-get update -qq
+"${racine[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${manquants[@]}"

@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test. Further arguments go to ctest (such as -R commande).
+# Usage: ./test.sh [--sanitize | --windows] [ARGUMENTS OF CTEST]
+set -euo pipefail
+cd "$(dirname "$0")"
+
+preset=release
+groupes="programme tests"
+case ${1:-} in
+    --sanitize) preset=sanitize && shift ;;
+    --windows) preset=windows && groupes="$groupes windows" && shift ;;
+esac
+# shellcheck disable=SC2086
+outils/paquets.sh $groupes
+cmake --preset "$preset"
+cmake --build --preset "$preset" -j "$(nproc)"
+
+if [ "$preset" = windows ]; then
+    # Wine's helpers outlive their program and hold its output open: they are started apart, once.
+    export WINEPREFIX=$PWD/build/wine WINEDLLOVERRIDES="mscoree,mshtml=" WINEDEBUG=-all
+    mkdir -p build/wine
+    wineserver -p >/dev/null 2>&1 </dev/null || true
+    trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
+    wine cmd /c exit >/dev/null 2>&1 </dev/null
+    outils/rejoue.sh build/demo-windows wine build/windows/orvalune.exe
+fi
+ctest --preset "$preset" -j "$(nproc)" --output-log "build/$preset/tests.log" "$@"
