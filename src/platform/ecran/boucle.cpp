@@ -182,10 +182,16 @@ void ouvrier_reveille() {
     if (ecran && ecran->fenetre) ecran->fenetre->reveille();
 }
 
+bool est_chargee(const Forme& f) {
+    return std::find(ecran->pile.begin(), ecran->pile.end(), &f) != ecran->pile.end();
+}
+
 /// Takes a form off the stack on every way out of its modal loop.
 struct Charge {
     Forme& forme;
-    explicit Charge(Forme& f) : forme(f) { charge(f); }
+    explicit Charge(Forme& f) : forme(f) {
+        if (!est_chargee(f)) charge(f);
+    }
     ~Charge() { decharge(forme); }
     Charge(const Charge&) = delete;
     Charge& operator=(const Charge&) = delete;
@@ -218,7 +224,7 @@ int hauteur_ecran() {
 }
 
 void charge(Forme& forme) {
-    assert(std::find(ecran->pile.begin(), ecran->pile.end(), &forme) == ecran->pile.end());
+    assert(!est_chargee(forme));
     ecran->pile.push_back(&forme);
     ecran->doigt = {};
 }

@@ -75,6 +75,11 @@ void Grille::dimensionne(int nb_lignes, int nb_colonnes, const Aspect& modele) {
     ligne = colonne = -1;
 }
 
+int Grille::ajoute_ligne(const Aspect& modele) {
+    cellules.resize(cellules.size() + static_cast<std::size_t>(colonnes), modele);
+    return lignes++;
+}
+
 int Grille::lignes_visibles(const Cadre& cadre) const {
     if (rangees_partagees(*this)) return lignes - lignes_fixes;
     int reste = cadre.hauteur;

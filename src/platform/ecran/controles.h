@@ -80,6 +80,8 @@ struct Grille {
     bool existe(int l, int c) const { return l >= 0 && l < lignes && c >= 0 && c < colonnes; }
     /// Sets the size; cells that stay keep their content, new ones are `modele`.
     void dimensionne(int nb_lignes, int nb_colonnes, const Aspect& modele = {});
+    /// Adds a row of `modele` at the end; gives its number.
+    int ajoute_ligne(const Aspect& modele = {});
     /// The text of a cell, empty outside the bounds.
     std::string_view texte(int l, int c) const { return existe(l, c) ? std::string_view(cellule(l, c).texte) : ""; }
     /// Scrolls by `pas` rows (negative: up), within the bounds.

@@ -1,0 +1,234 @@
+#include "dialogs/eta_com.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "config/reglages.h"
+#include "data/commande.h"
+#include "data/etat.h"
+#include "data/lignes.h"
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "dialogs/mini_97.h"
+#include "dialogs/sel_arti.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace eta_com {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int hauteur_ligne_min = px(54), hauteur_entete = px(46);
+constexpr int largeur_cartes = px(310);
+constexpr int pas_defilement = 10;  ///< rows
+constexpr int police_entete = 16;
+
+enum CaseBarre { bas = 0, haut = 1, envoie = 3, ferme = 5 };
+const formes::ToucheDeBarre barre[6] = {{"Bas", image_bas, Role::action},
+                                        {"Haut", image_haut, Role::action},
+                                        {},
+                                        {"Envoyer", image_envoyer, Role::aller},
+                                        {},
+                                        {"Fermer", image_fermer, Role::action}};
+
+enum Colonne { nombre = 0, libelle = 1, ligne_note = 2 };
+
+/// A card of the summary: its caption and the control that shows its value.
+struct Carte {
+    std::string_view titre, valeur;
+};
+constexpr Carte cartes[] = {{"N° Table"_t, "Label4"}, {"Couverts", "Label5"}, {"Nb Lignes", "Label6"}};
+
+double table() {
+    return nombres::lis(texte::colonnes(texte::complete(etat::table_couverts, 8), 3, 3));
+}
+double couverts() {
+    return nombres::lis(texte::colonnes(texte::complete(etat::table_couverts, 8), 6, 3));
+}
+
+int lignes_utiles() {
+    return std::clamp<int>(etat::nb_lignes_note, 0, etat::lignes_note_max);
+}
+
+class Recapitulatif {
+  public:
+    Recapitulatif() {
+        forme_.nom = "eta_com";
+        formes::encadre(forme_, "Récapitulatif"_t, formes::version);
+        construit();
+        remplit();
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    void construit() {
+        const Cadre zone = formes::contenu();
+        const bool etroit = formes::est_etroit();
+        const int haut_cartes = px(96);
+        Cadre liste = zone;
+        if (etroit) {
+            liste.haut += haut_cartes + rythme;
+            liste.hauteur -= haut_cartes + rythme;
+        } else {
+            liste.largeur -= std::min(largeur_cartes, zone.largeur / 3) + rythme;
+        }
+        for (int i = 0; i < 3; ++i) {
+            const Cadre carte = etroit ? Cadre{zone.gauche + (zone.largeur + rythme) * i / 3, zone.haut,
+                                               (zone.largeur + rythme) / 3 - rythme, haut_cartes}
+                                       : Cadre{liste.droite() + rythme, zone.haut + (zone.hauteur + rythme) * i / 3,
+                                               zone.droite() - liste.droite() - rythme,
+                                               (zone.hauteur + rythme) / 3 - rythme};
+            ajoute_carte(cartes[i], carte, etroit);
+        }
+        Controle& g1 = forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 20, false, Alignement::gauche, 9});
+        g1.aspect.police = std::max(1, reglages::nombre(30));
+        const int largeur_nombre = px(etroit ? 58 : 110);
+        g1.grille.largeurs = {largeur_nombre, liste.largeur - largeur_nombre, 0};
+        formes::ajoute_barre(forme_, barre);
+    }
+
+    void ajoute_carte(const Carte& c, const Cadre& cadre, bool etroit) {
+        const int haut_titre = etroit ? px(32) : cadre.hauteur / 3;
+        const Cadre titre = {cadre.gauche + px(6), cadre.haut, cadre.largeur - px(12), haut_titre};
+        const Cadre valeur = {cadre.gauche + px(6), cadre.haut + haut_titre - px(4), cadre.largeur - px(12),
+                              cadre.hauteur - haut_titre - px(4)};
+        const Plan plans[] = {
+            {"Shape1", -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
+            {"Label1", -1, Genre::etiquette, titre, c.titre, Role::rien, etroit ? 13 : 16, false, Alignement::centre, 0},
+            {c.valeur, -1, Genre::etiquette, valeur, "", Role::rien, etroit ? 38 : 64, true, Alignement::centre, 0},
+        };
+        for (const Plan& p : plans) forme_.ajoute(p);
+        (*std::prev(forme_.controles.end(), 2))->aspect.encre = palette::gris;
+    }
+
+    /// The whole summary from the note; the place in the list stays.
+    void remplit() {
+        Controle& g1 = forme_("g1");
+        Grille& g = g1.grille;
+        const int premiere = g.premiere_ligne;
+        g.dimensionne(1, 3);
+        g.lignes_fixes = 1;
+        g.defile = true;
+        entetes(g);
+        double total = 0;
+        for (int n = 1; n <= lignes_utiles(); ++n) total += ajoute_article(g, n);
+        g.hauteur_ligne = std::max(hauteur_ligne_min, g1.aspect.police * twips_par_point * 2);
+        g.hauteurs.assign(static_cast<std::size_t>(g.lignes), g.hauteur_ligne);
+        g.hauteurs[0] = hauteur_entete;
+        g.defile_de(premiere - g.premiere_ligne, g1.cadre);
+        forme_("Label4").texte() = nombres::entier_complete(table(), 1);
+        forme_("Label5").texte() = nombres::entier_complete(couverts(), 1);
+        forme_("Label6").texte() = nombres::entier_complete(total, 1);
+    }
+
+    static void entetes(Grille& g) {
+        for (const auto& [colonne, texte] : {std::pair(nombre, "Nb"), std::pair(libelle, "Libell\xE9")}) {
+            Aspect& a = g.cellule(0, colonne);
+            a = {};
+            a.texte = texte;
+            a.role = Role::entete;
+            a.gras = true;
+            a.police = police_entete;
+            a.alignement = colonne == nombre ? Alignement::centre : Alignement::gauche;
+        }
+        g.cellule(0, ligne_note).role = Role::entete;
+    }
+
+    /// Adds a row and gives its cells the looks that all rows share.
+    static int ajoute_rang(Grille& g, int n) {
+        Aspect modele;
+        modele.role = Role::ligne;
+        const int l = g.ajoute_ligne(modele);
+        g.cellule(l, nombre).alignement = Alignement::centre;
+        g.cellule(l, libelle).alignement = Alignement::gauche;
+        g.cellule(l, ligne_note).texte = std::to_string(n);
+        return l;
+    }
+
+    /// The rows of one note line; gives the quantity shown.
+    static double ajoute_article(Grille& g, int n) {
+        const std::string& ligne = etat::lignes_note[static_cast<std::size_t>(n)];
+        int rang = ajoute_rang(g, n);
+        Aspect& quantite = g.cellule(rang, nombre);
+        if (const auto q = lignes::quantite(ligne)) quantite.texte = nombres::entier_complete(*q, 1);
+        quantite.gras = true;
+        quantite.encre = palette::bleu;
+        const double q = nombres::lis(quantite.texte);
+        g.cellule(rang, libelle).texte = lignes::libelle(ligne);
+        g.cellule(rang, libelle).gras = true;
+        for (const std::string& s : lignes::segments(ligne)) {
+            rang = ajoute_rang(g, n);
+            Aspect& a = g.cellule(rang, libelle);
+            a.texte = "   " + s;
+            a.encre = palette::gris;
+            a.marge_gauche = px(20);
+        }
+        for (int c = 0; c < 3; ++c) g.cellule(rang, c).trait = true;
+        return q;
+    }
+
+    void branche() {
+        forme_("g1").a_la_cellule = [this](int ligne, int) {
+            if (ligne >= 1) ouvre_ligne(static_cast<int>(nombres::lis(forme_("g1").grille.texte(ligne, ligne_note))));
+        };
+        forme_("g2").a_la_cellule = [this](int, int colonne) {
+            Controle& g1 = forme_("g1");
+            if (colonne == bas) g1.grille.defile_de(pas_defilement, g1.cadre);
+            if (colonne == haut) g1.grille.defile_de(-pas_defilement, g1.cadre);
+            if (colonne == envoie) envoie_commande();
+            if (colonne == ferme) forme_.ferme();
+        };
+        forme_.a_l_echappement = [this] { forme_.ferme(); };
+    }
+
+    /// A note line goes through the article's validation again; what comes back takes its place.
+    void ouvre_ligne(int n) {
+        if (n < 1 || n > lignes_utiles()) return;
+        etat::texte_travail = etat::lignes_note[static_cast<std::size_t>(n)];
+        sel_arti::montre_sel_arti();
+        if (texte::rogne(etat::texte_travail).empty()) {
+            retire_ligne(n);
+        } else {
+            etat::lignes_note[static_cast<std::size_t>(n)] = etat::texte_travail;
+        }
+        remplit();
+    }
+
+    static void retire_ligne(int n) {
+        const int derniere = lignes_utiles();
+        std::rotate(etat::lignes_note.begin() + n, etat::lignes_note.begin() + n + 1,
+                    etat::lignes_note.begin() + derniere + 1);
+        etat::lignes_note[static_cast<std::size_t>(derniere)].clear();
+        etat::nb_lignes_note = static_cast<std::int16_t>(derniere - 1);
+    }
+
+    void envoie_commande() {
+        if (table() == 0 || couverts() == 0) {
+            return mini_97::informe("Vous devez préciser un N° de table et un Nb de couverts !"_t);
+        }
+        if (!mini_97::demande("Confimez l'envoi de la commande au serveur ?")) return;
+        if (commande::envoi_commande() != fichiers::Issue::fait) {
+            return mini_97::informe("La commande n'a pas pu être écrite, elle reste dans la note !"_t);
+        }
+        mini_97::annonce("La commande à été envoyée !"_t);
+        etat::commande_envoyee = true;
+        forme_.ferme();
+    }
+};
+
+}  // namespace
+
+void montre_eta_com() {
+    Recapitulatif().montre();
+}
+
+}  // namespace eta_com

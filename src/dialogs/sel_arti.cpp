@@ -1,0 +1,227 @@
+#include "dialogs/sel_arti.h"
+
+#include <algorithm>
+#include <string>
+
+#include "config/clavv.h"
+#include "config/reglages.h"
+#include "data/complements.h"
+#include "data/etat.h"
+#include "data/lignes.h"
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "dialogs/mini_97.h"
+#include "dialogs/sai_detail.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace sel_arti {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int hauteur_entete = px(44), hauteur_ligne = px(54);
+constexpr int police_prix = 20, police_quantite = 54, police_total = 35, police_entete = 16;
+constexpr int largeur_dessin = 1280;  ///< design pixels of the wide layout
+
+enum CaseBarre { efface = 0, detail_a = 1, detail_d = 4, valide = 5 };
+
+/// Places of the article's card and its controls.
+struct Places {
+    Cadre carte, libelle, prix, moins, quantite, plus, total;
+};
+
+Places places_larges(const Cadre& zone) {
+    const auto x = [](int pixels) { return px(pixels * std::min(etat::largeur_ecran, largeur_dessin) / largeur_dessin); };
+    const int haut = zone.haut, milieu = formes::largeur() / 2;
+    Places p;
+    p.carte = {zone.gauche, haut, zone.largeur, px(150)};
+    p.libelle = {px(30), haut + px(8), milieu - px(46), px(64)};
+    p.prix = {px(30), haut + px(80), milieu - px(46), px(50)};
+    p.moins = {milieu, haut + px(20), x(120), px(110)};
+    p.quantite = {p.moins.droite() + px(4), haut + px(20), x(160) - px(8), px(110)};
+    p.plus = {milieu + x(280), haut + px(20), x(120), px(110)};
+    const int gauche_total = p.plus.droite() + px(8);
+    p.total = {gauche_total, haut + px(20), zone.droite() - px(16) - gauche_total, px(110)};
+    return p;
+}
+
+Places places_etroites(const Cadre& zone) {
+    const int haut = zone.haut, droite = zone.droite() - px(14);
+    Places p;
+    p.carte = {zone.gauche, haut, zone.largeur, px(170)};
+    p.libelle = {px(26), haut + px(8), droite - px(26) - px(110), px(52)};
+    p.prix = {droite - px(104), haut + px(8), px(104), px(52)};
+    p.moins = {px(24), haut + px(68), px(96), px(84)};
+    p.quantite = {px(124), haut + px(68), px(92), px(84)};
+    p.plus = {px(220), haut + px(68), px(96), px(84)};
+    p.total = {px(324), haut + px(68), droite - px(324), px(84)};
+    return p;
+}
+
+class Validation {
+  public:
+    Validation() {
+        forme_.nom = "sel_arti";
+        formes::encadre(forme_, "Validation d'un Article", formes::version);
+        construit();
+        charge();
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    std::string& texte_de(std::string_view nom) { return forme_(nom).texte(); }
+
+    void construit() {
+        const bool etroit = formes::est_etroit();
+        const Cadre zone = formes::contenu();
+        const Places p = etroit ? places_etroites(zone) : places_larges(zone);
+        const Cadre liste = {zone.gauche, p.carte.bas() + rythme, zone.largeur, zone.bas() - p.carte.bas() - rythme};
+        const Alignement cote_prix = etroit ? Alignement::droite : Alignement::gauche;
+        const Plan plans[] = {
+            {"Picture1", -1, Genre::forme, p.carte, "", Role::carte, 0, false, Alignement::centre, 4},
+            {"Label7", -1, Genre::etiquette, {}, "", Role::rien, 0, false, Alignement::gauche, 0},
+            {"Label1", -1, Genre::etiquette, p.libelle, "", Role::rien, 20, true, Alignement::gauche, 0},
+            {"Label3", -1, Genre::etiquette, p.prix, "", Role::rien, police_prix, false, cote_prix, 0},
+            {"bt_gauc", -1, Genre::bouton, p.moins, "", Role::action, 0, true, Alignement::centre, 2},
+            {"Label6", -1, Genre::etiquette, p.quantite, "1", Role::rien, police_quantite, true, Alignement::centre, 0},
+            {"bt_droi", -1, Genre::bouton, p.plus, "", Role::action, 0, true, Alignement::centre, 2},
+            {"Label5", -1, Genre::etiquette, p.total, "", Role::rien, police_total, true, Alignement::droite, 0},
+            {"g1", -1, Genre::grille, liste, "", Role::carte, 18, false, Alignement::gauche, 9},
+        };
+        forme_.construit(plans);
+        forme_("Label7").visible = false;
+        forme_("Label3").aspect.encre = palette::gris;
+        forme_("Label5").aspect.encre = palette::vert;
+        forme_("bt_gauc").aspect.image = image_moins;
+        forme_("bt_droi").aspect.image = image_plus;
+        construit_barre();
+    }
+
+    void construit_barre() {
+        const int police = formes::est_etroit() ? 24 : 30;
+        const formes::ToucheDeBarre barre[6] = {{"Effacer", image_corbeille, Role::detruire},
+                                                {"A", 0, Role::action, police},
+                                                {"B", 0, Role::action, police},
+                                                {"C", 0, Role::action, police},
+                                                {"D", 0, Role::action, police},
+                                                {"Valider", image_valider, Role::aller}};
+        formes::ajoute_barre(forme_, barre);
+    }
+
+    void charge() {
+        const std::string& ligne = texte_de("Label7") = etat::texte_travail;
+        forme_("Label1").aspect.police = std::max(1, reglages::nombre(40));
+        forme_("g1").aspect.police = std::max(1, reglages::nombre(41));
+        if (const auto q = lignes::quantite(ligne)) texte_de("Label6") = nombres::general(*q);
+        texte_de("Label1") = lignes::libelle(ligne);
+        if (const auto prix = lignes::prix(ligne)) texte_de("Label3") = nombres::montant(*prix) + " ";
+        complements::charge(lignes::segments(ligne));
+        remplit_complements();
+        calcul_total();
+    }
+
+    void remplit_complements() {
+        const auto& rangs = complements::rangs();
+        Grille& g = forme_("g1").grille;
+        const int hauteur = std::max(hauteur_ligne, forme_("g1").aspect.police * twips_par_point * 2);
+        g.dimensionne(static_cast<int>(rangs.size()) + 1, 1);
+        g.lignes_fixes = 1;
+        g.hauteur_ligne = hauteur;
+        g.hauteurs.assign(rangs.size() + 1, hauteur);
+        g.hauteurs[0] = hauteur_entete;
+        g.defile = true;
+        Aspect& entete = g.cellule(0, 0);
+        entete.texte = "Informations complémentaires"_t;
+        entete.role = Role::entete;
+        entete.gras = true;
+        entete.police = police_entete;
+        entete.alignement = Alignement::gauche;
+        entete.marge_gauche = px(formes::est_etroit() ? 6 : 10);
+        for (std::size_t i = 0; i < rangs.size(); ++i) remplit_rang(g.cellule(static_cast<int>(i) + 1, 0), rangs[i]);
+    }
+
+    void remplit_rang(Aspect& a, const std::string& texte) {
+        a = {};
+        a.texte = texte;
+        a.role = Role::ligne;
+        a.alignement = Alignement::gauche;
+        a.marge_gauche = px(formes::est_etroit() ? 6 : 10);
+        a.trait = true;
+        if (texte::rogne(texte).empty()) return;
+        a.image = image_gomme;
+        a.place_image = PlaceImage::droite;
+    }
+
+    void branche() {
+        forme_("bt_droi").au_toucher = [this] { change_quantite(+1); };
+        forme_("bt_gauc").au_toucher = [this] {
+            if (nombres::lis(texte_de("Label6")) >= 2) change_quantite(-1);
+        };
+        forme_("g1").a_la_cellule = [this](int ligne, int) {
+            if (ligne >= 1) touche_complement(ligne);
+        };
+        forme_("g2").a_la_cellule = [this](int, int colonne) { touche_barre(colonne); };
+    }
+
+    void change_quantite(int pas) {
+        texte_de("Label6") = nombres::entier_complete(nombres::lis(texte_de("Label6")) + pas, 1);
+        calcul_total();
+    }
+
+    void calcul_total() {
+        const double total = nombres::lis(texte_de("Label3")) * nombres::lis(texte_de("Label6"));
+        texte_de("Label5") = nombres::montant(total) + " ";
+    }
+
+    /// A row that holds a text may be cancelled; else it is typed on the keyboard.
+    void touche_complement(int ligne) {
+        const auto rang = static_cast<std::size_t>(ligne - 1);
+        const std::string texte = complements::rangs()[rang];
+        const std::string rogne(texte::rogne(texte));
+        if (!rogne.empty() && mini_97::demande("Voulez vous annuler la ligne \r\n" + rogne + " ?")) {
+            complements::retire(rang);
+            return remplit_complements();
+        }
+        etat::code_dialogue = mini_97::saisie;
+        etat::texte_dialogue = texte + "|" + texte;
+        clavv::montre_clavv();
+        complements::pose(rang, etat::texte_dialogue);
+        remplit_complements();
+    }
+
+    void touche_barre(int colonne) {
+        if (colonne == efface) {
+            if (!mini_97::demande("Confirmez l'effacement de cette ligne ?")) return;
+            etat::texte_travail.clear();
+            forme_.ferme();
+        } else if (colonne == valide) {
+            valide_donnees();
+            forme_.ferme();
+        } else if (colonne >= detail_a && colonne <= detail_d) {
+            etat::debut_detail = static_cast<std::int16_t>(2 * colonne - 2);
+            sai_detail::montre_sai_detail();
+            remplit_complements();
+        }
+    }
+
+    void valide_donnees() {
+        etat::texte_travail =
+            lignes::validee(texte_de("Label7"), nombres::lis(texte_de("Label6")), complements::rangs());
+    }
+};
+
+}  // namespace
+
+void montre_sel_arti() {
+    Validation().montre();
+}
+
+}  // namespace sel_arti

@@ -1,0 +1,294 @@
+#include "main_screen/form1.h"
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "config/ch_outils.h"
+#include "config/clavv.h"
+#include "config/moduclav.h"
+#include "config/reglages.h"
+#include "config/w_prog.h"
+#include "data/etat.h"
+#include "data/reseau.h"
+#include "dialogs/ch_numtab.h"
+#include "dialogs/clav_num.h"
+#include "dialogs/eta_com.h"
+#include "dialogs/formes.h"
+#include "dialogs/menufor.h"
+#include "dialogs/mini_97.h"
+#include "dialogs/sai_menu.h"
+#include "main_screen/demarrage.h"
+#include "main_screen/note.h"
+#include "main_screen/pages.h"
+#include "main_screen/touches.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace form1 {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr std::string_view marque = "2021-05-19a";
+constexpr std::string_view code_outils = "5826";
+constexpr int police_etat = 12, police_etat_etroite = 11;
+constexpr int hauteur_command = 390, haut_command1 = 870;  ///< twips, the latter from the form's bottom edge
+
+std::unique_ptr<Forme> ecran_principal;
+
+/// A record as the demonstration menu carries it, for the technician's "Menu" button.
+std::string menu_exemple() {
+    const auto service = [](std::string_view reference, std::string_view plat) {
+        std::string s = std::string(reference) + "|" + std::string(plat) + "¦"_t.data();
+        for (int i = 1; i < 16; ++i) s += "|" + std::string("¦"_t);
+        return s;
+    };
+    std::string r = "8880000000574  |DES:Menu 15 Euros|PVE:15.00|FA1:10|FA2:98|{{" + std::string("Entréeµ"_t);
+    r += service("8880000000284", "Salade de tomates") + std::string("µ"_t);
+    r += service("8880000000024", "Entrec" + std::string("ô"_t) + "te") + std::string("µ"_t);
+    r += service("8880000000307", "Fromage blanc") + std::string("µ"_t);
+    r += service("8880000000401", "Tarte aux pommes") + std::string("µ"_t);
+    const std::string vide = service("", "");
+    return r + vide + std::string("µ"_t) + vide + "}}";
+}
+
+void ouvre_outils() {
+    if (reglages::texte(200) != "OUI") {
+        const auto code = clav_num::demande(clav_num::mode_cache, "Mot de passe d'accès aux outils"_t);
+        if (code != code_outils) return;
+    }
+    ch_outils::montre_ch_outils();
+    recharge();
+}
+
+void bascule_reseau() {
+    const bool change = mini_97::demande(etat::hors_ligne ? "Voulez vous connecter le Wifi ?"_t
+                                                          : "Voulez vous déconnecter le Wifi ?"_t);
+    if (change) etat::hors_ligne = !etat::hors_ligne;
+    recharge();
+}
+
+void recharge_sur_place() {
+    demarrage::execute();
+    reseau::passe();
+    pages::redessine();
+}
+
+/// Waking up, the tablet looks for the network again; an open dialog is left in peace.
+void au_reveil_du_systeme() {
+    if (forme_du_dessus() == ecran_principal.get()) recharge_sur_place();
+}
+
+void montre_service() {
+    etat::service = true;
+    for (int n = 1; n <= 7; ++n) forme()("Command" + std::to_string(n)).visible = true;
+}
+
+/// The technician's buttons.
+struct Command {
+    std::string_view nom, texte;
+    int gauche, largeur;  ///< design pixels
+    void (*agit)();
+};
+void ouvre_programme() {
+    w_prog::montre_w_prog();
+    recharge();
+}
+void revient_accueil() {
+    etat::page_programme = 0;
+    recharge();
+}
+void ouvre_menu_exemple() {
+    etat::texte_travail = menu_exemple();
+    sai_menu::montre_sai_menu();
+}
+void arrete_sans_question() {
+    moduclav::quitte();
+}
+const Command commands[] = {
+    {"Command1", "O", 0, 40, ouvre_programme},
+    {"Command2", "F", 50, 40, arrete_sans_question},
+    {"Command3", "M", 0, 40, revient_accueil},
+    {"Command4", "C", 100, 40, clavv::montre_clavv},
+    {"Command5", "N", 150, 40, eta_com::montre_eta_com},
+    {"Command6", "Command6", 200, 90, menufor::montre_menufor},
+    {"Command7", "Menu", 300, 60, ouvre_menu_exemple},
+};
+
+/// A service picture of the top banner.
+struct Service {
+    std::string_view nom;
+    int image;
+    void (*agit)();
+};
+const Service services[] = {
+    {"logoserv", image_wifi, bascule_reseau},
+    {"logil", image_outils, ouvre_outils},
+    {"logo", image_maison, recharge_sur_place},
+};
+
+void construit() {
+    Forme& f = *ecran_principal;
+    f.nom = "Form1";
+    moduclav::bandeaux(f, "", "");
+    f("label_haut").au_maintien = montre_service;
+    f("label_bas").au_toucher = formes::demande_reinitialisation;
+    f.ajoute({"label_etat", -1, Genre::etiquette, {}, "", Role::rien, police_etat, true, Alignement::droite, 0});
+    f("label_etat").aspect.encre = palette::jaune;
+    f("label_etat").laisse_passer = true;
+    for (const Service& s : services) {
+        Controle& c = f.ajoute({s.nom, -1, Genre::image, {}, "", Role::rien, 0, false, Alignement::centre, 0});
+        c.aspect.image = s.image;
+        c.aspect.encre = palette::blanc;
+        c.au_toucher = s.agit;
+    }
+    pages::construit(f);
+    for (const Command& k : commands) {
+        Controle& c = f.ajoute({k.nom, -1, Genre::bouton, {}, k.texte, Role::touche_douce, 9, true, Alignement::centre, 0});
+        c.visible = etat::service;
+        c.au_toucher = k.agit;
+    }
+}
+
+void place_services() {
+    const bool etroit = formes::est_etroit();
+    const int pas = px(etroit ? 44 : 72), largeur = formes::largeur();
+    int gauche = largeur - 3 * pas;
+    forme()("label_etat").cadre = {largeur / 4, 0, gauche - largeur / 4 - px(etroit ? 8 : 24), hauteur_bandeau};
+    forme()("label_etat").aspect.police = etroit ? police_etat_etroite : police_etat;
+    for (const Service& s : services) {
+        forme()(s.nom).cadre = {gauche, 0, pas, hauteur_bandeau};
+        gauche += pas;
+    }
+}
+
+void quitte() {
+    if (const int n = reseau::commandes_en_attente(); n > 0) {
+        if (mini_97::demande("Attention, vous avez " + std::to_string(n) +
+                             std::string(" Commande(s) en attente, Envoyer maintenant ?"))) {
+            etat::code_touche.clear();
+            return recharge();
+        }
+    }
+    if (!mini_97::demande("Confirmez la fermeture de Orvalune ?")) return;
+    note::ecrit_donnees();
+    moduclav::quitte();
+}
+
+void montre_note() {
+    eta_com::montre_eta_com();
+    note::calcule_total();
+    affiche_etat();
+    if (std::exchange(etat::commande_envoyee, false)) recharge();
+}
+
+void change_table() {
+    ch_numtab::montre_ch_numtab();
+    recharge();
+}
+
+void montre_serveurs() {
+    etat::numero_page = 0;
+    pages::affiche_serveurs();
+}
+
+struct Fonction {
+    std::string_view mode;
+    void (*agit)();
+};
+const Fonction fonctions[] = {
+    {"FIN", quitte},
+    {"GRILLE", ouvre_programme},
+    {"TABLE", change_table},
+    {"SERVEUR", montre_serveurs},
+    {"NOTE", montre_note},
+};
+
+/// The window was closed: the quit path where it can be asked; beneath a dialog the note is only saved, so that nothing
+/// is lost if the system goes on to end the program.
+void ferme_par_le_systeme() {
+    note::ecrit_donnees();
+    if (forme_du_dessus() == ecran_principal.get()) quitte();
+}
+
+}  // namespace
+
+Forme& forme() {
+    return *ecran_principal;
+}
+
+void montre_form1() {
+    ecran_principal = std::make_unique<Forme>();
+    construit();
+    place_ecran();
+    charge(*ecran_principal);
+    au_reveil(au_reveil_du_systeme);
+    a_la_fermeture(ferme_par_le_systeme);
+    recharge();
+    montre_modal(*ecran_principal);
+}
+
+void place_ecran() {
+    Forme& f = *ecran_principal;
+    formes::place(f);
+    moduclav::bandeaux(f, f("label_haut").texte(), f("label_bas").texte());
+    place_services();
+    pages::place();
+    for (const Command& k : commands) {
+        f(k.nom).cadre = {px(k.gauche), formes::hauteur() - hauteur_command, px(k.largeur), hauteur_command};
+    }
+    f("Command1").cadre.haut = formes::hauteur() - haut_command1;
+    formes::colore(f);
+}
+
+void recharge() {
+    demarrage::execute();
+    affiche_menu();
+    if (!etat::nom_serveur.empty()) return;
+    etat::code_touche = "#FONC#SERVEUR";
+    touches::touche(0);
+}
+
+void affiche_menu() {
+    pages::dessine_touches();
+    reseau::passe();
+    pages::barre_accueil();
+}
+
+void titre_accueil() {
+    forme()("label_haut").texte() = "Win_Orvalune " + std::string(marque);
+    forme()("label_bas").texte() = "Orvalune";
+}
+
+void affiche_etat() {
+    Controle& c = forme()("label_etat");
+    forme()("logoserv").aspect.image = etat::hors_ligne ? image_wifi_coupe : image_wifi;
+    if (etat::nom_serveur.empty()) {
+        c.texte() = "Choisissez votre nom";
+        return;
+    }
+    const std::string_view point = " · "_t;
+    std::string t = etat::nom_serveur;
+    const auto ajoute = [&](const std::string& s) { t += std::string(point) + s; };
+    if (!etat::table_couverts.empty()) {
+        ajoute("Table " + std::string(texte::colonnes(etat::table_couverts, 3, 3)));
+        const std::string couverts(texte::rogne(texte::colonnes(etat::table_couverts, 6, 2)));
+        if (!couverts.empty()) ajoute(couverts + (formes::est_etroit() ? " couv." : " couverts"));
+    }
+    if (!formes::est_etroit()) {
+        ajoute(std::to_string(etat::nb_lignes_note) + (etat::nb_lignes_note > 1 ? " lignes" : " ligne"));
+    }
+    ajoute(etat::total_note);
+    c.texte() = t;
+}
+
+void appel_fonctions(std::string_view mode) {
+    for (const Fonction& f : fonctions) {
+        if (f.mode == mode) return f.agit();
+    }
+}
+
+}  // namespace form1
