@@ -20,7 +20,6 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int reserve = 30;  ///< pixels of the screen's height that no form uses
 constexpr double largeur_sur_hauteur = 0.72;
 constexpr int police_titre = 27, police_taille = 20;
 

@@ -285,6 +285,10 @@ void affiche_etat() {
     c.texte() = t;
 }
 
+void annonce_etat(std::string_view texte) {
+    forme()("label_etat").texte() = texte;
+}
+
 void appel_fonctions(std::string_view mode) {
     for (const Fonction& f : fonctions) {
         if (f.mode == mode) return f.agit();

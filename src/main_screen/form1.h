@@ -25,6 +25,9 @@ void affiche_menu();
 /// Brings the top banner up to date: who, which table, how many covers and lines, and the total.
 void affiche_etat();
 
+/// Puts a passing text in its place, during a wait.
+void annonce_etat(std::string_view texte);
+
 /// "FIN", "GRILLE", "TABLE", "SERVEUR" or "NOTE"; anything else does nothing.
 void appel_fonctions(std::string_view mode);
 

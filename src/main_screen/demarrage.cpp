@@ -1,0 +1,127 @@
+#include "main_screen/demarrage.h"
+
+#include <string>
+
+#include "config/clavv.h"
+#include "config/moduclav.h"
+#include "config/porpay.h"
+#include "config/reglages.h"
+#include "data/catalogue.h"
+#include "data/etat.h"
+#include "data/programme_touches.h"
+#include "data/reseau.h"
+#include "data/styles.h"
+#include "dialogs/mini_97.h"
+#include "main_screen/form1.h"
+#include "main_screen/note.h"
+#include "main_screen/pages.h"
+#include "platform/ecran/boucle.h"
+#include "platform/fichiers.h"
+#include "platform/locale.h"
+#include "platform/processus.h"
+#include "platform/texte.h"
+
+namespace demarrage {
+namespace {
+
+constexpr std::string_view programme_parametres = "orvapara.exe";
+/// Sizes beyond these make no usable screen: the default stands in.
+constexpr int cote_min = 300, cote_max = 10000, cote_par_defaut = 800;
+
+bool deja_fait = false;  ///< the first run of the sequence is over
+
+[[noreturn]] void arrete(std::string_view message) {
+    mini_97::informe(message);
+    moduclav::quitte();
+}
+
+void ouvre_reglages() {
+    if (reglages::ouvre()) return;
+    arrete("Le répertoire de travail ne peut pas être utilisé, le logiciel s'arrête !"_t);
+}
+
+void verifie_separateur() {
+    if (locale_systeme::separateur() == '.') return;
+    if (locale_systeme::separateur_en_usage() != '.') locale_systeme::corrige_separateur();
+    arrete("Le logiciel a configuré le point comme séparateur décimal (obligatoire), relancez votre logiciel !"_t);
+}
+
+void prend_resolution() {
+    const reglages::Resolution r = reglages::resolution();
+    const auto cote = [](int n) { return n < cote_min || n > cote_max ? cote_par_defaut : n; };
+    etat::largeur_ecran = cote(r.largeur);
+    etat::hauteur_ecran = cote(r.hauteur);
+}
+
+/// The screen format is asked for once; nothing is laid out yet, so it counts at once.
+void choisit_format() {
+    if (deja_fait) return;
+    if (!reglages::resolution_choisie()) {
+        etat::largeur_ecran = ecran::largeur_ecran() / ecran::twips_par_pixel;
+        etat::hauteur_ecran = ecran::hauteur_ecran() / ecran::twips_par_pixel - porpay::reserve;
+        form1::place_ecran();
+        porpay::montre_porpay();
+    }
+    prend_resolution();
+    form1::place_ecran();
+}
+
+/// Has the network directory file written: by the parameter program, which then starts this one anew, or by hand.
+void cherche_repertoire() {
+    if (mini_97::demande("Voulez vous effectuer une recherche du serveur ?")) {
+        if (processus::lance(programme_parametres, processus::Fenetre::normale)) moduclav::quitte();
+        mini_97::informe("Le programme de paramétrage n'a pas pu être lancé !"_t);
+    }
+    etat::code_dialogue = mini_97::saisie;
+    etat::texte_dialogue = "Entrez le répertoire réseau ?"_t;
+    clavv::montre_clavv();
+    if (etat::texte_dialogue.empty()) arrete("Aucun répertoire réseau n'a été donné, le logiciel s'arrête !"_t);
+    if (reseau::ecrit_repertoire(etat::texte_dialogue) == fichiers::Issue::fait) return;
+    arrete("Le répertoire réseau n'a pas pu être enregistré, le logiciel s'arrête !"_t);
+}
+
+void prend_repertoire() {
+    if (!reseau::repertoire_connu()) cherche_repertoire();
+    const bool lu = reseau::lis_repertoire();
+    if (deja_fait || (lu && !texte::rogne(etat::repertoire_reseau).empty())) return;
+    mini_97::informe("Le répertoire réseau n'est pas indiqué, les commandes attendront sur la tablette !"_t);
+}
+
+void prepare_fichiers() {
+    if (deja_fait) return;
+    fichiers::retire_temporaires(".");
+    const bool ecrits = styles::prepare() && programme_touches::prepare();
+    if (!ecrits) mini_97::informe("Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !"_t);
+}
+
+void prend_catalogue() {
+    if (!deja_fait) {
+        form1::annonce_etat("Lecture du catalogue…"_t);
+        ecran::peint_maintenant();
+        reseau::premiere_connexion();
+    }
+    if (catalogue::catalogue_charge && !reseau::catalogue_frais()) return;
+    catalogue::charge_catalogue();
+}
+
+}  // namespace
+
+void execute() {
+    ouvre_reglages();
+    verifie_separateur();
+    choisit_format();
+    prend_repertoire();
+    prepare_fichiers();
+    pages::raz_touches();
+    form1::place_ecran();
+    etat::colonnes_grille = reglages::nombre(25);
+    etat::lignes_grille = reglages::nombre(26);
+    etat::total_note = "0.00";
+    prend_catalogue();
+    etat::decalage_images = reglages::texte(201) == "OUI" ? 50 : 0;
+    if (fichiers::existe("prov.txt") && etat::nb_lignes_note == 0) note::charge_provisoire();
+    note::calcule_total();
+    deja_fait = true;
+}
+
+}  // namespace demarrage
