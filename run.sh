@@ -16,7 +16,7 @@ done
 
 if [ "$ecran" = non ]; then
     echo "No display: replaying demo/service.txt"
-    exec outils/rejoue.sh build/demo-service build/release/orvalune
+    exec outils/rejoue.sh demo/service.txt build/demo-service build/release/orvalune
 fi
 # The restaurant that you play with stays as you leave it; remove build/demo to start afresh.
 if [ ! -d build/demo ]; then

@@ -22,6 +22,6 @@ if [ "$preset" = windows ]; then
     wineserver -p >/dev/null 2>&1 </dev/null || true
     trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
     wine cmd /c exit >/dev/null 2>&1 </dev/null
-    outils/rejoue.sh build/demo-windows wine build/windows/orvalune.exe
+    outils/rejoue.sh demo/service.txt build/demo-windows wine build/windows/orvalune.exe
 fi
 ctest --preset "$preset" -j "$(nproc)" --output-log "build/$preset/tests.log" "$@"

@@ -1,18 +1,18 @@
 #!/usr/bin/env bash
-# Replays the recorded service of the demonstration restaurant on a fresh copy of it, with captures.
-# Usage: outils/rejoue.sh DESTINATION PROGRAM [ARGUMENTS OF THE PROGRAM]   (from the root of the sources)
+# Replays a scenario on a fresh copy of the demonstration restaurant, with captures.
+# Usage: outils/rejoue.sh SCENARIO DESTINATION PROGRAM [ARGUMENTS OF THE PROGRAM]   (paths from the root of the sources)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-destination=$1
-shift
+scenario=$1 destination=$2
+shift 2
 rm -rf "$destination"
 mkdir -p "$destination/captures"
 cp demo/*.wdo "$destination"
 cp -r demo/reseau "$destination/reseau"
 
 statut=0
-"$@" --dossier "$destination" --rejoue demo/service.txt --captures "$destination/captures" || statut=$?
+"$@" --dossier "$destination" --rejoue "$scenario" --captures "$destination/captures" || statut=$?
 
 shopt -s nullglob
 livrees=("$destination"/reseau/*_.txt)
