@@ -88,7 +88,7 @@ class Records final : public FichierRecords {
 
 std::string joint(std::string_view repertoire, std::string_view nom) {
     std::string r(repertoire);
-    if (r.empty() || !est_separateur(r.back())) r += '/';
+    if (!r.empty() && !est_separateur(r.back())) r += '/';
     return r += nom;
 }
 
