@@ -30,23 +30,42 @@ std::string repertoire_de(std::string_view chemin) {
     return std::string(chemin.substr(0, p + 1));
 }
 
-/// A name beside the target that nobody uses: process and count, and the end that marks all temporary files.
+/// A name beside the target that hardly anybody uses: process and count, and the end that marks all temporary files.
+/// Of a long name only the beginning is taken, so that the whole stays within what every file system allows.
 std::string nom_temporaire(std::string_view chemin) {
     static std::atomic<unsigned> compte = 0;
-    return std::string(chemin) + "." + std::to_string(systeme::identite()) + "-" + std::to_string(++compte) +
+    constexpr std::size_t assez_court = 60;
+    const std::string repertoire = repertoire_de(chemin);
+    const auto nom = chemin.substr(chemin.find_last_of("/\\") + 1, assez_court);  // npos + 1 is 0
+    return joint(repertoire, nom) + "." + std::to_string(systeme::identite()) + "-" + std::to_string(++compte) +
            std::string(suffixe_temporaire);
 }
 
-/// Creates, fills and closes the temporary file; it stays only when all went well.
-Issue ecrit_temporaire(const std::string& temporaire, std::string_view contenu) {
-    Issue issue = Issue::panne;
-    auto f = Fichier::ouvre(temporaire, Fichier::Ouverture::creation, issue);
-    if (!f) return issue;
-    issue = f->ecrit(0, contenu);
-    if (issue == Issue::fait) issue = f->vide_tampon();
-    const Issue fermeture = f->ferme();
-    if (issue == Issue::fait) issue = fermeture;
-    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
+/// Creates the temporary file of a target. In a shared directory another machine may use the name: then the next.
+std::unique_ptr<Fichier> cree_temporaire(std::string_view chemin, std::string& nom, Issue& issue) {
+    std::unique_ptr<Fichier> f;
+    issue = Issue::existe;
+    for (int essai = 0; issue == Issue::existe && essai < 100; ++essai) {
+        nom = nom_temporaire(chemin);
+        f = Fichier::ouvre(nom, Fichier::Ouverture::creation, issue);
+    }
+    if (issue == Issue::existe) issue = Issue::panne;
+    return f;
+}
+
+/// Fills and closes the temporary file; the first failure counts, and nothing is flushed twice.
+Issue remplit(Fichier& f, std::string_view contenu) {
+    Issue issue = f.ecrit(0, contenu);
+    if (issue == Issue::fait) issue = f.vide_tampon();
+    const Issue fermeture = f.ferme();
+    return issue == Issue::fait ? fermeture : issue;
+}
+
+/// Gives the finished file its name, and puts the name on the medium.
+Issue met_en_place(const std::string& temporaire, std::string_view chemin, Remplace remplace) {
+    const Issue issue = remplace == Remplace::oui ? systeme::renomme_en_remplacant(temporaire, chemin)
+                                                  : systeme::renomme_sans_remplacer(temporaire, chemin);
+    if (issue == Issue::fait) systeme::vide_tampon_repertoire(repertoire_de(chemin));
     return issue;
 }
 
@@ -57,6 +76,7 @@ class Records final : public FichierRecords {
     std::uint64_t longueur() const override { return fichier_->longueur(); }
 
     std::string lis(std::size_t numero) override {
+        if (numero == 0) return {};
         std::string r(taille_, ' ');
         const auto lus = fichier_->lis(place(numero), r.data(), taille_);
         r.resize(lus < 0 ? 0 : static_cast<std::size_t>(lus));
@@ -64,24 +84,28 @@ class Records final : public FichierRecords {
     }
 
     Issue ecrit(std::size_t numero, std::string_view contenu) override {
-        const std::uint64_t fin = fichier_->longueur();
-        const std::uint64_t debut = place(numero);
-        std::string octets = texte::complete(contenu, taille_);
-        if (fin < debut) octets.insert(0, static_cast<std::size_t>(debut - fin), ' ');
-        const Issue i = fichier_->ecrit(std::min(fin, debut), octets);
-        return i == Issue::fait ? fichier_->vide_tampon() : i;
+        if (numero == 0) return Issue::panne;
+        const std::uint64_t debut = std::min(fichier_->longueur(), place(numero));
+        const std::string vide(static_cast<std::size_t>(place(numero) - debut), ' ');
+        return ecrit_a(debut, vide + texte::complete(contenu, taille_));
     }
 
-    Issue ecrit_depuis_le_debut(std::string_view contenu) override {
-        const Issue i = fichier_->ecrit(0, contenu);
-        return i == Issue::fait ? fichier_->vide_tampon() : i;
-    }
+    Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu); }
 
   private:
     std::unique_ptr<Fichier> fichier_;
     std::size_t taille_;
 
     std::uint64_t place(std::size_t numero) const { return static_cast<std::uint64_t>(numero - 1) * taille_; }
+
+    /// What a failed write has added is cut off again: half a record would read as another value.
+    Issue ecrit_a(std::uint64_t debut, std::string_view octets) {
+        const std::uint64_t avant = fichier_->longueur();
+        const Issue i = fichier_->ecrit(debut, octets);
+        if (i == Issue::fait) return fichier_->vide_tampon();
+        if (fichier_->longueur() > avant) static_cast<void>(fichier_->tronque(avant));
+        return i;
+    }
 };
 
 }  // namespace
@@ -127,17 +151,20 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
     Issue issue = Issue::panne;
     const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, issue);
     if (!f) return issue;
-    const std::uint64_t taille = f->longueur();
-    if (taille > borne) return Issue::trop_long;
-    std::string lu(static_cast<std::size_t>(taille), '\0');
-    std::size_t place = 0;
-    while (place < lu.size()) {
-        const auto n = f->lis(place, lu.data() + place, lu.size() - place);
-        if (n < 0) return Issue::panne;
-        if (n == 0) break;
-        place += static_cast<std::size_t>(n);
-    }
-    lu.resize(place);
+    if (f->longueur() > borne) return Issue::trop_long;
+    // More than expected is asked for, so that a file that grows meanwhile is read to its end.
+    const std::size_t pas = std::max<std::size_t>(static_cast<std::size_t>(f->longueur()) + 1, 4096);
+    std::string lu;
+    std::int64_t lus = 0;
+    std::size_t total = 0;
+    do {
+        lu.resize(total + pas);
+        lus = f->lis(total, lu.data() + total, pas);
+        if (lus < 0) return Issue::panne;
+        total += static_cast<std::size_t>(lus);
+    } while (lus > 0 && total <= borne);
+    if (total > borne) return Issue::trop_long;
+    lu.resize(total);
     contenu = std::move(lu);
     return Issue::fait;
 }
@@ -145,17 +172,14 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
 Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace remplace) {
     if (est_repertoire(chemin)) return remplace == Remplace::oui ? Issue::refuse : Issue::existe;
     if (remplace == Remplace::jamais && existe(chemin)) return Issue::existe;
-    const std::string temporaire = nom_temporaire(chemin);
-    Issue issue = ecrit_temporaire(temporaire, contenu);
-    if (issue != Issue::fait) return issue;
-    issue = remplace == Remplace::oui ? systeme::renomme_en_remplacant(temporaire, chemin)
-                                      : systeme::renomme_sans_remplacer(temporaire, chemin);
-    if (issue != Issue::fait) {
-        static_cast<void>(systeme::supprime(temporaire));
-        return issue;
-    }
-    systeme::vide_tampon_repertoire(repertoire_de(chemin));
-    return Issue::fait;
+    std::string temporaire;
+    Issue issue = Issue::panne;
+    const auto f = cree_temporaire(chemin, temporaire, issue);
+    if (!f) return issue;
+    issue = remplit(*f, contenu);
+    if (issue == Issue::fait) issue = met_en_place(temporaire, chemin, remplace);
+    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
+    return issue;
 }
 
 Issue renomme(std::string_view de, std::string_view vers) {
@@ -192,7 +216,7 @@ std::string repertoire_courant() {
     return systeme::repertoire_courant();
 }
 std::string absolu(std::string_view chemin) {
-    return systeme::est_absolu(chemin) ? std::string(chemin) : joint(repertoire_courant(), chemin);
+    return systeme::absolu(chemin);
 }
 
 }  // namespace fichiers

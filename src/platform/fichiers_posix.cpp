@@ -1,7 +1,6 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/fichiers_systeme.h"
 #include "platform/texte.h"
@@ -16,10 +16,11 @@
 namespace fichiers::systeme {
 namespace {
 
-/// The path as the system takes it: UTF-8, with "/" alone as separator.
+/// The path as the system takes it: UTF-8, with "/" alone as separator. A zero byte would cut it.
 std::string natif(std::string_view chemin) {
     std::string t(chemin);
     std::replace(t.begin(), t.end(), '\\', '/');
+    std::replace(t.begin(), t.end(), '\0', '?');
     return texte::vers_utf8(t);
 }
 
@@ -35,9 +36,11 @@ Issue issue_de(int erreur) {
         case EPERM:
         case EROFS:
         case EISDIR:
+        case ENXIO:
             return Issue::refuse;
         case ETXTBSY:
         case EBUSY:
+        case EAGAIN:
             return Issue::occupe;
         case ENOSPC:
         case EDQUOT:
@@ -88,12 +91,15 @@ class FichierPosix final : public Fichier {
         return Issue::fait;
     }
 
+    Issue tronque(std::uint64_t longueur) override {
+        return issue_de_rc(::ftruncate(fd_, static_cast<off_t>(longueur)));
+    }
+
     Issue vide_tampon() override { return issue_de_rc(::fsync(fd_)); }
 
     Issue ferme() override {
-        const int rc = ::close(fd_);
-        fd_ = -1;
-        return issue_de_rc(rc);
+        const int rc = ::close(std::exchange(fd_, -1));
+        return rc != 0 && errno == EINTR ? Issue::fait : issue_de_rc(rc);  // interrupted, it is closed all the same
     }
 
   private:
@@ -103,31 +109,34 @@ class FichierPosix final : public Fichier {
 int drapeaux(Fichier::Ouverture mode) {
     switch (mode) {
         case Fichier::Ouverture::lecture:
-            return O_RDONLY | O_NONBLOCK;
+            return O_RDONLY | O_NONBLOCK | O_NOCTTY;
         case Fichier::Ouverture::creation:
             return O_WRONLY | O_CREAT | O_EXCL;
         case Fichier::Ouverture::lecture_ecriture:
-            return O_RDWR | O_CREAT | O_NONBLOCK;
+            return O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY;
     }
     return O_RDONLY;
 }
 
-#ifdef RENAME_NOREPLACE
-int renomme_noyau(const std::string& de, const std::string& vers) {
-    return ::renameat2(AT_FDCWD, de.c_str(), AT_FDCWD, vers.c_str(), RENAME_NOREPLACE);
+/// Names a file a second time, then takes its first name away: exclusive wherever links exist.
+Issue renomme_par_lien(const std::string& de, const std::string& vers) {
+    if (::link(de.c_str(), vers.c_str()) != 0) return issue_de(errno);
+    if (::unlink(de.c_str()) == 0) return Issue::fait;
+    const Issue issue = issue_de(errno);
+    static_cast<void>(::unlink(vers.c_str()));
+    return issue;
 }
-#else
-int renomme_noyau(const std::string& de, const std::string& vers) {
-    constexpr unsigned sans_remplacer = 1;
-    return static_cast<int>(::syscall(SYS_renameat2, AT_FDCWD, de.c_str(), AT_FDCWD, vers.c_str(), sans_remplacer));
+
+std::string_view parent(std::string_view chemin) {
+    const auto p = chemin.find_last_of("/\\");
+    return p == std::string_view::npos ? "." : chemin.substr(0, p + 1);
 }
-#endif
 
 }  // namespace
 
 std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
     ignore_limite_de_taille();
-    const int fd = ::open(natif(chemin).c_str(), drapeaux(mode) | O_CLOEXEC, 0644);
+    const int fd = ::open(natif(chemin).c_str(), drapeaux(mode) | O_CLOEXEC, 0666);
     if (fd < 0) {
         issue = issue_de(errno);
         return nullptr;
@@ -156,7 +165,8 @@ std::vector<std::string> entrees(std::string_view repertoire) {
     while (const dirent* e = ::readdir(d)) {
         const auto nom = texte::depuis_utf8(e->d_name);
         std::uint64_t n = 0;
-        if (nom && nature(joint(repertoire, *nom), n) == Nature::fichier) noms.push_back(*nom);
+        if (nom && nom->find('\\') == std::string::npos && nature(joint(repertoire, *nom), n) == Nature::fichier)
+            noms.push_back(*nom);
     }
     ::closedir(d);
     return noms;
@@ -166,13 +176,10 @@ std::vector<std::string> entrees(std::string_view repertoire) {
 /// which leaves a gap only against another program that makes the same name in between.
 Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
     const std::string a = natif(de), b = natif(vers);
-    if (renomme_noyau(a, b) == 0) return Issue::fait;
+    if (::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_NOREPLACE) == 0) return Issue::fait;
     if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) return issue_de(errno);
-    if (::link(a.c_str(), b.c_str()) == 0) {
-        static_cast<void>(::unlink(a.c_str()));
-        return Issue::fait;
-    }
-    if (errno == EEXIST) return Issue::existe;
+    const Issue par_lien = renomme_par_lien(a, b);
+    if (par_lien == Issue::fait || par_lien == Issue::existe || par_lien == Issue::absent) return par_lien;
     struct stat s {};
     if (::lstat(b.c_str(), &s) == 0) return Issue::existe;
     return issue_de_rc(::rename(a.c_str(), b.c_str()));
@@ -190,11 +197,13 @@ void vide_tampon_repertoire(std::string_view repertoire) {
 }
 
 Issue supprime(std::string_view chemin) {
-    return issue_de_rc(::unlink(natif(chemin).c_str()));
+    if (::unlink(natif(chemin).c_str()) != 0) return issue_de(errno);
+    vide_tampon_repertoire(parent(chemin));  // what is gone must not come back after a power cut
+    return Issue::fait;
 }
 
 Issue cree_repertoire(std::string_view chemin) {
-    return issue_de_rc(::mkdir(natif(chemin).c_str(), 0755));
+    return issue_de_rc(::mkdir(natif(chemin).c_str(), 0777));
 }
 
 bool entre_dans(std::string_view chemin) {
@@ -209,8 +218,9 @@ std::string repertoire_courant() {
     return r;
 }
 
-bool est_absolu(std::string_view chemin) {
-    return !chemin.empty() && (chemin[0] == '/' || chemin[0] == '\\');
+std::string absolu(std::string_view chemin) {
+    const bool deja = !chemin.empty() && (chemin[0] == '/' || chemin[0] == '\\');
+    return deja ? std::string(chemin) : joint(repertoire_courant(), chemin);
 }
 
 unsigned long identite() {

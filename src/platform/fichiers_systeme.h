@@ -27,6 +27,7 @@ class Fichier {
     virtual std::int64_t lis(std::uint64_t place, char* vers, std::size_t nombre) = 0;
     /// Writes all bytes at `place`.
     virtual Issue ecrit(std::uint64_t place, std::string_view contenu) = 0;
+    virtual Issue tronque(std::uint64_t longueur) = 0;
     /// Puts what was written on the medium.
     virtual Issue vide_tampon() = 0;
     virtual Issue ferme() = 0;
@@ -45,7 +46,7 @@ Issue supprime(std::string_view chemin);
 Issue cree_repertoire(std::string_view chemin);
 bool entre_dans(std::string_view chemin);
 std::string repertoire_courant();
-bool est_absolu(std::string_view chemin);
+std::string absolu(std::string_view chemin);
 /// A number that no other process has at the same time.
 unsigned long identite();
 

@@ -2,13 +2,16 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <limits>
+#include <memory>
+#include <utility>
 
 #include "platform/fichiers_systeme.h"
 #include "platform/texte_win32.h"
 
-namespace fichiers {
+namespace fichiers::systeme {
 namespace {
+
+constexpr DWORD disque_au_quota = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which not every header knows
 
 Issue issue_de(DWORD erreur) {
     struct Ligne {
@@ -32,7 +35,7 @@ Issue issue_de(DWORD erreur) {
         {ERROR_USER_MAPPED_FILE, Issue::occupe},
         {ERROR_DISK_FULL, Issue::plein},
         {ERROR_HANDLE_DISK_FULL, Issue::plein},
-        {ERROR_DISK_QUOTA_EXCEEDED, Issue::plein},
+        {disque_au_quota, Issue::plein},
         {ERROR_FILE_TOO_LARGE, Issue::plein},
     };
     for (const auto& l : table) {
@@ -51,10 +54,6 @@ std::wstring natif(std::string_view chemin) {
     std::replace(r.begin(), r.end(), L'/', L'\\');
     std::replace(r.begin(), r.end(), L'\0', L'?');
     return r;
-}
-
-HANDLE descripteur(std::intptr_t poignee) {
-    return reinterpret_cast<HANDLE>(poignee);
 }
 
 /// A program that looks at every new file (a virus scanner) may hold it for a moment: the operation is tried again.
@@ -81,131 +80,134 @@ DWORD morceau(std::size_t n) {
     return static_cast<DWORD>(std::min<std::size_t>(n, 1u << 26));
 }
 
-struct Ouverture {
-    DWORD acces, partage, creation;
+class FichierWindows final : public Fichier {
+  public:
+    explicit FichierWindows(HANDLE h) : h_(h) {}
+    ~FichierWindows() override { static_cast<void>(ferme()); }
+
+    std::uint64_t longueur() override {
+        LARGE_INTEGER l;
+        return GetFileSizeEx(h_, &l) ? static_cast<std::uint64_t>(l.QuadPart) : 0;
+    }
+
+    std::int64_t lis(std::uint64_t debut, char* vers, std::size_t nombre) override {
+        OVERLAPPED ou = place(debut);
+        DWORD lus = 0;
+        if (ReadFile(h_, vers, morceau(nombre), &lus, &ou)) return lus;
+        return GetLastError() == ERROR_HANDLE_EOF ? 0 : -1;
+    }
+
+    Issue ecrit(std::uint64_t debut, std::string_view contenu) override {
+        while (!contenu.empty()) {
+            OVERLAPPED ou = place(debut);
+            DWORD ecrits = 0;
+            if (!WriteFile(h_, contenu.data(), morceau(contenu.size()), &ecrits, &ou)) return issue_de(GetLastError());
+            if (ecrits == 0) return Issue::plein;
+            debut += ecrits;
+            contenu.remove_prefix(ecrits);
+        }
+        return Issue::fait;
+    }
+
+    Issue tronque(std::uint64_t longueur) override {
+        LARGE_INTEGER l;
+        l.QuadPart = static_cast<LONGLONG>(longueur);
+        return issue(SetFilePointerEx(h_, l, nullptr, FILE_BEGIN) && SetEndOfFile(h_));
+    }
+
+    Issue vide_tampon() override { return issue(FlushFileBuffers(h_)); }
+
+    Issue ferme() override {
+        if (h_ == INVALID_HANDLE_VALUE) return Issue::fait;
+        return issue(CloseHandle(std::exchange(h_, INVALID_HANDLE_VALUE)));
+    }
+
+  private:
+    HANDLE h_;
 };
 
-Ouverture ouverture(systeme::Mode mode) {
+struct Acces {
+    DWORD droits, partage, creation;
+};
+
+Acces acces(Fichier::Ouverture mode) {
     constexpr DWORD tous = FILE_SHARE_READ | FILE_SHARE_WRITE;
     switch (mode) {
-        case systeme::Mode::lecture:
+        case Fichier::Ouverture::lecture:
             return {GENERIC_READ, tous | FILE_SHARE_DELETE, OPEN_EXISTING};
-        case systeme::Mode::nouveau:
+        case Fichier::Ouverture::creation:
             return {GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW};
-        case systeme::Mode::records:
+        case Fichier::Ouverture::lecture_ecriture:
             return {GENERIC_READ | GENERIC_WRITE, tous, OPEN_ALWAYS};
     }
     return {};
 }
 
-bool est_fichier(const WIN32_FIND_DATAW& d) {
-    return (d.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+bool est_fichier(DWORD attributs) {
+    return (attributs & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
+}
+
+Issue deplace(std::string_view de, std::string_view vers, DWORD drapeaux) {
+    const std::wstring source = natif(de), cible = natif(vers);
+    return insiste([&] { return MoveFileExW(source.c_str(), cible.c_str(), MOVEFILE_WRITE_THROUGH | drapeaux); });
+}
+
+/// The text that one of the calls gives which first tell the room they need.
+template <typename Appel>
+std::string texte_de(Appel appel) {
+    std::wstring r(appel(0, nullptr), L'\0');
+    r.resize(std::min<std::size_t>(r.size(), appel(static_cast<DWORD>(r.size()), r.data())));
+    return texte::etroit_tolerant(r);
 }
 
 }  // namespace
 
-namespace systeme {
-
-const char separateur = '\\';
-
-Genre genre(std::string_view chemin) {
-    const DWORD a = GetFileAttributesW(natif(chemin).c_str());
-    if (a == INVALID_FILE_ATTRIBUTES) return Genre::rien;
-    if ((a & FILE_ATTRIBUTE_DIRECTORY) != 0) return Genre::repertoire;
-    return (a & FILE_ATTRIBUTE_DEVICE) == 0 ? Genre::fichier : Genre::autre;
-}
-
-Issue Fichier::ouvre(std::string_view chemin, Mode mode) {
-    const Ouverture o = ouverture(mode);
+std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
+    const Acces a = acces(mode);
     const std::wstring nom = natif(chemin);
-    HANDLE h = CreateFileW(nom.c_str(), o.acces, o.partage, nullptr, o.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE) return issue_de(GetLastError());
-    poignee_ = reinterpret_cast<std::intptr_t>(h);
-    if (GetFileType(h) == FILE_TYPE_DISK) return Issue::fait;
-    static_cast<void>(ferme());
-    return Issue::refuse;
-}
-
-Issue Fichier::lis(std::uint64_t position, char* octets, std::size_t n, std::size_t& lus) const {
-    lus = 0;
-    while (lus < n) {
-        OVERLAPPED ou = place(position + lus);
-        DWORD r = 0;
-        if (!ReadFile(descripteur(poignee_), octets + lus, morceau(n - lus), &r, &ou)) {
-            return GetLastError() == ERROR_HANDLE_EOF ? Issue::fait : issue_de(GetLastError());
-        }
-        if (r == 0) return Issue::fait;
-        lus += r;
+    HANDLE h = CreateFileW(nom.c_str(), a.droits, a.partage, nullptr, a.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) {
+        issue = issue_de(GetLastError());
+        return nullptr;
     }
-    return Issue::fait;
+    auto f = std::make_unique<FichierWindows>(h);
+    issue = GetFileType(h) == FILE_TYPE_DISK ? Issue::fait : Issue::refuse;
+    if (issue != Issue::fait) return nullptr;
+    return f;
 }
 
-Issue Fichier::ecris(std::uint64_t position, std::string_view octets) {
-    while (!octets.empty()) {
-        OVERLAPPED ou = place(position);
-        DWORD r = 0;
-        if (!WriteFile(descripteur(poignee_), octets.data(), morceau(octets.size()), &r, &ou)) {
-            return issue_de(GetLastError());
-        }
-        if (r == 0) return Issue::plein;
-        position += r;
-        octets.remove_prefix(r);
-    }
-    return Issue::fait;
+Nature nature(std::string_view chemin, std::uint64_t& longueur) {
+    WIN32_FILE_ATTRIBUTE_DATA d;
+    if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return Nature::absente;
+    longueur = (std::uint64_t{d.nFileSizeHigh} << 32) | d.nFileSizeLow;
+    if ((d.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return Nature::repertoire;
+    return est_fichier(d.dwFileAttributes) ? Nature::fichier : Nature::autre;
 }
 
-Issue Fichier::vide() {
-    return issue(FlushFileBuffers(descripteur(poignee_)));
-}
-
-Issue Fichier::tronque(std::uint64_t longueur) {
-    LARGE_INTEGER l;
-    l.QuadPart = static_cast<LONGLONG>(longueur);
-    if (!SetFilePointerEx(descripteur(poignee_), l, nullptr, FILE_BEGIN)) return issue_de(GetLastError());
-    return issue(SetEndOfFile(descripteur(poignee_)));
-}
-
-std::uint64_t Fichier::longueur() const {
-    LARGE_INTEGER l;
-    return GetFileSizeEx(descripteur(poignee_), &l) ? static_cast<std::uint64_t>(l.QuadPart) : 0;
-}
-
-Issue Fichier::ferme() {
-    if (poignee_ == -1) return Issue::fait;
-    HANDLE h = descripteur(poignee_);
-    poignee_ = -1;
-    return issue(CloseHandle(h));
-}
-
-Issue deplace(std::string_view de, std::string_view vers, Remplace remplace) {
-    const std::wstring source = natif(de), cible = natif(vers);
-    const DWORD remplacement = remplace == Remplace::oui ? MOVEFILE_REPLACE_EXISTING : 0;
-    return insiste([&] { return MoveFileExW(source.c_str(), cible.c_str(), MOVEFILE_WRITE_THROUGH | remplacement); });
-}
-
-Issue vide_repertoire(std::string_view) {
-    return Issue::fait;  // the system flushes its names itself: renaming has written through
-}
-
-std::vector<std::string> noms(std::string_view repertoire, std::string_view motif) {
-    std::vector<std::string> r;
-    if (repertoire.empty()) return r;
+std::vector<std::string> entrees(std::string_view repertoire) {
+    std::vector<std::string> noms;
+    if (repertoire.empty()) return noms;
     WIN32_FIND_DATAW d;
     HANDLE h = FindFirstFileW(natif(joint(repertoire, "*")).c_str(), &d);
-    if (h == INVALID_HANDLE_VALUE) return r;
+    if (h == INVALID_HANDLE_VALUE) return noms;
     do {
         const auto nom = texte::etroit(d.cFileName);
-        if (nom && correspond(*nom, motif) && est_fichier(d)) r.push_back(*nom);
+        if (nom && est_fichier(d.dwFileAttributes)) noms.push_back(*nom);
     } while (FindNextFileW(h, &d));
     FindClose(h);
-    return r;
+    return noms;
 }
 
-unsigned long numero_processus() {
-    return GetCurrentProcessId();
+Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
+    return deplace(de, vers, 0);
 }
 
-}  // namespace systeme
+Issue renomme_en_remplacant(std::string_view de, std::string_view vers) {
+    return deplace(de, vers, MOVEFILE_REPLACE_EXISTING);
+}
+
+/// Renaming has written through: the system has no other way to flush a directory.
+void vide_tampon_repertoire(std::string_view) {}
 
 Issue supprime(std::string_view chemin) {
     const std::wstring nom = natif(chemin);
@@ -221,16 +223,16 @@ bool entre_dans(std::string_view chemin) {
 }
 
 std::string repertoire_courant() {
-    std::wstring r(GetCurrentDirectoryW(0, nullptr), L'\0');
-    r.resize(GetCurrentDirectoryW(static_cast<DWORD>(r.size()), r.data()));
-    return texte::etroit_tolerant(r);
+    return texte_de([](DWORD n, wchar_t* t) { return GetCurrentDirectoryW(n, t); });
 }
 
 std::string absolu(std::string_view chemin) {
     const std::wstring nom = natif(chemin);
-    std::wstring r(GetFullPathNameW(nom.c_str(), 0, nullptr, nullptr), L'\0');
-    r.resize(GetFullPathNameW(nom.c_str(), static_cast<DWORD>(r.size()), r.data(), nullptr));
-    return r.empty() ? std::string(chemin) : texte::etroit_tolerant(r);
+    return texte_de([&](DWORD n, wchar_t* t) { return GetFullPathNameW(nom.c_str(), n, t, nullptr); });
 }
 
-}  // namespace fichiers
+unsigned long identite() {
+    return GetCurrentProcessId();
+}
+
+}  // namespace fichiers::systeme

@@ -1,0 +1,35 @@
+#include <windows.h>
+
+#include "platform/processus_interne.h"
+#include "platform/texte_win32.h"
+
+namespace processus::systeme {
+
+/// Without quotes the program's name may hold blanks: the system tries each blank as its end.
+bool lance(std::string_view commande, Fenetre fenetre) {
+    std::wstring ligne = texte::large(commande);
+    if (ligne.find_first_not_of(L' ') == std::wstring::npos) return false;
+    STARTUPINFOW depart{};
+    depart.cb = sizeof depart;
+    depart.dwFlags = STARTF_USESHOWWINDOW;
+    depart.wShowWindow = fenetre == Fenetre::agrandie ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+    PROCESS_INFORMATION programme{};
+    if (!CreateProcessW(nullptr, ligne.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr,
+                        &depart, &programme)) {
+        return false;
+    }
+    CloseHandle(programme.hThread);
+    CloseHandle(programme.hProcess);
+    return true;
+}
+
+std::string identifiant_machine() {
+    wchar_t t[64] = {};
+    DWORD octets = sizeof t;
+    // The 64-bit view, so that programs of both widths read the same identifier.
+    const LSTATUS lu = RegGetValueW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Cryptography", L"MachineGuid",
+                                    RRF_RT_REG_SZ | 0x00010000 /* RRF_SUBKEY_WOW6464KEY */, nullptr, t, &octets);
+    return lu == ERROR_SUCCESS ? texte::etroit_tolerant(t) : std::string();
+}
+
+}  // namespace processus::systeme
