@@ -1,5 +1,6 @@
 #include "platform/horloge.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -75,12 +76,16 @@ std::int64_t millisecondes() {
 }
 
 std::optional<DateHeure> depuis_texte(std::string_view t) {
-    DateHeure d;
-    char reste = 0;
-    const std::string texte(t);
-    const int lus = std::sscanf(texte.c_str(), "%4d-%2d-%2d %2d:%2d:%2d%c", &d.annee, &d.mois, &d.jour, &d.heure,
-                                &d.minute, &d.seconde, &reste);
-    if (lus != 6 || !est_valide(d)) return std::nullopt;
+    constexpr std::string_view forme = "0000-00-00 00:00:00";
+    const auto convient = [](char c, char f) { return f == '0' ? c >= '0' && c <= '9' : c == f; };
+    if (!std::equal(t.begin(), t.end(), forme.begin(), forme.end(), convient)) return std::nullopt;
+    const auto nombre = [t](std::size_t debut, std::size_t longueur) {
+        int n = 0;
+        for (const char c : t.substr(debut, longueur)) n = n * 10 + (c - '0');
+        return n;
+    };
+    const DateHeure d{nombre(0, 4), nombre(5, 2), nombre(8, 2), nombre(11, 2), nombre(14, 2), nombre(17, 2)};
+    if (!est_valide(d)) return std::nullopt;
     return d;
 }
 
@@ -115,7 +120,7 @@ bool est_virtuelle() {
     return virtuelle.active;
 }
 void avance(std::int64_t ms) {
-    virtuelle.ms += ms;
+    if (ms > 0) virtuelle.ms += ms;
 }
 void regle(const DateHeure& d) {
     virtuelle.base = d;
