@@ -213,7 +213,8 @@ bool attends(int ms) {
     constate(*en_cours, horizon);
     if (court()) {
         const auto borne = steady_clock::now() + milliseconds(ms);
-        patiente(simulation.attend_toujours ? std::max(borne, en_cours->echeance) : borne);
+        const auto limite = en_cours->repondue ? borne : en_cours->echeance;
+        patiente(simulation.attend_toujours ? limite : std::min(borne, limite));
     }
     repond(horizon);
     return !occupe();

@@ -1,0 +1,321 @@
+// The worker: what hangs, what is late, what is refused meanwhile, on the real clock and on a replay's.
+#include "platform/ouvrier.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "platform/horloge.h"
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include "terrain.h"
+#endif
+
+namespace {
+
+using ouvrier::Reponse;
+using ouvrier::Reseau;
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Holds whoever passes until it is opened.
+class Barriere {
+  public:
+    void ouvre() {
+        const std::lock_guard garde(verrou_);
+        ouverte_ = true;
+        change_.notify_all();
+    }
+    void passe() {
+        std::unique_lock garde(verrou_);
+        change_.wait(garde, [this] { return ouverte_; });
+    }
+
+  private:
+    std::mutex verrou_;
+    std::condition_variable change_;
+    bool ouverte_ = false;
+};
+
+class OuvrierTest : public testing::Test {
+  protected:
+    std::shared_ptr<std::atomic<int>> faits = std::make_shared<std::atomic<int>>(0);
+    std::vector<Reponse> reponses;
+
+    OuvrierTest() { remet(); }
+    ~OuvrierTest() override { remet(); }
+
+    static void remet() {
+        ouvrier::abandonne();
+        ouvrier::simule(Reseau::present, 0);
+        ouvrier::attend_toujours(false);
+        horloge::rend_reelle();
+    }
+
+    ouvrier::Operation operation(int limite_ms = 2000) {
+        return {[faits = faits] { ++*faits; }, [this](Reponse r) { reponses.push_back(r); }, limite_ms};
+    }
+    ouvrier::Operation operation_qui_pend(const std::shared_ptr<Barriere>& barriere, int limite_ms) {
+        auto o = operation(limite_ms);
+        o.travail = [faits = faits, barriere] {
+            barriere->passe();
+            ++*faits;
+        };
+        return o;
+    }
+    /// Turns of a loop until the worker is free, as long as a slow machine may need.
+    static bool se_libere() {
+        const auto jusqua = steady_clock::now() + milliseconds(20'000);
+        while (ouvrier::occupe() && steady_clock::now() < jusqua) ouvrier::attends(50);
+        return !ouvrier::occupe();
+    }
+};
+
+using Reponses = std::vector<Reponse>;
+
+TEST_F(OuvrierTest, LaSuiteVientUneFoisSurLeFilDeLInterface) {
+    const auto interface = std::this_thread::get_id();
+    auto du_travail = std::make_shared<std::thread::id>();
+    std::thread::id de_la_suite;
+    std::atomic<int> reveils = 0;
+    ouvrier::previens_par([&] { ++reveils; });
+    ASSERT_TRUE(ouvrier::lance({[du_travail] { *du_travail = std::this_thread::get_id(); },
+                                [&](Reponse r) {
+                                    reponses.push_back(r);
+                                    de_la_suite = std::this_thread::get_id();
+                                    EXPECT_TRUE(ouvrier::lance(operation())) << "an answer may start the next";
+                                }}));
+    EXPECT_FALSE(ouvrier::lance(operation())) << "one at a time";
+    EXPECT_TRUE(reponses.empty()) << "never from lance()";
+    ASSERT_TRUE(se_libere());
+    EXPECT_EQ(reponses, (Reponses{Reponse::faite, Reponse::faite}));
+    EXPECT_EQ(*faits, 1) << "the refused one has not run";
+    EXPECT_EQ(de_la_suite, interface);
+    EXPECT_NE(*du_travail, interface);
+    EXPECT_EQ(ouvrier::prochaine_echeance(), -1);
+    ouvrier::abandonne();  // joins the worker, which has nothing to do: both wake-ups are over
+    EXPECT_EQ(reveils, 2);
+}
+
+TEST_F(OuvrierTest, CeQuiPendEstReponduUneFoisEtRienNeCommenceAvantSaFin) {
+    const auto barriere = std::make_shared<Barriere>();
+    ASSERT_TRUE(ouvrier::lance(operation_qui_pend(barriere, 60)));
+    const auto echeance = ouvrier::prochaine_echeance() - horloge::millisecondes();
+    EXPECT_GT(echeance, 0);
+    EXPECT_LE(echeance, 60);
+    EXPECT_FALSE(ouvrier::attends(5));
+    EXPECT_TRUE(reponses.empty());
+    EXPECT_FALSE(ouvrier::attends(20'000)) << "past its limit it is not awaited";
+    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    EXPECT_EQ(ouvrier::prochaine_echeance(), -1) << "the loop has nothing to wake up for";
+    EXPECT_FALSE(ouvrier::lance(operation()));
+    barriere->ouvre();
+    ASSERT_TRUE(se_libere());
+    ouvrier::traite_reponses();
+    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    EXPECT_EQ(*faits, 1);
+    EXPECT_TRUE(ouvrier::lance(operation()));
+    ASSERT_TRUE(se_libere());
+    EXPECT_EQ(reponses.back(), Reponse::faite);
+}
+
+TEST_F(OuvrierTest, UnTravailFiniAvantQueLaBoucleReviennePasseAvantSaLimite) {
+    ASSERT_TRUE(ouvrier::lance(operation(30)));
+    const auto jusqua = steady_clock::now() + milliseconds(60);  // the interface is busy with something else
+    while (steady_clock::now() < jusqua || *faits == 0) std::this_thread::yield();
+    ASSERT_TRUE(se_libere());
+    EXPECT_EQ(reponses, Reponses{Reponse::faite});
+}
+
+TEST_F(OuvrierTest, AbandonnerNAttendPasCeQuiPend) {
+    const auto barriere = std::make_shared<Barriere>();
+    std::atomic<bool> reveille = false;
+    ouvrier::previens_par([&] { reveille = true; });
+    ASSERT_TRUE(ouvrier::lance(operation_qui_pend(barriere, 10'000)));
+    const auto debut = steady_clock::now();
+    ouvrier::abandonne();
+    EXPECT_LT(steady_clock::now() - debut, milliseconds(5'000));
+    EXPECT_FALSE(ouvrier::occupe());
+    EXPECT_TRUE(ouvrier::lance(operation())) << "a worker of its own";
+    ASSERT_TRUE(se_libere());
+    EXPECT_EQ(reponses, Reponses{Reponse::faite}) << "the abandoned one is never answered";
+    barriere->ouvre();
+    EXPECT_FALSE(reveille) << "nor does it wake a loop that may be gone";
+}
+
+#ifndef _WIN32
+TEST_F(OuvrierTest, LeProgrammeFinitPendantQuUneOperationPend) {
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            const tests::Terrain terrain;
+            const std::string tube = (terrain.chemin() / "tube").string();
+            if (mkfifo(tube.c_str(), 0600) != 0) std::_Exit(2);
+            ouvrier::lance({[tube] { open(tube.c_str(), O_RDONLY); }, {}, 20});  // nobody will ever write there
+            if (ouvrier::attends(1000)) std::_Exit(3);
+            ouvrier::abandonne();
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "");
+}
+#endif
+
+/// The same on a replay's clock, which only the test moves.
+class OuvrierEnRejeu : public OuvrierTest {
+  protected:
+    std::int64_t debut = 0;
+
+    OuvrierEnRejeu() {
+        horloge::rend_virtuelle({});
+        ouvrier::attend_toujours(true);
+        debut = horloge::millisecondes();
+    }
+    /// As a replay does between two commands.
+    void va_a(std::int64_t ms) {
+        horloge::avance(debut + ms - horloge::millisecondes());
+        ouvrier::termine_en_rejeu();
+    }
+};
+
+TEST_F(OuvrierEnRejeu, PresentEstAttenduMemeLentVraiment) {
+    auto o = operation();
+    o.travail = [faits = faits] {
+        std::this_thread::sleep_for(milliseconds(50));
+        ++*faits;
+    };
+    o.suite = [this](Reponse r) {
+        reponses.push_back(r);
+        ouvrier::lance(operation());
+    };
+    ASSERT_TRUE(ouvrier::lance(o));
+    va_a(0);
+    EXPECT_EQ(reponses, (Reponses{Reponse::faite, Reponse::faite})) << "and so is what its answer starts";
+    EXPECT_EQ(*faits, 2);
+    ASSERT_TRUE(ouvrier::lance(o));
+    ouvrier::attends(1);
+    EXPECT_EQ(reponses.size(), 3u) << "awaited longer than asked: the outcome does not hang on the machine's speed";
+    EXPECT_EQ(horloge::millisecondes(), debut);
+}
+
+TEST_F(OuvrierEnRejeu, AbsentNExecuteRienEtRepondAussitot) {
+    ouvrier::simule(Reseau::absent, 0);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    EXPECT_TRUE(reponses.empty());
+    EXPECT_EQ(ouvrier::prochaine_echeance(), debut);
+    va_a(0);
+    EXPECT_EQ(reponses, Reponses{Reponse::faite});
+    EXPECT_EQ(*faits, 0);
+}
+
+TEST_F(OuvrierEnRejeu, LentRepondASonHeureEtPasAvant) {
+    ouvrier::simule(Reseau::lent, 500);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    EXPECT_EQ(ouvrier::prochaine_echeance(), debut + 500);
+    va_a(499);
+    EXPECT_EQ(*faits, 0);
+    EXPECT_TRUE(ouvrier::occupe());
+    va_a(500);
+    EXPECT_EQ(reponses, Reponses{Reponse::faite});
+    EXPECT_EQ(*faits, 1);
+    EXPECT_FALSE(ouvrier::occupe());
+}
+
+TEST_F(OuvrierEnRejeu, TropLentEstHorsDelaiEtAgitQuandMemePlusTard) {
+    ouvrier::simule(Reseau::lent, 5000);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    EXPECT_EQ(ouvrier::prochaine_echeance(), debut + 2000);
+    va_a(2000);
+    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    EXPECT_EQ(ouvrier::prochaine_echeance(), debut + 5000);
+    va_a(4999);
+    EXPECT_EQ(*faits, 0);
+    EXPECT_FALSE(ouvrier::lance(operation()));
+    va_a(5000);
+    EXPECT_EQ(*faits, 1);
+    EXPECT_EQ(reponses.size(), 1u);
+    EXPECT_FALSE(ouvrier::occupe());
+
+    ouvrier::simule(Reseau::lent, 2000);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    va_a(7000);
+    EXPECT_EQ(reponses.back(), Reponse::faite) << "just in time is in time";
+}
+
+TEST_F(OuvrierEnRejeu, BloqueAgitQuandLeReseauRevient) {
+    ouvrier::simule(Reseau::bloque, 0);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    va_a(1999);
+    EXPECT_TRUE(reponses.empty());
+    va_a(2000);
+    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    va_a(100'000);
+    EXPECT_EQ(*faits, 0);
+    EXPECT_EQ(ouvrier::prochaine_echeance(), -1);
+    EXPECT_FALSE(ouvrier::lance(operation()));
+    ouvrier::simule(Reseau::present, 0);
+    ouvrier::termine_en_rejeu();
+    EXPECT_EQ(*faits, 1);
+    EXPECT_EQ(reponses.size(), 1u);
+    EXPECT_FALSE(ouvrier::occupe());
+}
+
+TEST_F(OuvrierEnRejeu, UnEtatQuiChangeDecideDeCeQuiPend) {
+    ouvrier::simule(Reseau::bloque, 0);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    ouvrier::simule(Reseau::lent, 300);
+    va_a(299);
+    EXPECT_TRUE(reponses.empty());
+    ouvrier::simule(Reseau::absent, 0);
+    va_a(299);
+    EXPECT_EQ(reponses, Reponses{Reponse::faite});
+    EXPECT_EQ(*faits, 0) << "what the network never got has no effect";
+
+    ouvrier::simule(Reseau::bloque, 0);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    ouvrier::simule(Reseau::present, 0);
+    va_a(299);
+    EXPECT_EQ(reponses, (Reponses{Reponse::faite, Reponse::faite})) << "within its limit it is an answer like others";
+    EXPECT_EQ(*faits, 1);
+}
+
+TEST_F(OuvrierEnRejeu, AttendreVoitCeQuiViendraitSansBougerLHorloge) {
+    ouvrier::simule(Reseau::lent, 100);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    EXPECT_FALSE(ouvrier::attends(99));
+    EXPECT_TRUE(reponses.empty());
+    EXPECT_TRUE(ouvrier::attends(100));
+    EXPECT_EQ(reponses, Reponses{Reponse::faite});
+    ouvrier::simule(Reseau::bloque, 0);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    const auto avant = steady_clock::now();
+    EXPECT_FALSE(ouvrier::attends(1999));
+    EXPECT_EQ(reponses.size(), 1u);
+    EXPECT_FALSE(ouvrier::attends(2000));
+    EXPECT_EQ(reponses.back(), Reponse::hors_delai);
+    EXPECT_LT(steady_clock::now() - avant, milliseconds(1500)) << "what is simulated takes no real time";
+    EXPECT_EQ(horloge::millisecondes(), debut);
+}
+
+TEST_F(OuvrierEnRejeu, CeQuiPendVraimentNEstAttenduQuUneFois) {
+    const auto barriere = std::make_shared<Barriere>();
+    ASSERT_TRUE(ouvrier::lance(operation_qui_pend(barriere, 100)));
+    ouvrier::termine_en_rejeu();
+    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    const auto avant = steady_clock::now();
+    for (int commande = 0; commande < 100; ++commande) ouvrier::termine_en_rejeu();
+    EXPECT_LT(steady_clock::now() - avant, milliseconds(2000));
+    barriere->ouvre();
+    ASSERT_TRUE(se_libere());
+    EXPECT_EQ(reponses.size(), 1u);
+}
+
+}  // namespace
