@@ -109,15 +109,39 @@ class Clavier {
 
     void construit() {
         const int decalage = liste_.empty() ? 0 : hauteur_liste;
-        forme_.ajoute({"Label1", -1, Genre::etiquette, {px(14), px(4), px(905), px(38)}, "", Role::rien, 16, false,
-                       Alignement::gauche, 0});
+        forme_.ajoute({"Label1",
+                       -1,
+                       Genre::etiquette,
+                       {px(14), px(4), px(905), px(38)},
+                       "",
+                       Role::rien,
+                       16,
+                       false,
+                       Alignement::gauche,
+                       0});
         forme_.ajoute({"Label2", -1, Genre::etiquette, {}, "", Role::rien, 0, false, Alignement::gauche, 0});
         forme_("Label2").visible = false;
-        forme_.ajoute({"Text1", -1, Genre::champ, {px(10), px(42), px(913), px(58)}, "", Role::champ, 21, false,
-                       Alignement::gauche, 4});
+        forme_.ajoute({"Text1",
+                       -1,
+                       Genre::champ,
+                       {px(10), px(42), px(913), px(58)},
+                       "",
+                       Role::champ,
+                       21,
+                       false,
+                       Alignement::gauche,
+                       4});
         for (const char* nom : {"List1", "List2"}) {
-            Controle& l = forme_.ajoute({nom, -1, Genre::liste, {px(10), px(10), px(913), hauteur_liste - px(20)}, "",
-                                         Role::carte, 18, false, Alignement::gauche, 9});
+            Controle& l = forme_.ajoute({nom,
+                                         -1,
+                                         Genre::liste,
+                                         {px(10), px(10), px(913), hauteur_liste - px(20)},
+                                         "",
+                                         Role::carte,
+                                         18,
+                                         false,
+                                         Alignement::gauche,
+                                         9});
             l.visible = nom == std::string_view("List1") && !liste_.empty();
             l.grille.hauteur_ligne = px(54);
             l.grille.defile = true;
@@ -132,15 +156,18 @@ class Clavier {
     void construit_touches() {
         for (const ToucheDeFonction& f : fonctions) {
             Controle& c = forme_.ajoute({"ttoc", f.numero, Genre::bouton, f.cadre, f.texte, f.role, f.police, true,
-                                         Alignement::centre, f.role == Role::aller ? 5 : f.role == Role::detruire ? 6 : 3});
+                                         Alignement::centre,
+                                         f.role == Role::aller      ? 5
+                                         : f.role == Role::detruire ? 6
+                                                                    : 3});
             c.aspect.image = f.image;
         }
         for (const Rangee& r : rangees) {
             for (int i = r.premiere; i <= r.derniere; ++i) {
                 const Cadre cadre = {px(r.gauche + (i - r.premiere) * pas), px(r.haut), px(largeur_touche),
                                      px(hauteur_touche)};
-                forme_.ajoute({"ttoc", i, Genre::bouton, cadre, "", Role::touche, police_touche, true,
-                               Alignement::centre, 3});
+                forme_.ajoute(
+                    {"ttoc", i, Genre::bouton, cadre, "", Role::touche, police_touche, true, Alignement::centre, 3});
             }
         }
     }

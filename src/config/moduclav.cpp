@@ -13,8 +13,16 @@ constexpr int police_haut = 12, police_bas = 11;
 Controle& bandeau(Forme& forme, std::string_view nom) {
     if (Controle* c = forme.cherche(nom); c != nullptr) return *c;
     const bool haut = nom == "label_haut";
-    Controle& c = forme.ajoute({nom, -1, Genre::etiquette, {}, "", Role::bandeau, haut ? police_haut : police_bas, haut,
-                                haut ? Alignement::gauche : Alignement::centre, 1});
+    Controle& c = forme.ajoute({nom,
+                                -1,
+                                Genre::etiquette,
+                                {},
+                                "",
+                                Role::bandeau,
+                                haut ? police_haut : police_bas,
+                                haut,
+                                haut ? Alignement::gauche : Alignement::centre,
+                                1});
     if (!haut) c.aspect.encre = palette::pale;
     return c;
 }

@@ -59,7 +59,8 @@ class Choix {
         const Cadre zone = formes::contenu();
         const int l = (zone.largeur - rythme) / 2;
         ajoute_carte("Image1", {zone.gauche, zone.haut, l, zone.hauteur}, "Portrait", portrait(), 4);
-        ajoute_carte("Image2", {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Plein écran"_t, plein_ecran(), 6);
+        ajoute_carte("Image2", {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Plein écran"_t, plein_ecran(),
+                     6);
         Controle& b = forme_.ajoute({"bt_coul", -1, Genre::bouton, formes::cadre_barre(), "Saisir la résolution"_t,
                                      Role::action, 14, true, Alignement::centre, 2});
         b.aspect.image = image_pave;
@@ -79,8 +80,8 @@ class Choix {
     }
 
     void etiquette(const Cadre& cadre, std::string_view texte, int police, bool gras, Couleur encre) {
-        Controle& c =
-            forme_.ajoute({"Label1", -1, Genre::etiquette, cadre, texte, Role::rien, police, gras, Alignement::centre, 0});
+        Controle& c = forme_.ajoute(
+            {"Label1", -1, Genre::etiquette, cadre, texte, Role::rien, police, gras, Alignement::centre, 0});
         c.aspect.encre = encre;
         c.laisse_passer = true;
     }

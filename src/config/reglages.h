@@ -1,0 +1,43 @@
+// The settings store "wwinqx42.wdo": records of 20 characters, numbers as "#I#" and the value, switches as "OUI" or
+// "NON". A record that holds no number gets its default the first time it is read.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/fichiers.h"
+
+namespace reglages {
+
+/// Records of the manager's colours: ground n is record fonds + n, text n is record encres + n, n from 1 to 9.
+inline constexpr int fonds = 1700, encres = 1710;
+
+/// Opens the store, and creates or repairs it when it is too short. False when the working directory cannot be used.
+bool ouvre();
+void ferme();
+
+/// A record without the blanks around it.
+std::string texte(int record);
+/// The number of a record; a record that holds none is set to its default first. An unreadable number is 0.
+int nombre(int record);
+/// A colour with red in the low byte, -1 when the record is blank.
+std::int32_t couleur(int record);
+/// Writes a whole record: cut or padded to 20 characters, flushed.
+fichiers::Issue ecrit(int record, std::string_view contenu);
+
+/// Size of the screens in pixels, from record 2.
+struct Resolution {
+    int largeur = 0, hauteur = 0;
+};
+/// Whether record 2 holds a resolution at all.
+bool resolution_choisie();
+/// The resolution of record 2, of either form; 800 x 800 when it holds none.
+Resolution resolution();
+enum class Forme {
+    image,   ///< "#I#0:01280:00770"
+    saisie,  ///< "#I#101280:00770", read one character further on all the same
+};
+fichiers::Issue ecrit_resolution(Resolution r, Forme forme);
+
+}  // namespace reglages

@@ -1,0 +1,52 @@
+// The parts of a note line, which begins as the article's record: label, price, quantity, remarks, components.
+// Markers count only outside the remarks, so that no remark can change what a line is; a menu composition ("{{" to
+// "}}") is no remark and stays in the line as it is.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lignes {
+
+/// The first 15 characters: the reference and two blanks.
+std::string_view reference(std::string_view ligne);
+/// The text behind "|DES:", up to the next "|" or the end of the record; empty without it.
+std::string_view libelle(std::string_view ligne);
+/// The unit price behind "|PVE:".
+std::optional<double> prix(std::string_view ligne);
+/// The unit price as keys show it, "0.00"; empty without price.
+std::string prix_affiche(std::string_view ligne);
+/// The digit behind "|COU:", 0 without it.
+int chiffre_couleur(std::string_view ligne);
+/// The quantity behind "##QUA:".
+std::optional<double> quantite(std::string_view ligne);
+/// The same, read from the six characters behind the marker.
+std::optional<double> quantite_courte(std::string_view ligne);
+/// The remarks, in order, without their braces; one that is never closed runs to the end of the line.
+std::vector<std::string> segments(std::string_view ligne);
+/// A line that the order file writes as a composed menu.
+bool est_menu_compose(std::string_view ligne);
+/// A fixed-price menu, whose courses are chosen before the line is completed.
+bool est_menu_a_prix_fixe(std::string_view ligne);
+
+/// A component of a composed menu.
+struct Composant {
+    std::string reference;  ///< 15 characters at most
+    double premier = 0;     ///< written as an amount
+    double second = 0;      ///< pieces for one menu
+};
+std::vector<Composant> composants(std::string_view ligne);
+
+/// The composition's text between "{{" and "}}"; nothing without one.
+std::optional<std::string_view> composition(std::string_view ligne);
+
+/// The line with a new quantity and new remarks; blank remarks are left out.
+std::string validee(std::string_view ligne, double quantite, std::span<const std::string> remarques);
+
+/// A remark without the characters that the line's syntax needs: "{", "}" and "|" become "(", ")" and "/".
+std::string neutralise(std::string_view remarque);
+
+}  // namespace lignes
