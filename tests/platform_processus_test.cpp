@@ -76,7 +76,7 @@ TEST_F(Lancement, LeProgrammeRecoitSesMotsEtNeLaisseAucunEnfant) {
 
 TEST_F(Lancement, CeQueLeSystemeNePeutExecuterEstUnEchec) {
     terrain.pose("sans droit", "#!/bin/sh\n");
-    pose_programme("etranger.exe", std::string_view("MZ\0\0binary of another system", 30));
+    pose_programme("etranger.exe", std::string("MZ\0\0", 4) + "binary of another system");
     EXPECT_FALSE(processus::lance((terrain.chemin() / "sans droit").string(), Fenetre::normale));
     EXPECT_FALSE(processus::lance((terrain.chemin() / "etranger.exe").string(), Fenetre::normale));
     EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
