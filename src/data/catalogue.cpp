@@ -1,0 +1,171 @@
+#include "data/catalogue.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "data/nombres.h"
+#include "platform/fichiers.h"
+#include "platform/texte.h"
+
+namespace catalogue {
+namespace {
+
+constexpr std::string_view fichier_entete = "orvalune.wdo", fichier_catalogue = "worvalune.wdo";
+constexpr std::size_t longueur_marque = 6, longueur_reference = 13;
+constexpr int lignes_entete_gardees = 15;
+
+std::unique_ptr<Tables> tables_courantes = std::make_unique<Tables>();
+
+/// Calls `prend` for each line: everything up to CR LF, LF or the end.
+template <typename Prend>
+void pour_chaque_ligne(std::string_view contenu, Prend prend) {
+    while (!contenu.empty()) {
+        const auto fin = std::min(contenu.find('\n'), contenu.size());
+        std::string_view ligne = contenu.substr(0, fin);
+        if (ligne.ends_with('\r')) ligne.remove_suffix(1);
+        prend(ligne);
+        contenu.remove_prefix(std::min(fin + 1, contenu.size()));
+    }
+}
+
+void augmente(std::int16_t& n) {
+    if (n < std::numeric_limits<std::int16_t>::max()) ++n;
+}
+
+void lis_entete(Tables& t) {
+    std::string contenu;
+    if (fichiers::lis_tout(fichier_entete, contenu) != fichiers::Issue::fait) return;
+    pour_chaque_ligne(contenu, [&t](std::string_view ligne) {
+        if (texte::rogne(ligne).empty()) return;
+        augmente(t.nb_lignes_orvalune);
+        if (t.nb_lignes_orvalune <= lignes_entete_gardees) {
+            t.lignes_orvalune[static_cast<std::size_t>(t.nb_lignes_orvalune)] = ligne;
+        }
+        if (ligne.starts_with("#DIR#")) t.rep_catalogue = texte::colonnes(ligne, 6);
+    });
+}
+
+template <std::size_t N>
+void pose_nom(std::array<std::string, N>& noms, std::string_view ligne) {
+    const double n = nombres::entier(texte::colonnes(ligne, 7, 2));
+    if (n >= 0 && n < static_cast<double>(N)) noms[static_cast<std::size_t>(n)] = texte::colonnes(ligne, 10);
+}
+
+void prend_serveur(Tables& t, std::string_view ligne) {
+    pose_nom(t.noms_serveurs, ligne);
+}
+void prend_famille(Tables& t, std::string_view ligne) {
+    pose_nom(t.noms_familles, ligne);
+}
+
+void prend_article(Tables& t, std::string_view ligne) {
+    const auto p = ligne.find("|FA1:");
+    const double f = p == std::string_view::npos ? 0 : nombres::entier(ligne.substr(p + 5));
+    if (f < 0 || f > familles_max) return;
+    const auto famille = static_cast<std::size_t>(f);
+    augmente(t.nb_articles[famille]);
+    if (t.nb_articles[famille] <= places_max) t.articles[famille].push_back(texte::colonnes(ligne, 12));
+}
+
+void prend_table(Tables& t, std::string_view ligne) {
+    t.liste_tables += nombres::entier_complete(nombres::entier(texte::colonnes(ligne, 7, 3)), 3) + "|";
+}
+
+std::string couleurs(std::string_view ligne) {
+    return std::string(texte::colonnes(ligne, 7)) + std::string(20, ' ');
+}
+void prend_couleurs_familles(Tables& t, std::string_view ligne) {
+    t.couleurs_familles = couleurs(ligne);
+}
+void prend_couleurs_serveurs(Tables& t, std::string_view ligne) {
+    t.couleurs_serveurs = couleurs(ligne);
+}
+
+struct Genre {
+    std::string_view marque;
+    void (*prend)(Tables&, std::string_view);
+};
+/// Articles first: nearly all lines are.
+constexpr Genre genres[] = {
+    {"#ARTI#", prend_article}, {"#SERV#", prend_serveur},           {"#FAMI#", prend_famille},
+    {"#TABL#", prend_table},   {"#CCOF#", prend_couleurs_familles}, {"#CCOU#", prend_couleurs_serveurs},
+};
+
+void lis_lignes(Tables& t) {
+    auto contenu = std::make_shared<std::string>();
+    static_cast<void>(fichiers::lis_tout(fichier_catalogue, *contenu));
+    t.contenu = contenu;
+    pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
+        const std::string_view marque = ligne.substr(0, longueur_marque);
+        for (const Genre& g : genres) {
+            if (g.marque == marque) return g.prend(t, ligne);
+        }
+    });
+}
+
+}  // namespace
+
+std::unique_ptr<Tables> lis() {
+    auto t = std::make_unique<Tables>();
+    t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
+    lis_entete(*t);
+    lis_lignes(*t);
+    return t;
+}
+
+void charge_catalogue() {
+    tables_courantes = lis();
+    catalogue_charge = true;
+}
+
+const Tables& courant() {
+    return *tables_courantes;
+}
+
+std::span<const std::string_view> articles_de(int famille) {
+    if (famille < 0 || famille > familles_max) return {};
+    const auto& articles = courant().articles[static_cast<std::size_t>(famille)];
+    const auto fin =
+        std::find_if(articles.begin(), articles.end(), [](std::string_view a) { return texte::rogne(a).empty(); });
+    return {articles.begin(), fin};
+}
+
+int chiffre_couleur(std::string_view couleurs, int n) {
+    return n < 0 ? 0 : nombres::entier_int(texte::colonnes(couleurs, static_cast<std::size_t>(n) + 1, 1));
+}
+
+int chiffre_famille(int n) {
+    if (n < 0 || n > familles_nommees_max) return 0;
+    const std::string_view nom = courant().noms_familles[static_cast<std::size_t>(n)];
+    const auto p = nom.find("|COU:");
+    return p == std::string_view::npos ? chiffre_couleur(courant().couleurs_familles, n)
+                                       : nombres::entier_int(nom.substr(p + 5));
+}
+
+bool table_connue(std::string_view numero) {
+    return texte::contient(courant().liste_tables, std::string(numero) + "|");
+}
+
+std::vector<std::string> tables() {
+    std::vector<std::string> r;
+    std::string_view reste = std::string_view(courant().liste_tables).substr(3);
+    for (auto p = reste.find('|'); p != std::string_view::npos; p = reste.find('|')) {
+        r.emplace_back(reste.substr(0, p));
+        reste.remove_prefix(p + 1);
+    }
+    return r;
+}
+
+std::string complete_article(std::string_view debut) {
+    while (debut.ends_with(' ')) debut.remove_suffix(1);
+    const std::string_view reference = debut.substr(0, longueur_reference);
+    if (reference.size() < longueur_reference) return std::string(debut);
+    for (const auto& famille : courant().articles) {
+        for (const std::string_view article : famille) {
+            if (article.starts_with(reference) && article.starts_with(debut)) return std::string(article);
+        }
+    }
+    return std::string(debut);
+}
+
+}  // namespace catalogue

@@ -1,0 +1,54 @@
+// The catalogue: servers, families, articles, tables and key colours, from "orvalune.wdo" and "worvalune.wdo" of the
+// working directory. Reading never fails: what cannot be read is left out.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace catalogue {
+
+inline constexpr int serveurs_max = 20, familles_nommees_max = 20, familles_max = 120, places_max = 300;
+
+/// All tables of one reading. The texts point into the file's content, which the tables keep.
+struct Tables {
+    std::array<std::string, 16> lignes_orvalune;  ///< non-blank lines of the header file, from index 1
+    std::int16_t nb_lignes_orvalune = 0;          ///< all of them, also those that are not kept
+    std::string rep_catalogue;                    ///< behind "#DIR#"
+    std::array<std::string, serveurs_max + 1> noms_serveurs;
+    std::array<std::string, familles_nommees_max + 1> noms_familles;       ///< perhaps with "|COU:" and a colour
+    std::array<std::vector<std::string_view>, familles_max + 1> articles;  ///< places 1, 2 … of a family, without gaps
+    std::array<std::int16_t, familles_max + 1> nb_articles{};              ///< also counts articles beyond places_max
+    std::string liste_tables = "xxx";                                      ///< "xxx001|002|"
+    std::string couleurs_familles, couleurs_serveurs;                      ///< a digit per number, then 20 blanks
+    std::shared_ptr<const std::string> contenu;
+};
+
+/// Reads both files of the working directory into fresh tables.
+std::unique_ptr<Tables> lis();
+/// Reads the files and puts the tables in the place of the present ones; only while no dialog is open.
+void charge_catalogue();
+/// Set once charge_catalogue() has ended.
+inline bool catalogue_charge = false;
+
+/// The tables in use.
+const Tables& courant();
+
+/// The records of a family, in file order, up to the first blank one.
+std::span<const std::string_view> articles_de(int famille);
+/// The digit of entry n in a text of colour digits.
+int chiffre_couleur(std::string_view couleurs, int n);
+/// Colour digit of a family key: the one in its name, else the one of the list.
+int chiffre_famille(int n);
+/// Whether the table list holds a number of three digits.
+bool table_connue(std::string_view numero);
+/// The tables in file order, three digits each.
+std::vector<std::string> tables();
+/// A text of the key program that is only the beginning of a record, completed by its reference.
+std::string complete_article(std::string_view debut);
+
+}  // namespace catalogue

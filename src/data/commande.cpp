@@ -1,0 +1,95 @@
+#include "data/commande.h"
+
+#include <algorithm>
+
+#include "data/etat.h"
+#include "data/identite.h"
+#include "data/lignes.h"
+#include "data/nombres.h"
+#include "platform/texte.h"
+
+namespace commande {
+namespace {
+
+constexpr int essais_max = 3600;  ///< seconds that may be taken by other waiting orders
+
+std::string table_couverts() {
+    return texte::complete(etat::table_couverts, std::max<std::size_t>(etat::table_couverts.size(), 7));
+}
+
+void ajoute_ligne(std::string& t, std::string_view ligne) {
+    t += ligne;
+    t += "\r\n";
+}
+
+void ajoute_bloc_ordinaire(std::string& t, std::string_view ligne, float quantite) {
+    ajoute_ligne(t, "#REF#" + std::string(lignes::reference(ligne)) + "{" + nombres::montant_simple(quantite) + "}");
+    std::string complements = "#COMP#";
+    for (const std::string& s : lignes::segments(ligne)) complements += s + "|";
+    ajoute_ligne(t, complements);
+    ajoute_ligne(t, "#NOTE#");
+}
+
+void ajoute_bloc_menu(std::string& t, std::string_view ligne, float quantite) {
+    const std::string menu = "|" + std::string("ÐÐMENU"_t), monnaie(std::string("¤¤"_t));
+    ajoute_ligne(t, "#REF#" + std::string(lignes::reference(ligne)) + "{" + nombres::montant_simple(quantite) +
+                        "}   + " + monnaie + "999999" + menu);
+    ajoute_ligne(t, "#COMP#");
+    ajoute_ligne(t, "#NOTE#");
+    for (const lignes::Composant& c : lignes::composants(ligne)) {
+        const auto pieces = static_cast<float>(quantite * c.second);
+        ajoute_ligne(t, "#REF#" + c.reference + "{" + nombres::montant_simple(pieces) + ")  " + monnaie +
+                            nombres::montant(c.premier) + menu);
+        ajoute_ligne(t, "#COMP#");
+        ajoute_ligne(t, "#NOTE#");
+    }
+}
+
+void vide_la_note() {
+    etat::table_couverts.clear();
+    etat::texte_table.clear();
+    std::fill(etat::lignes_note.begin(), etat::lignes_note.end(), std::string());
+    etat::nb_lignes_note = 0;
+}
+
+}  // namespace
+
+std::string contenu() {
+    const std::string tc = table_couverts();
+    std::string t;
+    ajoute_ligne(t, "#ID#" + identite::code());
+    ajoute_ligne(t, "#VERSION#2.1");
+    ajoute_ligne(t, "#SERVEUR#" + nombres::entier_complete(etat::numero_serveur, 2));
+    ajoute_ligne(t, "#TABLE#" + std::string(texte::colonnes(tc, 3, 3)));
+    ajoute_ligne(t, "#NBCOUVERT#" + std::string(texte::colonnes(tc, 6, 3)));
+    for (int n = 1; n <= std::min<int>(etat::nb_lignes_note, etat::lignes_note_max); ++n) {
+        const std::string& ligne = etat::lignes_note[static_cast<std::size_t>(n)];
+        const auto quantite = static_cast<float>(lignes::quantite(ligne).value_or(1));
+        if (lignes::est_menu_compose(ligne)) {
+            ajoute_bloc_menu(t, ligne, quantite);
+        } else {
+            ajoute_bloc_ordinaire(t, ligne, quantite);
+        }
+    }
+    return t;
+}
+
+std::string nom(const horloge::DateHeure& date) {
+    const std::string tc = table_couverts();
+    return horloge::pour_fichier(date) + "_" + nombres::entier_complete(etat::numero_serveur, 2) + "_" +
+           nombres::entier_complete(nombres::lis(texte::colonnes(tc, 3, 3)), 3) + "_" +
+           nombres::entier_complete(nombres::lis(texte::colonnes(tc, 6, 3)), 3) + "_." + std::string(fin_en_attente);
+}
+
+fichiers::Issue envoi_commande() {
+    const horloge::DateHeure maintenant = horloge::maintenant();
+    const std::string texte = contenu();
+    fichiers::Issue issue = fichiers::Issue::existe;
+    for (int s = 0; s < essais_max && issue == fichiers::Issue::existe; ++s) {
+        issue = fichiers::ecrit_tout(nom(horloge::plus_secondes(maintenant, s)), texte, fichiers::Remplace::jamais);
+    }
+    if (issue == fichiers::Issue::fait) vide_la_note();
+    return issue;
+}
+
+}  // namespace commande

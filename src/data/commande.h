@@ -1,0 +1,23 @@
+// The order file, the one message to the order router.
+#pragma once
+
+#include <string>
+
+#include "platform/fichiers.h"
+#include "platform/horloge.h"
+
+namespace commande {
+
+/// The end of the name of an order that waits in the working directory, and what it becomes when delivered.
+inline constexpr std::string_view fin_en_attente = "-A-", fin_livree = "txt";
+
+/// The order of the note, server and table in hand: every line ends with CR LF.
+std::string contenu();
+/// "yyyy-mm-dd-hh-nn-ss_SS_TTT_CCC_.-A-".
+std::string nom(const horloge::DateHeure& date);
+
+/// Writes the order whole under its name, or under that of the next second that no waiting order has; then empties the
+/// note and the table. On failure everything stays as it was.
+fichiers::Issue envoi_commande();
+
+}  // namespace commande

@@ -1,0 +1,89 @@
+#include "data/styles.h"
+
+#include "data/nombres.h"
+#include "platform/fichiers.h"
+#include "platform/horloge.h"
+#include "platform/texte.h"
+
+namespace styles {
+namespace {
+
+constexpr std::string_view nom_fichier = "w_styl72.wdo";
+constexpr std::size_t longueur_record = 128, nb_records = 501;
+constexpr std::size_t longueur_tete = 15, longueur_libelle = 40, longueur_reste = 61;
+constexpr std::int32_t blanc = 16777215;
+
+/// Code, ground, text colour and label of the built-in choices.
+constexpr std::string_view choix_par_defaut =
+    "20|000419837|006685957|Viandes/21|016777215|000000000|Saignante/22|016777215|000263172|Bleu/"
+    "23|016777215|000000000|A point/28|016567555|000000000|Sauces/29|016777215|000000000|Béarnaise/"
+    "30|016777215|000000000|Mayonnaise/31|016777215|000000000|Sauce Poivre/40|000457475|006685957|Garnitures/"
+    "41|016777215|000000000|Frites/42|016777215|000000000|Haricots Verts/43|016777215|000000000|Purée/"
+    "44|016777215|000000000|Riz/45|016777215|000000000|Salade/80|002418174|000000000|Menus/"
+    "81|016777215|000000000|Assiette Charcuterie/82|016777215|000000000|Oeuf Mimosa/"
+    "83|016777215|000000000|Salade de Saison/84|016777215|000000000|Buffet/86|016777215|000000000|Steak Poivre/"
+    "87|016777215|000000000|Lasagnes/88|016777215|000000000|Raie aux Capres/90|016777215|000000000|Fromage/"
+    "91|016777215|000000000|Buffet Dessert/"_t;
+
+void ajoute_entier(std::string& r, std::int32_t v) {
+    for (int i = 0; i < 4; ++i) r += static_cast<char>((static_cast<std::uint32_t>(v) >> (8 * i)) & 0xFF);
+}
+
+std::int32_t lis_entier(std::string_view r, std::size_t place) {
+    std::uint32_t v = 0;
+    if (r.size() < place + 4) return 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        v |= static_cast<std::uint32_t>(static_cast<unsigned char>(r[place + i])) << (8 * i);
+    return static_cast<std::int32_t>(v);
+}
+
+std::string record(std::string_view tete, const Style& s) {
+    std::string r = texte::complete(tete, longueur_tete) + texte::complete(s.libelle, longueur_libelle) +
+                    std::string(longueur_reste, ' ');
+    ajoute_entier(r, s.texte);
+    ajoute_entier(r, s.fond);
+    ajoute_entier(r, 0);
+    return r;
+}
+
+std::string contenu_initial() {
+    std::string fichier = record("#INIT#" + horloge::jour(horloge::maintenant()), {"", 0, blanc});
+    for (std::size_t i = 2; i <= nb_records; ++i) fichier += record("", {"", 0, blanc});
+    std::string_view reste = choix_par_defaut;
+    for (auto p = reste.find('/'); p != std::string_view::npos; p = reste.find('/')) {
+        const std::string_view entree = reste.substr(0, p);
+        const auto nombre = [entree](std::size_t debut, std::size_t n) {
+            return nombres::entier_int(texte::colonnes(entree, debut, n));
+        };
+        const Style s{std::string(texte::colonnes(entree, 24)), nombre(14, 9), nombre(4, 9)};
+        fichier.replace(static_cast<std::size_t>(nombre(1, 2) - 1) * longueur_record, longueur_record, record("", s));
+        reste.remove_prefix(p + 1);
+    }
+    return fichier;
+}
+
+}  // namespace
+
+bool init_styles() {
+    const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    if (!f) return false;
+    if (f->lis(1).starts_with("#INIT#")) return true;
+    return f->ecrit_depuis_le_debut(contenu_initial()) == fichiers::Issue::fait;
+}
+
+Style lis(int code) {
+    if (code < 2 || code > static_cast<int>(nb_records)) return {};
+    std::string fichier;
+    if (fichiers::lis_tout(nom_fichier, fichier, nb_records * longueur_record * 4) != fichiers::Issue::fait) return {};
+    const std::string_view r =
+        texte::colonnes(fichier, static_cast<std::size_t>(code - 1) * longueur_record + 1, longueur_record);
+    Style s;
+    s.libelle = texte::rogne(texte::colonnes(r, longueur_tete + 1, longueur_libelle));
+    if (r.size() == longueur_record) {
+        s.texte = lis_entier(r, 116);
+        s.fond = lis_entier(r, 120);
+    }
+    return s;
+}
+
+}  // namespace styles

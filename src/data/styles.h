@@ -1,0 +1,21 @@
+// The style file "w_styl72.wdo": the detail choices with their labels and colours, 501 records of 128 bytes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace styles {
+
+/// One detail choice. Colours have red in the low byte.
+struct Style {
+    std::string libelle;
+    std::int32_t texte = 0, fond = 0xFFFFFF;
+};
+
+/// Fills the file with the built-in choices unless it is initialised already. False when it cannot be written.
+bool init_styles();
+/// The choice of a code, 2 to 501; blank where there is none or the file is too short.
+Style lis(int code);
+
+}  // namespace styles
