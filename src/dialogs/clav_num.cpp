@@ -86,8 +86,8 @@ class Pave {
         Controle& g3 = forme_("g3");
         const int police = reglages::nombre(51);
         g3.aspect.police = police;
-        const std::span<const std::string_view> faces =
-            choix_de_taille() ? std::span<const std::string_view>(tailles) : std::span<const std::string_view>(chiffres);
+        const std::span<const std::string_view> faces = choix_de_taille() ? std::span<const std::string_view>(tailles)
+                                                                          : std::span<const std::string_view>(chiffres);
         formes::remplit_touches(g3, lignes, colonnes, faces, police);
         for (std::size_t i = 0; i < g3.grille.cellules.size(); ++i) {
             Aspect& a = g3.grille.cellules[i];
@@ -117,7 +117,8 @@ class Pave {
             if (forme_.visible && c == valide) rend();
         };
         forme_.a_la_frappe = [this](int c) {
-            if (!choix_de_taille() && ((c >= '0' && c <= '9') || c == '.')) touche(std::string(1, static_cast<char>(c)));
+            if (!choix_de_taille() && ((c >= '0' && c <= '9') || c == '.'))
+                touche(std::string(1, static_cast<char>(c)));
         };
         forme_.au_retour_arriere = [this] { recule(); };
         forme_.a_l_entree = [this] { rend(); };

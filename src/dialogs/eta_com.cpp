@@ -82,14 +82,15 @@ class Recapitulatif {
             liste.largeur -= std::min(largeur_cartes, zone.largeur / 3) + rythme;
         }
         for (int i = 0; i < 3; ++i) {
-            const Cadre carte = etroit ? Cadre{zone.gauche + (zone.largeur + rythme) * i / 3, zone.haut,
-                                               (zone.largeur + rythme) / 3 - rythme, haut_cartes}
-                                       : Cadre{liste.droite() + rythme, zone.haut + (zone.hauteur + rythme) * i / 3,
-                                               zone.droite() - liste.droite() - rythme,
-                                               (zone.hauteur + rythme) / 3 - rythme};
+            const Cadre carte =
+                etroit ? Cadre{zone.gauche + (zone.largeur + rythme) * i / 3, zone.haut,
+                               (zone.largeur + rythme) / 3 - rythme, haut_cartes}
+                       : Cadre{liste.droite() + rythme, zone.haut + (zone.hauteur + rythme) * i / 3,
+                               zone.droite() - liste.droite() - rythme, (zone.hauteur + rythme) / 3 - rythme};
             ajoute_carte(cartes[i], carte, etroit);
         }
-        Controle& g1 = forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 20, false, Alignement::gauche, 9});
+        Controle& g1 =
+            forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 20, false, Alignement::gauche, 9});
         g1.aspect.police = std::max(1, reglages::nombre(30));
         const int largeur_nombre = px(etroit ? 58 : 110);
         g1.grille.largeurs = {largeur_nombre, liste.largeur - largeur_nombre, 0};
@@ -103,7 +104,8 @@ class Recapitulatif {
                               cadre.hauteur - haut_titre - px(4)};
         const Plan plans[] = {
             {"Shape1", -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
-            {"Label1", -1, Genre::etiquette, titre, c.titre, Role::rien, etroit ? 13 : 16, false, Alignement::centre, 0},
+            {"Label1", -1, Genre::etiquette, titre, c.titre, Role::rien, etroit ? 13 : 16, false, Alignement::centre,
+             0},
             {c.valeur, -1, Genre::etiquette, valeur, "", Role::rien, etroit ? 38 : 64, true, Alignement::centre, 0},
         };
         for (const Plan& p : plans) forme_.ajoute(p);

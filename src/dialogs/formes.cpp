@@ -14,8 +14,8 @@ namespace {
 using namespace ecran;
 
 constexpr int marge = px(10);
-constexpr int haut_contenu = px(36), bas_contenu = px(142);        ///< from the form's top and bottom edge
-constexpr int haut_barre = px(132), hauteur_barre = px(98);        ///< the bar's top, from the bottom edge
+constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form's top and bottom edge
+constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
 constexpr int largeur_etroite = 800;  ///< working widths below this get the narrow layouts

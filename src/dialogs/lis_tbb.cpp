@@ -22,7 +22,7 @@ constexpr int colonnes_max = 30, lignes_max = 40;
 
 enum CaseBarre { bas = 0, haut = 1, ferme = 5 };
 const formes::ToucheDeBarre barre[6] = {
-    {"Bas", image_bas, Role::action}, {"Haut", image_haut, Role::action}, {}, {}, {},
+    {"Bas", image_bas, Role::action},      {"Haut", image_haut, Role::action}, {}, {}, {},
     {"Fermer", image_fermer, Role::action}};
 
 class Liste {

@@ -102,7 +102,8 @@ class Boite {
         forme_("btc", touche_non).visible = question;
         forme_("btc", touche_fermer).visible = demande_ != fugitif;
         champ().curseur = static_cast<int>(champ().texte().size());
-        for (const auto& [touche, image] : {std::pair(touche_oui, image_valider), std::pair(touche_non, image_fermer)}) {
+        for (const auto& [touche, image] :
+             {std::pair(touche_oui, image_valider), std::pair(touche_non, image_fermer)}) {
             forme_("btc", touche).aspect.image = image;
             forme_("btc", touche).aspect.place_image = PlaceImage::gauche;
         }

@@ -34,7 +34,9 @@ struct Places {
 };
 
 Places places_larges(const Cadre& zone) {
-    const auto x = [](int pixels) { return px(pixels * std::min(etat::largeur_ecran, largeur_dessin) / largeur_dessin); };
+    const auto x = [](int pixels) {
+        return px(pixels * std::min(etat::largeur_ecran, largeur_dessin) / largeur_dessin);
+    };
     const int haut = zone.haut, milieu = formes::largeur() / 2;
     Places p;
     p.carte = {zone.gauche, haut, zone.largeur, px(150)};

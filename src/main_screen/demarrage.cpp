@@ -90,7 +90,7 @@ void prend_repertoire() {
 void prepare_fichiers() {
     if (deja_fait) return;
     fichiers::retire_temporaires(".");
-    const bool ecrits = styles::prepare() && programme_touches::prepare();
+    const bool ecrits = styles::init_styles() && programme_touches::prepare();
     if (!ecrits) mini_97::informe("Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !"_t);
 }
 

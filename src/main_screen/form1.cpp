@@ -109,12 +109,9 @@ void arrete_sans_question() {
     moduclav::quitte();
 }
 const Command commands[] = {
-    {"Command1", "O", 0, 40, ouvre_programme},
-    {"Command2", "F", 50, 40, arrete_sans_question},
-    {"Command3", "M", 0, 40, revient_accueil},
-    {"Command4", "C", 100, 40, clavv::montre_clavv},
-    {"Command5", "N", 150, 40, eta_com::montre_eta_com},
-    {"Command6", "Command6", 200, 90, menufor::montre_menufor},
+    {"Command1", "O", 0, 40, ouvre_programme},           {"Command2", "F", 50, 40, arrete_sans_question},
+    {"Command3", "M", 0, 40, revient_accueil},           {"Command4", "C", 100, 40, clavv::montre_clavv},
+    {"Command5", "N", 150, 40, eta_com::montre_eta_com}, {"Command6", "Command6", 200, 90, menufor::montre_menufor},
     {"Command7", "Menu", 300, 60, ouvre_menu_exemple},
 };
 
@@ -147,7 +144,8 @@ void construit() {
     }
     pages::construit(f);
     for (const Command& k : commands) {
-        Controle& c = f.ajoute({k.nom, -1, Genre::bouton, {}, k.texte, Role::touche_douce, 9, true, Alignement::centre, 0});
+        Controle& c =
+            f.ajoute({k.nom, -1, Genre::bouton, {}, k.texte, Role::touche_douce, 9, true, Alignement::centre, 0});
         c.visible = etat::service;
         c.au_toucher = k.agit;
     }
@@ -200,10 +198,7 @@ struct Fonction {
     void (*agit)();
 };
 const Fonction fonctions[] = {
-    {"FIN", quitte},
-    {"GRILLE", ouvre_programme},
-    {"TABLE", change_table},
-    {"SERVEUR", montre_serveurs},
+    {"FIN", quitte},       {"GRILLE", ouvre_programme}, {"TABLE", change_table}, {"SERVEUR", montre_serveurs},
     {"NOTE", montre_note},
 };
 
@@ -226,6 +221,9 @@ void montre_form1() {
     place_ecran();
     charge(*ecran_principal);
     au_reveil(au_reveil_du_systeme);
+    reseau::au_changement([] {
+        if (pages::vue() == pages::Vue::accueil) pages::barre_accueil();
+    });
     a_la_fermeture(ferme_par_le_systeme);
     recharge();
     montre_modal(*ecran_principal);

@@ -21,8 +21,8 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int haut_grille = 500;                      ///< twips, first row of keys
-constexpr int marge = px(10), bas_grille = px(140);   ///< the grid's end, from the form's bottom edge
+constexpr int haut_grille = 500;                     ///< twips, first row of keys
+constexpr int marge = px(10), bas_grille = px(140);  ///< the grid's end, from the form's bottom edge
 constexpr int hauteur_prix = px(44), police_prix = 13;
 constexpr int colonnes_max = 40, lignes_max = 40;
 constexpr int serveurs_max = 20, familles_max = 120;
@@ -54,7 +54,9 @@ int lignes() {
 Cadre cadre_touche(int colonne, int ligne, int largeur, int hauteur) {
     const int l = formes::largeur() - 2 * marge + rythme;
     const int h = formes::hauteur() - bas_grille - haut_grille + rythme;
-    const auto bord = [](int total, int parts, int i) { return static_cast<int>(static_cast<std::int64_t>(total) * i / parts); };
+    const auto bord = [](int total, int parts, int i) {
+        return static_cast<int>(static_cast<std::int64_t>(total) * i / parts);
+    };
     const int gauche = bord(l, colonnes(), colonne), haut = bord(h, lignes(), ligne);
     const int droite = bord(l, colonnes(), std::min(colonne + largeur, colonnes())) - rythme;
     const int bas = bord(h, lignes(), std::min(ligne + hauteur, lignes())) - rythme;
@@ -118,8 +120,8 @@ int affiche_liste(const Disposition& d, int nombre, const std::function<Entree(i
         if (rang >= nombre) break;
         const Entree e = entree(rang);
         if (e.code.empty()) continue;
-        const Cadre cadre = cadre_touche((k - 1) % par_ligne * d.largeur, (k - 1) / par_ligne * d.hauteur, d.largeur,
-                                         d.hauteur);
+        const Cadre cadre =
+            cadre_touche((k - 1) % par_ligne * d.largeur, (k - 1) / par_ligne * d.hauteur, d.largeur, d.hauteur);
         pose_touche(k, cadre, e.code, e.texte, d.police);
         formes::colore_chiffre(touche_numero(k).aspect, e.chiffre);
         if (!e.prix.empty()) pose_prix(k, e.prix);
@@ -165,9 +167,9 @@ struct Legende {
     Role role;
 };
 const Legende legendes[] = {
-    {11, "Table", Role::action},          {12, "Quitter", Role::detruire},     {13, "Familles", Role::action},
-    {15, "Serveurs", Role::action},       {17, "Suivant", Role::action},       {18, "Précédent"_t, Role::action},
-    {22, "Note", Role::note},             {23, "Envoyer", Role::aller},        {24, "Familles", Role::action},
+    {11, "Table", Role::action},        {12, "Quitter", Role::detruire}, {13, "Familles", Role::action},
+    {15, "Serveurs", Role::action},     {17, "Suivant", Role::action},   {18, "Précédent"_t, Role::action},
+    {22, "Note", Role::note},           {23, "Envoyer", Role::aller},    {24, "Familles", Role::action},
     {30, "En attente", Role::attendre},
 };
 
@@ -222,14 +224,16 @@ void construit(Forme& forme) {
         forme.ajoute({"btx", k, Genre::bouton, {}, "", Role::touche, 0, true, Alignement::centre, 0}).au_toucher = [k] {
             touches::touche(k);
         };
-        forme.ajoute({"btt", k, Genre::image, {}, "", Role::rien, 0, false, Alignement::centre, 0}).laisse_passer = true;
+        forme.ajoute({"btt", k, Genre::image, {}, "", Role::rien, 0, false, Alignement::centre, 0}).laisse_passer =
+            true;
     }
     Controle& g2 = forme.ajoute({"g2", -1, Genre::grille, {}, "", Role::rien, 0, true, Alignement::centre, 2});
     g2.a_la_cellule = [](int, int colonne) { touches::touche_barre(colonne); };
     Controle& attente =
         forme.ajoute({"Label_attente", -1, Genre::etiquette, {}, "0", Role::pastille, 15, true, Alignement::centre, 0});
     attente.laisse_passer = true;
-    Controle& num = forme.ajoute({"Label_num", -1, Genre::etiquette, {}, "0", Role::rien, 10, false, Alignement::droite, 0});
+    Controle& num =
+        forme.ajoute({"Label_num", -1, Genre::etiquette, {}, "0", Role::rien, 10, false, Alignement::droite, 0});
     num.laisse_passer = true;
     num.aspect.encre = palette::pale;
 }
@@ -293,17 +297,18 @@ void affiche_articles() {
     commence(Vue::articles);
     const int famille = etat::famille_courante;
     const bool connue = famille >= 0 && famille <= familles_max;
-    const auto articles = connue ? catalogue::articles_de(famille) : std::span<const std::string>();
-    const int nb_pages = affiche_liste(lis_disposition(disposition_articles), static_cast<int>(articles.size()), [&](int rang) {
-        const std::string& record = articles[static_cast<std::size_t>(rang)];
-        return Entree{"#AJOU#" + record, std::string(lignes::libelle(record)), lignes::prix_affiche(record),
-                      lignes::chiffre_couleur(record)};
-    });
+    const auto articles = connue ? catalogue::articles_de(famille) : std::span<const std::string_view>();
+    const int nb_pages =
+        affiche_liste(lis_disposition(disposition_articles), static_cast<int>(articles.size()), [&](int rang) {
+            const std::string_view record = articles[static_cast<std::size_t>(rang)];
+            return Entree{"#AJOU#" + std::string(record), std::string(lignes::libelle(record)),
+                          lignes::prix_affiche(record), lignes::chiffre_couleur(record)};
+        });
     const auto& noms = catalogue::courant().noms_familles;
     const bool nommee = connue && static_cast<std::size_t>(famille) < noms.size();
     const std::string titre =
         nommee ? std::string(sans_couleur_de_nom(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
-    titres(titre, titre + " · "_t + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
+    titres(titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     const bool suite = etat::numero_page + 1 < nb_pages;
     init_g2(suite ? "#RETO#|#SUIT#|||#FONC#NOTE|#LFAM#|" : "#RETO#||||#FONC#NOTE|#LFAM#|",
             suite ? images_suite : images_fin);
@@ -342,7 +347,8 @@ void init_g2(std::string_view codes_touches, std::string_view images) {
         const auto fin = codes_touches.find('|');
         codes_barre[c] = codes_touches.substr(0, fin);
         codes_touches = fin == std::string_view::npos ? "" : codes_touches.substr(fin + 1);
-        barre[c] = touche_de_barre(static_cast<int>(nombres::lis(texte::colonnes(images, 6 * c + 1, 2))), codes_barre[c]);
+        barre[c] =
+            touche_de_barre(static_cast<int>(nombres::lis(texte::colonnes(images, 6 * c + 1, 2))), codes_barre[c]);
     }
     Controle& g2 = form1::forme()("g2");
     formes::remplit_barre(g2, barre);

@@ -88,7 +88,9 @@ void famille(const Frappe& f) {
 
 void serveur(const Frappe& f) {
     va_page(0);
-    const auto nom = [](int n) { return texte::rogne(catalogue::courant().noms_serveurs[static_cast<std::size_t>(n)]); };
+    const auto nom = [](int n) {
+        return texte::rogne(catalogue::courant().noms_serveurs[static_cast<std::size_t>(n)]);
+    };
     const double n = nombres::entier(f.argument);
     const bool connu = n >= 0 && n <= serveurs_max && !nom(static_cast<int>(n)).empty();
     etat::numero_serveur = connu ? entier_court(n) : std::int16_t{1};

@@ -1,0 +1,36 @@
+// The shared network directory: is it there, what waits for it, what comes from it. All work on it is done by the
+// worker; the answers arrive as events of the loop, and the screens read the last known state.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "platform/fichiers.h"
+
+namespace reseau {
+
+/// Whether "wfichdir.wdo" exists.
+bool repertoire_connu();
+/// Reads its first line into etat::repertoire_reseau and renews the probe's directory and record. False when the file
+/// cannot be read; the directory is then blank.
+bool lis_repertoire();
+/// Writes the file anew: the directory, then 11 lines of one blank.
+fichiers::Issue ecrit_repertoire(std::string_view repertoire);
+
+/// Last known state; false before the first answer and while the offline switch is set.
+bool joignable();
+/// Orders that wait in the working directory now.
+int commandes_en_attente();
+
+/// The first look at the network: waits at most 100 ms for the probe and, when it answers, up to 2 s for the catalogue.
+void premiere_connexion();
+/// Tests the connection; when it stands, fetches the catalogue if that was not possible yet, then delivers what waits.
+/// Returns at once; does nothing while an earlier pass is under way.
+void passe();
+/// Whether fresh catalogue files have come since the last call.
+bool catalogue_frais();
+
+/// Called on the interface's thread whenever the state or the count may have changed.
+void au_changement(std::function<void()> action);
+
+}  // namespace reseau
