@@ -11,7 +11,8 @@ namespace {
 constexpr std::string_view marque_quantite = "##QUA:", debut_marque = "##QUA";
 constexpr std::size_t longueur_marque = 14;  ///< what a new validation cuts out, whatever the marker's real length
 constexpr std::string_view debut_composants = "|¤¤"_t, fin_composant = "Ð"_t, avant_nombre = "ð"_t;
-constexpr char cache = '\x01';
+constexpr std::string_view syntaxe = "{}|", remplacants = "()/";
+constexpr char cache_segment = '\x01', cache_composition = '\x02';
 
 /// A stretch of a line between braces.
 struct Plage {
@@ -23,7 +24,8 @@ struct Plage {
 Plage plage_composition(std::string_view l, std::size_t i) {
     Plage p{true, i, 0, i + 2, 0};
     const auto fermante = l.find("}}", i + 2);
-    const auto borne = fermante != std::string_view::npos ? fermante : std::min(l.find(marque_quantite, i), l.size());
+    auto borne = fermante != std::string_view::npos ? fermante : std::min(l.find(marque_quantite, i), l.size());
+    while (fermante == std::string_view::npos && l[borne - 1] == ' ') --borne;  // the blank belongs to the marker
     p.longueur = borne - p.interieur;
     p.fin = fermante != std::string_view::npos ? fermante + 2 : borne;
     return p;
@@ -48,8 +50,12 @@ std::vector<Plage> plages(std::string_view l) {
 /// The line with all stretches between braces made unreadable; places stay.
 std::string masque(std::string_view l) {
     std::string m(l);
-    for (const Plage& p : plages(l))
+    std::replace_if(
+        m.begin(), m.end(), [](char c) { return c == cache_segment || c == cache_composition; }, '?');
+    for (const Plage& p : plages(l)) {
+        const char cache = p.composition ? cache_composition : cache_segment;
         std::fill_n(m.begin() + static_cast<std::ptrdiff_t>(p.debut), p.fin - p.debut, cache);
+    }
     return m;
 }
 
@@ -77,25 +83,31 @@ Composant lis_composant(std::string_view t) {
     return c;
 }
 
-std::string sans_marque(std::string_view ligne) {
-    const auto p = masque(ligne).find(debut_marque);
-    if (p == std::string::npos) return std::string(ligne);
-    std::string r(ligne.substr(0, p));
-    return r += ligne.substr(std::min(p + longueur_marque, ligne.size()));
+/// Takes the quantity marker out of a line, and what stands in its place in the line's mask.
+void retire_marque(std::string& ligne, std::string& masque) {
+    const auto p = masque.find(debut_marque);
+    if (p == std::string::npos) return;
+    ligne.erase(p, longueur_marque);
+    masque.erase(p, longueur_marque);
 }
 
-/// Takes the remarks out: what precedes the first, and what follows the last. A composition between them stays.
-std::string sans_segments(std::string_view ligne) {
-    const auto toutes = plages(ligne);
-    const auto est_segment = [](const Plage& p) { return !p.composition; };
-    const auto premier = std::find_if(toutes.begin(), toutes.end(), est_segment);
-    if (premier == toutes.end()) return std::string(ligne);
-    const auto dernier = std::find_if(toutes.rbegin(), toutes.rend(), est_segment);
-    std::string r(ligne.substr(0, premier->debut));
-    for (auto p = premier; p->debut != dernier->debut; ++p) {
-        if (p->composition) r += ligne.substr(p->debut, p->fin - p->debut);
+/// As texte::rogne(), on a line and its mask alike; a remark's own blanks stay.
+void rogne_ensemble(std::string& ligne, std::string& masque) {
+    const auto debut = std::min(masque.find_first_not_of(' '), masque.size());
+    const auto fin = masque.find_last_not_of(' ') + 1;  // npos + 1 is 0
+    ligne = ligne.substr(debut, std::max(debut, fin) - debut);
+    masque = masque.substr(debut, std::max(debut, fin) - debut);
+}
+
+/// Takes the remarks out with what stands between them; compositions stay.
+std::string sans_segments(std::string_view ligne, std::string_view masque) {
+    const auto premier = masque.find(cache_segment), dernier = masque.rfind(cache_segment);
+    if (premier == std::string_view::npos) return std::string(ligne);
+    std::string r(ligne.substr(0, premier));
+    for (std::size_t i = premier; i <= dernier; ++i) {
+        if (masque[i] == cache_composition) r += ligne[i];
     }
-    return r += ligne.substr(dernier->fin);
+    return r += ligne.substr(dernier + 1);
 }
 
 }  // namespace
@@ -155,11 +167,11 @@ bool est_menu_a_prix_fixe(std::string_view ligne) {
 }
 
 std::vector<Composant> composants(std::string_view ligne) {
-    std::string m = masque(ligne);
-    const auto debut = m.find(debut_composants);
-    if (debut == std::string::npos) return {};
-    std::erase(m, cache);
-    std::string_view reste = std::string_view(m).substr(m.find(debut_composants) + debut_composants.size());
+    const auto liste = apres(ligne, debut_composants);
+    if (!liste) return {};
+    std::string visibles = masque(ligne).substr(static_cast<std::size_t>(liste->data() - ligne.data()));
+    std::erase_if(visibles, [](char c) { return c == cache_segment || c == cache_composition; });
+    std::string_view reste = visibles;
     std::vector<Composant> r;
     for (auto p = reste.find(fin_composant); p != std::string_view::npos; p = reste.find(fin_composant)) {
         r.push_back(lis_composant(reste.substr(0, p)));
@@ -176,21 +188,26 @@ std::optional<std::string_view> composition(std::string_view ligne) {
 }
 
 std::string validee(std::string_view ligne, double quantite, std::span<const std::string> remarques) {
-    std::string r(texte::rogne(sans_marque(ligne)));
-    r += " " + std::string(marque_quantite) + nombres::quantite(quantite) + "##";
-    r = sans_segments(r);
+    // The stretches are those of the line as it came: without its marker an open brace would reach further.
+    std::string article(ligne), m = masque(ligne);
+    retire_marque(article, m);
+    rogne_ensemble(article, m);
+    const std::string marque = " " + std::string(marque_quantite) + nombres::quantite(quantite) + "##";
+    std::string r = sans_segments(article + marque, m + marque);
     for (const std::string& remarque : remarques) {
         const auto t = texte::rogne(remarque);
-        if (!t.empty()) r += "{" + std::string(t) + "}";
+        if (!t.empty()) r += "{" + neutralise(t) + "}";
     }
     return r;
 }
 
 std::string neutralise(std::string_view remarque) {
     std::string r(remarque);
-    std::replace(r.begin(), r.end(), '{', '(');
-    std::replace(r.begin(), r.end(), '}', ')');
-    std::replace(r.begin(), r.end(), '|', '/');
+    for (char& c : r) {
+        const auto i = syntaxe.find(c);
+        if (i != std::string_view::npos) c = remplacants[i];
+        if (static_cast<unsigned char>(c) < 32) c = ' ';
+    }
     return r;
 }
 

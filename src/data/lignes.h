@@ -43,10 +43,11 @@ std::vector<Composant> composants(std::string_view ligne);
 /// The composition's text between "{{" and "}}"; nothing without one.
 std::optional<std::string_view> composition(std::string_view ligne);
 
-/// The line with a new quantity and new remarks; blank remarks are left out.
+/// The line with a new quantity and new remarks; blank remarks are left out, the others neutralised.
 std::string validee(std::string_view ligne, double quantite, std::span<const std::string> remarques);
 
-/// A remark without the characters that the line's syntax needs: "{", "}" and "|" become "(", ")" and "/".
+/// A remark without the characters that the line's syntax needs: "{", "}" and "|" become "(", ")" and "/",
+/// and control characters, which would break the order file's lines, blanks.
 std::string neutralise(std::string_view remarque);
 
 }  // namespace lignes
