@@ -102,8 +102,10 @@ TEST_F(OuvrierTest, LaSuiteVientUneFoisSurLeFilDeLInterface) {
     EXPECT_EQ(de_la_suite, interface);
     EXPECT_NE(*du_travail, interface);
     EXPECT_EQ(ouvrier::prochaine_echeance(), -1);
-    ouvrier::abandonne();  // joins the worker, which has nothing to do: both wake-ups are over
-    EXPECT_EQ(reveils, 2);
+    const auto jusqua = steady_clock::now() + milliseconds(20'000);
+    while (reveils < 2 && steady_clock::now() < jusqua) std::this_thread::yield();
+    EXPECT_EQ(reveils, 2) << "each end wakes the loop";
+    ouvrier::previens_par({});
 }
 
 TEST_F(OuvrierTest, CeQuiPendEstReponduUneFoisEtRienNeCommenceAvantSaFin) {
