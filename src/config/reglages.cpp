@@ -1,7 +1,6 @@
 #include "config/reglages.h"
 
 #include <algorithm>
-#include <cctype>
 #include <memory>
 
 #include "data/nombres.h"
@@ -13,37 +12,55 @@ namespace {
 constexpr std::string_view nom_fichier = "wwinqx42.wdo";
 constexpr std::size_t longueur_record = 20;
 constexpr std::uint64_t longueur_initialisee = 400;  ///< a shorter store is filled anew
-constexpr int nb_records = 2000;
+constexpr int nb_records = 2000, record_max = 32767;
 constexpr std::string_view marque = "#I#";
 constexpr int record_resolution = 2;
 constexpr Resolution resolution_par_defaut = {800, 800};
 
-struct Defaut {
+/// A setting that is a number: what it is, what it holds before anybody has set it, and what makes sense.
+struct Reglage {
     int record;
-    std::string_view valeur;
+    std::string_view defaut, nom;
+    int min, max;
 };
-constexpr Defaut defauts[] = {
-    {3, "#I#20"},                                                  // toolbox list, font
-    {5, "#I#14"},   {6, "#I#2"},    {7, "#I#2"},   {8, "#I#10"},   // article keys: font, width, height, per page
-    {10, "#I#14"},  {11, "#I#2"},   {12, "#I#2"},  {13, "#I#10"},  // server keys
-    {20, "#I#18"},  {21, "#I#2"},   {22, "#I#2"},  {23, "#I#10"},  // family keys
-    {25, "#I#006"}, {26, "#I#008"},                                // key grid: columns, rows
-    {30, "#I#20"},                                                 // summary, font
-    {40, "#I#20"},  {41, "#I#18"},  {42, "#I#20"},                 // article, remarks, complements: fonts
-    {50, "#I#1"},   {51, "#I#28"},                                 // message box size; keypad font
-    {60, "#I#36"},  {61, "#I#3"},   {62, "#I#8"},                  // table list: font, columns, rows
+constexpr int police_max = 200, cellules_max = 100, touches_max = 100;
+constexpr Reglage reglages_connus[] = {
+    {3, "#I#20", "font size of the toolbox list", 1, police_max},
+    {5, "#I#14", "font size of article keys", 1, police_max},
+    {6, "#I#2", "width of article keys", 1, cellules_max},
+    {7, "#I#2", "height of article keys", 1, cellules_max},
+    {8, "#I#10", "article keys per page", 1, touches_max},
+    {10, "#I#14", "font size of server keys", 1, police_max},
+    {11, "#I#2", "width of server keys", 1, cellules_max},
+    {12, "#I#2", "height of server keys", 1, cellules_max},
+    {13, "#I#10", "server keys per page", 1, touches_max},
+    {20, "#I#18", "font size of family keys", 1, police_max},
+    {21, "#I#2", "width of family keys", 1, cellules_max},
+    {22, "#I#2", "height of family keys", 1, cellules_max},
+    {23, "#I#10", "family keys per page", 1, touches_max},
+    {25, "#I#006", "columns of the key grid", 1, cellules_max},
+    {26, "#I#008", "rows of the key grid", 1, cellules_max},
+    {30, "#I#20", "font size of the summary", 1, police_max},
+    {40, "#I#20", "font size of an article's label", 1, police_max},
+    {41, "#I#18", "font size of an article's remarks", 1, police_max},
+    {42, "#I#20", "font size of complements", 1, police_max},
+    {50, "#I#1", "size of message boxes", 1, 99},
+    {51, "#I#28", "font size of the keypads", 1, police_max},
+    {60, "#I#36", "font size of the table list", 1, police_max},
+    {61, "#I#3", "columns of the table list", 1, cellules_max},
+    {62, "#I#8", "rows of the table list", 1, cellules_max},
 };
 
 std::unique_ptr<fichiers::FichierRecords> fichier;
 
-std::string_view defaut_de(int record) {
-    const auto i =
-        std::find_if(std::begin(defauts), std::end(defauts), [=](const Defaut& d) { return d.record == record; });
-    return i == std::end(defauts) ? "" : i->valeur;
+const Reglage* reglage_de(int record) {
+    const auto i = std::find_if(std::begin(reglages_connus), std::end(reglages_connus),
+                                [=](const Reglage& r) { return r.record == record; });
+    return i == std::end(reglages_connus) ? nullptr : i;
 }
 
-std::string lis(int record) {
-    return fichier && record >= 1 ? fichier->lis(static_cast<std::size_t>(record)) : std::string();
+int lis_nombre(std::string_view record) {
+    return nombres::entier_int(texte::rogne(texte::colonnes(record, 4)));
 }
 
 std::string cinq_chiffres(int n) {
@@ -57,54 +74,73 @@ bool ouvre() {
     fichier = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
     if (!fichier) return false;
     if (fichier->longueur() >= longueur_initialisee) return true;
-    const std::string blancs(longueur_record * nb_records, ' ');
-    if (fichier->ecrit_depuis_le_debut(blancs) == fichiers::Issue::fait) return true;
-    fichier.reset();
-    return false;
+    // On a full medium the store stays short: it reads as blank records, and every setting has its default.
+    static_cast<void>(fichier->ecrit_depuis_le_debut(std::string(longueur_record * nb_records, ' ')));
+    return true;
 }
 
 void ferme() {
     fichier.reset();
 }
 
+std::string brut(int record) {
+    std::string r;
+    if (fichier && record >= 1) r = fichier->lis(static_cast<std::size_t>(record));
+    std::replace(r.begin(), r.end(), '\0', ' ');  // a power cut leaves zero bytes where nothing was written
+    return texte::complete(r, longueur_record);
+}
+
 std::string texte(int record) {
-    return std::string(texte::rogne(lis(record)));
+    return std::string(texte::rogne(brut(record)));
+}
+
+std::string valeur(int record) {
+    return std::string(texte::rogne(texte::colonnes(brut(record), marque.size() + 1)));
 }
 
 int nombre(int record) {
-    std::string t = lis(record);
-    if (!t.starts_with(marque)) {
-        t = defaut_de(record);
-        if (!t.empty() && fichier) static_cast<void>(ecrit(record, t));
-    }
-    return nombres::entier_int(texte::rogne(texte::colonnes(t, 4)));
+    const Reglage* reglage = reglage_de(record);
+    const std::string t = brut(record);
+    const bool pose = t.starts_with(marque);
+    if (!reglage) return pose ? lis_nombre(t) : 0;
+    if (!pose && fichier) static_cast<void>(ecrit(record, reglage->defaut));
+    const int n = pose ? lis_nombre(t) : 0;
+    return n < reglage->min ? lis_nombre(reglage->defaut) : std::min(n, reglage->max);
 }
 
 std::int32_t couleur(int record) {
     const std::string t = texte(record);
     if (!t.starts_with(marque)) return -1;
-    const int v = nombres::entier_int(t.substr(marque.size()));
+    const int v = lis_nombre(t);
     return v >= 0 && v <= 0xFFFFFF ? v : -1;
 }
 
 fichiers::Issue ecrit(int record, std::string_view contenu) {
-    if (!fichier || record < 1) return fichiers::Issue::absent;
+    if (!fichier) return fichiers::Issue::absent;
+    if (record < 1 || record > record_max) return fichiers::Issue::refuse;
     return fichier->ecrit(static_cast<std::size_t>(record), contenu);
 }
 
 bool resolution_choisie() {
-    return lis(record_resolution).starts_with(marque);
+    return brut(record_resolution).starts_with(marque);
 }
 
 Resolution resolution() {
     if (!resolution_choisie()) return resolution_par_defaut;
-    const std::string t = lis(record_resolution);
+    const std::string t = brut(record_resolution);
     return {nombres::entier_int(texte::colonnes(t, 6, 5)), nombres::entier_int(texte::colonnes(t, 12, 5))};
 }
 
 fichiers::Issue ecrit_resolution(Resolution r, Forme forme) {
     const std::string_view tete = forme == Forme::image ? "#I#0:" : "#I#1";
     return ecrit(record_resolution, std::string(tete) + cinq_chiffres(r.largeur) + ":" + cinq_chiffres(r.hauteur));
+}
+
+fichiers::Issue retouche_resolution(Resolution r) {
+    std::string t = brut(record_resolution);
+    t.replace(5, 5, cinq_chiffres(r.largeur));
+    t.replace(11, 5, cinq_chiffres(r.hauteur));
+    return ecrit(record_resolution, t);
 }
 
 }  // namespace reglages

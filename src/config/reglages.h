@@ -17,13 +17,18 @@ inline constexpr int fonds = 1700, encres = 1710;
 bool ouvre();
 void ferme();
 
+/// A record as it stands, 20 characters; blank where the store is too short.
+std::string brut(int record);
 /// A record without the blanks around it.
 std::string texte(int record);
-/// The number of a record; a record that holds none is set to its default first. An unreadable number is 0.
+/// What stands behind "#I#", or where it would stand, without the blanks around it: how the toolbox shows a number.
+std::string valeur(int record);
+/// The number of a setting, within its bounds; a record that holds none is set to its default first. A number that is
+/// too small or cannot be read counts as the default, but is not overwritten.
 int nombre(int record);
 /// A colour with red in the low byte, -1 when the record is blank.
 std::int32_t couleur(int record);
-/// Writes a whole record: cut or padded to 20 characters, flushed.
+/// Writes a whole record, 1 to 32767: cut or padded to 20 characters, flushed.
 fichiers::Issue ecrit(int record, std::string_view contenu);
 
 /// Size of the screens in pixels, from record 2.
@@ -39,5 +44,7 @@ enum class Forme {
     saisie,  ///< "#I#101280:00770", read one character further on all the same
 };
 fichiers::Issue ecrit_resolution(Resolution r, Forme forme);
+/// Puts the size into characters 6-10 and 12-16 of record 2, whatever stands around them.
+fichiers::Issue retouche_resolution(Resolution r);
 
 }  // namespace reglages
