@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "data/nombres.h"
 #include "platform/fichiers.h"
@@ -93,7 +94,7 @@ constexpr Genre genres[] = {
 
 void lis_lignes(Tables& t) {
     auto contenu = std::make_shared<std::string>();
-    static_cast<void>(fichiers::lis_tout(fichier_catalogue, *contenu));
+    t.lu = fichiers::lis_tout(fichier_catalogue, *contenu) == fichiers::Issue::fait;
     t.contenu = contenu;
     pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
         const std::string_view marque = ligne.substr(0, longueur_marque);
@@ -114,7 +115,8 @@ std::unique_ptr<Tables> lis() {
 }
 
 void charge_catalogue() {
-    tables_courantes = lis();
+    auto neuves = lis();
+    if (neuves->lu || !tables_courantes->lu) tables_courantes = std::move(neuves);
     catalogue_charge = true;
 }
 

@@ -26,11 +26,13 @@ struct Tables {
     std::string liste_tables = "xxx";                                      ///< "xxx001|002|"
     std::string couleurs_familles, couleurs_serveurs;                      ///< a digit per number, then 20 blanks
     std::shared_ptr<const std::string> contenu;
+    bool lu = false;  ///< the catalogue proper could be read
 };
 
 /// Reads both files of the working directory into fresh tables.
 std::unique_ptr<Tables> lis();
-/// Reads the files and puts the tables in the place of the present ones; only while no dialog is open.
+/// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that
+/// cannot be read at the moment; only while no dialog is open.
 void charge_catalogue();
 /// Set once charge_catalogue() has ended.
 inline bool catalogue_charge = false;

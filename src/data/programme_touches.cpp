@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "data/nombres.h"
-#include "platform/fichiers.h"
 #include "platform/texte.h"
 
 namespace programme_touches {
@@ -15,22 +14,46 @@ constexpr std::size_t longueur_record = 256, nb_records = 5000;
 constexpr std::uint64_t longueur_vide = 250;  ///< up to this length the file counts as not filled
 constexpr int records_par_page = 100;
 
+constexpr int ligne_des_titres = 98;
+constexpr std::string_view fin_de_record = "\r\n";
+
 /// Place of a field in the record, in bytes.
-struct Champ {
+struct Place {
     std::size_t debut, longueur;
 };
-constexpr Champ champ_reference = {0, 15}, champ_libelle = {15, 40}, champ_lh = {55, 2}, champ_image = {59, 4},
-                champ_visible = {63, 1}, champ_taille = {64, 3}, champ_couleur = {67, 10}, champ_action = {154, 100};
+/// In the order of Champ.
+constexpr Place places[] = {{0, 15}, {15, 40}, {55, 2}, {59, 4}, {63, 1}, {64, 3}, {67, 10}, {154, 100}};
+
+const Place& place(Champ c) {
+    return places[static_cast<std::size_t>(c)];
+}
 
 std::unique_ptr<fichiers::FichierRecords> fichier;
 
-std::string_view lis_champ(const std::string& record, const Champ& c) {
-    return texte::rogne(texte::colonnes(record, c.debut + 1, c.longueur));
+int cellules(const Ligne& ligne, std::size_t chiffre) {
+    const std::string_view lh = texte::colonnes(ligne.record, place(Champ::lh).debut + 1 + chiffre, 1);
+    return std::max(1, nombres::entier_int(lh));
 }
 
-int cellules(const std::string& record, std::size_t chiffre) {
-    const std::string_view lh = texte::colonnes(record, champ_lh.debut + 1 + chiffre, 1);
-    return std::max(1, nombres::entier_int(lh));
+bool existe(int page, int numero) {
+    return fichier && page >= 0 && page < nb_pages && numero >= 1;
+}
+
+std::size_t record_de(int page, int numero) {
+    return static_cast<std::size_t>(page * records_par_page + numero);
+}
+
+Ligne lis(int page, int numero) {
+    Ligne l{fichier->lis(record_de(page, numero))};
+    std::replace(l.record.begin(), l.record.end(), '\0', ' ');  // where a power cut left the file unwritten
+    return l;
+}
+
+fichiers::Issue ecrit(int page, int numero, const Ligne& ligne) {
+    if (!existe(page, numero)) return fichiers::Issue::refuse;
+    const std::size_t utile = longueur_record - fin_de_record.size();
+    const std::string record = texte::complete(ligne.record, utile) + std::string(fin_de_record);
+    return fichier->ecrit(record_de(page, numero), record);
 }
 
 std::string programme_vide() {
@@ -44,34 +67,30 @@ std::string programme_vide() {
 
 }  // namespace
 
-std::string_view Ligne::reference() const {
-    return lis_champ(record, champ_reference);
+std::string_view Ligne::champ(Champ c) const {
+    return texte::rogne(texte::colonnes(record, place(c).debut + 1, place(c).longueur));
 }
-std::string_view Ligne::libelle() const {
-    return lis_champ(record, champ_libelle);
+void Ligne::pose(Champ c, std::string_view texte) {
+    record = texte::complete(record, std::max(record.size(), longueur_record - fin_de_record.size()));
+    record.replace(place(c).debut, place(c).longueur, texte::complete(texte, place(c).longueur));
 }
+
 int Ligne::largeur() const {
-    return cellules(record, 0);
+    return cellules(*this, 0);
 }
 int Ligne::hauteur() const {
-    return cellules(record, 1);
+    return cellules(*this, 1);
 }
 int Ligne::image() const {
-    return nombres::entier_int(lis_champ(record, champ_image));
-}
-bool Ligne::visible() const {
-    return lis_champ(record, champ_visible) == "1";
+    return nombres::entier_int(champ(Champ::image));
 }
 int Ligne::taille() const {
-    return nombres::entier_int(lis_champ(record, champ_taille));
+    return nombres::entier_int(champ(Champ::taille));
 }
 std::int32_t Ligne::couleur() const {
-    const auto t = lis_champ(record, champ_couleur);
+    const auto t = champ(Champ::couleur);
     const int v = nombres::entier_int(t);
     return t.empty() || v < 0 || v > 0xFFFFFF ? -1 : v;
-}
-std::string_view Ligne::action() const {
-    return lis_champ(record, champ_action);
 }
 
 bool prepare() {
@@ -88,11 +107,21 @@ void ferme() {
 
 std::vector<Ligne> lis_page(int page) {
     std::vector<Ligne> r;
-    if (!fichier || page < 0 || page >= nb_pages) return r;
-    for (int i = 1; i <= lignes_par_page; ++i) {
-        r.push_back({fichier->lis(static_cast<std::size_t>(page * records_par_page + i))});
-    }
+    for (int i = 1; i <= lignes_par_page && existe(page, i); ++i) r.push_back(lis(page, i));
     return r;
+}
+
+fichiers::Issue ecrit_ligne(int page, int numero, const Ligne& ligne) {
+    if (numero > lignes_par_page) return fichiers::Issue::refuse;
+    return ecrit(page, numero, ligne);
+}
+
+Ligne lis_titres(int page) {
+    return existe(page, ligne_des_titres) ? lis(page, ligne_des_titres) : Ligne{};
+}
+
+fichiers::Issue ecrit_titres(int page, const Ligne& ligne) {
+    return ecrit(page, ligne_des_titres, ligne);
 }
 
 }  // namespace programme_touches

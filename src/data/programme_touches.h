@@ -1,4 +1,5 @@
-// The key program "progppb.wdo": 5000 records of 256 bytes, 50 pages of 100; lines 1 to 95 of a page are its keys.
+// The key program "progppb.wdo": 5000 records of 256 bytes, 50 pages of 100; lines 1 to 95 of a page are its keys, line
+// 98 its two titles.
 #pragma once
 
 #include <cstdint>
@@ -6,23 +7,33 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/fichiers.h"
+
 namespace programme_touches {
 
 inline constexpr int nb_pages = 50, lignes_par_page = 95;
 
-/// One key line; the record's bytes as they stand in the file.
+/// The fields of a line. Those that the editor does not show keep their bytes.
+enum class Champ { reference, libelle, lh, image, visible, taille, couleur, action };
+
+/// One line; the record's bytes as they stand in the file.
 struct Ligne {
     std::string record;  ///< may be shorter than a whole record
 
-    std::string_view reference() const;
-    std::string_view libelle() const;
-    int largeur() const;  ///< cells, the first digit of "LH", at least 1
-    int hauteur() const;  ///< cells, the second digit, at least 1
-    int image() const;    ///< picture number, 0: none
-    bool visible() const;
+    /// A field without the blanks around it.
+    std::string_view champ(Champ c) const;
+    /// Puts a text into a field, cut or padded to its length; the record becomes whole.
+    void pose(Champ c, std::string_view texte);
+
+    std::string_view reference() const { return champ(Champ::reference); }
+    std::string_view libelle() const { return champ(Champ::libelle); }
+    std::string_view action() const { return champ(Champ::action); }
+    bool visible() const { return champ(Champ::visible) == "1"; }
+    int largeur() const;           ///< cells, the first digit of "LH", at least 1
+    int hauteur() const;           ///< cells, the second digit, at least 1
+    int image() const;             ///< picture number, 0: none
     int taille() const;            ///< font size in points, 0: that of the families
     std::int32_t couleur() const;  ///< red in the low byte, -1: the plain key
-    std::string_view action() const;
 };
 
 /// Opens the file and creates it blank when it is missing or not filled. False when it can be neither.
@@ -31,5 +42,11 @@ void ferme();
 
 /// The key lines of a page, line 1 at index 0; empty outside the pages 0 to 49.
 std::vector<Ligne> lis_page(int page);
+/// Writes key line 1 to 95 of a page 0 to 49, whole and flushed.
+fichiers::Issue ecrit_ligne(int page, int numero, const Ligne& ligne);
+
+/// The line of a page's titles: the first in its label, the second in its action.
+Ligne lis_titres(int page);
+fichiers::Issue ecrit_titres(int page, const Ligne& ligne);
 
 }  // namespace programme_touches

@@ -11,6 +11,7 @@ namespace {
 constexpr std::string_view nom_fichier = "w_styl72.wdo";
 constexpr std::size_t longueur_record = 128, nb_records = 501;
 constexpr std::size_t longueur_tete = 15, longueur_libelle = 40, longueur_reste = 61;
+constexpr std::size_t place_texte = 116, place_fond = 120;
 constexpr std::int32_t blanc = 16777215;
 
 /// Code, ground, text colour and label of the built-in choices.
@@ -31,7 +32,6 @@ void ajoute_entier(std::string& r, std::int32_t v) {
 
 std::int32_t lis_entier(std::string_view r, std::size_t place) {
     std::uint32_t v = 0;
-    if (r.size() < place + 4) return 0;
     for (std::size_t i = 0; i < 4; ++i)
         v |= static_cast<std::uint32_t>(static_cast<unsigned char>(r[place + i])) << (8 * i);
     return static_cast<std::int32_t>(v);
@@ -44,6 +44,15 @@ std::string record(std::string_view tete, const Style& s) {
     ajoute_entier(r, s.fond);
     ajoute_entier(r, 0);
     return r;
+}
+
+Style style(std::string_view record) {
+    Style s;
+    s.libelle = texte::rogne(texte::colonnes(record, longueur_tete + 1, longueur_libelle));
+    if (record.size() < longueur_record) return s;
+    s.texte = lis_entier(record, place_texte);
+    s.fond = lis_entier(record, place_fond);
+    return s;
 }
 
 std::string contenu_initial() {
@@ -65,25 +74,18 @@ std::string contenu_initial() {
 }  // namespace
 
 bool init_styles() {
-    const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
-    if (!f) return false;
-    if (f->lis(1).starts_with("#INIT#")) return true;
-    return f->ecrit_depuis_le_debut(contenu_initial()) == fichiers::Issue::fait;
+    if (const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record)) {
+        if (f->lis(1).starts_with("#INIT#")) return true;
+    }
+    // All at once: a file that stopped behind its first record would count as initialised for ever.
+    return fichiers::ecrit_tout(nom_fichier, contenu_initial(), fichiers::Remplace::oui) == fichiers::Issue::fait;
 }
 
-Style lis(int code) {
-    if (code < 2 || code > static_cast<int>(nb_records)) return {};
-    std::string fichier;
-    if (fichiers::lis_tout(nom_fichier, fichier, nb_records * longueur_record * 4) != fichiers::Issue::fait) return {};
-    const std::string_view r =
-        texte::colonnes(fichier, static_cast<std::size_t>(code - 1) * longueur_record + 1, longueur_record);
-    Style s;
-    s.libelle = texte::rogne(texte::colonnes(r, longueur_tete + 1, longueur_libelle));
-    if (r.size() == longueur_record) {
-        s.texte = lis_entier(r, 116);
-        s.fond = lis_entier(r, 120);
-    }
-    return s;
+std::vector<Style> lis() {
+    std::vector<Style> styles(nb_records + 1);
+    const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    for (std::size_t code = 2; f && code <= nb_records; ++code) styles[code] = style(f->lis(code));
+    return styles;
 }
 
 }  // namespace styles

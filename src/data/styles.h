@@ -3,7 +3,7 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+#include <vector>
 
 namespace styles {
 
@@ -15,7 +15,7 @@ struct Style {
 
 /// Fills the file with the built-in choices unless it is initialised already. False when it cannot be written.
 bool init_styles();
-/// The choice of a code, 2 to 501; blank where there is none or the file is too short.
-Style lis(int code);
+/// All choices, each at its code, 2 to 501; blank where there is none or the file is too short.
+std::vector<Style> lis();
 
 }  // namespace styles
