@@ -162,7 +162,8 @@ class Saisie {
     bool corrige_table_inconnue() {
         if (reglages::texte(55) == "NON" || nombres::lis(table()) == 0) return false;
         if (catalogue::table_connue(numero())) return false;
-        return mini_97::demande("Le N° de table "_t + table() + ", est inconnu, voulez vous le corriger ?"_t);
+        return mini_97::demande(std::string("Le N° de table "_t) + table() +
+                                ", est inconnu, voulez vous le corriger ?");
     }
 
     void valide_donnees() {

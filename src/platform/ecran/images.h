@@ -1,13 +1,35 @@
-// The picture set of keys and function rows: one table of number, glyph of the icon font, and name.
+// The picture set of keys and function rows, and the pictures of the dialogs: one table of number, glyph and name.
 #pragma once
 
 #include <cstdint>
 
 namespace ecran {
 
-/// Pictures of the set have numbers 1 to nb_images - 1; the set with offset 50 holds the same ones drawn larger.
+/// Pictures of the set have numbers 1 to 49; the set with offset 50 holds the same ones drawn larger.
 inline constexpr int decalage_grand = 50;
-inline constexpr int nb_images = 100;
+inline constexpr int nb_images = 130;
+
+/// Pictures that the screens use by name.
+enum ImageDeDialogue {
+    image_valider = 101,
+    image_fermer,
+    image_retour_arriere,
+    image_gauche,
+    image_droite,
+    image_haut,
+    image_bas,
+    image_liste,
+    image_corbeille,
+    image_gomme,
+    image_plus,
+    image_moins,
+    image_wifi,
+    image_wifi_coupe,
+    image_outils,
+    image_maison,
+    image_pave,
+    image_envoyer,
+};
 
 struct ImageDeTouche {
     char32_t glyphe = 0;       ///< code point in the icon font, 0: no picture

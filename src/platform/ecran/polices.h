@@ -18,8 +18,11 @@ struct Glyphe {
     std::vector<std::uint8_t> couverture;
 };
 
-/// `taille` is the em size in pixels.
-const Glyphe& glyphe(Police police, int taille, char32_t point);
+inline constexpr int quarts = 4;  ///< places of a glyph between two pixels
+
+/// `taille` is the em size in pixels, kept within 1 to 600; `quart` moves the picture to the right by quarters of a
+/// pixel.
+const Glyphe& glyphe(Police police, int taille, char32_t point, int quart = 0);
 float largeur_texte(Police police, int taille, std::string_view texte);
 /// From the top of the line box to the base line, and the line's height, in pixels.
 struct Metrique {
@@ -32,9 +35,8 @@ struct MiseEnLignes {
     int taille = 0;  ///< em size in pixels after shrinking
     std::vector<std::string> lignes;
 };
-/// Breaks on words (and at CR LF), shrinks what does not fit down to `taille_minimale`, then cuts with "…".
-/// `lignes_max` 0: as many as fit the height.
-const MiseEnLignes& met_en_lignes(Police police, int taille, std::string_view texte, int largeur, int hauteur,
-                                  int lignes_max = 0);
+/// Breaks on words (and at line breaks), shrinks what does not fit, then cuts with "…". The result stays valid until
+/// the next call.
+const MiseEnLignes& met_en_lignes(Police police, int taille, std::string_view texte, int largeur, int hauteur);
 
 }  // namespace ecran

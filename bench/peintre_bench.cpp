@@ -1,0 +1,68 @@
+// How long the painter takes for a page of keys, beside one copy of the image in memory.
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <string>
+
+#include "platform/ecran/peintre.h"
+#include "platform/ecran/polices.h"
+
+namespace {
+
+using namespace ecran;
+
+/// A page of 48 keys with pictures and captions, over the whole image.
+void construit_page(Forme& f, int largeur, int hauteur) {
+    f.nom = "page";
+    f.cadre = {0, 0, largeur * 15, hauteur * 15};
+    for (int i = 0; i < 48; ++i) {
+        const int l = f.cadre.largeur / 8, h = f.cadre.hauteur / 6;
+        const Cadre cadre = {i % 8 * l + 75, i / 8 * h + 75, l - 150, h - 150};
+        Controle& c = f.ajoute({"btx", i, Genre::bouton, cadre, "", Role::touche, 14, true, Alignement::centre, 0});
+        c.aspect.texte = "Plat " + std::to_string(i);
+        c.aspect.fond = palette::chiffres[i % 10];
+        c.aspect.image = 11 + i % 30;
+    }
+}
+
+void page_entiere(benchmark::State& etat) {
+    const int largeur = static_cast<int>(etat.range(0)), hauteur = static_cast<int>(etat.range(1));
+    Forme f;
+    construit_page(f, largeur, hauteur);
+    Peintre p;
+    p.dimensionne(largeur, hauteur, 1);
+    Forme* pile[] = {&f};
+    for (auto _ : etat) {
+        p.oublie();
+        benchmark::DoNotOptimize(p.peint(pile, {}).size());
+    }
+}
+BENCHMARK(page_entiere)->Args({1280, 770})->Args({2560, 1600})->Unit(benchmark::kMicrosecond);
+
+void une_touche(benchmark::State& etat) {
+    Forme f;
+    construit_page(f, 1280, 770);
+    Peintre p;
+    p.dimensionne(1280, 770, 1);
+    Forme* pile[] = {&f};
+    p.peint(pile, {});
+    bool appuyee = false;
+    for (auto _ : etat) {
+        appuyee = !appuyee;
+        const Appui appui = appuyee ? Appui{&f, {f.cherche("btx", 20), -1, -1}} : Appui{};
+        benchmark::DoNotOptimize(p.peint(pile, appui).size());
+    }
+}
+BENCHMARK(une_touche)->Unit(benchmark::kMicrosecond);
+
+void copie_de_l_image(benchmark::State& etat) {
+    const auto n = static_cast<std::size_t>(etat.range(0) * etat.range(1));
+    std::vector<std::uint32_t> a(n, 1), b(n, 2);
+    for (auto _ : etat) {
+        std::memcpy(b.data(), a.data(), n * sizeof(std::uint32_t));
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(copie_de_l_image)->Args({1280, 770})->Args({2560, 1600})->Unit(benchmark::kMicrosecond);
+
+}  // namespace
