@@ -250,6 +250,14 @@ TEST_F(OuvrierEnRejeu, TropLentEstHorsDelaiEtAgitQuandMemePlusTard) {
     ASSERT_TRUE(ouvrier::lance(operation()));
     va_a(7000);
     EXPECT_EQ(reponses.back(), Reponse::faite) << "just in time is in time";
+
+    ouvrier::simule(Reseau::lent, 2001);
+    ASSERT_TRUE(ouvrier::lance(operation()));
+    va_a(20'000);
+    EXPECT_EQ(reponses.back(), Reponse::hors_delai) << "however far the clock has jumped";
+    ouvrier::termine_en_rejeu();
+    EXPECT_EQ(*faits, 3);
+    EXPECT_FALSE(ouvrier::occupe());
 }
 
 TEST_F(OuvrierEnRejeu, BloqueAgitQuandLeReseauRevient) {
