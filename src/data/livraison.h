@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace livraison {
@@ -12,11 +13,19 @@ std::vector<std::string> en_attente();
 /// Writes the probe record into "Test.res" of the directory: the date in 64 characters.
 bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date);
 
-/// Copies the style and catalogue files into the working directory; what cannot be read leaves the local file as it is.
-/// True when the catalogue itself is here and whole.
+/// Copies the style and catalogue files into the working directory; what cannot be read, or is empty because it is just
+/// being written, leaves the local file as it is. True when the catalogue itself is here and whole.
 bool copie_catalogue(const std::string& repertoire);
 
-/// Delivers these orders one after the other. False, and ended early, when the network fails.
-bool livre(const std::string& repertoire, const std::vector<std::string>& noms);
+enum class Sort {
+    livree,        ///< in the network directory, and no longer here
+    attend,        ///< this one cannot go now; others may
+    reseau_perdu,  ///< nor can any other
+};
+/// Delivers one waiting order of the working directory.
+Sort livre(const std::string& repertoire, const std::string& nom);
+
+/// Writes a text into the network directory under a new name.
+bool depose(const std::string& repertoire, const std::string& nom, const std::string& contenu);
 
 }  // namespace livraison

@@ -1,11 +1,14 @@
 #include "data/reseau.h"
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "data/etat.h"
+#include "data/identite.h"
 #include "data/livraison.h"
 #include "platform/horloge.h"
 #include "platform/ouvrier.h"
@@ -22,56 +25,81 @@ constexpr int attente_sonde_ms = 100, attente_catalogue_ms = 2000;
 
 struct Connexion {
     bool joignable = false;
-    bool catalogue_cherche = false;  ///< the catalogue has come once
+    bool catalogue_cherche = false;  ///< it was asked for at least once
+    bool catalogue_venu = false;     ///< it has come whole at least once
     bool catalogue_frais = false;    ///< it has come since it was last read
     std::function<void()> au_changement;
 };
 Connexion connexion;
 
+/// What a pass has tried already: each order once, and the catalogue once.
+struct Passe {
+    std::vector<std::string> commandes;
+    bool catalogue = false;
+};
+Passe passe_en_cours;
+
 void signale() {
     if (connexion.au_changement) connexion.au_changement();
 }
-
-void livre_ce_qui_attend(const std::vector<std::string>& deja_tente = {});
 
 void change_etat(bool joignable) {
     const bool avant = std::exchange(connexion.joignable, joignable);
     if (avant != joignable) signale();
 }
 
-/// Delivers, and once more when other orders have been written meanwhile.
-void livre_ce_qui_attend(const std::vector<std::string>& deja_tente) {
-    auto noms = std::make_shared<const std::vector<std::string>>(livraison::en_attente());
-    if (noms->empty() || *noms == deja_tente) return;
-    auto tenu = std::make_shared<bool>(false);
-    ouvrier::lance({[repertoire = etat::repertoire_reseau, noms, tenu] { *tenu = livraison::livre(repertoire, *noms); },
-                    [noms, tenu](ouvrier::Reponse reponse) {
-                        signale();
-                        if (reponse == ouvrier::Reponse::hors_delai || !*tenu) return change_etat(false);
-                        if (!etat::hors_ligne) livre_ce_qui_attend(*noms);
-                    },
-                    limite_copie_ms});
+void cherche_catalogue();
+
+/// The next waiting order that this pass has not tried, also one that was written meanwhile.
+std::optional<std::string> commande_suivante() {
+    const auto& tentees = passe_en_cours.commandes;
+    for (std::string& nom : livraison::en_attente()) {
+        if (std::find(tentees.begin(), tentees.end(), nom) == tentees.end()) return std::move(nom);
+    }
+    return std::nullopt;
+}
+
+/// Delivers order after order, each within a limit of its own; then what else is missing.
+void livre_la_suivante() {
+    if (etat::hors_ligne) return;
+    const auto nom = commande_suivante();
+    if (!nom) return cherche_catalogue();
+    passe_en_cours.commandes.push_back(*nom);
+    auto sort = std::make_shared<livraison::Sort>(livraison::Sort::reseau_perdu);
+    ouvrier::lance(
+        {[repertoire = etat::repertoire_reseau, nom = *nom, sort] { *sort = livraison::livre(repertoire, nom); },
+         [sort](ouvrier::Reponse reponse) {
+             signale();
+             const bool perdu = reponse == ouvrier::Reponse::hors_delai || *sort == livraison::Sort::reseau_perdu;
+             if (perdu) return change_etat(false);
+             livre_la_suivante();
+         },
+         limite_copie_ms});
 }
 
 void cherche_catalogue() {
+    if (connexion.catalogue_venu || passe_en_cours.catalogue) return;
+    connexion.catalogue_cherche = passe_en_cours.catalogue = true;
     auto entier = std::make_shared<bool>(false);
     ouvrier::lance(
         {[repertoire = etat::repertoire_reseau, entier] { *entier = livraison::copie_catalogue(repertoire); },
          [entier](ouvrier::Reponse reponse) {
              if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
-             connexion.catalogue_cherche = true;
+             connexion.catalogue_venu = connexion.catalogue_venu || *entier;
              connexion.catalogue_frais = connexion.catalogue_frais || *entier;
-             if (!etat::hors_ligne) livre_ce_qui_attend();
+             livre_la_suivante();
          },
          limite_copie_ms});
 }
 
+/// The catalogue comes first once, at the start; later the orders, which a slow catalogue must not hold up.
 void apres_la_sonde(bool repond) {
     if (etat::hors_ligne) return;
     change_etat(repond);
     if (!repond) return;
+    passe_en_cours = {};
     if (connexion.catalogue_cherche) {
-        livre_ce_qui_attend();
+        livre_la_suivante();
     } else {
         cherche_catalogue();
     }
@@ -79,11 +107,9 @@ void apres_la_sonde(bool repond) {
 
 bool lance_sonde() {
     auto repond = std::make_shared<bool>(false);
-    const std::string repertoire(texte::rogne(etat::repertoire_test));
     return ouvrier::lance(
-        {[repertoire, record = int{etat::record_test}, repond, date = horloge::jour(horloge::maintenant())] {
-             *repond = livraison::ecrit_sonde(repertoire, record, date);
-         },
+        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond,
+          date = horloge::jour(horloge::maintenant())] { *repond = livraison::ecrit_sonde(repertoire, record, date); },
          [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
          limite_sonde_ms});
 }
@@ -98,7 +124,7 @@ bool lis_repertoire() {
     std::string contenu;
     const bool lu = fichiers::lis_tout(nom_fichier, contenu, longueur_max) == fichiers::Issue::fait;
     const auto lignes = texte::lignes(contenu);
-    etat::repertoire_reseau = lignes.empty() ? "" : std::string(lignes[0]);
+    etat::repertoire_reseau = lignes.empty() ? "" : std::string(texte::rogne(lignes[0]));
     etat::repertoire_test = etat::repertoire_reseau;
     etat::record_test = 1;
     return lu;
@@ -134,6 +160,20 @@ void passe() {
 
 bool catalogue_frais() {
     return std::exchange(connexion.catalogue_frais, false);
+}
+
+void envoie_identification(std::function<void(bool)> suite) {
+    const std::string nom = "00_00_0_" + horloge::jour_et_heure(horloge::maintenant()) + ".txt";
+    auto ecrit = std::make_shared<bool>(false);
+    const bool lance =
+        !etat::hors_ligne &&
+        ouvrier::lance(
+            {[repertoire = etat::repertoire_reseau, nom, ecrit, contenu = "#ID#" + identite::code() + "\r\n"] {
+                 *ecrit = livraison::depose(repertoire, nom, contenu);
+             },
+             [ecrit, suite](ouvrier::Reponse reponse) { suite(reponse == ouvrier::Reponse::faite && *ecrit); },
+             limite_copie_ms});
+    if (!lance) suite(false);
 }
 
 void au_changement(std::function<void()> action) {

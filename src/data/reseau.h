@@ -1,5 +1,6 @@
 // The shared network directory: is it there, what waits for it, what comes from it. All work on it is done by the
-// worker; the answers arrive as events of the loop, and the screens read the last known state.
+// worker; the answers arrive as events of the loop, and the screens read the last known state: joignable(),
+// commandes_en_attente() and catalogue_frais().
 #pragma once
 
 #include <functional>
@@ -11,8 +12,8 @@ namespace reseau {
 
 /// Whether "wfichdir.wdo" exists.
 bool repertoire_connu();
-/// Reads its first line into etat::repertoire_reseau and renews the probe's directory and record. False when the file
-/// cannot be read; the directory is then blank.
+/// Reads its first line, without the blanks around it, into etat::repertoire_reseau and renews the probe's directory
+/// and record. False when the file cannot be read; the directory is then blank.
 bool lis_repertoire();
 /// Writes the file anew: the directory, then 11 lines of one blank.
 fichiers::Issue ecrit_repertoire(std::string_view repertoire);
@@ -24,11 +25,15 @@ int commandes_en_attente();
 
 /// The first look at the network: waits at most 100 ms for the probe and, when it answers, up to 2 s for the catalogue.
 void premiere_connexion();
-/// Tests the connection; when it stands, fetches the catalogue if that was not possible yet, then delivers what waits.
+/// Tests the connection; when it stands, delivers what waits, then fetches the catalogue if that was not possible yet.
 /// Returns at once; does nothing while an earlier pass is under way.
 void passe();
 /// Whether fresh catalogue files have come since the last call.
 bool catalogue_frais();
+
+/// Tells the router who this tablet is: a file with its identification code. `suite` learns whether it was written, now
+/// or when the network has answered.
+void envoie_identification(std::function<void(bool)> suite);
 
 /// Called on the interface's thread whenever the state or the count may have changed.
 void au_changement(std::function<void()> action);
