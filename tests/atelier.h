@@ -1,0 +1,58 @@
+// A test of data/ in a working directory of its own, with the shared state as at a start.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+
+#include "config/reglages.h"
+#include "data/etat.h"
+#include "data/programme_touches.h"
+#include "platform/texte.h"
+#include "terrain.h"
+
+namespace tests {
+
+/// Bytes of the page 1252 as a test's report can show them.
+inline std::string lisible(std::string_view t) {
+    return texte::vers_utf8(t);
+}
+
+class Atelier : public testing::Test {
+  protected:
+    Terrain terrain;
+
+    Atelier() {
+        std::filesystem::current_path(terrain.chemin());
+        vide_etat();
+    }
+    ~Atelier() override {
+        reglages::ferme();
+        programme_touches::ferme();
+        vide_etat();
+        std::filesystem::current_path(avant_);
+    }
+
+    static void note(std::initializer_list<std::string> lignes) {
+        etat::nb_lignes_note = static_cast<std::int16_t>(lignes.size());
+        std::copy(lignes.begin(), lignes.end(), etat::lignes_note.begin() + 1);
+    }
+
+  private:
+    std::filesystem::path avant_ = std::filesystem::current_path();
+
+    static void vide_etat() {
+        std::fill(etat::lignes_note.begin(), etat::lignes_note.end(), std::string());
+        etat::nb_lignes_note = etat::numero_serveur = 0;
+        etat::texte_table.clear();
+        etat::table_couverts.clear();
+        etat::hors_ligne = false;
+        etat::repertoire_reseau.clear();
+        etat::repertoire_test.clear();
+        etat::record_test = 1;
+    }
+};
+
+}  // namespace tests

@@ -1,0 +1,225 @@
+// Numbers and note lines: byte for byte, and for every remark that somebody might type.
+#include "data/lignes.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "data/complements.h"
+#include "data/nombres.h"
+#include "platform/texte.h"
+
+namespace {
+
+using Remarques = std::vector<std::string>;
+
+const std::string article("8880000000024  |DES:Entrecôte|PVE:24.50|FA1:2|FA2:0|COU:4"_t);
+
+TEST(Nombres, LeDebutDUnTexteEstLuSansJamaisEchouer) {
+    const struct {
+        std::string_view texte;
+        double attendu;
+    } table[] = {{"15.00", 15},
+                 {"  7|", 7},
+                 {"10|FA2:98", 10},
+                 {"", 0},
+                 {"abc", 0},
+                 {"-3x", -3},
+                 {".5", .5},
+                 {"1.2.3", 1.2},
+                 {"-", 0},
+                 {"+4", 4},
+                 {"0x10", 0},
+                 {"1e3", 1},
+                 {"002.00##{9}", 2},
+                 {"I#ARTI", 0},
+                 {"1,5", 1},
+                 {"nan", 0},
+                 {"inf", 0},
+                 {".", 0},
+                 {"\xA0"
+                  "5",
+                  0},
+                 {"\t5", 0}};
+    for (const auto& c : table) EXPECT_EQ(nombres::lis(c.texte), c.attendu) << c.texte;
+    EXPECT_EQ(nombres::lis(std::string(2000, '9')), 0) << "a number that no type holds is none";
+    EXPECT_EQ(nombres::entier_int("99999999999"), 2147483647);
+    EXPECT_EQ(nombres::entier(" 7.9"), 7);
+    EXPECT_EQ(nombres::entier("-7.9"), -7);
+}
+
+TEST(Nombres, LesMontantsSArrondissentSurLaValeurDecimale) {
+    const struct {
+        double valeur;
+        std::string_view attendu;
+    } table[] = {{0.125, "0.13"},     {1.005, "1.01"}, {-1.005, "-1.01"},  {2.675, "2.68"},
+                 {-0.001, "0.00"},    {0, "0.00"},     {99.995, "100.00"}, {1e15, "1000000000000000.00"},
+                 {0.1 + 0.2, "0.30"}, {24.5, "24.50"}, {NAN, "0.00"},      {INFINITY, "0.00"}};
+    for (const auto& c : table) EXPECT_EQ(nombres::montant(c.valeur), c.attendu) << c.valeur;
+    EXPECT_EQ(nombres::montant_simple(1.005F), "1.01") << "single precision keeps its own shortest decimals";
+    EXPECT_EQ(nombres::quantite(2), "002.00");
+    EXPECT_EQ(nombres::quantite(1000), "1000.00");
+    EXPECT_EQ(nombres::entier_complete(7, 3), "007");
+    EXPECT_EQ(nombres::entier_complete(1234, 3), "1234");
+    EXPECT_EQ(nombres::entier_complete(0.5, 3), "001");
+    EXPECT_EQ(nombres::general(3), "3");
+    EXPECT_EQ(nombres::general(1.5), "1.5");
+}
+
+/// What is written is read again, and no cent is ever off.
+TEST(Nombres, UnMontantReluDonneLeMemeTexte) {
+    std::mt19937 hasard(20210519);
+    std::uniform_int_distribution<int> centimes(-99999999, 99999999);
+    for (int i = 0; i < 20000; ++i) {
+        const int c = centimes(hasard);
+        const std::string t = nombres::montant(c / 100.0);
+        ASSERT_EQ(std::lround(nombres::lis(t) * 100), c) << t;
+        ASSERT_EQ(nombres::montant(nombres::lis(t)), t);
+    }
+}
+
+TEST(Lignes, UneLigneValideePlusieursFoisOctetParOctet) {
+    const std::string x = article;
+    const std::string une = lignes::validee(x, 2, {});
+    EXPECT_EQ(une, x + " ##QUA:002.00##");
+    const std::string avec = lignes::validee(une, 2, Remarques{"Sans sel"});
+    EXPECT_EQ(avec, x + " ##QUA:002.00##{Sans sel}") << "without a remark the blank before the marker is cut off";
+    const std::string deux = lignes::validee(avec, 3, Remarques{"Sans sel"});
+    EXPECT_EQ(deux, x + "  ##QUA:003.00##{Sans sel}");
+    EXPECT_EQ(lignes::validee(deux, 3, Remarques{"Sans sel"}), x + "   ##QUA:003.00##{Sans sel}");
+    EXPECT_EQ(lignes::validee(x + " ##QUA:1000.00##{Sans sel}", 5, Remarques{"Sans sel"}),
+              x + " # ##QUA:005.00##{Sans sel}");
+    EXPECT_EQ(lignes::validee(x, 1000, {}), x + " ##QUA:1000.00##");
+    EXPECT_EQ(lignes::validee("  " + x + "  ", 1, Remarques{"", "  ", " a point "}), x + " ##QUA:001.00##{a point}");
+}
+
+TEST(Lignes, LesChampsSeLisentHorsDesRemarques) {
+    const std::string ligne = article + " ##QUA:003.00##{|DES:faux|PVE:1|COU:9|FA2:99 ##QUA:7}{Bleu}";
+    EXPECT_EQ(lignes::reference(ligne), "8880000000024  ");
+    EXPECT_EQ(lignes::libelle(ligne), "Entrecôte"_t);
+    EXPECT_EQ(lignes::prix(ligne), 24.5);
+    EXPECT_EQ(lignes::prix_affiche(ligne), "24.50");
+    EXPECT_EQ(lignes::chiffre_couleur(ligne), 4);
+    EXPECT_EQ(lignes::quantite(ligne), 3);
+    EXPECT_EQ(lignes::quantite_courte("x##QUA:1000.00##"), 1000) << "six characters: 1000.0";
+    EXPECT_FALSE(lignes::est_menu_compose(ligne));
+    EXPECT_EQ(lignes::segments(ligne), (Remarques{"|DES:faux|PVE:1|COU:9|FA2:99 ##QUA:7", "Bleu"}));
+
+    EXPECT_EQ(lignes::libelle("1|DES:Seul ##QUA:001.00##{x}"), "Seul") << "the record ends before the quantity";
+    EXPECT_EQ(lignes::libelle("sans rien"), "");
+    EXPECT_FALSE(lignes::prix("1|DES:x").has_value());
+    EXPECT_FALSE(lignes::quantite("{##QUA:5}").has_value());
+    EXPECT_EQ(lignes::segments("a{ouverte ##QUA:2"), Remarques{"ouverte ##QUA:2"});
+    EXPECT_EQ(lignes::segments("a{}b{c}"), (Remarques{"", "c"}));
+}
+
+TEST(Lignes, UneCompositionNEstPasUneRemarqueEtResteEnPlace) {
+    const std::string composition("{{Entréeµ8880000000284|Salade¦|¦}}"_t);
+    const std::string menu = "8880000000574  |DES:Menu|PVE:15.00|FA1:10|FA2:98|" + composition;
+    EXPECT_TRUE(lignes::est_menu_a_prix_fixe(menu));
+    EXPECT_TRUE(lignes::segments(menu).empty());
+    EXPECT_EQ(lignes::composition(menu), composition.substr(2, composition.size() - 4));
+    const std::string validee = lignes::validee(menu, 1, Remarques{"Lasagnes"});
+    EXPECT_EQ(validee, menu + " ##QUA:001.00##{Lasagnes}");
+    EXPECT_EQ(lignes::segments(validee), Remarques{"Lasagnes"});
+    EXPECT_EQ(lignes::validee(validee, 2, Remarques{"Frites"}), menu + "  ##QUA:002.00##{Frites}");
+
+    const std::string ouverte = menu.substr(0, menu.size() - 2);  // without "}}"
+    std::string l = ouverte;
+    for (const std::string r : {"Lasagnes", "Frites", ""}) {
+        l = lignes::validee(l, 2, Remarques{r});
+        EXPECT_EQ(lignes::composition(l), lignes::composition(menu));
+        EXPECT_EQ(lignes::segments(l), r.empty() ? Remarques{} : Remarques{r});
+        EXPECT_EQ(lignes::quantite(l), 2);
+    }
+    EXPECT_EQ(l, ouverte + "   ##QUA:002.00##");
+    EXPECT_FALSE(lignes::composition("{a}{b}").has_value());
+}
+
+TEST(Lignes, LesComposantsDUnMenu) {
+    const std::string menu(
+        "8880000000574  |DES:M|FA2:99|¤¤8880000000284  xSaladeð5ð1Ð8880000000307  xPâtesð0.5ð2.5|Ðreste"_t);
+    const auto c = lignes::composants(lignes::validee(menu, 2, Remarques{std::string("8880000000999  xFauxð1ð1Ð"_t)}));
+    ASSERT_EQ(c.size(), 2u);
+    EXPECT_EQ(c[0].reference, "8880000000284  ");
+    EXPECT_EQ(c[0].premier, 5);
+    EXPECT_EQ(c[0].second, 1);
+    EXPECT_EQ(c[1].reference, "8880000000307  ");
+    EXPECT_EQ(c[1].premier, .5);
+    EXPECT_EQ(c[1].second, 2.5);
+    EXPECT_TRUE(lignes::composants(article).empty());
+    EXPECT_EQ(lignes::composants("x|¤¤Ð"_t).size(), 1u) << "an empty component is one all the same";
+}
+
+/// Whatever is typed, an article stays what it is, and the remarks come back as they were taken over.
+TEST(Lignes, AucuneRemarqueNeChangeUneLigne) {
+    std::mt19937 hasard(1252);
+    const std::string_view morceaux[] = {
+        "{",   "}",     "|",   "{{", "}}", "##QUA:005.00##", "FA2:99", "FA2:98", "|DES:", "|PVE:9", "|COU:7",
+        "Ð"_t, "|¤¤"_t, "ð"_t, " ",  "a",  "\r\n",           "é"_t,    "\x01",   "\x02"};
+    const std::string articles[] = {article,
+                                    "1",
+                                    "",
+                                    std::string("7  |DES:M|FA2:98|{{Eµ|¦}}"_t),
+                                    std::string("7  |DES:M|PVE:3|FA2:98|{{Eµ|¦"_t),
+                                    std::string("7  |DES:M|FA2:99|¤¤8  xAð1ð1Ð"_t)};
+    const auto tire = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(hasard); };
+    for (int tour = 0; tour < 5000; ++tour) {
+        const std::string& x = articles[tire(std::size(articles))];
+        Remarques voulues, attendues;
+        for (std::size_t i = tire(4); i > 0; --i) {
+            std::string r;
+            for (std::size_t k = tire(6); k > 0; --k) r += morceaux[tire(std::size(morceaux))];
+            voulues.push_back(r);
+            const std::string gardee = lignes::neutralise(texte::rogne(r));
+            if (!texte::rogne(r).empty()) attendues.push_back(gardee);
+        }
+        std::string l = x;
+        for (const double q : {1., 12., 999.}) {
+            l = lignes::validee(l, q, voulues);
+            ASSERT_EQ(lignes::quantite(l), q) << l;
+            ASSERT_EQ(lignes::segments(l), attendues) << l;
+            ASSERT_EQ(lignes::libelle(l), lignes::libelle(x)) << l;
+            ASSERT_EQ(lignes::prix(l), lignes::prix(x)) << l;
+            ASSERT_EQ(lignes::composition(l), lignes::composition(x)) << l;
+            ASSERT_EQ(lignes::est_menu_compose(l), lignes::est_menu_compose(x)) << l;
+            ASSERT_EQ(lignes::composants(l).size(), lignes::composants(x).size()) << l;
+            ASSERT_EQ(l.find_first_of("\r\n"), std::string::npos);
+        }
+    }
+}
+
+TEST(Lignes, DesOctetsAuHasardNeFontJamaisEchouer) {
+    std::mt19937 hasard(7);
+    const std::string signes = "{}|#QUA:DESPVF0123456789 .\x01\x02\xB5\xA6\xA4\xD0\xF0";
+    for (int tour = 0; tour < 20000; ++tour) {
+        std::string l;
+        for (int n = std::uniform_int_distribution<int>(0, 60)(hasard); n > 0; --n)
+            l += signes[std::uniform_int_distribution<std::size_t>(0, signes.size() - 1)(hasard)];
+        for (const lignes::Composant& c : lignes::composants(l)) ASSERT_LE(c.reference.size(), 15u);
+        const std::string v = lignes::validee(l, 4, lignes::segments(l));
+        ASSERT_EQ(lignes::quantite(lignes::validee(v, 4, lignes::segments(v))), lignes::quantite(v)) << l;
+    }
+}
+
+TEST(Complements, LesRangsSuiventLesRemarquesEtNEnPerdentAucune) {
+    complements::charge({"a", "b"});
+    ASSERT_EQ(complements::rangs().size(), 20u);
+    complements::ajoute("c");
+    complements::pose(5, "{d|e}");
+    complements::retire(0);
+    EXPECT_EQ(complements::rangs()[0], "b");
+    EXPECT_EQ(complements::rangs()[1], "c");
+    EXPECT_EQ(complements::rangs()[4], "(d/e)");
+    EXPECT_EQ(complements::rangs().size(), 20u);
+    complements::pose(99, "hors");
+    complements::retire(99);
+
+    complements::charge(Remarques(25, "x"));
+    complements::ajoute("y");
+    ASSERT_EQ(complements::rangs().size(), 26u);
+    EXPECT_EQ(lignes::segments(lignes::validee(article, 1, complements::rangs())).size(), 26u);
+}
+
+}  // namespace
