@@ -10,15 +10,9 @@
 #include "config/reglages.h"
 #include "data/etat.h"
 #include "data/programme_touches.h"
-#include "platform/texte.h"
 #include "terrain.h"
 
 namespace tests {
-
-/// Bytes of the page 1252 as a test's report can show them.
-inline std::string lisible(std::string_view t) {
-    return texte::vers_utf8(t);
-}
 
 class Atelier : public testing::Test {
   protected:
