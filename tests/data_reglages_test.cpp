@@ -1,0 +1,146 @@
+// The settings store as it is found: missing, short, cut, damaged, full of nonsense.
+#include "atelier.h"
+#include "platform/texte.h"
+
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
+namespace {
+
+using fichiers::Issue;
+
+class ReglagesTest : public tests::Atelier {
+  protected:
+    std::string record(int n) const {
+        return terrain.lis("wwinqx42.wdo").substr(static_cast<std::size_t>(n - 1) * 20, 20);
+    }
+};
+
+TEST_F(ReglagesTest, UnMagasinTropCourtEstRefaitUnPlusLongComplete) {
+    terrain.pose("wwinqx42.wdo", std::string(399, 'x'));
+    ASSERT_TRUE(reglages::ouvre());
+    EXPECT_EQ(terrain.lis("wwinqx42.wdo"), std::string(40000, ' '));
+    reglages::ferme();
+
+    terrain.pose("wwinqx42.wdo", std::string(400, ' ') + "#I#9");
+    ASSERT_TRUE(reglages::ouvre());
+    EXPECT_EQ(reglages::nombre(21), 9) << "half a record is read as far as it goes";
+    EXPECT_EQ(reglages::nombre(25), 6);
+    EXPECT_EQ(reglages::texte(1999), "");
+    EXPECT_EQ(terrain.lis("wwinqx42.wdo").substr(400), "#I#9" + std::string(76, ' ') + "#I#006" + std::string(14, ' '));
+}
+
+TEST_F(ReglagesTest, UnReglagePrendSonDefautLaPremiereFois) {
+    ASSERT_TRUE(reglages::ouvre());
+    const std::pair<int, std::string_view> defauts[] = {
+        {3, "#I#20"},   {5, "#I#14"},   {6, "#I#2"},   {7, "#I#2"},   {8, "#I#10"},  {10, "#I#14"},
+        {11, "#I#2"},   {12, "#I#2"},   {13, "#I#10"}, {20, "#I#18"}, {21, "#I#2"},  {22, "#I#2"},
+        {23, "#I#10"},  {30, "#I#20"},  {40, "#I#20"}, {41, "#I#18"}, {42, "#I#20"}, {50, "#I#1"},
+        {25, "#I#006"}, {26, "#I#008"}, {51, "#I#28"}, {60, "#I#36"}, {61, "#I#3"},  {62, "#I#8"}};
+    for (const auto& [n, defaut] : defauts) {
+        EXPECT_EQ(reglages::nombre(n), std::stoi(std::string(defaut.substr(3)))) << n;
+        EXPECT_EQ(record(n), texte::complete(defaut, 20)) << n;
+    }
+    for (const int n : {1, 2, 55, 200, 201, 202, 1701}) EXPECT_EQ(reglages::nombre(n), 0) << "no default, not written";
+    EXPECT_EQ(record(2) + record(55), std::string(40, ' '));
+}
+
+TEST_F(ReglagesTest, UneValeurQuiNeVautRienNeNuitPas) {
+    const struct {
+        std::string_view contenu;
+        int attendu;
+    } table[] = {{"#I#12", 12},        {"#I# 7 ", 7}, {"#I#", 6}, {"#I#0", 6},     {"#I#-4", 6}, {"#I#abc", 6},
+                 {"#I#99999999", 100}, {"#i#12", 6},  {"12", 6},  {"#I#12.9", 12}, {"#I#3,5", 3}};
+    for (const auto& c : table) {
+        terrain.regle(25, c.contenu);
+        ASSERT_TRUE(reglages::ouvre());
+        EXPECT_EQ(reglages::nombre(25), c.attendu) << c.contenu;
+        const std::string_view reste = c.contenu.starts_with("#I#") ? c.contenu : "#I#006";
+        EXPECT_EQ(record(25), texte::complete(reste, 20)) << "what is set stays as it was entered";
+        reglages::ferme();
+    }
+    std::string zeros(40000, '\0');
+    terrain.pose("wwinqx42.wdo", zeros.replace(480, 7, "#I#11\r\n"));
+    ASSERT_TRUE(reglages::ouvre());
+    EXPECT_EQ(reglages::nombre(25), 11);
+    EXPECT_EQ(reglages::nombre(26), 8);
+    EXPECT_EQ(reglages::texte(55), "");
+    EXPECT_EQ(reglages::brut(55), std::string(20, ' '));
+}
+
+TEST_F(ReglagesTest, LesInterrupteursEtLesCouleurs) {
+    ASSERT_TRUE(reglages::ouvre());
+    ASSERT_EQ(reglages::ecrit(200, "OUI"), Issue::fait);
+    ASSERT_EQ(reglages::ecrit(25, "#I#12"), Issue::fait);
+    ASSERT_EQ(reglages::ecrit(1701, "#I#16777215"), Issue::fait);
+    ASSERT_EQ(reglages::ecrit(1702, "#I#0"), Issue::fait);
+    ASSERT_EQ(reglages::ecrit(1703, "#I#16777216"), Issue::fait);
+    ASSERT_EQ(reglages::ecrit(2001, std::string(30, 'x')), Issue::fait);
+    EXPECT_EQ(terrain.lis("wwinqx42.wdo").substr(480, 20), "#I#12" + std::string(15, ' '));
+    EXPECT_EQ(reglages::texte(200), "OUI");
+    EXPECT_EQ(reglages::valeur(200), "");
+    EXPECT_EQ(reglages::valeur(25), "12");
+    EXPECT_EQ(reglages::couleur(1701), 0xFFFFFF);
+    EXPECT_EQ(reglages::couleur(1702), 0);
+    EXPECT_EQ(reglages::couleur(1703), -1);
+    EXPECT_EQ(reglages::couleur(1704), -1);
+    EXPECT_EQ(terrain.lis("wwinqx42.wdo").size(), 2001u * 20);
+    for (const int n : {0, -1, 32768}) EXPECT_EQ(reglages::ecrit(n, "x"), Issue::refuse) << n;
+    EXPECT_EQ(reglages::brut(0), std::string(20, ' '));
+}
+
+TEST_F(ReglagesTest, LesDeuxFormesDeLaResolution) {
+    ASSERT_TRUE(reglages::ouvre());
+    EXPECT_FALSE(reglages::resolution_choisie());
+    const auto lue = [](int l, int h) {
+        const auto r = reglages::resolution();
+        return r.largeur == l && r.hauteur == h;
+    };
+    EXPECT_TRUE(lue(800, 800));
+    ASSERT_EQ(reglages::retouche_resolution({1280, 800}), Issue::fait);
+    EXPECT_EQ(record(2), "     01280 00800    ");
+    EXPECT_FALSE(reglages::resolution_choisie()) << "without #I# the next start asks";
+
+    ASSERT_EQ(reglages::ecrit_resolution({554, 770}, reglages::Forme::image), Issue::fait);
+    EXPECT_EQ(record(2), "#I#0:00554:00770    ");
+    EXPECT_TRUE(lue(554, 770));
+    ASSERT_EQ(reglages::ecrit_resolution({1024, 768}, reglages::Forme::saisie), Issue::fait);
+    EXPECT_EQ(record(2), "#I#101024:00768     ");
+    EXPECT_TRUE(lue(1024, 768));
+    ASSERT_EQ(reglages::retouche_resolution({1280, 800}), Issue::fait);
+    EXPECT_EQ(record(2), "#I#1001280000800    ");
+    EXPECT_TRUE(lue(1280, 800));
+    ASSERT_EQ(reglages::ecrit_resolution({12345, 70000}, reglages::Forme::saisie), Issue::fait);
+    EXPECT_TRUE(lue(2345, 0)) << "the typed form holds no more than four digits";
+}
+
+TEST_F(ReglagesTest, SansMagasinLesDefautsServent) {
+    EXPECT_EQ(reglages::nombre(25), 6);
+    EXPECT_EQ(reglages::texte(200), "");
+    EXPECT_NE(reglages::ecrit(200, "OUI"), Issue::fait);
+    std::filesystem::create_directory("wwinqx42.wdo");
+    EXPECT_FALSE(reglages::ouvre());
+    EXPECT_EQ(reglages::nombre(60), 36);
+}
+
+#ifndef _WIN32
+TEST_F(ReglagesTest, UnDisquePleinNEmpechePasDeCommencer) {
+    rlimit avant{};
+    getrlimit(RLIMIT_FSIZE, &avant);
+    const rlimit serre = {100, avant.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &serre);
+    const bool ouvert = reglages::ouvre();
+    const int colonnes = reglages::nombre(25);
+    const Issue issue = reglages::ecrit(25, "#I#12");
+    setrlimit(RLIMIT_FSIZE, &avant);
+    EXPECT_TRUE(ouvert);
+    EXPECT_EQ(colonnes, 6);
+    EXPECT_EQ(issue, Issue::plein);
+    EXPECT_EQ(reglages::ecrit(25, "#I#12"), Issue::fait);
+    EXPECT_EQ(reglages::nombre(25), 12);
+    EXPECT_EQ(reglages::nombre(5), 14);
+}
+#endif
+
+}  // namespace
