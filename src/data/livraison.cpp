@@ -52,11 +52,13 @@ bool ecrit_sonde(const std::string& repertoire, int record, const std::string& d
 
 bool copie_catalogue(const std::string& repertoire) {
     bool entier = false;
+    if (repertoire.empty()) return entier;
     for (const std::string_view nom : fichiers_du_catalogue) entier = copie(repertoire, nom);
     return entier;
 }
 
 Sort livre(const std::string& repertoire, const std::string& nom) {
+    if (repertoire.empty()) return Sort::reseau_perdu;
     if (nom.size() < commande::fin_en_attente.size()) return Sort::attend;
     std::string contenu;
     if (fichiers::lis_tout(nom, contenu) != Issue::fait) return Sort::attend;

@@ -1,4 +1,5 @@
-// What the worker does on the network directory: plain functions of their arguments, without shared state.
+// What the worker does on the network directory: plain functions of their arguments, without shared state. A blank
+// directory is never there.
 #pragma once
 
 #include <string>
