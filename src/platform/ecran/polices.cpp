@@ -88,8 +88,9 @@ Glyphe dessine(Police police, int taille, char32_t point, int quart) {
 void coupe_paragraphe(Police police, int taille, std::string_view t, int largeur, std::vector<std::string>& lignes) {
     std::string ligne;
     while (!t.empty()) {
-        const auto fin = std::min(
-            t.find(' ', t.find_first_not_of(' ') == std::string_view::npos ? 0 : t.find_first_not_of(' ')), t.size());
+        // A word with the blanks before it.
+        const auto debut = std::min(t.find_first_not_of(' '), t.size());
+        const auto fin = std::min(t.find(' ', debut), t.size());
         const std::string_view mot = t.substr(0, fin);
         t.remove_prefix(fin);
         const std::string essai = ligne + std::string(mot);
