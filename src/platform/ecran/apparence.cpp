@@ -27,12 +27,12 @@ constexpr Look looks[] = {
     {palette::doux, palette::encre, false},    // vide
     {palette::doux, palette::encre, false},    // entete
     {sans_couleur, palette::encre, false},     // ligne
-    {palette::doux, palette::encre, false},    // titre_groupe
+    {0xFFE0C0, palette::encre, false},         // titre_groupe
     {palette::blanc, palette::rouge, false},   // pastille
     {palette::blanc, palette::encre, true},    // choisie
-    {palette::blanc, palette::encre, true},    // champ
+    {palette::blanc, palette::encre, false},   // champ
     {palette::blanc, palette::encre, false},   // boite
-    {0xE6DED2, palette::encre, false},         // clavier
+    {0xE4DED3, palette::encre, false},         // clavier
 };
 
 const Look& look(Role role) {

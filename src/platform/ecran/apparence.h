@@ -12,10 +12,10 @@ inline constexpr Couleur sans_couleur = -1;
 namespace palette {
 inline constexpr Couleur encre = 0x1F2A36, papier = 0xF4F1EB, blanc = 0xFFFFFF, trait = 0xD9D2C6, gris = 0x6B7280,
                          vert = 0x23704F, rouge = 0xA83A2B, ambre = 0xD98E04, bleu = 0x2F5D8A, noir = 0x000000,
-                         doux = 0xEBE6DF, jaune = 0xF0C64F, pale = 0xC9D1D9;
+                         doux = 0xECE7DE, jaune = 0xF0C64F, pale = 0xC9D1D9;
 /// The colours of the digits 0 to 9 that the catalogue gives to keys.
 inline constexpr Couleur chiffres[10] = {0xFFFFFF, 0xC24B45, 0xD9782D, 0xF0C64F, 0x4F8F5F,
-                                         0x2F7F7C, 0x3F72A8, 0x6E569C, 0xB95A86, 0x9C756B};
+                                         0x2F7F7C, 0x3F72A8, 0x6E569C, 0xB95A86, 0x7C756B};
 }  // namespace palette
 
 /// What a control, or a cell, looks like. Gives its ground, text and border; a control's own colours go before.

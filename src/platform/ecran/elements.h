@@ -1,10 +1,9 @@
-// What is to be seen, as a flat list: each turn the painter makes it anew from the forms and compares it with the one
-// it painted last.
+// What is to be seen, as a flat list of simple shapes: each turn the painter makes it anew from the forms and compares
+// it with the one that it painted last.
 #pragma once
 
 #include <cstdint>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -14,30 +13,44 @@
 namespace ecran {
 
 struct Element {
-    enum class Sorte : std::uint8_t { aplat, rond, texte, champ, icone };
+    enum class Sorte : std::uint8_t {
+        aplat,   ///< a rectangle
+        rond,    ///< a rectangle with round corners
+        cadre,   ///< as before, but only its edge, `decalage` pixels wide; what is within is painted next
+        ombre,   ///< the soft shadow of a box: `cadre` is the box, `rayon` the blur
+        texte,   ///< a caption, broken and shrunk to fit
+        saisie,  ///< a field's text: one line, never shrunk, moved left by `decalage`
+        icone,   ///< a glyph of the icon font in the middle of `cadre`
+    };
+    std::uint64_t ordre = 0;      ///< place of form, control, cell and part: grows along the list, and stays the same
+    std::uint64_t empreinte = 0;  ///< of all that follows; two elements with the same one look the same
     Sorte sorte = Sorte::aplat;
-    Zone zone;  ///< nothing of it lies outside
+    Zone cadre;  ///< pixels; the shape's own rectangle
+    Zone zone;   ///< nothing of it is painted outside
     Couleur couleur = 0;
-    int opacite = 255;
-    int rayon = 0;  ///< of a rounded rectangle
-    Coins coins = tous;
+    int opacite = opaque;
+    int rayon = 0;
+    unsigned coins = tous_coins;
+    std::string_view texte;  ///< lies in the form, valid during the turn in which the list was made
     Police police = Police::normale;
     int taille = 0;  ///< em size in pixels
     Alignement alignement = Alignement::centre;
-    std::string texte;
+    int lignes_max = 0;  ///< of a caption, 0: as many as fit
     char32_t glyphe = 0;
-    int decalage = 0;  ///< pixels by which a field's text is moved to the left
+    int decalage = 0;  ///< pixels, of a field's text or a frame
 
-    bool operator==(const Element&) const = default;
-    /// Hides what lies below its zone.
-    bool est_opaque() const { return sorte == Sorte::aplat && opacite == 255; }
+    /// Hides all that lies below its zone.
+    bool couvre() const { return sorte == Sorte::aplat && opacite >= opaque; }
 };
 
-/// The list for a stack of forms upon a screen of that size in pixels.
-void fait_la_liste(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,
-                   std::vector<Element>& liste);
+/// Makes the list for a stack of forms upon a screen of that size in pixels; see Peintre::peint().
+void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,
+             std::vector<Element>& liste);
+
+/// A number that tells an element's looks from all others'.
+std::uint64_t empreinte(const Element& e);
 
 /// Draws one element.
-void dessine(const Element& e, Toile& toile);
+void dessine(const Element& e, const Toile& toile);
 
 }  // namespace ecran

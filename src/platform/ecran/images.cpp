@@ -14,7 +14,7 @@ struct Ligne {
 
 /// The picture set below 50: functions of the terminal, then what a restaurant serves.
 constexpr Ligne serie[] = {
-    {1, {0xE7D3, "louche"}},
+    {1, {0xE561, "carte"}},
     {2, {0xEACC, "œuf"}},
     {3, {0xEA35, "légumes"}},
     {4, {0xF1E9, "tapas"}},
@@ -24,9 +24,9 @@ constexpr Ligne serie[] = {
     {8, {0xF1F4, "plateau"}},
     {9, {0xE7E9, "gâteau"}},
     {10, {0xEAAC, "biscuit"}},
-    {11, {0xEA42, "table"}},
+    {11, {0xEAC6, "table"}},
     {12, {0xE8AC, "quitter"}},
-    {13, {0xE241, "familles"}},
+    {13, {0xE896, "familles"}},
     {14, {0xEFEF, "café et soucoupe"}},
     {15, {0xEA67, "serveur"}},
     {16, {0xE56C, "couverts"}},
@@ -73,7 +73,7 @@ constexpr Ligne dialogues[] = {
     {image_droite, {0xE5C8, "vers la droite"}},
     {image_haut, {0xE5D8, "vers le haut"}},
     {image_bas, {0xE5DB, "vers le bas"}},
-    {image_liste, {0xE241, "liste"}},
+    {image_liste, {0xE896, "liste"}},
     {image_corbeille, {0xE872, "effacer"}},
     {image_gomme, {0xE14A, "effacer la ligne", palette::gris}},
     {image_plus, {0xE145, "plus"}},

@@ -10,12 +10,15 @@ namespace ecran {
 namespace {
 
 constexpr std::size_t zones_max = 12;
+/// Painting goes on by bands of about this many pixels, which stay in the processor's cache from the ground to the
+/// text.
+constexpr int pixels_par_bande = 1 << 16;
 
 std::int64_t surface(const Zone& z) {
     return z.vide() ? 0 : static_cast<std::int64_t>(z.droite - z.gauche) * (z.bas - z.haut);
 }
 
-/// Zones to paint: two become one only when that is no dearer than both.
+/// Zones to paint; two become one when that is no dearer than both.
 class Salissures {
   public:
     explicit Salissures(const Zone& ecran) : ecran_(ecran) {}
@@ -34,15 +37,34 @@ class Salissures {
             i = 0;
         }
         zones_.push_back(z);
-        if (zones_.size() > zones_max) tout();
+        if (zones_.size() > zones_max) joint_les_proches();
     }
 
-    void tout() { zones_ = {ecran_}; }
     std::vector<Zone> zones() && { return std::move(zones_); }
 
   private:
     Zone ecran_;
     std::vector<Zone> zones_;
+
+    /// Joins the two zones whose union costs least.
+    void joint_les_proches() {
+        std::size_t a = 0, b = 1;
+        std::int64_t moindre = -1;
+        for (std::size_t i = 0; i < zones_.size(); ++i) {
+            for (std::size_t k = i + 1; k < zones_.size(); ++k) {
+                const std::int64_t cout =
+                    surface(reunion(zones_[i], zones_[k])) - surface(zones_[i]) - surface(zones_[k]);
+                if (moindre >= 0 && cout >= moindre) continue;
+                moindre = std::max<std::int64_t>(0, cout);
+                a = i;
+                b = k;
+            }
+        }
+        const Zone ensemble = reunion(zones_[a], zones_[b]);
+        zones_.erase(zones_.begin() + static_cast<std::ptrdiff_t>(b));
+        zones_.erase(zones_.begin() + static_cast<std::ptrdiff_t>(a));
+        ajoute(ensemble);
+    }
 };
 
 }  // namespace
@@ -56,38 +78,40 @@ struct Peintre::Interne {
 
     Zone ecran() const { return {0, 0, image.largeur, image.hauteur}; }
 
-    /// Where the new list differs from the last one, between their common beginning and their common end.
+    /// Where the new list differs from the last one. Both are in the order of their elements' places, so that one walk
+    /// along the two pairs each element with what stood in its place before.
     std::vector<Zone> compare() const {
         Salissures sales(ecran());
-        if (tout_a_peindre) {
-            sales.tout();
-            return std::move(sales).zones();
-        }
-        const std::size_t n = liste.size(), m = derniere.size();
-        if (n == m) {
-            for (std::size_t i = 0; i < n; ++i) {
-                if (liste[i] == derniere[i]) continue;
-                sales.ajoute(derniere[i].zone);
-                sales.ajoute(liste[i].zone);
+        auto n = liste.begin(), d = derniere.begin();
+        while (n != liste.end() || d != derniere.end()) {
+            if (d == derniere.end() || (n != liste.end() && n->ordre < d->ordre)) {
+                sales.ajoute((n++)->zone);
+            } else if (n == liste.end() || d->ordre < n->ordre) {
+                sales.ajoute((d++)->zone);
+            } else {
+                if (n->empreinte != d->empreinte) {
+                    sales.ajoute(d->zone);
+                    sales.ajoute(n->zone);
+                }
+                ++n, ++d;
             }
-            return std::move(sales).zones();
         }
-        std::size_t debut = 0, fin = 0;
-        while (debut < std::min(n, m) && liste[debut] == derniere[debut]) ++debut;
-        while (fin < std::min(n, m) - debut && liste[n - 1 - fin] == derniere[m - 1 - fin]) ++fin;
-        for (std::size_t i = debut; i < m - fin; ++i) sales.ajoute(derniere[i].zone);
-        for (std::size_t i = debut; i < n - fin; ++i) sales.ajoute(liste[i].zone);
         return std::move(sales).zones();
     }
 
-    void repeint(const Zone& z) {
-        Toile toile(image, z);
-        std::size_t premier = 0;
-        for (std::size_t i = 0; i < liste.size(); ++i) {
-            if (liste[i].est_opaque() && intersection(liste[i].zone, z) == z) premier = i;
+    void repeint_bande(const Zone& z) {
+        const Toile toile(image, z);
+        auto premier = liste.begin();
+        for (auto e = liste.begin(); e != liste.end(); ++e) {
+            if (e->couvre() && intersection(e->zone, z) == z) premier = e;
         }
-        for (std::size_t i = premier; i < liste.size(); ++i) {
-            if (!intersection(liste[i].zone, z).vide()) dessine(liste[i], toile);
+        for (auto e = premier; e != liste.end(); ++e) dessine(*e, toile);
+    }
+
+    void repeint(const Zone& z) {
+        const int rangs = std::max(16, pixels_par_bande / std::max(1, z.droite - z.gauche));
+        for (int haut = z.haut; haut < z.bas; haut += rangs) {
+            repeint_bande({z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
         }
     }
 };
@@ -109,8 +133,8 @@ void Peintre::dimensionne(int largeur, int hauteur, double echelle) {
 std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& appui) {
     Interne& p = *interne_;
     p.liste.clear();
-    fait_la_liste(pile, appui, p.image.largeur, p.image.hauteur, p.echelle, p.liste);
-    p.zones = p.compare();
+    compose(pile, appui, p.image.largeur, p.image.hauteur, p.echelle, p.liste);
+    p.zones = p.tout_a_peindre ? std::vector<Zone>{p.ecran()} : p.compare();
     for (const Zone& z : p.zones) p.repeint(z);
     std::swap(p.liste, p.derniere);
     p.tout_a_peindre = false;

@@ -1,4 +1,5 @@
-// The embedded fonts: measures and glyph pictures, kept once made.
+// The embedded fonts: measures and glyph pictures, kept once made. References stay valid until the next call of the
+// same function.
 #pragma once
 
 #include <cstdint>
@@ -18,12 +19,23 @@ struct Glyphe {
     std::vector<std::uint8_t> couverture;
 };
 
-inline constexpr int quarts = 4;  ///< places of a glyph between two pixels
+inline constexpr int quarts = 4;          ///< places of a glyph between two pixels
+inline constexpr int taille_max = 600;    ///< of an em, pixels; larger ones are drawn like this one
+inline constexpr int taille_lisible = 9;  ///< captions shrink no further, pixels
 
-/// `taille` is the em size in pixels, kept within 1 to 600; `quart` moves the picture to the right by quarters of a
-/// pixel.
+/// `taille` is the em size in pixels; `quart` moves the picture to the right by quarters of a pixel.
 const Glyphe& glyphe(Police police, int taille, char32_t point, int quart = 0);
+/// What is painted for a character of the page 1252: itself, or a blank for a control character.
+char32_t point_peint(unsigned char octet);
+/// Whether the font has a picture of its own for a code point.
+bool possede(Police police, char32_t point);
+
+/// Widths in pixels, for characters of the page 1252.
+float avance(Police police, int taille, unsigned char octet);
+/// How much closer (negative) two neighbours stand; 0 when `avant` is 0.
+float crenage(Police police, int taille, unsigned char avant, unsigned char octet);
 float largeur_texte(Police police, int taille, std::string_view texte);
+
 /// From the top of the line box to the base line, and the line's height, in pixels.
 struct Metrique {
     float ascendante, hauteur;
@@ -35,8 +47,13 @@ struct MiseEnLignes {
     int taille = 0;  ///< em size in pixels after shrinking
     std::vector<std::string> lignes;
 };
-/// Breaks on words (and at line breaks), shrinks what does not fit, then cuts with "…". The result stays valid until
-/// the next call.
-const MiseEnLignes& met_en_lignes(Police police, int taille, std::string_view texte, int largeur, int hauteur);
+/// What a caption has to fit into.
+struct Place {
+    int largeur = 0, hauteur = 0;  ///< pixels
+    int lignes_max = 0;            ///< 0: as many as fit the height
+    int taille_minimale = taille_lisible;
+};
+/// Breaks on words (and at line breaks), shrinks what does not fit, then cuts with "…".
+const MiseEnLignes& met_en_lignes(Police police, int taille, std::string_view texte, const Place& place);
 
 }  // namespace ecran

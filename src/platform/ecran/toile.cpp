@@ -2,19 +2,44 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <map>
 #include <vector>
-
-#include "platform/texte.h"
 
 namespace ecran {
 namespace {
 
-std::uint32_t melange(std::uint32_t dessous, std::uint32_t dessus, std::uint32_t opacite) {
-    const std::uint32_t a = opacite + (opacite >> 7), b = 256 - a;
+/// An opacity of 0 to 255 as a share of 256, so that mixing needs no division.
+std::uint32_t part(int opacite) {
+    const auto o = static_cast<std::uint32_t>(std::clamp(opacite, 0, opaque));
+    return o + (o >> 7);
+}
+
+std::uint32_t melange(std::uint32_t dessous, std::uint32_t dessus, std::uint32_t a) {
+    const std::uint32_t b = 256 - a;
     const std::uint32_t rb = ((dessous & 0xFF00FF) * b + (dessus & 0xFF00FF) * a) >> 8;
     const std::uint32_t v = ((dessous & 0x00FF00) * b + (dessus & 0x00FF00) * a) >> 8;
     return (rb & 0xFF00FF) | (v & 0x00FF00);
+}
+
+/// As melange() over a row. Works on bytes in blocks, which compilers turn into vector instructions.
+void melange_rangee(std::uint32_t* p, int n, std::uint32_t couleur, std::uint32_t a) {
+    constexpr int bloc = 16;
+    constexpr int pixels_par_bloc = bloc / 4;
+    std::uint16_t ajout[bloc];
+    std::uint8_t octets[4];
+    std::memcpy(octets, &couleur, 4);
+    for (int i = 0; i < bloc; ++i) ajout[i] = static_cast<std::uint16_t>(octets[i % 4] * a);
+    const auto b = static_cast<std::uint16_t>(256 - a);
+    auto* o = reinterpret_cast<std::uint8_t*>(p);
+    int i = 0;
+    for (; i + pixels_par_bloc <= n; i += pixels_par_bloc, o += bloc) {
+        for (int k = 0; k < bloc; ++k) {
+            const auto somme = static_cast<std::uint16_t>(o[k] * b + ajout[k]);
+            o[k] = static_cast<std::uint8_t>(somme >> 8);
+        }
+    }
+    for (; i < n; ++i) p[i] = melange(p[i], couleur, a);
 }
 
 /// Coverage of the pixels of a quarter disc, its centre at the bottom right: row by row, `rayon` to a row.
@@ -28,21 +53,36 @@ const std::vector<std::uint8_t>& quart_de_disque(int rayon) {
         for (int x = 0; x < rayon; ++x) {
             int dedans = 0;
             for (int i = 0; i < finesse * finesse; ++i) {
-                const double dx = rayon - x - (i % finesse + 0.5) / finesse,
-                             dy = rayon - y - (i / finesse + 0.5) / finesse;
+                const double dx = rayon - x - (i % finesse + 0.5) / finesse;
+                const double dy = rayon - y - (i / finesse + 0.5) / finesse;
                 if (dx * dx + dy * dy <= static_cast<double>(rayon) * rayon) ++dedans;
             }
-            m[static_cast<std::size_t>(y * rayon + x)] = static_cast<std::uint8_t>(dedans * 255 / (finesse * finesse));
+            m[static_cast<std::size_t>(y * rayon + x)] =
+                static_cast<std::uint8_t>(dedans * opaque / (finesse * finesse));
         }
     }
     return m;
 }
 
+/// Share of a shadow at the positions `debut` to `fin` along one axis: that of a bar from `a` to `b`, blurred.
+std::vector<float> profil(int debut, int fin, int a, int b, int flou) {
+    std::vector<float> p;
+    p.reserve(static_cast<std::size_t>(std::max(0, fin - debut)));
+    const float largeur = static_cast<float>(flou) * std::sqrt(2.0F);
+    for (int i = debut; i < fin; ++i) {
+        const float x = static_cast<float>(i) + 0.5F;
+        p.push_back(
+            0.5F * (std::erf((x - static_cast<float>(a)) / largeur) - std::erf((x - static_cast<float>(b)) / largeur)));
+    }
+    return p;
+}
+
 }  // namespace
 
 Zone intersection(const Zone& a, const Zone& b) {
-    return {std::max(a.gauche, b.gauche), std::max(a.haut, b.haut), std::min(a.droite, b.droite),
-            std::min(a.bas, b.bas)};
+    const Zone z = {std::max(a.gauche, b.gauche), std::max(a.haut, b.haut), std::min(a.droite, b.droite),
+                    std::min(a.bas, b.bas)};
+    return z.vide() ? Zone{} : z;
 }
 
 Zone reunion(const Zone& a, const Zone& b) {
@@ -52,75 +92,122 @@ Zone reunion(const Zone& a, const Zone& b) {
             std::max(a.bas, b.bas)};
 }
 
-void Toile::ligne(int y, int debut, int fin, Couleur couleur, int opacite) {
-    if (y < coupe_.haut || y >= coupe_.bas) return;
-    debut = std::max(debut, coupe_.gauche);
-    fin = std::min(fin, coupe_.droite);
-    if (debut >= fin) return;
-    std::uint32_t* p = image_.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.largeur);
-    const auto c = static_cast<std::uint32_t>(couleur);
-    if (opacite >= 255) {
-        std::fill(p + debut, p + fin, c);
-    } else {
-        for (int x = debut; x < fin; ++x) p[x] = melange(p[x], c, static_cast<std::uint32_t>(opacite));
+Zone retreci(const Zone& z, int n) {
+    return {z.gauche + n, z.haut + n, z.droite - n, z.bas - n};
+}
+
+Toile::Toile(Image& image, const Zone& coupe)
+    : image_(image), coupe_(intersection(coupe, {0, 0, image.largeur, image.hauteur})) {}
+
+void Toile::remplit(const Zone& z, Couleur couleur, int opacite) {
+    const Zone c = intersection(z, coupe_);
+    const auto teinte = static_cast<std::uint32_t>(couleur);
+    for (int y = c.haut; y < c.bas; ++y) {
+        std::uint32_t* p = rangee(y) + c.gauche;
+        if (opacite >= opaque) {
+            std::fill_n(p, c.droite - c.gauche, teinte);
+        } else {
+            melange_rangee(p, c.droite - c.gauche, teinte, part(opacite));
+        }
     }
 }
 
-void Toile::point(int x, int y, Couleur couleur, int opacite) {
-    if (opacite > 0) ligne(y, x, x + 1, couleur, opacite);
+/// The quarter disc in the square of `rayon` pixels whose top left is given, or the whole square.
+void Toile::coin(int gauche, int haut, int rayon, Coins lequel, Couleur couleur, int opacite) {
+    const Zone c = intersection({gauche, haut, gauche + rayon, haut + rayon}, coupe_);
+    if (c.vide()) return;
+    const auto& disque = quart_de_disque(rayon);
+    const bool a_l_envers = (lequel & (haut_droite | bas_droite)) != 0, retourne = (lequel & coins_bas) != 0;
+    const auto teinte = static_cast<std::uint32_t>(couleur);
+    for (int y = c.haut; y < c.bas; ++y) {
+        const int rang = retourne ? rayon - 1 - (y - haut) : y - haut;
+        const std::uint8_t* d = disque.data() + static_cast<std::ptrdiff_t>(rang) * rayon;
+        std::uint32_t* p = rangee(y);
+        for (int x = c.gauche; x < c.droite; ++x) {
+            const int k = a_l_envers ? rayon - 1 - (x - gauche) : x - gauche;
+            if (d[k] != 0) p[x] = melange(p[x], teinte, part(d[k] * opacite / opaque));
+        }
+    }
 }
 
-void Toile::remplit(const Zone& z, Couleur couleur) {
-    voile(z, couleur, 255);
+/// The `r` pixel rows at `y` that hold two corners, round where `coins` says so.
+void Toile::rang_de_coins(const Zone& z, int r, int y, unsigned coins, Couleur couleur, int opacite) {
+    const auto gauche = static_cast<Coins>(coins & (haut_gauche | bas_gauche));
+    const auto droite = static_cast<Coins>(coins & (haut_droite | bas_droite));
+    const int debut = z.gauche + (gauche != aucun_coin ? r : 0), fin = z.droite - (droite != aucun_coin ? r : 0);
+    remplit({debut, y, fin, y + r}, couleur, opacite);
+    if (gauche != aucun_coin) coin(z.gauche, y, r, gauche, couleur, opacite);
+    if (droite != aucun_coin) coin(fin, y, r, droite, couleur, opacite);
 }
 
-void Toile::voile(const Zone& z, Couleur couleur, int opacite) {
-    const Zone c = intersection(z, coupe_);
-    for (int y = c.haut; y < c.bas; ++y) ligne(y, c.gauche, c.droite, couleur, opacite);
-}
-
-void Toile::rectangle_rond(const Zone& z, int rayon, Coins coins, Couleur couleur, int opacite) {
+void Toile::arrondi(const Zone& z, int rayon, unsigned coins, Couleur couleur, int opacite) {
     if (intersection(z, coupe_).vide()) return;
     const int r = std::clamp(rayon, 0, std::min(z.droite - z.gauche, z.bas - z.haut) / 2);
-    const int h = coins & hauts ? r : 0, b = coins & bas ? r : 0;
-    voile({z.gauche, z.haut + h, z.droite, z.bas - b}, couleur, opacite);
-    if (r == 0) return;
-    const auto& disque = quart_de_disque(r);
-    const auto bord = [&](int y, int rang) {
-        if (y < coupe_.haut || y >= coupe_.bas) return;
-        ligne(y, z.gauche + r, z.droite - r, couleur, opacite);
-        for (int x = 0; x < r; ++x) {
-            const int a = disque[static_cast<std::size_t>(rang * r + x)] * opacite / 255;
-            point(z.gauche + x, y, couleur, a);
-            point(z.droite - 1 - x, y, couleur, a);
-        }
-    };
-    for (int i = 0; i < h; ++i) bord(z.haut + i, i);
-    for (int i = 0; i < b; ++i) bord(z.bas - 1 - i, i);
+    const int haut = coins & coins_hauts ? r : 0, bas = coins & coins_bas ? r : 0;
+    remplit({z.gauche, z.haut + haut, z.droite, z.bas - bas}, couleur, opacite);
+    if (haut != 0) rang_de_coins(z, r, z.haut, coins & coins_hauts, couleur, opacite);
+    if (bas != 0) rang_de_coins(z, r, z.bas - r, coins & coins_bas, couleur, opacite);
 }
 
-void Toile::glyphe_en(const Glyphe& g, int x, int y, Couleur couleur) {
+void Toile::cadre_arrondi(const Zone& z, int rayon, int bord, Couleur couleur) {
+    const int r = std::clamp(rayon, 0, std::min(z.droite - z.gauche, z.bas - z.haut) / 2);
+    if (intersection(z, coupe_).vide() || r < bord) return arrondi(z, rayon, tous_coins, couleur);
+    rang_de_coins(z, r, z.haut, coins_hauts, couleur, opaque);
+    remplit({z.gauche, z.haut + r, z.gauche + bord, z.bas - r}, couleur);
+    remplit({z.droite - bord, z.haut + r, z.droite, z.bas - r}, couleur);
+    rang_de_coins(z, r, z.bas - r, coins_bas, couleur, opaque);
+}
+
+void Toile::ombre(const Zone& boite, int flou, int opacite) {
+    const Zone c = intersection(retreci(boite, -3 * flou), coupe_);
+    if (c.vide() || flou <= 0) return;
+    const Zone coeur = intersection(retreci(boite, flou), c);
+    const auto colonnes = profil(c.gauche, c.droite, boite.gauche, boite.droite, flou);
+    const auto rangs = profil(c.haut, c.bas, boite.haut, boite.bas, flou);
+    for (int y = c.haut; y < c.bas; ++y) {
+        std::uint32_t* p = rangee(y);
+        const float force = rangs[static_cast<std::size_t>(y - c.haut)] * static_cast<float>(opacite);
+        const bool dedans = y >= coeur.haut && y < coeur.bas;
+        for (int x = c.gauche; x < c.droite; ++x) {
+            if (dedans && x == coeur.gauche) x = coeur.droite;
+            if (x >= c.droite) break;
+            const int a = static_cast<int>(force * colonnes[static_cast<std::size_t>(x - c.gauche)] + 0.5F);
+            p[x] = melange(p[x], static_cast<std::uint32_t>(palette::noir), part(a));
+        }
+    }
+}
+
+void Toile::couverture(const Glyphe& g, int x, int y, Couleur couleur) {
     const Zone c = intersection({x, y, x + g.largeur, y + g.hauteur}, coupe_);
-    const auto couleur_pleine = static_cast<std::uint32_t>(couleur);
+    const auto teinte = static_cast<std::uint32_t>(couleur);
     for (int l = c.haut; l < c.bas; ++l) {
-        std::uint32_t* p =
-            image_.pixels.data() + static_cast<std::size_t>(l) * static_cast<std::size_t>(image_.largeur);
-        const std::uint8_t* a = g.couverture.data() + static_cast<std::ptrdiff_t>(l - y) * g.largeur - x;
-        for (int k = c.gauche; k < c.droite; ++k) {
-            if (a[k] != 0) p[k] = melange(p[k], couleur_pleine, a[k]);
+        std::uint32_t* p = rangee(l) + c.gauche;
+        const std::uint8_t* a = g.couverture.data() + static_cast<std::ptrdiff_t>(l - y) * g.largeur + (c.gauche - x);
+        for (int k = 0; k < c.droite - c.gauche; ++k) {
+            if (a[k] == opaque) {
+                p[k] = teinte;
+            } else if (a[k] != 0) {
+                p[k] = melange(p[k], teinte, a[k] + (a[k] >> 7U));
+            }
         }
     }
 }
 
 void Toile::texte(Police police, int taille, std::string_view t, float x, float y, Couleur couleur) {
     const int base = static_cast<int>(std::lround(y));
-    for (const char octet : t) {
+    unsigned char avant = 0;
+    for (const char c : t) {
+        const auto octet = static_cast<unsigned char>(c);
+        x += crenage(police, taille, avant, octet);
+        avant = octet;
+        if (x > static_cast<float>(coupe_.droite + taille)) return;
         const int place = static_cast<int>(std::floor(x * quarts + 0.5F));
         const int pixel = place >= 0 ? place / quarts : (place - quarts + 1) / quarts;
-        const Glyphe& g =
-            glyphe(police, taille, texte::point_de_code(static_cast<unsigned char>(octet)), place - pixel * quarts);
-        glyphe_en(g, pixel + g.gauche, base + g.haut, couleur);
-        x += g.avance;
+        if (x >= static_cast<float>(coupe_.gauche - 3 * taille)) {
+            const Glyphe& g = glyphe(police, taille, point_peint(octet), place - pixel * quarts);
+            couverture(g, pixel + g.gauche, base + g.haut, couleur);
+        }
+        x += avance(police, taille, octet);
     }
 }
 
@@ -129,8 +216,8 @@ void Toile::icone(char32_t p, int taille, int x, int y, Couleur couleur) {
     const Metrique m = metrique(Police::images, taille);
     const float gauche = static_cast<float>(x) - g.avance / 2;
     const float base = static_cast<float>(y) - m.hauteur / 2 + m.ascendante;
-    glyphe_en(g, static_cast<int>(std::lround(gauche)) + g.gauche, static_cast<int>(std::lround(base)) + g.haut,
-              couleur);
+    couverture(g, static_cast<int>(std::lround(gauche)) + g.gauche, static_cast<int>(std::lround(base)) + g.haut,
+               couleur);
 }
 
 }  // namespace ecran
