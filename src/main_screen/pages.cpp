@@ -308,7 +308,8 @@ void affiche_articles() {
     const bool nommee = connue && static_cast<std::size_t>(famille) < noms.size();
     const std::string titre =
         nommee ? std::string(sans_couleur_de_nom(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
-    titres(titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
+    titres(titre,
+           titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     const bool suite = etat::numero_page + 1 < nb_pages;
     init_g2(suite ? "#RETO#|#SUIT#|||#FONC#NOTE|#LFAM#|" : "#RETO#||||#FONC#NOTE|#LFAM#|",
             suite ? images_suite : images_fin);

@@ -5,6 +5,9 @@
 namespace processus {
 namespace {
 
+/// What a replay finds in the place of the machine's identifier: it writes the same orders everywhere.
+constexpr const char* machine_simulee = "rejeu";
+
 bool seulement_enregistre = false;
 std::string derniere;
 
@@ -24,7 +27,7 @@ std::string derniere_commande() {
 }
 
 std::string identifiant_machine() {
-    return systeme::identifiant_machine();
+    return seulement_enregistre ? machine_simulee : systeme::identifiant_machine();
 }
 
 }  // namespace processus

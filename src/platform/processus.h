@@ -11,7 +11,7 @@ enum class Fenetre { normale, agrandie };
 /// Starts a program by its command line and does not wait for it. False when it cannot be started.
 bool lance(std::string_view commande, Fenetre fenetre);
 
-/// From now on starts are only recorded (replays); lance() then always succeeds.
+/// From now on (replays) starts are only recorded, lance() always succeeds, and the machine is a simulated one.
 void enregistre_seulement(bool oui);
 /// The last command line given to lance(); empty when none was.
 std::string derniere_commande();
