@@ -21,9 +21,8 @@ class Mesure {
         float x = 0;
         cumul_.push_back(0);
         for (std::size_t i = 0; i < t.size(); ++i) {
-            const auto octet = static_cast<unsigned char>(t[i]);
-            x += avance(police, 1, octet);
-            if (i > 0) x += crenage(police, 1, static_cast<unsigned char>(t[i - 1]), octet);
+            x += avance(police, 1, octet(i));
+            if (i > 0) x += crenage(police, 1, octet(i - 1), octet(i));
             cumul_.push_back(x);
         }
         hauteur_ = metrique(police, 1).hauteur;
@@ -34,7 +33,11 @@ class Mesure {
         std::size_t debut, fin;
     };
 
-    float largeur(const Morceau& m) const { return cumul_[m.fin] - cumul_[m.debut]; }
+    float largeur(const Morceau& m) const {
+        if (m.fin <= m.debut) return 0;
+        const float attache = m.debut > 0 ? crenage(police_, 1, octet(m.debut - 1), octet(m.debut)) : 0;
+        return cumul_[m.fin] - cumul_[m.debut] - attache;
+    }
     std::string_view texte(const Morceau& m) const { return texte_.substr(m.debut, m.fin - m.debut); }
     Police police() const { return police_; }
 
@@ -68,6 +71,8 @@ class Mesure {
     std::vector<float> cumul_;  ///< width of the first n characters
     float hauteur_ = 1;
 
+    unsigned char octet(std::size_t i) const { return static_cast<unsigned char>(texte_[i]); }
+
     /// Blanks at the beginning of a paragraph stay, those at the end of a line go.
     void coupe_paragraphe(Morceau p, float largeur_max, std::vector<Morceau>& lignes) const {
         while (p.fin > p.debut && texte_[p.fin - 1] == ' ') --p.fin;
@@ -89,10 +94,9 @@ class Mesure {
 
 /// The longest beginning that fits with "…" behind it.
 std::string raccourci(std::string ligne, Police police, int taille, int largeur) {
-    const float reste = static_cast<float>(largeur) - avance(police, taille, static_cast<unsigned char>(suite));
-    while (!ligne.empty() && (ligne.back() == ' ' || largeur_texte(police, taille, ligne) > reste)) ligne.pop_back();
-    if (ligne.empty() && reste < 0) return ligne;
-    return ligne + suite;
+    const auto trop_long = [&] { return largeur_texte(police, taille, ligne + suite) > static_cast<float>(largeur); };
+    while (!ligne.empty() && (ligne.back() == ' ' || trop_long())) ligne.pop_back();
+    return trop_long() ? ligne : ligne + suite;
 }
 
 /// Cuts what does not fit even at the smallest size.
