@@ -32,12 +32,6 @@ constexpr std::array<std::string_view, 12> touches_couverts = {"1", "2", "3", "4
                                                                "7", "8", "9", "10", "11", "Autres"};
 
 enum CaseBarre { efface = 0, liste = 2, rapide = 3, valide = 5 };
-const formes::ToucheDeBarre barre[6] = {{"Effacer", image_retour_arriere, Role::detruire},
-                                        {},
-                                        {"Liste", image_liste, Role::action},
-                                        {"999 / 1", 0, Role::action, 22},
-                                        {},
-                                        {"Valider", image_valider, Role::aller}};
 
 class Saisie {
   public:
@@ -65,6 +59,12 @@ class Saisie {
         moitie({zone.gauche, zone.haut, l, zone.hauteur}, "N° de Table"_t, "Label5", "g3", touches_table, police);
         moitie({zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Couverts", "Label7", "g1", touches_couverts,
                police);
+        const formes::ToucheDeBarre barre[6] = {{"Effacer", image_retour_arriere, Role::detruire},
+                                                {},
+                                                {"Liste", image_liste, Role::action},
+                                                {"999 / 1", 0, Role::action, formes::est_etroit() ? 14 : 22},
+                                                {},
+                                                {"Valider", image_valider, Role::aller}};
         formes::ajoute_barre(forme_, barre);
     }
 

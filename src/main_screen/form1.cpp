@@ -1,5 +1,6 @@
 #include "main_screen/form1.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -24,6 +25,7 @@
 #include "main_screen/touches.h"
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
+#include "platform/ecran/polices.h"
 #include "platform/texte.h"
 
 namespace form1 {
@@ -155,12 +157,39 @@ void place_services() {
     const bool etroit = formes::est_etroit();
     const int pas = px(etroit ? 44 : 72), largeur = formes::largeur();
     int gauche = largeur - 3 * pas;
-    forme()("label_etat").cadre = {largeur / 4, 0, gauche - largeur / 4 - px(etroit ? 8 : 24), hauteur_bandeau};
     forme()("label_etat").aspect.police = etroit ? police_etat_etroite : police_etat;
     for (const Service& s : services) {
         forme()(s.nom).cadre = {gauche, 0, pas, hauteur_bandeau};
         gauche += pas;
     }
+}
+
+/// Who, which table, how many covers and lines, and the total; the narrow screen leaves the lines out.
+std::string texte_etat() {
+    if (etat::nom_serveur.empty()) return "Choisissez votre nom";
+    const std::string_view point = " · "_t;
+    std::string t = etat::nom_serveur;
+    const auto ajoute = [&](const std::string& s) { t += std::string(point) + s; };
+    if (!etat::table_couverts.empty()) {
+        ajoute("Table " + std::string(texte::colonnes(etat::table_couverts, 3, 3)));
+        const std::string couverts(texte::rogne(texte::colonnes(etat::table_couverts, 6, 2)));
+        if (!couverts.empty()) ajoute(couverts + (formes::est_etroit() ? " couv." : " couverts"));
+    }
+    if (!formes::est_etroit()) {
+        ajoute(std::to_string(etat::nb_lignes_note) + (etat::nb_lignes_note > 1 ? " lignes" : " ligne"));
+    }
+    ajoute(etat::total_note);
+    return t;
+}
+
+/// The state takes the room that its text needs, left of the service pictures; the title keeps the rest.
+void partage_bandeau() {
+    Controle& c = forme()("label_etat");
+    const int droite = forme()("logoserv").cadre.gauche - px(formes::est_etroit() ? 8 : 24);
+    const int voulu = largeur_en_twips(c.aspect.police, true, c.texte()) + px(2);
+    const int gauche = std::max(droite - voulu, formes::largeur() / 5);
+    c.cadre = {gauche, 0, droite - gauche, hauteur_bandeau};
+    forme()("label_haut").aspect.marge_droite = formes::largeur() - gauche;
 }
 
 void quitte() {
@@ -264,27 +293,13 @@ void titre_accueil() {
 void affiche_etat() {
     Controle& c = forme()("label_etat");
     forme()("logoserv").aspect.image = etat::hors_ligne ? image_wifi_coupe : image_wifi;
-    if (etat::nom_serveur.empty()) {
-        c.texte() = "Choisissez votre nom";
-        return;
-    }
-    const std::string_view point = " · "_t;
-    std::string t = etat::nom_serveur;
-    const auto ajoute = [&](const std::string& s) { t += std::string(point) + s; };
-    if (!etat::table_couverts.empty()) {
-        ajoute("Table " + std::string(texte::colonnes(etat::table_couverts, 3, 3)));
-        const std::string couverts(texte::rogne(texte::colonnes(etat::table_couverts, 6, 2)));
-        if (!couverts.empty()) ajoute(couverts + (formes::est_etroit() ? " couv." : " couverts"));
-    }
-    if (!formes::est_etroit()) {
-        ajoute(std::to_string(etat::nb_lignes_note) + (etat::nb_lignes_note > 1 ? " lignes" : " ligne"));
-    }
-    ajoute(etat::total_note);
-    c.texte() = t;
+    c.texte() = texte_etat();
+    partage_bandeau();
 }
 
 void annonce_etat(std::string_view texte) {
     forme()("label_etat").texte() = texte;
+    partage_bandeau();
 }
 
 void appel_fonctions(std::string_view mode) {

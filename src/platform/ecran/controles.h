@@ -55,6 +55,7 @@ struct Aspect {
     Alignement alignement = Alignement::centre;
     PlaceImage place_image = PlaceImage::seule;
     int marge_gauche = 0;  ///< twips added to the left of the text
+    int marge_droite = 0;  ///< twips kept free to the right of the text
     int marge_haut = 0;    ///< twips kept free above the text
     int marge_bas = 0;     ///< twips kept free below the text
     bool trait = false;    ///< of a list's cell: a thin line below, as wide as the list

@@ -29,7 +29,7 @@ constexpr Ligne serie[] = {
     {13, {0xE896, "familles"}},
     {14, {0xEFEF, "café et soucoupe"}},
     {15, {0xEA67, "serveur"}},
-    {16, {0xE56C, "couverts"}},
+    {16, {0xE561, "couverts"}},
     {17, {0xE5C8, "page suivante"}},
     {18, {0xE5C4, "page précédente"}},
     {19, {0xE7D3, "soupe"}},

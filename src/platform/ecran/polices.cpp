@@ -5,6 +5,7 @@
 #include <limits>
 #include <unordered_map>
 
+#include "platform/ecran/apparence.h"
 #include "platform/texte.h"
 
 #define STB_TRUETYPE_IMPLEMENTATION
@@ -149,6 +150,10 @@ float largeur_texte(Police police, int taille, std::string_view t) {
         avant = octet;
     }
     return l * static_cast<float>(taille);
+}
+
+int largeur_en_twips(int points, bool gras, std::string_view t) {
+    return static_cast<int>(largeur_texte(gras ? Police::grasse : Police::normale, points * twips_par_point, t)) + 1;
 }
 
 Metrique metrique(Police police, int taille) {

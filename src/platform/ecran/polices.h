@@ -36,6 +36,8 @@ float avance(Police police, int taille, unsigned char octet);
 float crenage(Police police, int taille, unsigned char avant, unsigned char octet);
 float largeur_texte(Police police, int taille, std::string_view texte);
 
+/// As above in twips, for a text of `points` (20 twips each).
+int largeur_en_twips(int points, bool gras, std::string_view texte);
 /// From the top of the line box to the base line, and the line's height, in pixels.
 struct Metrique {
     float ascendante, hauteur;
