@@ -246,15 +246,13 @@ void Composition::panneau(const Zone& z, Couleur couleur, bool touche, bool appu
          enfonce(couleur));
 }
 
-/// What is seen of it: the two lower corners and what lies below the key.
 void Composition::ombre_de_touche(const Zone& z, Couleur couleur) {
-    const int r = p_.pixels(coin);
-    const Zone ombre = {z.gauche, std::max(z.haut, z.bas - 2 * r), z.droite, z.bas + p_.px(ombre_touche)};
-    const Zone vue = {z.gauche, std::max(z.haut, z.bas - r), z.droite, ombre.bas};
-    Element* e = ajoute(Part::ombre, Sorte::rond, ombre, vue, palette::encre);
+    const int r = p_.pixels(coin), descente = p_.px(ombre_touche);
+    const Zone vue = {z.gauche, std::max(z.haut, z.bas - r), z.droite, z.bas + descente};
+    Element* e = ajoute(Part::ombre, Sorte::pied, z, vue, palette::encre);
     if (e == nullptr) return;
     e->rayon = r;
-    e->coins = coins_bas;
+    e->decalage = descente;
     e->opacite = couleur == palette::encre ? opacite_touche_sombre : opacite_touche;
 }
 

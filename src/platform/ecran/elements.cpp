@@ -68,6 +68,8 @@ void dessine(const Element& e, const Toile& toile) {
             return t.arrondi(e.cadre, e.rayon, e.coins, e.couleur, e.opacite);
         case Element::Sorte::cadre:
             return t.cadre_arrondi(e.cadre, e.rayon, e.decalage, e.couleur);
+        case Element::Sorte::pied:
+            return t.ombre_de_touche(e.cadre, e.rayon, e.decalage, e.couleur, e.opacite);
         case Element::Sorte::ombre:
             return t.ombre(e.cadre, e.rayon, e.opacite);
         case Element::Sorte::icone:

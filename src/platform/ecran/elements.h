@@ -18,6 +18,7 @@ struct Element {
         rond,    ///< a rectangle with round corners
         cadre,   ///< as before, but only its edge, `decalage` pixels wide; what is within is painted next
         ombre,   ///< the soft shadow of a box: `cadre` is the box, `rayon` the blur
+        pied,    ///< the narrow shadow of a key: `cadre` is the key, `decalage` how much lower the shadow lies
         texte,   ///< a caption, broken and shrunk to fit
         saisie,  ///< a field's text: one line, never shrunk, moved left by `decalage`
         icone,   ///< a glyph of the icon font in the middle of `cadre`
@@ -37,7 +38,7 @@ struct Element {
     Alignement alignement = Alignement::centre;
     int lignes_max = 0;  ///< of a caption, 0: as many as fit
     char32_t glyphe = 0;
-    int decalage = 0;  ///< pixels, of a field's text or a frame
+    int decalage = 0;  ///< pixels, of a field's text, a frame or a key's shadow
 
     /// Hides all that lies below its zone.
     bool couvre() const { return sorte == Sorte::aplat && opacite >= opaque; }

@@ -54,7 +54,7 @@ Zone Placement::place_du_texte(const Zone& z, const Aspect& a, const Rang& rang)
     int gauche = 0, droite = 0, dessus = 0;
     const int largeur = z.droite - z.gauche;
     if (rang.liste) {
-        gauche = px(rang.premiere ? marge_liste : marge_cellule);
+        gauche = px(marge_cellule);
         droite = px(rang.derniere ? marge_liste : marge_cellule);
         if (a.alignement == Alignement::centre) gauche = droite = px(marge_legende);
     } else if (est_touche(a.role) || a.role == Role::titre_groupe) {
@@ -66,8 +66,8 @@ Zone Placement::place_du_texte(const Zone& z, const Aspect& a, const Rang& rang)
         if (a.alignement == Alignement::gauche) gauche = marge;
         if (a.alignement == Alignement::droite) droite = marge;
     }
-    return {z.gauche + gauche + pixels(a.marge_gauche), z.haut + dessus + pixels(a.marge_haut),
-            z.droite - droite - pixels(a.marge_droite), z.bas - dessus - pixels(a.marge_bas)};
+    return {z.gauche + gauche + pixels(a.marge_gauche), z.haut + dessus + pixels(a.marge_haut), z.droite - droite,
+            z.bas - dessus - pixels(a.marge_bas)};
 }
 
 /// The em size of a picture: its drawing fills about five sixths of it.

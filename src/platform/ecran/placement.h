@@ -30,7 +30,7 @@ struct PlaceMarque {
     bool au_bout = false;
 };
 
-/// A cell's place in its list, which its margins depend on.
+/// A cell's place in its list, which its margins and its ground depend on.
 struct Rang {
     bool liste = false;     ///< on a card, as rows of text
     bool premiere = false;  ///< the first shown column

@@ -42,26 +42,42 @@ void melange_rangee(std::uint32_t* p, int n, std::uint32_t couleur, std::uint32_
     for (; i < n; ++i) p[i] = melange(p[i], couleur, a);
 }
 
-/// Coverage of the pixels of a quarter disc, its centre at the bottom right: row by row, `rayon` to a row.
-const std::vector<std::uint8_t>& quart_de_disque(int rayon) {
-    static std::map<int, std::vector<std::uint8_t>> faits;
-    auto& m = faits[rayon];
-    if (!m.empty()) return m;
+/// A quarter disc, its centre at the bottom right, of as many rows and columns as its radius has pixels.
+struct QuartDeDisque {
+    struct Rang {
+        int debut;  ///< the first pixel that is touched
+        int plein;  ///< the first one that is covered, as are all behind it
+    };
+    std::vector<Rang> rangs;
+    std::vector<std::uint8_t> couverture;  ///< row by row
+};
+
+std::uint8_t couverture_du_disque(int rayon, int x, int y) {
     constexpr int finesse = 8;
-    m.resize(static_cast<std::size_t>(rayon) * static_cast<std::size_t>(rayon));
-    for (int y = 0; y < rayon; ++y) {
-        for (int x = 0; x < rayon; ++x) {
-            int dedans = 0;
-            for (int i = 0; i < finesse * finesse; ++i) {
-                const double dx = rayon - x - (i % finesse + 0.5) / finesse;
-                const double dy = rayon - y - (i / finesse + 0.5) / finesse;
-                if (dx * dx + dy * dy <= static_cast<double>(rayon) * rayon) ++dedans;
-            }
-            m[static_cast<std::size_t>(y * rayon + x)] =
-                static_cast<std::uint8_t>(dedans * opaque / (finesse * finesse));
-        }
+    int dedans = 0;
+    for (int i = 0; i < finesse * finesse; ++i) {
+        const double dx = rayon - x - (i % finesse + 0.5) / finesse;
+        const double dy = rayon - y - (i / finesse + 0.5) / finesse;
+        if (dx * dx + dy * dy <= static_cast<double>(rayon) * rayon) ++dedans;
     }
-    return m;
+    return static_cast<std::uint8_t>(dedans * opaque / (finesse * finesse));
+}
+
+const QuartDeDisque& quart_de_disque(int rayon) {
+    static std::map<int, QuartDeDisque> faits;
+    QuartDeDisque& q = faits[rayon];
+    if (!q.rangs.empty()) return q;
+    for (int y = 0; y < rayon; ++y) {
+        QuartDeDisque::Rang rang = {rayon, rayon};
+        for (int x = rayon - 1; x >= 0; --x) {
+            const std::uint8_t c = couverture_du_disque(rayon, x, y);
+            if (c == opaque) rang.plein = x;
+            if (c != 0) rang.debut = x;
+        }
+        q.rangs.push_back(rang);
+        for (int x = 0; x < rayon; ++x) q.couverture.push_back(couverture_du_disque(rayon, x, y));
+    }
+    return q;
 }
 
 /// Share of a shadow at the positions `debut` to `fin` along one axis: that of a bar from `a` to `b`, blurred.
@@ -99,45 +115,53 @@ Zone retreci(const Zone& z, int n) {
 Toile::Toile(Image& image, const Zone& coupe)
     : image_(image), coupe_(intersection(coupe, {0, 0, image.largeur, image.hauteur})) {}
 
+/// Part of a row; `y` is within the clip.
+void Toile::trait(int y, int debut, int fin, Couleur couleur, int opacite) {
+    debut = std::max(debut, coupe_.gauche);
+    fin = std::min(fin, coupe_.droite);
+    if (debut >= fin) return;
+    std::uint32_t* p = rangee(y) + debut;
+    if (opacite >= opaque) {
+        std::fill_n(p, fin - debut, static_cast<std::uint32_t>(couleur));
+    } else {
+        melange_rangee(p, fin - debut, static_cast<std::uint32_t>(couleur), part(opacite));
+    }
+}
+
+void Toile::point(int x, int y, Couleur couleur, int opacite) {
+    if (x < coupe_.gauche || x >= coupe_.droite) return;
+    std::uint32_t& p = rangee(y)[x];
+    p = melange(p, static_cast<std::uint32_t>(couleur), part(opacite));
+}
+
 void Toile::remplit(const Zone& z, Couleur couleur, int opacite) {
     const Zone c = intersection(z, coupe_);
-    const auto teinte = static_cast<std::uint32_t>(couleur);
-    for (int y = c.haut; y < c.bas; ++y) {
-        std::uint32_t* p = rangee(y) + c.gauche;
-        if (opacite >= opaque) {
-            std::fill_n(p, c.droite - c.gauche, teinte);
+    for (int y = c.haut; y < c.bas; ++y) trait(y, c.gauche, c.droite, couleur, opacite);
+}
+
+/// The `r` pixel rows at `y` that hold two corners, upper or lower ones, round where `coins` says so. `creux` rows of
+/// them, on the side of the middle, are drawn in the corners alone.
+void Toile::rang_de_coins(const Zone& z, int r, int y, unsigned coins, Couleur couleur, int opacite, int creux) {
+    const bool gauche = (coins & (haut_gauche | bas_gauche)) != 0, droite = (coins & (haut_droite | bas_droite)) != 0;
+    const bool en_bas = (coins & coins_bas) != 0;
+    const QuartDeDisque& disque = quart_de_disque(r);
+    const int fin = std::min(y + r, coupe_.bas);
+    for (int l = std::max(y, coupe_.haut); l < fin; ++l) {
+        const int rang = en_bas ? r - 1 - (l - y) : l - y;
+        const auto [debut, plein] = disque.rangs[static_cast<std::size_t>(rang)];
+        const std::uint8_t* d = disque.couverture.data() + static_cast<std::ptrdiff_t>(rang) * r;
+        const int x0 = z.gauche + (gauche ? plein : 0), x1 = z.droite - (droite ? plein : 0);
+        if (r - rang <= creux) {
+            trait(l, x0, z.gauche + r, couleur, opacite);
+            trait(l, z.droite - r, x1, couleur, opacite);
         } else {
-            melange_rangee(p, c.droite - c.gauche, teinte, part(opacite));
+            trait(l, x0, x1, couleur, opacite);
+        }
+        for (int k = debut; k < plein; ++k) {
+            if (gauche) point(z.gauche + k, l, couleur, d[k] * opacite / opaque);
+            if (droite) point(z.droite - 1 - k, l, couleur, d[k] * opacite / opaque);
         }
     }
-}
-
-/// The quarter disc in the square of `rayon` pixels whose top left is given, or the whole square.
-void Toile::coin(int gauche, int haut, int rayon, Coins lequel, Couleur couleur, int opacite) {
-    const Zone c = intersection({gauche, haut, gauche + rayon, haut + rayon}, coupe_);
-    if (c.vide()) return;
-    const auto& disque = quart_de_disque(rayon);
-    const bool a_l_envers = (lequel & (haut_droite | bas_droite)) != 0, retourne = (lequel & coins_bas) != 0;
-    const auto teinte = static_cast<std::uint32_t>(couleur);
-    for (int y = c.haut; y < c.bas; ++y) {
-        const int rang = retourne ? rayon - 1 - (y - haut) : y - haut;
-        const std::uint8_t* d = disque.data() + static_cast<std::ptrdiff_t>(rang) * rayon;
-        std::uint32_t* p = rangee(y);
-        for (int x = c.gauche; x < c.droite; ++x) {
-            const int k = a_l_envers ? rayon - 1 - (x - gauche) : x - gauche;
-            if (d[k] != 0) p[x] = melange(p[x], teinte, part(d[k] * opacite / opaque));
-        }
-    }
-}
-
-/// The `r` pixel rows at `y` that hold two corners, round where `coins` says so.
-void Toile::rang_de_coins(const Zone& z, int r, int y, unsigned coins, Couleur couleur, int opacite) {
-    const auto gauche = static_cast<Coins>(coins & (haut_gauche | bas_gauche));
-    const auto droite = static_cast<Coins>(coins & (haut_droite | bas_droite));
-    const int debut = z.gauche + (gauche != aucun_coin ? r : 0), fin = z.droite - (droite != aucun_coin ? r : 0);
-    remplit({debut, y, fin, y + r}, couleur, opacite);
-    if (gauche != aucun_coin) coin(z.gauche, y, r, gauche, couleur, opacite);
-    if (droite != aucun_coin) coin(fin, y, r, droite, couleur, opacite);
 }
 
 void Toile::arrondi(const Zone& z, int rayon, unsigned coins, Couleur couleur, int opacite) {
@@ -156,6 +180,12 @@ void Toile::cadre_arrondi(const Zone& z, int rayon, int bord, Couleur couleur) {
     remplit({z.gauche, z.haut + r, z.gauche + bord, z.bas - r}, couleur);
     remplit({z.droite - bord, z.haut + r, z.droite, z.bas - r}, couleur);
     rang_de_coins(z, r, z.bas - r, coins_bas, couleur, opaque);
+}
+
+void Toile::ombre_de_touche(const Zone& touche, int rayon, int descente, Couleur couleur, int opacite) {
+    const int r = std::clamp(rayon, 0, std::min(touche.droite - touche.gauche, touche.bas - touche.haut) / 2);
+    if (r == 0) return remplit({touche.gauche, touche.bas, touche.droite, touche.bas + descente}, couleur, opacite);
+    rang_de_coins(touche, r, touche.bas + descente - r, coins_bas, couleur, opacite, r - descente);
 }
 
 void Toile::ombre(const Zone& boite, int flou, int opacite) {

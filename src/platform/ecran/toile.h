@@ -46,6 +46,9 @@ class Toile {
     /// As above, for a shape that another one will cover but for `bord` pixels on all sides: its middle may be left
     /// out.
     void cadre_arrondi(const Zone& z, int rayon, int bord, Couleur couleur);
+    /// What is seen of a key's shadow, which lies `descente` pixels lower than the key: below it and in its two
+    /// corners.
+    void ombre_de_touche(const Zone& touche, int rayon, int descente, Couleur couleur, int opacite);
     /// The soft shadow of a box, black, `flou` pixels (the standard deviation) wide; the inside of the box is left out.
     void ombre(const Zone& boite, int flou, int opacite);
     /// One line of text: `x` is the pen's left, `y` the base line, in pixels.
@@ -60,8 +63,9 @@ class Toile {
     std::uint32_t* rangee(int y) const {
         return image_.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(image_.largeur);
     }
-    void rang_de_coins(const Zone& z, int r, int y, unsigned coins, Couleur couleur, int opacite);
-    void coin(int gauche, int haut, int rayon, Coins lequel, Couleur couleur, int opacite);
+    void trait(int y, int debut, int fin, Couleur couleur, int opacite);
+    void point(int x, int y, Couleur couleur, int opacite);
+    void rang_de_coins(const Zone& z, int r, int y, unsigned coins, Couleur couleur, int opacite, int creux = 0);
     void couverture(const Glyphe& g, int x, int y, Couleur couleur);
 };
 
