@@ -14,7 +14,7 @@ struct Ligne {
 
 /// The picture set below 50: functions of the terminal, then what a restaurant serves.
 constexpr Ligne serie[] = {
-    {1, {0xE561, "carte"}},
+    {1, {0xE56C, "fourchette et couteau"}},
     {2, {0xEACC, "œuf"}},
     {3, {0xEA35, "légumes"}},
     {4, {0xF1E9, "tapas"}},

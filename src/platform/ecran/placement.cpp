@@ -66,8 +66,8 @@ Zone Placement::place_du_texte(const Zone& z, const Aspect& a, const Rang& rang)
         if (a.alignement == Alignement::gauche) gauche = marge;
         if (a.alignement == Alignement::droite) droite = marge;
     }
-    return {z.gauche + gauche + pixels(a.marge_gauche), z.haut + dessus + pixels(a.marge_haut), z.droite - droite,
-            z.bas - dessus - pixels(a.marge_bas)};
+    return {z.gauche + gauche + pixels(a.marge_gauche), z.haut + dessus + pixels(a.marge_haut),
+            z.droite - droite - pixels(a.marge_droite), z.bas - dessus - pixels(a.marge_bas)};
 }
 
 /// The em size of a picture: its drawing fills about five sixths of it.
