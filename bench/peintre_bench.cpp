@@ -55,6 +55,53 @@ void une_touche(benchmark::State& etat) {
 }
 BENCHMARK(une_touche)->Unit(benchmark::kMicrosecond);
 
+/// A turn of the loop in which nothing has changed.
+void rien_de_neuf(benchmark::State& etat) {
+    Forme f;
+    construit_page(f, 1280, 770);
+    Peintre p;
+    p.dimensionne(1280, 770, 1);
+    Forme* pile[] = {&f};
+    p.peint(pile, {});
+    for (auto _ : etat) benchmark::DoNotOptimize(p.peint(pile, {}).size());
+}
+BENCHMARK(rien_de_neuf)->Unit(benchmark::kMicrosecond);
+
+/// A message box comes over a full page: veil, shadow and all.
+void une_boite(benchmark::State& etat) {
+    Forme f, boite;
+    construit_page(f, 1280, 770);
+    boite.role = Role::boite;
+    boite.voile = true;
+    boite.cadre = {290 * 15, 235 * 15, 700 * 15, 300 * 15};
+    Peintre p;
+    p.dimensionne(1280, 770, 1);
+    Forme* pile[] = {&f, &boite};
+    std::size_t n = 1;
+    for (auto _ : etat) {
+        benchmark::DoNotOptimize(p.peint(std::span<Forme* const>(pile).first(n), {}).size());
+        n = 3 - n;
+    }
+}
+BENCHMARK(une_boite)->Unit(benchmark::kMicrosecond);
+
+/// A caption that has to be broken and shrunk; a new one each time, so that none is known.
+void mise_en_lignes(benchmark::State& etat) {
+    int n = 0;
+    for (auto _ : etat) {
+        const std::string t = "Salade de chèvre chaud aux noix et au miel " + std::to_string(++n);
+        benchmark::DoNotOptimize(met_en_lignes(Police::grasse, 28, t, {150, 100}).taille);
+    }
+}
+BENCHMARK(mise_en_lignes)->Unit(benchmark::kMicrosecond);
+
+void mise_en_lignes_connue(benchmark::State& etat) {
+    for (auto _ : etat) {
+        benchmark::DoNotOptimize(met_en_lignes(Police::grasse, 28, "Magret de canard", {150, 100}).taille);
+    }
+}
+BENCHMARK(mise_en_lignes_connue)->Unit(benchmark::kMicrosecond);
+
 void copie_de_l_image(benchmark::State& etat) {
     const auto n = static_cast<std::size_t>(etat.range(0) * etat.range(1));
     std::vector<std::uint32_t> a(n, 1), b(n, 2);

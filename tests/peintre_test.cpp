@@ -52,6 +52,7 @@ class Hasard {
         a.alignement = static_cast<Alignement>(entre(0, 2));
         a.place_image = static_cast<PlaceImage>(entre(0, 2));
         a.marge_haut = entre(0, 3) == 0 ? entre(0, 20 * px) : 0;
+        if (entre(0, 5) == 0) a.marge_gauche = a.marge_droite = entre(0, 30 * px);
         a.trait = pile();
         return a;
     }
@@ -70,6 +71,7 @@ void remplit_grille(Hasard& h, Controle& c) {
     for (Aspect& a : g.cellules) a = h.aspect();
     g.espace = h.pile() ? rythme : 0;
     g.hauteur_ligne = h.pile() ? h.entre(8, 40) * px : 0;
+    if (h.entre(0, 3) == 0) g.hauteurs.assign(static_cast<std::size_t>(g.lignes), h.entre(5, 40) * px);
     g.lignes_fixes = g.hauteur_ligne > 0 ? h.entre(0, 1) : 0;
     g.defile = h.pile();
     g.premiere_ligne = g.hauteur_ligne > 0 ? h.entre(0, g.lignes - 1) : 0;

@@ -1,10 +1,8 @@
-// From the forms to the list of elements: grounds, captions and pictures of controls and cells, in the order in which
-// they are painted.
-#include <algorithm>
+#include "platform/ecran/composition.h"
+
 #include <cmath>
 
-#include "platform/ecran/elements.h"
-#include "platform/ecran/placement.h"
+#include "platform/ecran/images.h"
 
 namespace ecran {
 namespace {
@@ -13,16 +11,11 @@ using Sorte = Element::Sorte;
 
 // Lengths of the looks, in design pixels.
 constexpr int rayon_boite = 12, barre_boite = 10, flou_ombre = 16, descente_ombre = 12;
-constexpr int ombre_touche = 2, bord_choisie = 4, bord_case = 3, creux = 2;
-constexpr int bande_ascenseur = 18, largeur_ascenseur = 7, marge_ascenseur = 6, ascenseur_min = 24;
-constexpr int retrait_trait = 14, largeur_curseur = 3, intervalle_marque = 6;
+constexpr int bord_choisie = 4, bord_case = 3, creux = 2;
+constexpr int largeur_curseur = 3, intervalle_marque = 6;
 
 constexpr int opacite_voile = 115, opacite_ombre = 115, opacite_touche = 45, opacite_touche_sombre = 78;
-constexpr Couleur couleur_ascenseur = 0x9A938A, titre_sans_texte = 0xFFF1E2;
 constexpr int police_par_defaut = 12;  ///< points
-
-/// What an element is of its control or cell, in the order of painting.
-enum class Part : std::uint8_t { bande, ombre, bord, creux, fond, trait, image, texte, curseur, marque, coche };
 
 Couleur nuance(Couleur c, int vers, int pourcent) {
     const auto canal = [=](int decalage) {
@@ -34,123 +27,16 @@ Couleur nuance(Couleur c, int vers, int pourcent) {
 Couleur assombrit(Couleur c, int pourcent) {
     return nuance(c, 0, pourcent);
 }
-/// Ground of a key that is held down; what cannot get darker gets lighter.
-Couleur enfonce(Couleur c) {
-    return contraste(c, palette::noir) < 2 ? nuance(c, 255, 22) : assombrit(c, 16);
-}
 Couleur bord_de(Couleur fond) {
     if (fond == palette::blanc) return palette::trait;
     return fond == palette::encre ? fond : assombrit(fond, 12);
 }
 
-class Composition {
-  public:
-    Composition(std::vector<Element>& sortie, double echelle, const Appui& appui, const Zone& ecran)
-        : sortie_(sortie), p_(echelle), appui_(appui), ecran_(ecran), coupe_(ecran) {
-        aplat(Part::fond, ecran, palette::encre);
-    }
+}  // namespace
 
-    void forme(const Forme& f) {
-        numero_forme_ += pas_forme;
-        if (!f.visible) return;
-        forme_ = &f;
-        ordre_ = numero_forme_;
-        p_.origine(f.cadre.gauche, f.cadre.haut);
-        fond_de_forme(f);
-        std::uint64_t rang = 0;
-        for (const auto& c : f.controles) {
-            ordre_ = numero_forme_ + ++rang * pas_controle;
-            if (c->visible) controle(*c);
-            coupe_ = ecran_;
-        }
-    }
-
-  private:
-    static constexpr std::uint64_t pas_cellule = 1ULL << 8, pas_controle = 1ULL << 32, pas_forme = 1ULL << 52;
-    static constexpr std::uint64_t cellule_max = (1ULL << 24) - 1;
-
-    std::vector<Element>& sortie_;
-    Placement p_;
-    const Appui& appui_;
-    Zone ecran_, coupe_;  ///< nothing is painted outside the latter
-    const Forme* forme_ = nullptr;
-    std::uint64_t numero_forme_ = 0, ordre_ = 0;  ///< the latter without the part
-
-    /// Every element goes through here; what cannot be seen is left out.
-    Element* ajoute(Part part, Sorte sorte, const Zone& cadre, const Zone& zone, Couleur couleur) {
-        const Zone vue = intersection(zone, coupe_);
-        if (vue.vide()) return nullptr;
-        Element& e = sortie_.emplace_back();
-        e.ordre = ordre_ + static_cast<std::uint64_t>(part);
-        e.sorte = sorte;
-        e.cadre = cadre;
-        e.zone = vue;
-        e.couleur = couleur;
-        return &e;
-    }
-
-    void aplat(Part part, const Zone& z, Couleur couleur, int opacite = opaque) {
-        if (Element* e = ajoute(part, Sorte::aplat, z, z, couleur)) e->opacite = opacite;
-    }
-
-    void rond(Part part, const Zone& z, int rayon, Couleur couleur, unsigned coins = tous_coins) {
-        Element* e = ajoute(part, Sorte::rond, z, z, couleur);
-        if (e == nullptr) return;
-        e->rayon = std::max(0, rayon);
-        e->coins = coins;
-    }
-
-    /// A picture of em size `cote` around a point, not painted outside `dans`.
-    void icone(Part part, const Zone& dans, char32_t glyphe, int cote, int x, int y, Couleur couleur) {
-        const int r = cote / 2 + 1;
-        const Zone cadre = {x - r, y - r, x + r, y + r};
-        Element* e = ajoute(part, Sorte::icone, cadre, intersection(cadre, dans), couleur);
-        if (e == nullptr) return;
-        e->glyphe = glyphe;
-        e->taille = cote;
-    }
-
-    void fond_de_forme(const Forme& f);
-    void ombre_portee(const Zone& z);
-
-    void controle(const Controle& c);
-    void fond(const Zone& z, const Aspect& a, bool appuye);
-    void encadre(const Zone& z, Couleur couleur, Couleur bord, int epaisseur);
-    void panneau(const Zone& z, Couleur couleur, bool touche, bool appuye);
-    void ombre_de_touche(const Zone& z, Couleur couleur);
-    void pastille(const Zone& z, Couleur couleur);
-
-    /// A control or cell whose ground is painted.
-    struct Sujet {
-        Zone z;
-        const Aspect& aspect;
-        int police;  ///< points
-        bool gras;
-        Rang rang{};
-    };
-    void contenu(const Sujet& s);
-    void texte(const Sujet& s, const Zone& place);
-    void marque(const Zone& disque);
-    void saisie(const Sujet& s, int curseur);
-    void case_a_cocher(const Sujet& s, bool coche);
-
-    /// A grid while its cells are composed.
-    struct Vue {
-        const Controle& c;
-        Zone z;      ///< the whole grid
-        Zone utile;  ///< where cells are seen
-        bool carte;
-    };
-    void grille(const Controle& c, const Zone& z);
-    bool rangee(const Vue& v, int l);
-    void cellule(const Vue& v, int l, int k, const Cadre& cadre, const Rang& rang);
-    void fond_de_rangee(const Vue& v, const Zone& z, const Aspect& a, bool appuye);
-    void ascenseur(const Vue& v);
-
-    bool presse(const Controle& c, int l, int k) const {
-        return appui_.forme == forme_ && appui_.touche == Touche{const_cast<Controle*>(&c), l, k};
-    }
-};
+Couleur enfonce(Couleur fond) {
+    return contraste(fond, palette::noir) < 2 ? nuance(fond, 255, 22) : assombrit(fond, 16);
+}
 
 // --- Forms
 
@@ -339,139 +225,6 @@ void Composition::case_a_cocher(const Sujet& s, bool coche) {
     ordre_ += pas_cellule;
     texte(s, {boite.droite + (boite.gauche - s.z.gauche), s.z.haut, s.z.droite, s.z.bas});
 }
-
-// --- Grids
-
-/// Whether the vectors of a grid are as long as its size says.
-bool est_entiere(const Grille& g) {
-    const auto lignes = static_cast<std::size_t>(std::max(0, g.lignes));
-    const auto colonnes = static_cast<std::size_t>(std::max(0, g.colonnes));
-    return lignes > 0 && colonnes > 0 && g.cellules.size() >= lignes * colonnes &&
-           (g.largeurs.empty() || g.largeurs.size() >= colonnes) && (g.hauteurs.empty() || g.hauteurs.size() >= lignes);
-}
-
-/// Whether all rows are always in view.
-bool tient_en_entier(const Grille& g) {
-    return g.flots > 1 || (g.hauteur_ligne == 0 && g.hauteurs.empty());
-}
-
-bool deborde(const Controle& c) {
-    const Grille& g = c.grille;
-    return g.defile && !tient_en_entier(g) && g.lignes - g.lignes_fixes > g.lignes_visibles(c.cadre);
-}
-
-void Composition::grille(const Controle& c, const Zone& z) {
-    const Grille& g = c.grille;
-    if (!est_entiere(g)) return;
-    Vue v = {c, z, z, c.aspect.role == Role::carte};
-    const bool avec_ascenseur = deborde(c);
-    if (v.carte) {
-        v.utile = retreci(z, p_.px(1));
-        if (avec_ascenseur) v.utile.droite -= p_.px(bande_ascenseur);
-    } else {
-        v.utile.bas += p_.px(ombre_touche);
-    }
-    const std::uint64_t debut = ordre_;
-    const int premiere = tient_en_entier(g) ? 0 : std::max({g.premiere_ligne, g.lignes_fixes, 0});
-    for (int l = 0; l < g.lignes; ++l) {
-        if (l == g.lignes_fixes && l < premiere) l = premiere;
-        ordre_ = debut;
-        if (l >= g.lignes || (!rangee(v, l) && l >= premiere)) break;
-    }
-    ordre_ = debut + cellule_max * pas_cellule;
-    coupe_ = ecran_;
-    if (avec_ascenseur) ascenseur(v);
-}
-
-/// One row; false when nothing of it is in view.
-bool Composition::rangee(const Vue& v, int l) {
-    const Grille& g = v.c.grille;
-    const std::uint64_t debut = ordre_;
-    int derniere = g.colonnes - 1;
-    while (derniere > 0 && !g.largeurs.empty() && g.largeurs[static_cast<std::size_t>(derniere)] <= 0) --derniere;
-    bool vue = false;
-    for (int k = 0; k < g.colonnes; ++k) {
-        const Cadre cadre = cadre_cellule(v.c, l, k);
-        if (cadre.largeur <= 0 || cadre.hauteur <= 0) continue;
-        const std::uint64_t numero =
-            static_cast<std::uint64_t>(l) * static_cast<std::uint64_t>(g.colonnes) + static_cast<std::uint64_t>(k) + 1;
-        ordre_ = debut + std::min(numero, cellule_max) * pas_cellule;
-        cellule(v, l, k, cadre, {v.carte, !vue, k == derniere});
-        vue = true;
-    }
-    return vue || tient_en_entier(g);
-}
-
-void Composition::cellule(const Vue& v, int l, int k, const Cadre& cadre, const Rang& rang) {
-    const Grille& g = v.c.grille;
-    const Aspect& a = g.cellule(l, k);
-    Cadre plein = cadre;
-    if (!tient_en_entier(g)) {
-        plein.hauteur = g.hauteurs.empty() ? g.hauteur_ligne : g.hauteurs[static_cast<std::size_t>(l)];
-    }
-    const Zone z = p_.zone(plein);
-    const bool appuye = presse(v.c, l, k);
-    coupe_ = intersection(v.utile, ecran_);
-    const bool touche = est_touche(a.role) || a.role == Role::vide || g.espace > 0;
-    if (touche) {
-        fond(z, a, appuye);
-    } else {
-        const bool au_bout = rang.derniere && (a.role == Role::entete || a.role == Role::titre_groupe);
-        if (a.role == Role::entete) coupe_ = intersection(v.carte ? retreci(v.z, p_.px(1)) : v.z, ecran_);
-        const int gauche = rang.premiere ? std::min(z.gauche, v.utile.gauche) : z.gauche;
-        fond_de_rangee(v, {gauche, z.haut, au_bout ? std::max(z.droite, coupe_.droite) : z.droite, z.bas}, a, appuye);
-    }
-    if (a.trait) {
-        const int debut = rang.premiere ? v.z.gauche + p_.px(retrait_trait) : z.gauche;
-        const int fin = rang.derniere ? v.utile.droite - p_.px(retrait_trait) : z.droite;
-        aplat(Part::trait, {debut, z.bas - p_.px(1), fin, z.bas}, palette::trait);
-    }
-    const bool rang_de_liste = rang.liste && !touche;
-    const Zone vue = {std::max(z.gauche, v.utile.gauche), z.haut, std::min(z.droite, coupe_.droite), z.bas};
-    contenu({rang_de_liste ? vue : z,
-             a,
-             a.police > 0 ? a.police : v.c.aspect.police,
-             a.gras || v.c.aspect.gras,
-             {rang_de_liste, rang.premiere, rang.derniere}});
-}
-
-/// The ground of a row's cell; where it lies in a corner of its card it is rounded like the card.
-void Composition::fond_de_rangee(const Vue& v, const Zone& z, const Aspect& a, bool appuye) {
-    Couleur couleur = teintes(a).fond;
-    if (a.role == Role::titre_groupe && a.fond == sans_couleur && a.texte.empty()) couleur = titre_sans_texte;
-    if (appuye) couleur = couleur == sans_couleur ? palette::doux : enfonce(couleur);
-    if (couleur == sans_couleur) return;
-    const Zone dans = intersection(z, coupe_);
-    if (!v.carte) return aplat(Part::fond, dans, couleur);
-    const Zone carte = retreci(v.z, p_.px(1));
-    unsigned coins = tous_coins;
-    if (dans.gauche > carte.gauche) coins &= ~unsigned{haut_gauche | bas_gauche};
-    if (dans.droite < carte.droite) coins &= ~unsigned{haut_droite | bas_droite};
-    if (dans.haut > carte.haut) coins &= ~unsigned{coins_hauts};
-    if (dans.bas < carte.bas) coins &= ~unsigned{coins_bas};
-    rond(Part::fond, dans, p_.pixels(coin) - p_.px(1), couleur, coins);
-}
-
-/// How much of the list is in view, and where: within a card, else in the margin at the right.
-void Composition::ascenseur(const Vue& v) {
-    const Grille& g = v.c.grille;
-    const int total = g.lignes - g.lignes_fixes, vues = std::min(total, g.lignes_visibles(v.c.cadre));
-    const int premiere = std::clamp(g.premiere_ligne - g.lignes_fixes, 0, std::max(0, total - vues));
-    const int marge = p_.px(marge_ascenseur), l = p_.px(largeur_ascenseur);
-    int haut = v.z.haut + marge;
-    if (g.lignes_fixes > 0) haut = p_.zone(cadre_cellule(v.c, g.lignes_fixes - 1, 0)).bas + marge;
-    const int course = v.z.bas - marge - haut;
-    if (course <= 0) return;
-    const auto part = [&](int longueur, int n, int sur) {
-        return static_cast<int>(static_cast<std::int64_t>(longueur) * n / std::max(1, sur));
-    };
-    const int h = std::clamp(part(course, vues, total), std::min(course, p_.px(ascenseur_min)), course);
-    const int y = haut + part(course - h, premiere, total - vues);
-    const int x = v.carte ? v.z.droite - marge - l : std::min(v.z.droite + p_.px(2), ecran_.droite - l);
-    rond(Part::marque, {x, y, x + l, y + h}, l / 2, couleur_ascenseur);
-}
-
-}  // namespace
 
 void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,
              std::vector<Element>& liste) {
