@@ -4,7 +4,7 @@
 set -euo pipefail
 
 programme="cmake ninja-build g++ libsdl2-dev libstb-dev fonts-liberation fonts-material-design-icons-iconfont"
-tests="libgtest-dev googletest libbenchmark-dev"
+tests="libgtest-dev googletest libbenchmark-dev xvfb xdotool imagemagick bindfs fuse3"
 windows="g++-mingw-w64-x86-64-posix googletest wine64 wine"
 format="clang-format python3"
 
@@ -25,4 +25,4 @@ racine=()
 [ "$(id -u)" -eq 0 ] || racine=(sudo)
 echo "Installing: ${manquants[*]}"
 "${racine[@]}" apt-get update -qq
-"${racine[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${manquants[@]}"
+"${racine[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends --no-remove "${manquants[@]}"
