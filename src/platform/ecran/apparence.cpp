@@ -1,6 +1,7 @@
 #include "platform/ecran/apparence.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace ecran {
@@ -39,13 +40,22 @@ const Look& look(Role role) {
     return looks[static_cast<std::size_t>(role)];
 }
 
-double lineaire(int octet) {
-    const double v = octet / 255.0;
-    return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+/// The light that each value of an sRGB channel stands for, 0 to 1.
+const std::array<double, 256>& lumieres() {
+    static const auto table = [] {
+        std::array<double, 256> t{};
+        for (std::size_t i = 0; i < t.size(); ++i) {
+            const double v = static_cast<double>(i) / 255;
+            t[i] = v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+        }
+        return t;
+    }();
+    return table;
 }
 
 double luminance(Couleur c) {
-    return 0.2126 * lineaire((c >> 16) & 0xFF) + 0.7152 * lineaire((c >> 8) & 0xFF) + 0.0722 * lineaire(c & 0xFF);
+    const auto canal = [&](int decalage) { return lumieres()[static_cast<std::size_t>((c >> decalage) & 0xFF)]; };
+    return 0.2126 * canal(16) + 0.7152 * canal(8) + 0.0722 * canal(0);
 }
 
 }  // namespace
