@@ -99,7 +99,8 @@ void change(Hasard& h, Forme& f, Appui& appui) {
     Controle& c = *f.controles[static_cast<std::size_t>(h.entre(0, static_cast<int>(f.controles.size()) - 1))];
     const int l = c.est_grille() ? h.entre(0, c.grille.lignes - 1) : -1;
     const int k = c.est_grille() ? h.entre(0, c.grille.colonnes - 1) : -1;
-    switch (h.entre(0, 6)) {
+    Aspect& a = l >= 0 ? c.grille.cellule(l, k) : c.aspect;
+    switch (h.entre(0, 9)) {
         case 0:
             c.visible = !c.visible;
             break;
@@ -107,10 +108,10 @@ void change(Hasard& h, Forme& f, Appui& appui) {
             c.cadre = h.cadre();
             break;
         case 2:
-            (l >= 0 ? c.grille.cellule(l, k) : c.aspect) = h.aspect();
+            a = h.aspect();
             break;
         case 3:
-            (l >= 0 ? c.grille.cellule(l, k) : c.aspect).texte = h.texte();
+            a.texte = h.texte();
             break;
         case 4:
             appui = h.pile() ? Appui{&f, {&c, l, k}} : Appui{};
@@ -120,6 +121,15 @@ void change(Hasard& h, Forme& f, Appui& appui) {
             break;
         case 6:
             f.visible = h.entre(0, 3) != 0;
+            break;
+        case 7:
+            a.police = h.entre(6, 30);
+            break;
+        case 8:
+            a.alignement = static_cast<Alignement>(h.entre(0, 2));
+            break;
+        case 9:
+            a.encre = palette::chiffres[h.entre(0, 9)];
             break;
     }
 }
@@ -281,6 +291,43 @@ TEST(Peintre, CeQuiEstCacheNeSePeintPas) {
     ASSERT_EQ(zones.size(), 1U);
     EXPECT_GE(zones[0].haut, 50);
     EXPECT_LE(zones[0].bas, 100);
+}
+
+TEST(Peintre, UneListeResteDansSaCarte) {
+    Forme f = fond();
+    Controle& g = f.ajoute({"g", -1, Genre::liste, {40 * px, 40 * px, 200 * px, 110 * px}, "", Role::carte});
+    g.grille.dimensionne(30, 1);
+    for (Aspect& a : g.grille.cellules) a.role = Role::titre_groupe;
+    g.grille.hauteur_ligne = 45 * px;
+    g.grille.defile = true;
+    const auto papier = static_cast<std::uint32_t>(palette::papier);
+    for (const int premiere : {0, 7, 28}) {
+        g.grille.premiere_ligne = premiere;
+        Ecran e;
+        e.peint({&f});
+        for (int y = 0; y < hauteur; ++y) {
+            for (int x = 0; x < largeur; ++x) {
+                if (dans({40, 40, 240, 150}, x, y)) continue;
+                ASSERT_EQ(e.pixel(x, y), papier) << x << ", " << y;
+            }
+        }
+        for (const int x : {40, 239}) {
+            for (const int y : {40, 149}) EXPECT_EQ(e.pixel(x, y), papier) << "coin " << x << ", " << y;
+        }
+        EXPECT_EQ(e.pixel(100, 80), static_cast<std::uint32_t>(fond_de(Role::titre_groupe)));
+    }
+    // The mark stands lower the further one has come, and stays within the list.
+    const auto marque = [&](int premiere) {
+        g.grille.premiere_ligne = premiere;
+        Ecran e;
+        e.peint({&f});
+        int haut = 42;
+        while (haut < 150 && e.pixel(230, haut) == static_cast<std::uint32_t>(palette::blanc)) ++haut;
+        return haut;
+    };
+    EXPECT_LT(marque(0), marque(10));
+    EXPECT_LT(marque(10), marque(28));
+    EXPECT_LT(marque(28), 149);
 }
 
 TEST(Peintre, LesEntreesAbimeesNeFontRien) {
