@@ -126,7 +126,8 @@ class Recapitulatif {
         g.hauteur_ligne = std::max(hauteur_ligne_min, g1.aspect.police * twips_par_point * 2);
         g.hauteurs.assign(static_cast<std::size_t>(g.lignes), g.hauteur_ligne);
         g.hauteurs[0] = hauteur_entete;
-        g.defile_de(premiere - g.premiere_ligne, g1.cadre);
+        g.premiere_ligne = premiere;
+        g.defile_de(0, g1.cadre);
         forme_("Label4").texte() = nombres::entier_complete(table(), 1);
         forme_("Label5").texte() = nombres::entier_complete(couverts(), 1);
         forme_("Label6").texte() = nombres::entier_complete(total, 1);
