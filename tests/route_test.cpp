@@ -1,26 +1,12 @@
 // The road of an order through the real screens: from the first touch to the file in the network directory.
-#include <gtest/gtest.h>
-
-#include "terrain.h"
+#include "rejeux.h"
 
 namespace {
 
-using tests::Issue;
 using tests::page1252;
+using tests::sans_identite;
 using tests::Terrain;
-
-/// Plays a scenario file whose checks must all hold.
-void tient(const Terrain& t, const std::string& scenario, const std::string& options = "") {
-    const Issue r = t.joue_fichier(scenario, options);
-    EXPECT_EQ(r.statut, 0) << scenario << "\n" << r.erreurs;
-}
-
-std::string sans_identite(const std::string& commande) {
-    const auto fin = commande.find("\r\n");
-    EXPECT_EQ(commande.substr(0, 4), "#ID#");
-    EXPECT_EQ(fin, 14U);
-    return commande.substr(fin + 2);
-}
+using tests::tient;
 
 TEST(Route, UneCommandeArriveDansLeRepertoireReseau) {
     Terrain t;

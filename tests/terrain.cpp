@@ -170,7 +170,9 @@ Issue Terrain::joue(const std::string& scenario, const std::string& options) con
 }
 
 Issue Terrain::joue_fichier(const std::string& nom, const std::string& options) const {
-    return joue(lis_fichier(fs::path(SOURCES) / "tests" / "scenarios" / nom), options);
+    const std::string scenario = lis_fichier(fs::path(SOURCES) / "tests" / "scenarios" / nom);
+    if (scenario.empty()) throw std::runtime_error("no scenario " + nom);
+    return joue(scenario, options);
 }
 
 }  // namespace tests
