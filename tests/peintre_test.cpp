@@ -297,7 +297,10 @@ TEST(Peintre, UneListeResteDansSaCarte) {
     Forme f = fond();
     Controle& g = f.ajoute({"g", -1, Genre::liste, {40 * px, 40 * px, 200 * px, 110 * px}, "", Role::carte});
     g.grille.dimensionne(30, 1);
-    for (Aspect& a : g.grille.cellules) a.role = Role::titre_groupe;
+    for (Aspect& a : g.grille.cellules) {
+        a.role = Role::titre_groupe;
+        a.texte = "I";
+    }
     g.grille.hauteur_ligne = 45 * px;
     g.grille.defile = true;
     const auto papier = static_cast<std::uint32_t>(palette::papier);
