@@ -314,8 +314,8 @@ TEST(Peintre, UneListeResteDansSaCarte) {
                 ASSERT_EQ(e.pixel(x, y), papier) << x << ", " << y;
             }
         }
-        for (const int x : {40, 239}) {
-            for (const int y : {40, 149}) EXPECT_EQ(e.pixel(x, y), papier) << "coin " << x << ", " << y;
+        for (const int x : {40, 41, 238, 239}) {
+            for (const int y : {40, 41, 148, 149}) EXPECT_EQ(e.pixel(x, y), papier) << "coin " << x << ", " << y;
         }
         EXPECT_EQ(e.pixel(100, 80), static_cast<std::uint32_t>(fond_de(Role::titre_groupe)));
     }
