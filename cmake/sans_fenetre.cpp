@@ -1,0 +1,10 @@
+// Linked where the build has no window of the system: the terminal then only replays scenarios.
+#include "platform/ecran/fenetre.h"
+
+namespace ecran {
+
+std::unique_ptr<Fenetre> cree_fenetre(Mode, const std::string&, int, int) {
+    return nullptr;
+}
+
+}  // namespace ecran
