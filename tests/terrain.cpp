@@ -153,10 +153,10 @@ Terrain& Terrain::restaurant() {
     return *this;
 }
 
-Issue Terrain::joue(const std::string& scenario, const std::string& options) const {
+Issue Terrain::joue(const std::string& scenario, const std::string& options, const std::string& avant) const {
     ecrit_fichier(chemin_ / "scenario.txt", scenario);
     const auto entre = [](const fs::path& p) { return "\"" + p.string() + "\""; };
-    std::string commande = entre(PROGRAMME) + " --dossier " + entre(chemin_) + " --rejoue " +
+    std::string commande = avant + entre(PROGRAMME) + " --dossier " + entre(chemin_) + " --rejoue " +
                            entre(chemin_ / "scenario.txt") + " --captures " + entre(chemin_) + " " + options + " >" +
                            entre(chemin_ / "sortie") + " 2>" + entre(chemin_ / "erreurs");
 #ifdef _WIN32

@@ -41,8 +41,9 @@ class Terrain {
     void touche(int page, int ligne, std::string_view libelle, std::string_view action, std::string_view forme = "22",
                 std::string_view image = "", std::string_view couleur = "", std::string_view taille = "") const;
 
-    /// Plays a scenario text, or a file of tests/scenarios; `options` go on the command line as they are.
-    Issue joue(const std::string& scenario, const std::string& options = "") const;
+    /// Plays a scenario text, or a file of tests/scenarios; `options` go on the command line as they are, and what the
+    /// shell is to do before goes in front of it.
+    Issue joue(const std::string& scenario, const std::string& options = "", const std::string& avant = "") const;
     Issue joue_fichier(const std::string& nom, const std::string& options = "") const;
 
   private:

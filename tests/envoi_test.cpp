@@ -1,0 +1,208 @@
+// The sending of an order: what refuses it, its bytes, its name, and its way over a network that comes and goes.
+#include "rejeux.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tests::Issue;
+using tests::page1252;
+using tests::sans_identite;
+using tests::Terrain;
+using tests::tient;
+using tests::tient_texte;
+
+using Noms = std::vector<std::string>;
+
+/// From the home page with a server: the table 012 for four, then the note.
+constexpr const char* table_et_note =
+    "touche \"Table\"\ntouche g2 0 0\ntouche g3 0 0\ntouche g3 0 1\ntouche g1 1 0\ntouche \"Valider\"\n"
+    "touche \"Note\"\n";
+constexpr const char* envoie = "touche \"Envoyer\"\ntouche \"Oui\"\n";
+constexpr const char* envoyee = "verifie Label1 \"La commande à été envoyée !\"\nattend 1500\nverifie ecran Form1\n";
+
+std::string fois(int n, const std::string& commandes) {
+    std::string r;
+    for (int i = 0; i < n; ++i) r += commandes;
+    return r;
+}
+
+class Envoi : public testing::Test {
+  protected:
+    Terrain t;
+    Envoi() { t.restaurant(); }
+    Noms en_attente() const { return t.fichiers(".", "-A-"); }
+    Noms livrees() const { return t.fichiers("reseau", ".txt"); }
+};
+
+TEST_F(Envoi, SansTableOuSansCouvertsRienNePart) {
+    tient(t, "refus.txt");
+    EXPECT_EQ(livrees(), Noms{"2021-05-19-12-30-00_01_001_002_.txt"}) << "the last one, which was complete";
+    EXPECT_TRUE(en_attente().empty());
+}
+
+TEST_F(Envoi, LesOctetsDeChaqueSorteDeLigne) {
+    t.pose("reseau/worvalune.wdo", t.lis("reseau/worvalune.wdo") +
+                                       page1252("#ARTI#000078880000000700  |DES:Menu fixe|PVE:18.00|FA1:3|FA2:98|"
+                                                "{{Entréeµ8880000000284|Salade¦|¦Platµ8880000000307|Lasagnes¦}}\r\n"));
+    tient(t, "octets.txt");
+    ASSERT_EQ(livrees(), Noms{"2021-05-19-12-30-00_07_012_004_.txt"});
+    EXPECT_EQ(sans_identite(t.lis("reseau/" + livrees()[0])),
+              page1252("#VERSION#2.1\r\n#SERVEUR#07\r\n#TABLE#012\r\n#NBCOUVERT#4 \r\n"
+                       "#REF#8880000000024  {2.00}\r\n#COMP#Saignante|Sans sel|\r\n#NOTE#\r\n"
+                       "#REF#8880000000031  {1.00}\r\n#COMP#\r\n#NOTE#\r\n"
+                       "#REF#8880000000574  {2.00}   + ¤¤999999|ÐÐMENU\r\n#COMP#\r\n#NOTE#\r\n"
+                       "#REF#8880000000284  {2.00)  ¤¤5.00|ÐÐMENU\r\n#COMP#\r\n#NOTE#\r\n"
+                       "#REF#8880000000307  {4.00)  ¤¤0.00|ÐÐMENU\r\n#COMP#\r\n#NOTE#\r\n"
+                       "#REF#8880000000700  {1.00}\r\n#COMP#Lasagnes|\r\n#NOTE#\r\n"));
+}
+
+/// Table and covers in the name and in the text; a note without lines goes too.
+TEST_F(Envoi, LesNomsEtLesCouverts) {
+    tient(t, "couverts.txt");
+    const struct {
+        const char *nom, *texte;
+    } attendues[] = {{"2021-05-19-12-30-00_07_071_004_.txt", "#TABLE#071\r\n#NBCOUVERT#4 \r\n"},
+                     {"2021-05-19-12-40-00_07_007_012_.txt", "#TABLE#007\r\n#NBCOUVERT#12\r\n"},
+                     {"2021-05-19-12-50-00_07_015_010_.txt", "#TABLE#015\r\n#NBCOUVERT#10\r\n"},
+                     {"2022-01-01-00-00-00_07_999_001_.txt", "#TABLE#999\r\n#NBCOUVERT#1 \r\n"}};
+    ASSERT_EQ(livrees().size(), std::size(attendues));
+    for (std::size_t i = 0; i < std::size(attendues); ++i) {
+        EXPECT_EQ(livrees()[i], attendues[i].nom);
+        EXPECT_EQ(sans_identite(t.lis("reseau/" + livrees()[i])),
+                  std::string("#VERSION#2.1\r\n#SERVEUR#07\r\n") + attendues[i].texte);
+    }
+}
+
+TEST_F(Envoi, LesCommandesAttendentUnReseauAbsentLentOuBloque) {
+    t.pose("2021-05-18-11-00-00_02_003_002_.-a-", "veille\r\n");
+    tient(t, "attente.txt");
+    EXPECT_TRUE(en_attente().empty());
+    EXPECT_TRUE(t.fichiers(".", "-a-").empty());
+    EXPECT_EQ(livrees().size(), 4U);
+    EXPECT_EQ(t.lis("reseau/2021-05-18-11-00-00_02_003_002_.txt"), "veille\r\n");
+    EXPECT_TRUE(t.fichiers("reseau", ".tmp_").empty());
+}
+
+TEST_F(Envoi, LInterrupteurCoupeLeReseau) {
+    const std::string sonde(54, ' ');
+    tient(t, "hors_ligne.txt");
+    EXPECT_EQ(t.lis("reseau/Test.res"), "19-05-2021" + sonde) << "not written while the switch is off";
+    EXPECT_EQ(en_attente(), Noms{"2021-05-20-08-00-00_01_012_004_.-A-"});
+    EXPECT_TRUE(livrees().empty());
+    tient(t, "en_ligne.txt", "--horloge \"2021-05-21 08:00:00\"");
+    EXPECT_EQ(t.lis("reseau/Test.res"), "21-05-2021" + sonde);
+    EXPECT_TRUE(en_attente().empty());
+    EXPECT_EQ(livrees(), Noms({"2021-05-20-08-00-00_01_012_004_.txt", "2021-05-21-08-00-00_01_012_004_.txt"}));
+}
+
+TEST_F(Envoi, QuitterPropose) {
+    tient(t, "quitter_en_attente.txt");
+    EXPECT_EQ(livrees().size(), 1U);
+    EXPECT_EQ(t.lis("prov.txt"), page1252("#SERV#07\r\n#TABL#12\r\n"
+                                          "8880000000024  |DES:Entrecôte 300 g|PVE:24.50|FA1:2|FA2:0|COU:1 "
+                                          "##QUA:001.00##{Sans sel}\r\n"
+                                          "8880000000031  |DES:Magret de canard|PVE:22.00|FA1:2|FA2:0|COU:2 "
+                                          "##QUA:002.00##\r\n"));
+    fs::remove(t.chemin() / "prov.txt");
+    fs::create_directory(t.chemin() / "prov.txt");
+    tient_texte(t, "touche \"Sophie\"\ntouche \"Quitter\"\ntouche \"Oui\"\nverifie arret\n");
+}
+
+TEST_F(Envoi, LesCommandesDeLaMemeSecondePrennentDesNomsDifferents) {
+    fs::create_directory(t.chemin() / "2021-05-19-12-30-01_01_012_004_.-A-");
+    const std::string seconde = "heure \"2021-05-19 12:30:00\"\n";
+    const auto une = [&](const char* article) {
+        return std::string(article) + table_et_note + seconde + envoie + envoyee;
+    };
+    const std::string trois = "reseau absent\ntouche \"Sophie\"\n" + une("touche btx(5)\ntouche g2 0 5\n") + une("") +
+                              une("touche btx(5)\ntouche bt_droi\ntouche g2 0 5\n") + "verifie Label_attente \"3\"\n";
+    tient_texte(t, trois + "reseau present\ntouche g2 0 4\nverifie visible Label_attente non\n");
+    ASSERT_EQ(livrees(), Noms({"2021-05-19-12-30-00_01_012_004_.txt", "2021-05-19-12-30-02_01_012_004_.txt",
+                               "2021-05-19-12-30-03_01_012_004_.txt"}));
+    EXPECT_TRUE(t.lis("reseau/" + livrees()[0]).ends_with("{1.00}\r\n#COMP#\r\n#NOTE#\r\n"));
+    EXPECT_TRUE(t.lis("reseau/" + livrees()[1]).ends_with("#NBCOUVERT#4 \r\n"));
+    EXPECT_TRUE(t.lis("reseau/" + livrees()[2]).ends_with("{2.00}\r\n#COMP#\r\n#NOTE#\r\n"));
+}
+
+/// An order never overwrites another that the router has not collected; the others go by.
+TEST_F(Envoi, UnFichierDeMemeNomNEstJamaisEcrase) {
+    const std::string nom = "2021-05-19-12-30-00_01_012_004_.";
+    t.pose("reseau/" + nom + "txt", "une autre");
+    t.pose("2021-05-19-12-31-00_02_001_001_.-A-", "suivante");
+    tient(t, "commande.txt");
+    EXPECT_EQ(t.lis("reseau/" + nom + "txt"), "une autre");
+    EXPECT_EQ(en_attente(), Noms{nom + "-A-"});
+    EXPECT_EQ(t.lis("reseau/2021-05-19-12-31-00_02_001_001_.txt"), "suivante");
+    tient_texte(t, "touche \"Sophie\"\nverifie image g2 0 4 23\nverifie Label_attente \"1\"\n");
+
+    fs::remove(t.reseau() / (nom + "txt"));
+    tient_texte(t, "touche \"Sophie\"\nverifie visible Label_attente non\n");
+    EXPECT_TRUE(en_attente().empty());
+    const std::string commande = t.lis("reseau/" + nom + "txt");
+    EXPECT_TRUE(commande.ends_with("#COMP#Sans sel|\r\n#NOTE#\r\n"));
+
+    tient(t, "commande.txt");
+    EXPECT_TRUE(en_attente().empty()) << "with the same bytes it is this order, delivered already";
+    EXPECT_EQ(t.lis("reseau/" + nom + "txt"), commande);
+    EXPECT_EQ(livrees().size(), 2U);
+}
+
+TEST(EnvoiVers, LeRepertoireSEcritDePlusieursFacons) {
+    const std::string nom = "2021-05-19-12-30-00_01_012_004_.txt";
+    for (const char* ecrit : {"reseau", "reseau/", "reseau\\", "  reseau\\  ", ".\\reseau", "ailleurs\\carte\\",
+                              "ailleurs/carte", "/", "\\", ""}) {
+        SCOPED_TRACE(ecrit);
+        Terrain t;
+        t.restaurant();
+        const bool ailleurs = std::string(ecrit).starts_with("ailleurs");
+        if (ailleurs) {
+            fs::create_directories(t.chemin() / "ailleurs");
+            fs::rename(t.reseau(), t.chemin() / "ailleurs" / "carte");
+        }
+        std::string ligne = ecrit;
+        if (ligne == "/" || ligne == "\\" || ligne.empty()) ligne = t.reseau().string() + ligne;
+        t.pose("wfichdir.wdo", ligne + "\r\n \r\n");
+        tient(t, "commande.txt");
+        EXPECT_TRUE(t.existe((ailleurs ? "ailleurs/carte/" : "reseau/") + nom));
+        EXPECT_TRUE(t.existe(ailleurs ? "ailleurs/carte/Test.res" : "reseau/Test.res"));
+        EXPECT_TRUE(t.fichiers(".", "-A-").empty());
+    }
+}
+
+TEST_F(Envoi, UnFichierALaPlaceDuRepertoireReseau) {
+    t.pose("worvalune.wdo", t.lis("reseau/worvalune.wdo"));
+    fs::remove_all(t.reseau());
+    t.pose("reseau", "rien");
+    tient_texte(t, std::string("touche \"Sophie\"\nverifie image g2 0 4 30\n") + table_et_note + envoie + envoyee +
+                       "verifie Label_attente \"1\"\n");
+    EXPECT_EQ(en_attente().size(), 1U);
+    EXPECT_EQ(t.lis("reseau"), "rien");
+}
+
+#ifndef _WIN32
+/// On a full disk the waiter is told, and everything stays as it was; a shorter order still fits.
+TEST_F(Envoi, SurUnDisquePleinLaNoteReste) {
+    tient_texte(t, "verifie ecran Form1\n");  // all the files that a start makes
+    const std::string etat = "verifie label_etat \"Sophie · Table 012 · 4 couverts · 60 lignes · 1470.00\"\n";
+    const std::string refusee =
+        "touche \"Envoyer\"\ntouche \"Oui\"\n"
+        "verifie Label1 \"La commande n'a pas pu être écrite, elle reste dans la note !\"\n"
+        "touche \"Fermer\"\nverifie ecran eta_com\n";
+    const std::string scenario = "touche \"Sophie\"\n" + fois(60, "touche btx(5)\ntouche g2 0 5\n") + table_et_note +
+                                 refusee + refusee + "verifie lignes g1 61\nverifie Label4 \"12\"\n" +
+                                 "touche \"Fermer\"\n" + etat + "touche \"Note\"\n";
+    const Issue pleine = t.joue(scenario, "", "ulimit -f 1; ");
+    EXPECT_EQ(pleine.statut, 0) << pleine.erreurs;
+    EXPECT_TRUE(en_attente().empty());
+    EXPECT_TRUE(livrees().empty());
+    EXPECT_TRUE(t.fichiers(".", ".tmp_").empty());
+
+    const Issue courte =
+        t.joue(scenario + fois(59, "touche g1 1 0\ntouche \"Effacer\"\ntouche \"Oui\"\n") + envoie + envoyee, "",
+               "ulimit -f 1; ");
+    EXPECT_EQ(courte.statut, 0) << courte.erreurs;
+    EXPECT_EQ(livrees().size(), 1U);
+}
+#endif
+
+}  // namespace
