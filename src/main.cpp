@@ -105,7 +105,9 @@ std::optional<Options> lis_options(const std::vector<std::string>& mots) {
 /// directory.
 void fixe_chemins(Options& o) {
     if (o.rejoue && *o.rejoue != "-") o.rejoue = fichiers::absolu(*o.rejoue);
-    if (!o.captures.empty()) o.captures = fichiers::absolu(o.captures);
+    if (o.captures.empty()) return;
+    o.captures = fichiers::absolu(o.captures);
+    if (!fichiers::existe(o.captures)) static_cast<void>(fichiers::cree_repertoire(o.captures));
 }
 
 void simule_le_monde(const Options& o) {

@@ -10,6 +10,7 @@
 #include "data/nombres.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/formes.h"
+#include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
 #include "platform/texte.h"
@@ -126,10 +127,12 @@ class Choix {
         forme_("bt_coul").au_toucher = [this] { saisit(); };
     }
 
-    void choisit(Format f) {
-        etat::largeur_ecran = f.largeur;
-        etat::hauteur_ecran = f.hauteur;
-        reglages::ecrit_resolution({f.largeur, f.hauteur}, reglages::Forme::image);
+    void choisit(Format f) { ecrit({f.largeur, f.hauteur}, reglages::Forme::image); }
+
+    void ecrit(reglages::Resolution r, reglages::Forme forme) {
+        if (reglages::ecrit_resolution(r, forme) != fichiers::Issue::fait) {
+            mini_97::informe("La résolution n'a pas pu être enregistrée !"_t);
+        }
         forme_.ferme();
     }
 
@@ -138,7 +141,7 @@ class Choix {
         etat::code_dialogue = 129;
         const auto reponse = clav_num::demande("", std::string(invite) + std::to_string(courant));
         if (!reponse || reponse->empty()) return std::nullopt;
-        return static_cast<int>(nombres::lis(*reponse));
+        return nombres::entier_int(*reponse);
     }
 
     /// An empty answer changes nothing.
@@ -148,8 +151,7 @@ class Choix {
         if (!largeur) return;
         const auto hauteur = demande_cote("Entrez la résolution Verticale ?|"_t, courante.hauteur);
         if (!hauteur) return;
-        reglages::ecrit_resolution({*largeur, *hauteur}, reglages::Forme::saisie);
-        forme_.ferme();
+        ecrit({*largeur, *hauteur}, reglages::Forme::saisie);
     }
 };
 

@@ -72,7 +72,8 @@ std::string cinq_chiffres(int n) {
 bool ouvre() {
     if (fichier) return true;
     fichier = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
-    if (!fichier) return false;
+    // A store that is there but cannot be opened reads as blank records.
+    if (!fichier) return fichiers::existe(nom_fichier);
     if (fichier->longueur() >= longueur_initialisee) return true;
     // On a full medium the store stays short: it reads as blank records, and every setting has its default.
     static_cast<void>(fichier->ecrit_depuis_le_debut(std::string(longueur_record * nb_records, ' ')));

@@ -160,14 +160,16 @@ std::vector<std::string> tables() {
 
 std::string complete_article(std::string_view debut) {
     while (debut.ends_with(' ')) debut.remove_suffix(1);
-    const std::string_view reference = debut.substr(0, longueur_reference);
-    if (reference.size() < longueur_reference) return std::string(debut);
+    if (debut.size() < longueur_reference) return std::string(debut);
+    std::string_view complet = debut;
     for (const auto& famille : courant().articles) {
         for (const std::string_view article : famille) {
-            if (article.starts_with(reference) && article.starts_with(debut)) return std::string(article);
+            if (!article.starts_with(debut)) continue;
+            if (article == debut) return std::string(debut);
+            if (complet == debut) complet = article;
         }
     }
-    return std::string(debut);
+    return std::string(complet);
 }
 
 }  // namespace catalogue

@@ -50,7 +50,8 @@ int chiffre_famille(int n);
 bool table_connue(std::string_view numero);
 /// The tables in file order, three digits each.
 std::vector<std::string> tables();
-/// A text of the key program that is only the beginning of a record, completed by its reference.
+/// A text of the key program that is only the beginning of a record, completed from the first record that begins so;
+/// one that is a whole record stays as it is.
 std::string complete_article(std::string_view debut);
 
 }  // namespace catalogue

@@ -1,6 +1,7 @@
 #include "data/commande.h"
 
 #include <algorithm>
+#include <set>
 
 #include "data/etat.h"
 #include "data/identite.h"
@@ -81,12 +82,18 @@ std::string nom(const horloge::DateHeure& date) {
            nombres::entier_complete(nombres::lis(texte::colonnes(tc, 6, 3)), 3) + "_." + std::string(fin_en_attente);
 }
 
+/// A name is given once in a run, even when its order has left already: set back, the clock would make the router take
+/// a second order for the first one.
 fichiers::Issue envoi_commande() {
+    static std::set<std::string> noms_donnes;
     const horloge::DateHeure maintenant = horloge::maintenant();
     const std::string texte = contenu();
     fichiers::Issue issue = fichiers::Issue::existe;
     for (int s = 0; s < essais_max && issue == fichiers::Issue::existe; ++s) {
-        issue = fichiers::ecrit_tout(nom(horloge::plus_secondes(maintenant, s)), texte, fichiers::Remplace::jamais);
+        const std::string n = nom(horloge::plus_secondes(maintenant, s));
+        if (noms_donnes.contains(n)) continue;
+        issue = fichiers::ecrit_tout(n, texte, fichiers::Remplace::jamais);
+        if (issue == fichiers::Issue::fait) noms_donnes.insert(n);
     }
     if (issue == fichiers::Issue::fait) vide_la_note();
     return issue;

@@ -14,6 +14,7 @@ std::vector<std::string> les_rangs(rangs_min);
 
 void charge(std::vector<std::string> segments) {
     les_rangs = std::move(segments);
+    for (std::string& r : les_rangs) r = lignes::neutralise(r);
     les_rangs.resize(std::max(les_rangs.size(), rangs_min));
 }
 

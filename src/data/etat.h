@@ -49,7 +49,7 @@ inline std::int16_t page_programme = 0;
 inline std::int16_t famille_courante = 0;
 /// Set by a dialog that wants the main screen refreshed; touches clears it.
 inline bool demande_recharge = false;
-/// Set: the table is not asked for before family and article pages. Start-up clears it.
+/// Set: the table is not asked for before family and article pages. Clear from the start; nobody sets it yet.
 inline bool sans_table = false;
 /// 50 when setting 201 reads "OUI", else 0; added to every picture number of function rows and keys. form1 writes.
 inline std::int16_t decalage_images = 0;

@@ -119,8 +119,9 @@ std::string_view reference(std::string_view ligne) {
 std::string_view libelle(std::string_view ligne) {
     const auto suite = apres(ligne, "|DES:");
     if (!suite) return {};
-    const auto fin = std::min({suite->find('|'), suite->find(" ##QUA:"), suite->find('{'), suite->size()});
-    return suite->substr(0, fin);
+    const auto barre = suite->find('|');
+    if (barre != std::string_view::npos) return suite->substr(0, barre);
+    return suite->substr(0, std::min(suite->find(" ##QUA:"), suite->find('{')));
 }
 
 std::optional<double> prix(std::string_view ligne) {

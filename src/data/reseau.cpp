@@ -25,9 +25,10 @@ constexpr int attente_sonde_ms = 100, attente_catalogue_ms = 2000;
 
 struct Connexion {
     bool joignable = false;
-    bool catalogue_cherche = false;  ///< it was asked for at least once
-    bool catalogue_venu = false;     ///< it has come whole at least once
-    bool catalogue_frais = false;    ///< it has come since it was last read
+    bool au_demarrage = false;         ///< the start waits for the catalogue
+    bool catalogue_venu = false;       ///< it has come whole at least once
+    bool catalogue_frais = false;      ///< it has come since it was last read
+    std::vector<std::string> livrees;  ///< delivered orders whose files could not be deleted
     std::function<void()> au_changement;
 };
 Connexion connexion;
@@ -50,10 +51,24 @@ void change_etat(bool joignable) {
 
 void cherche_catalogue();
 
+/// The files of waiting orders, without those that have been delivered and could not be deleted: that is tried again,
+/// and the router, which has perhaps collected them, gets none twice.
+std::vector<std::string> commandes_qui_attendent() {
+    std::erase_if(connexion.livrees, [](const std::string& nom) {
+        const auto issue = fichiers::supprime(nom);
+        return issue == fichiers::Issue::fait || issue == fichiers::Issue::absent;
+    });
+    std::vector<std::string> noms = livraison::en_attente();
+    std::erase_if(noms, [](const std::string& nom) {
+        return std::find(connexion.livrees.begin(), connexion.livrees.end(), nom) != connexion.livrees.end();
+    });
+    return noms;
+}
+
 /// The next waiting order that this pass has not tried, also one that was written meanwhile.
 std::optional<std::string> commande_suivante() {
     const auto& tentees = passe_en_cours.commandes;
-    for (std::string& nom : livraison::en_attente()) {
+    for (std::string& nom : commandes_qui_attendent()) {
         if (std::find(tentees.begin(), tentees.end(), nom) == tentees.end()) return std::move(nom);
     }
     return std::nullopt;
@@ -68,9 +83,10 @@ void livre_la_suivante() {
     auto sort = std::make_shared<livraison::Sort>(livraison::Sort::reseau_perdu);
     ouvrier::lance(
         {[repertoire = etat::repertoire_reseau, nom = *nom, sort] { *sort = livraison::livre(repertoire, nom); },
-         [sort](ouvrier::Reponse reponse) {
-             signale();
+         [sort, nom = *nom](ouvrier::Reponse reponse) {
              const bool perdu = reponse == ouvrier::Reponse::hors_delai || *sort == livraison::Sort::reseau_perdu;
+             if (!perdu && *sort == livraison::Sort::livree && fichiers::existe(nom)) connexion.livrees.push_back(nom);
+             signale();
              if (perdu) return change_etat(false);
              livre_la_suivante();
          },
@@ -79,7 +95,7 @@ void livre_la_suivante() {
 
 void cherche_catalogue() {
     if (connexion.catalogue_venu || passe_en_cours.catalogue) return;
-    connexion.catalogue_cherche = passe_en_cours.catalogue = true;
+    passe_en_cours.catalogue = true;
     auto entier = std::make_shared<bool>(false);
     ouvrier::lance(
         {[repertoire = etat::repertoire_reseau, entier] { *entier = livraison::copie_catalogue(repertoire); },
@@ -92,17 +108,14 @@ void cherche_catalogue() {
          limite_copie_ms});
 }
 
-/// The catalogue comes first once, at the start; later the orders, which a slow catalogue must not hold up.
+/// At the start the catalogue comes first; later the orders, which a slow catalogue must not hold up.
 void apres_la_sonde(bool repond) {
     if (etat::hors_ligne) return;
     change_etat(repond);
     if (!repond) return;
     passe_en_cours = {};
-    if (connexion.catalogue_cherche) {
-        livre_la_suivante();
-    } else {
-        cherche_catalogue();
-    }
+    if (connexion.au_demarrage) cherche_catalogue();
+    if (!passe_en_cours.catalogue) livre_la_suivante();
 }
 
 bool lance_sonde() {
@@ -141,13 +154,15 @@ bool joignable() {
 }
 
 int commandes_en_attente() {
-    return static_cast<int>(livraison::en_attente().size());
+    return static_cast<int>(commandes_qui_attendent().size());
 }
 
 void premiere_connexion() {
     if (etat::hors_ligne || !lance_sonde()) return;
+    connexion.au_demarrage = true;
     ouvrier::attends(attente_sonde_ms);
     if (connexion.joignable) ouvrier::attends(attente_catalogue_ms);
+    connexion.au_demarrage = false;
 }
 
 void passe() {

@@ -74,9 +74,10 @@ std::string contenu_initial() {
 }  // namespace
 
 bool init_styles() {
-    if (const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record)) {
-        if (f->lis(1).starts_with("#INIT#")) return true;
-    }
+    std::string contenu;
+    const fichiers::Issue lecture = fichiers::lis_tout(nom_fichier, contenu);
+    if (lecture == fichiers::Issue::fait && contenu.starts_with("#INIT#")) return true;
+    if (lecture != fichiers::Issue::fait && lecture != fichiers::Issue::absent) return false;
     // All at once: a file that stopped behind its first record would count as initialised for ever.
     return fichiers::ecrit_tout(nom_fichier, contenu_initial(), fichiers::Remplace::oui) == fichiers::Issue::fait;
 }

@@ -31,6 +31,14 @@ constexpr std::array<std::string_view, 12> touches_table = {"1", "2", "3", "4", 
 constexpr std::array<std::string_view, 12> touches_couverts = {"1", "2", "3", "4",  "5",  "6",
                                                                "7", "8", "9", "10", "11", "Autres"};
 
+/// The names of the controls of one half of the form, its caption and its keys.
+struct Moitie {
+    std::string_view carte, titre, valeur, grille, legende;
+    std::span<const std::string_view> faces;
+};
+constexpr Moitie moitie_table = {"Shape1", "Label1", "Label5", "g3", "N° de Table"_t, touches_table};
+constexpr Moitie moitie_couverts = {"Shape2", "Label2", "Label7", "g1", "Couverts", touches_couverts};
+
 enum CaseBarre { efface = 0, liste = 2, rapide = 3, valide = 5 };
 
 class Saisie {
@@ -56,9 +64,8 @@ class Saisie {
         const Cadre zone = formes::contenu();
         const int l = (zone.largeur - rythme) / 2;
         const int police = reglages::nombre(51);
-        moitie({zone.gauche, zone.haut, l, zone.hauteur}, "N° de Table"_t, "Label5", "g3", touches_table, police);
-        moitie({zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Couverts", "Label7", "g1", touches_couverts,
-               police);
+        ajoute_moitie(moitie_table, {zone.gauche, zone.haut, l, zone.hauteur}, police);
+        ajoute_moitie(moitie_couverts, {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, police);
         const formes::ToucheDeBarre barre[6] = {{"Effacer", image_retour_arriere, Role::detruire},
                                                 {},
                                                 {"Liste", image_liste, Role::action},
@@ -69,26 +76,25 @@ class Saisie {
     }
 
     /// One card with its title and value, and the keypad below it.
-    void moitie(const Cadre& zone, std::string_view titre, std::string_view valeur, std::string_view grille,
-                std::span<const std::string_view> faces, int police) {
+    void ajoute_moitie(const Moitie& m, const Cadre& zone, int police) {
         const Cadre carte = {zone.gauche, zone.haut, zone.largeur, hauteur_carte};
         const bool etroit = formes::est_etroit();
         const int marge = px(etroit ? 12 : 18);
-        const Cadre ligne_titre = {carte.gauche + marge, carte.haut, carte.largeur / 2 - marge, carte.hauteur};
+        const Cadre ligne_titre = {carte.gauche + marge, carte.haut, carte.largeur * 2 / 5 - marge, carte.hauteur};
         const Cadre ligne_valeur = {carte.gauche + carte.largeur * 2 / 5, carte.haut, carte.largeur * 3 / 5 - marge,
                                     carte.hauteur};
         const Cadre touches = {zone.gauche, carte.bas() + rythme, zone.largeur, zone.bas() - carte.bas() - rythme};
         const Plan plans[] = {
-            {"Shape1", -1, Genre::forme, carte, "", Role::carte, 0, false, Alignement::centre, 4},
-            {"Label1", -1, Genre::etiquette, ligne_titre, titre, Role::rien,
+            {m.carte, -1, Genre::forme, carte, "", Role::carte, 0, false, Alignement::centre, 4},
+            {m.titre, -1, Genre::etiquette, ligne_titre, m.legende, Role::rien,
              etroit ? police_titre_etroite : police_titre, false, Alignement::gauche, 0},
-            {valeur, -1, Genre::etiquette, ligne_valeur, "", Role::rien, police * 5 / 3, true, Alignement::droite, 0},
-            {grille, -1, Genre::grille, touches, "", Role::rien, police, true, Alignement::centre, 3},
+            {m.valeur, -1, Genre::etiquette, ligne_valeur, "", Role::rien, police * 5 / 3, true, Alignement::droite, 0},
+            {m.grille, -1, Genre::grille, touches, "", Role::rien, police, true, Alignement::centre, 3},
         };
-        for (const Plan& p : plans) forme_.ajoute(p);
-        (*std::prev(forme_.controles.end(), 3))->aspect.encre = palette::gris;
-        Controle& g = forme_(grille);
-        formes::remplit_touches(g, lignes, colonnes, faces, police);
+        forme_.construit(plans);
+        forme_(m.titre).aspect.encre = palette::gris;
+        Controle& g = forme_(m.grille);
+        formes::remplit_touches(g, lignes, colonnes, m.faces, police);
         for (Aspect& a : g.grille.cellules) {
             if (a.texte == "C" || a.texte.size() > 2) a.role = Role::touche_douce;
             if (a.texte.size() > 2) a.police = police * 2 / 3;
@@ -104,7 +110,7 @@ class Saisie {
 
     void branche() {
         forme_("g3").a_la_cellule = [this](int l, int c) { touche_table(forme_("g3").grille.texte(l, c)); };
-        forme_("g1").a_la_cellule = [this](int l, int c) { touche_couverts_(forme_("g1").grille.texte(l, c)); };
+        forme_("g1").a_la_cellule = [this](int l, int c) { prend_couverts(forme_("g1").grille.texte(l, c)); };
         forme_("g2").a_la_cellule = [this](int, int c) { touche_barre(c); };
         forme_.a_la_frappe = [this](int c) {
             if (c >= '0' && c <= '9') table() += static_cast<char>(c);
@@ -122,7 +128,7 @@ class Saisie {
         }
     }
 
-    void touche_couverts_(std::string_view face) {
+    void prend_couverts(std::string_view face) {
         if (texte::minuscules(texte::rogne(face)) == "autres") {
             etat::code_dialogue = mini_97::saisie;
             if (const auto nombre = clav_num::demande("", "Entrez le nb de personnes|")) couverts() = *nombre;

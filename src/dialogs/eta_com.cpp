@@ -37,11 +37,13 @@ const formes::ToucheDeBarre barre[6] = {{"Bas", image_bas, Role::action},
 
 enum Colonne { nombre = 0, libelle = 1, ligne_note = 2 };
 
-/// A card of the summary: its caption and the control that shows its value.
+/// A card of the summary: the names of its controls, and its caption.
 struct Carte {
-    std::string_view titre, valeur;
+    std::string_view carte, titre, valeur, legende;
 };
-constexpr Carte cartes[] = {{"N° Table"_t, "Label4"}, {"Couverts", "Label5"}, {"Nb Lignes", "Label6"}};
+constexpr Carte cartes[] = {{"Shape1", "Label1", "Label4", "N° Table"_t},
+                            {"Shape2", "Label2", "Label5", "Couverts"},
+                            {"Shape3", "Label3", "Label6", "Nb Lignes"}};
 
 double table() {
     return nombres::lis(texte::colonnes(texte::complete(etat::table_couverts, 8), 3, 3));
@@ -103,13 +105,13 @@ class Recapitulatif {
         const Cadre valeur = {cadre.gauche + px(6), cadre.haut + haut_titre - px(4), cadre.largeur - px(12),
                               cadre.hauteur - haut_titre - px(4)};
         const Plan plans[] = {
-            {"Shape1", -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
-            {"Label1", -1, Genre::etiquette, titre, c.titre, Role::rien, etroit ? 13 : 16, false, Alignement::centre,
+            {c.carte, -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
+            {c.titre, -1, Genre::etiquette, titre, c.legende, Role::rien, etroit ? 13 : 16, false, Alignement::centre,
              0},
             {c.valeur, -1, Genre::etiquette, valeur, "", Role::rien, etroit ? 38 : 64, true, Alignement::centre, 0},
         };
-        for (const Plan& p : plans) forme_.ajoute(p);
-        (*std::prev(forme_.controles.end(), 2))->aspect.encre = palette::gris;
+        forme_.construit(plans);
+        forme_(c.titre).aspect.encre = palette::gris;
     }
 
     /// The whole summary from the note; the place in the list stays.

@@ -18,7 +18,7 @@ constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form'
 constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
-constexpr int largeur_etroite = 800;  ///< working widths below this get the narrow layouts
+constexpr int largeur_etroite = 900;  ///< working widths below this get the narrow layouts
 
 Couleur rgb(std::int32_t bgr) {
     return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
@@ -60,7 +60,7 @@ int hauteur() {
     return etat::hauteur_ecran * twips_par_pixel;
 }
 bool est_etroit() {
-    return etat::largeur_ecran < largeur_etroite;
+    return etat::largeur_ecran < largeur_etroite || etat::largeur_ecran < etat::hauteur_ecran;
 }
 
 void place(Forme& forme) {

@@ -90,8 +90,9 @@ void prend_repertoire() {
 void prepare_fichiers() {
     if (deja_fait) return;
     fichiers::retire_temporaires(".");
-    const bool ecrits = styles::init_styles() && programme_touches::prepare();
-    if (!ecrits) mini_97::informe("Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !"_t);
+    const bool choix = styles::init_styles(), touches = programme_touches::prepare();
+    if (!choix || !touches)
+        mini_97::informe("Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !"_t);
 }
 
 void prend_catalogue() {
@@ -100,7 +101,7 @@ void prend_catalogue() {
         ecran::peint_maintenant();
         reseau::premiere_connexion();
     }
-    if (catalogue::catalogue_charge && !reseau::catalogue_frais()) return;
+    if (!reseau::catalogue_frais() && catalogue::catalogue_charge) return;
     catalogue::charge_catalogue();
 }
 
@@ -122,6 +123,10 @@ void execute() {
     if (fichiers::existe("prov.txt") && etat::nb_lignes_note == 0) note::charge_provisoire();
     note::calcule_total();
     deja_fait = true;
+}
+
+bool est_fait() {
+    return deja_fait;
 }
 
 }  // namespace demarrage

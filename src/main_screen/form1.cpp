@@ -11,6 +11,7 @@
 #include "config/reglages.h"
 #include "config/w_prog.h"
 #include "data/etat.h"
+#include "data/nombres.h"
 #include "data/reseau.h"
 #include "dialogs/ch_numtab.h"
 #include "dialogs/clav_num.h"
@@ -41,20 +42,26 @@ constexpr int hauteur_command = 390, haut_command1 = 870;  ///< twips, the latte
 
 std::unique_ptr<Forme> ecran_principal;
 
-/// A record as the demonstration menu carries it, for the technician's "Menu" button.
+/// A composed menu of four courses, for the technician's "Menu" button.
 std::string menu_exemple() {
-    const auto service = [](std::string_view reference, std::string_view plat) {
-        std::string s = std::string(reference) + "|" + std::string(plat) + "¦"_t.data();
-        for (int i = 1; i < 16; ++i) s += "|" + std::string("¦"_t);
-        return s;
-    };
-    std::string r = "8880000000574  |DES:Menu 15 Euros|PVE:15.00|FA1:10|FA2:98|{{" + std::string("Entréeµ"_t);
-    r += service("8880000000284", "Salade de tomates") + std::string("µ"_t);
-    r += service("8880000000024", "Entrec" + std::string("ô"_t) + "te") + std::string("µ"_t);
-    r += service("8880000000307", "Fromage blanc") + std::string("µ"_t);
-    r += service("8880000000401", "Tarte aux pommes") + std::string("µ"_t);
-    const std::string vide = service("", "");
-    return r + vide + std::string("µ"_t) + vide + "}}";
+    constexpr std::string_view fin_case = "¦"_t, fin_service = "µ"_t;
+    constexpr std::string_view premiers[] = {"8880000000284|Salade de tomates",
+                                             "8880000000024|Entrecôte"_t,
+                                             "8880000000307|Fromage blanc",
+                                             "8880000000401|Tarte aux pommes",
+                                             "|",
+                                             "|"};
+    constexpr int cases_par_service = 16;
+    std::string r = "8880000000574  |DES:Menu 15 Euros|PVE:15.00|FA1:10|FA2:98|{{";
+    r += "Entréeµ"_t;
+    for (const std::string_view premier : premiers) {
+        if (premier.data() != premiers[0].data()) r += fin_service;
+        for (int i = 0; i < cases_par_service; ++i) {
+            r += i == 0 ? premier : "|";
+            r += fin_case;
+        }
+    }
+    return r + "}}";
 }
 
 void ouvre_outils() {
@@ -89,6 +96,13 @@ void montre_service() {
     for (int n = 1; n <= 7; ++n) forme()("Command" + std::to_string(n)).visible = true;
 }
 
+void montre_note() {
+    eta_com::montre_eta_com();
+    note::calcule_total();
+    affiche_etat();
+    if (std::exchange(etat::commande_envoyee, false)) recharge();
+}
+
 /// The technician's buttons.
 struct Command {
     std::string_view nom, texte;
@@ -111,9 +125,9 @@ void arrete_sans_question() {
     moduclav::quitte();
 }
 const Command commands[] = {
-    {"Command1", "O", 0, 40, ouvre_programme},           {"Command2", "F", 50, 40, arrete_sans_question},
-    {"Command3", "M", 0, 40, revient_accueil},           {"Command4", "C", 100, 40, clavv::montre_clavv},
-    {"Command5", "N", 150, 40, eta_com::montre_eta_com}, {"Command6", "Command6", 200, 90, menufor::montre_menufor},
+    {"Command1", "O", 0, 40, ouvre_programme},         {"Command2", "F", 50, 40, arrete_sans_question},
+    {"Command3", "M", 0, 40, revient_accueil},         {"Command4", "C", 100, 40, clavv::montre_clavv},
+    {"Command5", "N", 150, 40, montre_note},           {"Command6", "Command6", 200, 90, menufor::montre_menufor},
     {"Command7", "Menu", 300, 60, ouvre_menu_exemple},
 };
 
@@ -166,17 +180,20 @@ void place_services() {
 
 /// Who, which table, how many covers and lines, and the total; the narrow screen leaves the lines out.
 std::string texte_etat() {
+    if (!pages::a_des_serveurs()) return "Aucun catalogue";
     if (etat::nom_serveur.empty()) return "Choisissez votre nom";
     const std::string_view point = " · "_t;
     std::string t = etat::nom_serveur;
     const auto ajoute = [&](const std::string& s) { t += std::string(point) + s; };
-    if (!etat::table_couverts.empty()) {
-        ajoute("Table " + std::string(texte::colonnes(etat::table_couverts, 3, 3)));
-        const std::string couverts(texte::rogne(texte::colonnes(etat::table_couverts, 6, 2)));
-        if (!couverts.empty()) ajoute(couverts + (formes::est_etroit() ? " couv." : " couverts"));
+    const std::string table(texte::colonnes(etat::table_couverts, 3, 3));
+    const std::string couverts(texte::rogne(texte::colonnes(etat::table_couverts, 6, 2)));
+    if (nombres::lis(table) != 0) ajoute("Table " + table);
+    if (nombres::lis(couverts) != 0) {
+        ajoute(couverts + (formes::est_etroit() ? " couv." : nombres::lis(couverts) == 1 ? " couvert" : " couverts"));
     }
     if (!formes::est_etroit()) {
-        ajoute(std::to_string(etat::nb_lignes_note) + (etat::nb_lignes_note > 1 ? " lignes" : " ligne"));
+        const int n = std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
+        ajoute(std::to_string(n) + (n > 1 ? " lignes" : " ligne"));
     }
     ajoute(etat::total_note);
     return t;
@@ -205,13 +222,6 @@ void quitte() {
     moduclav::quitte();
 }
 
-void montre_note() {
-    eta_com::montre_eta_com();
-    note::calcule_total();
-    affiche_etat();
-    if (std::exchange(etat::commande_envoyee, false)) recharge();
-}
-
 void change_table() {
     ch_numtab::montre_ch_numtab();
     recharge();
@@ -231,10 +241,10 @@ const Fonction fonctions[] = {
     {"NOTE", montre_note},
 };
 
-/// The window was closed: the quit path where it can be asked; beneath a dialog the note is only saved, so that nothing
-/// is lost if the system goes on to end the program.
+/// The window was closed: the quit path, where nothing else is being asked. Before the first page there is nothing to
+/// save and nothing to ask.
 void ferme_par_le_systeme() {
-    note::ecrit_donnees();
+    if (!demarrage::est_fait()) moduclav::quitte();
     if (forme_du_dessus() == ecran_principal.get()) quitte();
 }
 

@@ -219,6 +219,10 @@ void nomme_sous_groupe(std::string_view nom) {
     nom_sous_groupe = nom;
 }
 
+bool a_des_serveurs() {
+    return derniere_entree(catalogue::courant().noms_serveurs) >= 0;
+}
+
 void construit(Forme& forme) {
     for (int k = 1; k <= nb_touches; ++k) {
         forme.ajoute({"btx", k, Genre::bouton, {}, "", Role::touche, 0, true, Alignement::centre, 0}).au_toucher = [k] {

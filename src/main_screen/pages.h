@@ -36,8 +36,10 @@ void dessine_touches();
 /// Shows the present page again.
 void redessine();
 
-/// Caption of the sub-group that etat::famille_courante stands for, set when its key is touched.
+/// Caption of the key that led to a family without a name of its own; it becomes the page's title.
 void nomme_sous_groupe(std::string_view nom);
+/// Whether the catalogue names any server.
+bool a_des_serveurs();
 
 /// Fills the function row: six key codes, each followed by "|", and six groups of six characters whose first two are
 /// the picture number.

@@ -8,6 +8,7 @@
 #include "config/ch_outils.h"
 #include "data/catalogue.h"
 #include "data/etat.h"
+#include "data/lignes.h"
 #include "data/nombres.h"
 #include "dialogs/ch_numtab.h"
 #include "dialogs/menufor.h"
@@ -57,6 +58,10 @@ void page_precedente(const Frappe&) {
     affiche();
 }
 
+std::string legende_de(const Frappe& f) {
+    return f.touche > 0 ? form1::forme()("btx", f.touche).texte() : std::string();
+}
+
 void fonction(const Frappe& f) {
     form1::appel_fonctions(texte::rogne(f.argument));
 }
@@ -82,6 +87,7 @@ void liste_des_familles(const Frappe&) {
 void famille(const Frappe& f) {
     verifie_table();
     va_page(0);
+    pages::nomme_sous_groupe(legende_de(f));
     etat::famille_courante = entier_court(nombres::entier(f.argument));
     pages::affiche_articles();
 }
@@ -102,7 +108,7 @@ void sous_groupe(const Frappe& f) {
     va_page(0);
     const double n = nombres::entier(f.argument.substr(4, 4));
     etat::famille_courante = entier_court(premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
-    pages::nomme_sous_groupe(f.touche > 0 ? form1::forme()("btx", f.touche).texte() : std::string());
+    pages::nomme_sous_groupe(legende_de(f));
     pages::affiche_articles();
 }
 
@@ -110,7 +116,7 @@ void ajoute(const Frappe& f) {
     if (texte::rogne(f.argument.substr(0, 15)).empty()) return;
     if (f.argument.starts_with("#SG#")) return sous_groupe(f);
     etat::texte_travail = catalogue::complete_article(f.argument);
-    if (texte::contient(etat::texte_travail, "FA2:98")) {
+    if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) {
         const std::string ligne = etat::texte_travail;
         menufor::montre_menufor();
         etat::texte_travail = ligne;

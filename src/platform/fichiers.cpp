@@ -57,6 +57,7 @@ std::unique_ptr<Fichier> cree_temporaire(std::string_view chemin, std::string& n
 Issue remplit(Fichier& f, std::string_view contenu) {
     Issue issue = f.ecrit(0, contenu);
     if (issue == Issue::fait) issue = f.vide_tampon();
+    if (issue == Issue::fait && f.longueur() != contenu.size()) issue = Issue::panne;
     const Issue fermeture = f.ferme();
     return issue == Issue::fait ? fermeture : issue;
 }
@@ -205,6 +206,7 @@ void retire_temporaires(std::string_view repertoire) {
 std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record) {
     Issue issue = Issue::panne;
     auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, issue);
+    if (!f) f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, issue);
     if (!f) return nullptr;
     return std::make_unique<Records>(std::move(f), longueur_record);
 }

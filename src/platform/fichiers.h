@@ -59,7 +59,8 @@ inline constexpr std::string_view suffixe_temporaire = ".tmp_";
 /// A file of fixed-length records, kept open for reading and writing. Record numbers start at 1.
 class FichierRecords {
   public:
-    /// Opens or creates. Nothing when it can be neither (a directory, no right to write).
+    /// Opens or creates; what may only be read is opened for reading, and a write to it fails. Nothing when none of
+    /// these is possible (a directory, no right at all).
     static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record);
     virtual ~FichierRecords() = default;
     virtual std::uint64_t longueur() const = 0;

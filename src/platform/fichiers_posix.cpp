@@ -158,14 +158,20 @@ Nature nature(std::string_view chemin, std::uint64_t& longueur) {
     return S_ISREG(s.st_mode) ? Nature::fichier : S_ISDIR(s.st_mode) ? Nature::repertoire : Nature::autre;
 }
 
+/// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.
+static bool est_fichier(std::string_view repertoire, const std::string& nom, unsigned char sorte) {
+    if (sorte == DT_REG || sorte == DT_DIR) return sorte == DT_REG;
+    std::uint64_t n = 0;
+    return nature(joint(repertoire, nom), n) == Nature::fichier;
+}
+
 std::vector<std::string> entrees(std::string_view repertoire) {
     std::vector<std::string> noms;
     DIR* d = ::opendir(natif(repertoire).c_str());
     if (d == nullptr) return noms;
     while (const dirent* e = ::readdir(d)) {
         const auto nom = texte::depuis_utf8(e->d_name);
-        std::uint64_t n = 0;
-        if (nom && nom->find('\\') == std::string::npos && nature(joint(repertoire, *nom), n) == Nature::fichier)
+        if (nom && nom->find('\\') == std::string::npos && est_fichier(repertoire, *nom, e->d_type))
             noms.push_back(*nom);
     }
     ::closedir(d);

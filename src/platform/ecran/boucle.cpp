@@ -63,7 +63,7 @@ void appelle(const Action& action, Arguments... arguments) {
 
 void pose_doigt(int x, int y) {
     Forme* f = forme_du_dessus();
-    if (f == nullptr) return;
+    if (f == nullptr || !f->visible) return;
     Doigt d;
     d.x = en_twips(x) - f->cadre.gauche;
     d.y = en_twips(y) - f->cadre.haut;
@@ -125,6 +125,7 @@ void presse_cle(Forme& f, Cle cle) {
 void traite(const Evenement& e) {
     using Sorte = Evenement::Sorte;
     Forme* f = forme_du_dessus();
+    if (f != nullptr && !f->visible) f = nullptr;  // not shown yet: it takes no keys
     switch (e.sorte) {
         case Sorte::rien:
             return;

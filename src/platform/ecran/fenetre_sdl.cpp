@@ -130,13 +130,24 @@ class FenetreSdl final : public Fenetre {
     }
 };
 
+/// Without any display the library falls back on a driver that nobody sees, unless that is what was asked for.
+bool pilote_visible() {
+    const std::string_view pilote = SDL_GetCurrentVideoDriver();
+    return (pilote != "offscreen" && pilote != "dummy") || SDL_getenv("SDL_VIDEODRIVER") != nullptr;
+}
+
 }  // namespace
 
 std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre, int largeur, int hauteur) {
     SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
     SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "0");
     SDL_SetHint(SDL_HINT_APP_NAME, "Orvalune");
+    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");  // a signal ends the program, without a question
     if (SDL_Init(SDL_INIT_VIDEO) != 0) return nullptr;
+    if (!pilote_visible()) {
+        SDL_Quit();
+        return nullptr;
+    }
     Uint32 drapeaux = SDL_WINDOW_ALLOW_HIGHDPI;
     if (mode == Mode::plein_ecran) drapeaux |= SDL_WINDOW_FULLSCREEN_DESKTOP;
     SDL_Window* fenetre = SDL_CreateWindow(texte::vers_utf8(titre).c_str(), SDL_WINDOWPOS_CENTERED,

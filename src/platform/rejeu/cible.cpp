@@ -37,6 +37,12 @@ void montre_ligne(Controle& c, int ligne) {
     }
 }
 
+/// Whether a caption is that text: trimmed, or (the space key) just as it stands.
+bool porte(std::string_view legende, std::string_view texte) {
+    const std::string lue = texte_lu(legende);
+    return !texte.empty() && (lue == texte || texte::rogne(lue) == texte);
+}
+
 struct Candidat {
     Cible cible;
     Cadre cadre;
@@ -45,7 +51,7 @@ struct Candidat {
 void ajoute_cellules(std::vector<Candidat>& liste, Forme& f, Controle& c, std::string_view texte) {
     for (int l = 0; l < c.grille.lignes; ++l) {
         for (int k = 0; k < c.grille.colonnes; ++k) {
-            if (texte::rogne(texte_lu(c.grille.texte(l, k))) != texte) continue;
+            if (!porte(c.grille.texte(l, k), texte)) continue;
             const Cadre cadre = ecran::cadre_cellule(c, l, k);
             if (cadre.largeur > 0) liste.push_back({{&f, &c, l, k}, cadre});
         }
@@ -102,7 +108,7 @@ std::optional<Cible> cherche_texte(std::string_view texte) {
         if (!c->visible || c->laisse_passer) continue;
         if (c->est_grille()) {
             ajoute_cellules(candidats, *f, *c, texte);
-        } else if (c->genre == Genre::bouton && texte::rogne(texte_lu(c->aspect.texte)) == texte) {
+        } else if (c->genre == Genre::bouton && porte(c->aspect.texte, texte)) {
             candidats.push_back({{f, c.get(), -1, -1}, c->cadre});
         }
     }

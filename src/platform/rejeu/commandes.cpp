@@ -77,29 +77,29 @@ Rejeu::Reponse Rejeu::execute(const Mots& mots) {
     return choisit(std::begin(commandes), std::end(commandes), mots, 0);
 }
 
-Rejeu::Reponse Rejeu::touche(const Mots& m) {
+/// Presses a control or cell for `ms`. What stands before the loaded form's name can be read, never touched.
+Rejeu::Reponse Rejeu::appuie_sur(const Mots& m, std::size_t fin, int ms) {
     std::string faute = "aucune touche ne porte ce texte";
-    const auto cible =
-        m[1].cite && m.size() == 2 ? cherche_texte(texte::rogne(m[1].texte)) : cible_de(m, 1, m.size(), faute);
+    if (!m[1].cite && m[1].texte.find('.') != std::string::npos) {
+        return {Reponse::Sorte::faute, "le contrôle d'un autre écran se lit, il ne se touche pas"};
+    }
+    const auto cible = m[1].cite && fin == 2 ? cherche_texte(m[1].texte) : cible_de(m, 1, fin, faute);
     int x = 0, y = 0;
     if (!cible || !point_a_toucher(*cible, x, y, faute)) return {Reponse::Sorte::faute, faute};
     const double echelle = ecran::echelle_courante() / ecran::twips_par_pixel;
     appuie(static_cast<int>((x + cible->forme->cadre.gauche) * echelle),
-           static_cast<int>((y + cible->forme->cadre.haut) * echelle), 0);
+           static_cast<int>((y + cible->forme->cadre.haut) * echelle), ms);
     return {};
 }
 
+Rejeu::Reponse Rejeu::touche(const Mots& m) {
+    return appuie_sur(m, m.size(), 0);
+}
+
 Rejeu::Reponse Rejeu::tient(const Mots& m) {
-    std::string faute;
-    const auto cible = cible_de(m, 1, 2, faute);
     const auto ms = lis_entier(m[2].texte);
-    int x = 0, y = 0;
-    if (!ms) return {Reponse::Sorte::faute, "durée illisible"};
-    if (!cible || !point_a_toucher(*cible, x, y, faute)) return {Reponse::Sorte::faute, faute};
-    const double echelle = ecran::echelle_courante() / ecran::twips_par_pixel;
-    appuie(static_cast<int>((x + cible->forme->cadre.gauche) * echelle),
-           static_cast<int>((y + cible->forme->cadre.haut) * echelle), *ms);
-    return {};
+    if (!ms || m[1].cite) return {Reponse::Sorte::faute, "commande mal formée"};
+    return appuie_sur(m, 2, *ms);
 }
 
 Rejeu::Reponse Rejeu::tape(const Mots& m) {
@@ -162,12 +162,12 @@ Rejeu::Reponse Rejeu::regle_reseau(const Mots& m) {
 Rejeu::Reponse Rejeu::lit(const Mots& m) {
     if (!m[1].cite && m[1].texte == "ecran" && m.size() == 2) {
         const ecran::Forme* f = ecran::forme_du_dessus();
-        return {Reponse::Sorte::bien, f == nullptr ? "" : f->nom};
+        return {Reponse::Sorte::bien, f == nullptr ? "" : f->nom, true};
     }
     std::string faute;
     const auto cible = cible_de(m, 1, m.size(), faute);
     if (!cible) return {Reponse::Sorte::faute, faute};
-    return {Reponse::Sorte::bien, texte::vers_utf8(texte_lu(cible->aspect().texte))};
+    return {Reponse::Sorte::bien, texte::vers_utf8(texte_lu(cible->aspect().texte)), true};
 }
 
 Rejeu::Reponse Rejeu::capture(const Mots& m) {
@@ -208,7 +208,6 @@ R compare(const std::string& attendu, const std::string& trouve) {
 Rejeu::Reponse Rejeu::verifie(const Mots& m) {
     if (m.size() >= 2 && !m[1].cite) {
         for (const Commande& c : verifications) {
-            // a control may bear the name of a check: what is compared with a text is a control
             if (m[1].texte == c.nom) return choisit(std::begin(verifications), std::end(verifications), m, 1);
         }
     }
@@ -250,7 +249,7 @@ Rejeu::Reponse Rejeu::verifie_couleur(const Mots& m) {
     const std::string& t = m.back().texte;
     int couleur = 0;
     const auto lu = std::from_chars(t.data(), t.data() + t.size(), couleur, 16);
-    if (!cible || t.size() != 6 || lu.ptr != t.data() + t.size()) return {Reponse::Sorte::faute, faute};
+    if (!cible || t.size() != 6 || couleur < 0 || lu.ptr != t.data() + t.size()) return {Reponse::Sorte::faute, faute};
     return compare<Reponse>(en_hexa(couleur), en_hexa(cible->fond()));
 }
 
@@ -267,6 +266,7 @@ Rejeu::Reponse Rejeu::verifie_lignes(const Mots& m) {
     const auto cible = cible_de(m, 2, 3, faute);
     const auto n = lis_entier(m.back().texte);
     if (!cible || !n) return {Reponse::Sorte::faute, faute};
+    if (!cible->controle->est_grille()) return {Reponse::Sorte::faute, "ni grille ni liste"};
     return compare<Reponse>(std::to_string(*n), std::to_string(cible->controle->grille.lignes));
 }
 

@@ -13,12 +13,16 @@ namespace rejeu {
 Rejeu::Rejeu(std::string fichier, std::string captures)
     : fichier_(std::move(fichier)), captures_(std::move(captures)), flux_(&std::cin), interactif_(fichier_ == "-") {
     if (interactif_) return;
-    flux_fichier_.open(texte::vers_utf8(fichier_), std::ios::binary);
+    std::string contenu;
+    lisible_ = fichiers::lis_tout(fichier_, contenu) == fichiers::Issue::fait;
+    constexpr std::string_view marque_utf8 = "\xEF\xBB\xBF";
+    if (contenu.starts_with(marque_utf8)) contenu.erase(0, marque_utf8.size());
+    flux_fichier_.str(std::move(contenu));
     flux_ = &flux_fichier_;
 }
 
 bool Rejeu::lisible() const {
-    return interactif_ || flux_fichier_.is_open();
+    return lisible_;
 }
 
 int Rejeu::statut() const {
@@ -69,7 +73,7 @@ bool Rejeu::lis_ligne() {
 
 void Rejeu::signale(const Reponse& r) {
     if (r.sorte == Reponse::Sorte::bien) {
-        if (!interactif_ && !r.texte.empty()) std::cout << r.texte << std::endl;
+        if (!interactif_ && r.a_lire) std::cout << r.texte << std::endl;
         return;
     }
     vu_[r.sorte == Reponse::Sorte::faute ? faute_usage : verification_fausse] = true;
@@ -85,8 +89,7 @@ void Rejeu::repond() {
     reponse_due_ = false;
     if (!interactif_) return;
     const bool bien = reponse_.sorte == Reponse::Sorte::bien;
-    std::cout << (bien ? "ok" : "erreur: ") << (bien && !reponse_.texte.empty() ? " " : "") << reponse_.texte
-              << std::endl;
+    std::cout << (bien ? "ok" : "erreur: ") << (bien && reponse_.a_lire ? " " : "") << reponse_.texte << std::endl;
 }
 
 ecran::Evenement Rejeu::prochain() {
@@ -122,8 +125,11 @@ void Rejeu::apres_arret() {
     while (lis_ligne()) {
         const Ligne ligne = decoupe(ligne_);
         if (ligne.mots.empty() && ligne.faute.empty()) continue;
-        if (ligne.faute.empty() && ligne.mots[0].texte == "fin") return;
         reponse_due_ = true;
+        if (ligne.faute.empty() && ligne.mots[0].texte == "fin") {
+            reponse_ = {};
+            return repond();
+        }
         if (!ligne.faute.empty()) {
             reponse_ = {Reponse::Sorte::faute, ligne.faute};
         } else if (!permise_apres_arret(ligne.mots)) {

@@ -2,9 +2,8 @@
 #pragma once
 
 #include <deque>
-#include <fstream>
 #include <functional>
-#include <iosfwd>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -43,6 +42,7 @@ class Rejeu final : public ecran::Pilote {
     struct Reponse {
         enum class Sorte { bien, faux, faute } sorte = Sorte::bien;
         std::string texte;
+        bool a_lire = false;  ///< the text of `lit`, which may be empty
     };
     using Mots = std::vector<Mot>;
     struct Commande;
@@ -50,7 +50,8 @@ class Rejeu final : public ecran::Pilote {
     static const Commande verifications[];
 
     std::string fichier_, captures_;
-    std::ifstream flux_fichier_;
+    std::istringstream flux_fichier_;
+    bool lisible_ = true;
     std::istream* flux_;
     bool interactif_;
     int numero_ligne_ = 0;
@@ -91,6 +92,7 @@ class Rejeu final : public ecran::Pilote {
     Reponse verifie_texte(const Mots& m);
 
     void appuie(int x, int y, std::int64_t duree_ms);
+    Reponse appuie_sur(const Mots& m, std::size_t fin, int ms);
     void pousse_attente(std::int64_t ms);
 };
 

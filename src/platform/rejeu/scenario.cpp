@@ -7,11 +7,15 @@
 namespace rejeu {
 namespace {
 
-/// Reads the quoted text that starts at `i` (on its quote) and moves `i` behind it; false when it is not closed.
+/// Reads the quoted text that starts at `i` (on its quote) and moves `i` behind it; false when it is not closed, or
+/// when a "\" stands before anything but a quote or another "\".
 bool lis_cite(std::string_view t, std::size_t& i, std::string& sortie) {
     for (++i; i < t.size(); ++i) {
         if (t[i] == '"') return ++i, true;
-        if (t[i] == '\\' && i + 1 < t.size() && (t[i + 1] == '"' || t[i + 1] == '\\')) ++i;
+        if (t[i] == '\\') {
+            ++i;
+            if (i >= t.size() || (t[i] != '"' && t[i] != '\\')) return false;
+        }
         sortie += t[i];
     }
     return false;
@@ -32,7 +36,7 @@ Ligne decoupe(std::string_view utf8) {
         Mot mot;
         if (utf8[i] == '"') {
             std::string brut;
-            if (!lis_cite(utf8, i, brut)) return {{}, "texte sans guillemet fermant"};
+            if (!lis_cite(utf8, i, brut)) return {{}, "texte sans guillemet fermant, ou \\ devant un autre signe"};
             const auto page = texte::depuis_utf8(brut);
             if (!page) return {{}, "caractère hors de la page 1252"};
             mot = {*page, true};

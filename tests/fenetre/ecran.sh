@@ -1,0 +1,80 @@
+# A display of its own, the real window upon it with a copy of the demonstration restaurant, and a finger.
+# Source it with PROGRAM and the folder of the sources as arguments; the caller's exit ends everything.
+programme=$1 sources=$2
+terrain=$(mktemp -d)
+cp "$sources"/demo/*.wdo "$terrain"
+cp -r "$sources/demo/reseau" "$terrain/reseau"
+
+finit() {
+    local statut=$?
+    trap - EXIT
+    [ -n "${pid_montage:-}" ] && kill -CONT "$pid_montage" 2>/dev/null
+    [ -n "${pid_programme:-}" ] && kill "$pid_programme" 2>/dev/null
+    wait "${pid_programme:-}" 2>/dev/null
+    [ -n "${pid_montage:-}" ] && fusermount -u "$terrain/reseau" 2>/dev/null
+    [ -n "${pid_ecran:-}" ] && kill "$pid_ecran" 2>/dev/null
+    rm -rf "$terrain"
+    exit "$statut"
+}
+trap finit EXIT
+
+echoue() {
+    [ -n "${DISPLAY:-}" ] && import -silent -window root "${ECHEC:-/dev/null}" 2>/dev/null
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# attend MILLISECONDS COMMAND...: until the command succeeds.
+attend() {
+    local fin=$(($(date +%s%3N) + $1))
+    shift
+    until "$@"; do
+        [ "$(date +%s%3N)" -lt "$fin" ] || return 1
+        sleep 0.02
+    done
+}
+
+ouvre_ecran() {
+    coproc XVFB { exec Xvfb -displayfd 1 -screen 0 1280x800x24 -noreset -nolisten tcp 2>/dev/null; }
+    pid_ecran=$XVFB_PID
+    read -r -t 20 numero <&"${XVFB[0]}" || echoue "no display"
+    export DISPLAY=:$numero SDL_VIDEODRIVER=x11
+}
+
+lance_programme() {
+    "$programme" --dossier "$terrain" --fenetre &
+    pid_programme=$!
+    # Sophie's key stands there, in its colour.
+    attend 20000 est_peint 40 60 3F72A8 || echoue "the page of the servers is not shown"
+}
+
+clique() { xdotool mousemove "$1" "$2" click 1; }
+
+# The colour of a pixel of the screen, as RRGGBB.
+couleur() { import -silent -window root -crop "1x1+$1+$2" -depth 8 rgb:- 2>/dev/null | od -An -tx1 | tr -d ' \n' | tr a-f A-F; }
+est_peint() { [ "$(couleur "$1" "$2")" = "$3" ]; }
+
+# Takes one order by clicks, from the page of the servers to the question before sending.
+prend_commande() {
+    clique 164 129  # Sophie
+    attend 3000 est_peint 240 60 C24B45 || echoue "the home page is not shown"
+    clique 322 129  # Viandes: the table is asked for first
+    attend 3000 est_peint 1168 730 23704F || echoue "the table is not asked for"
+    clique 111 210  # 1
+    clique 323 210  # 2
+    clique 746 330  # 4 covers
+    clique 1168 687 # Valider
+    attend 3000 est_peint 40 60 C24B45 || echoue "the articles are not shown"
+    clique 164 129 # Entrecôte
+    attend 3000 est_peint 1168 730 23704F || echoue "the article is not opened"
+    clique 980 111  # one more
+    clique 1168 687 # Valider
+    attend 3000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
+    clique 957 687 # Note
+    attend 3000 est_peint 746 730 23704F || echoue "the note is not shown"
+    clique 746 687 # Envoyer
+    attend 3000 est_peint 330 440 23704F || echoue "the question is not asked"
+}
+
+livrees() { find "$terrain/reseau" -name '*_01_012_004_.txt' | wc -l; }
+une_livree() { [ "$(livrees)" = 1 ]; }
