@@ -38,6 +38,8 @@ Format portrait() {
 
 /// A drawn key of the little tablet: colour digit, or a role of the key row.
 constexpr int chiffres_dessin[3][6] = {{4, 1, 6, 2, 2, 8}, {7, 1, 3, 5, 9, 3}, {0, 0, 0, 0, 0, 0}};
+constexpr Couleur couleur_bandeau = 0x3A4756;
+constexpr int espace_dessin = px(6);
 constexpr Couleur couleurs_barre[6] = {palette::encre, palette::encre, palette::encre,
                                        palette::bleu,  palette::vert,  palette::rouge};
 
@@ -103,22 +105,24 @@ class Choix {
         rectangle(boitier, palette::encre);
         const int bord = px(14);
         const Cadre ecran = {boitier.gauche + bord, boitier.haut + bord, largeur - 2 * bord, hauteur - 2 * bord};
-        rectangle(ecran, palette::papier, Role::papier);
-        const int pas_h = ecran.hauteur / 7, espace = px(6);
+        rectangle(ecran, couleur_bandeau, Role::papier);
+        const int bandeau = px(9);
+        const Cadre page = {ecran.gauche, ecran.haut + bandeau, ecran.largeur, ecran.hauteur - 2 * bandeau};
+        rectangle(page, palette::papier, Role::papier);
+        const int pas_h = (page.hauteur - espace_dessin) / 7;
         for (int l = 0; l < 3; ++l) {
             for (int c = 0; c < colonnes; ++c) {
-                rectangle(case_dessin(ecran, colonnes, c, l * 2 * pas_h, 2 * pas_h, espace),
+                rectangle(case_dessin(page, colonnes, c, l * 2 * pas_h, 2 * pas_h),
                           palette::chiffres[chiffres_dessin[l][c]]);
             }
         }
-        for (int c = 0; c < 6; ++c) {
-            rectangle(case_dessin(ecran, 6, c, 6 * pas_h, pas_h, espace), couleurs_barre[c]);
-        }
+        for (int c = 0; c < 6; ++c) rectangle(case_dessin(page, 6, c, 6 * pas_h, pas_h), couleurs_barre[c]);
     }
 
-    static Cadre case_dessin(const Cadre& ecran, int colonnes, int c, int haut, int hauteur, int espace) {
-        const int l = (ecran.largeur - espace) / colonnes;
-        return {ecran.gauche + espace + c * l, ecran.haut + haut + espace, l - espace, hauteur - espace};
+    static Cadre case_dessin(const Cadre& page, int colonnes, int c, int haut, int hauteur) {
+        const int l = (page.largeur - espace_dessin) / colonnes;
+        return {page.gauche + espace_dessin + c * l, page.haut + haut + espace_dessin, l - espace_dessin,
+                hauteur - espace_dessin};
     }
 
     void branche() {

@@ -20,7 +20,7 @@ using formes::px;
 constexpr int lignes = 4, colonnes = 3;
 constexpr int largeur_max = px(624), hauteur_carte = px(110);
 constexpr int garde_ms = 100;
-constexpr int police_valeur = 40;
+constexpr int police_valeur = 44;
 
 constexpr std::array<std::string_view, 12> chiffres = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "C", "0", "."};
 /// Font sizes on offer; the thirteenth has no key.
