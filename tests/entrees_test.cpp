@@ -1,0 +1,236 @@
+// Input files as they may be found: missing, empty, cut, huge, a directory, or any bytes at all. The terminal starts,
+// or says why not, and a walk over its screens comes to no harm.
+#include <functional>
+#include <random>
+
+#include "rejeux.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tests::Issue;
+using tests::Terrain;
+using tests::tient_texte;
+
+std::string au_hasard(std::mt19937& hasard, std::size_t n) {
+    std::string r(n, ' ');
+    for (char& c : r) c = static_cast<char>(hasard() & 0xFF);
+    return r;
+}
+
+enum class Vue { rien, photo };
+
+/// One way for a file to be wrong.
+struct Degat {
+    const char* nom;
+    std::function<void(const Terrain&, const std::string& fichier)> inflige;
+    Vue vue = Vue::rien;  ///< whether what comes of it is worth painting
+};
+
+void agrandit(const Terrain& t, const std::string& fichier, std::uintmax_t longueur) {
+    t.pose(fichier, t.lis(fichier));
+    fs::resize_file(t.chemin() / fichier, longueur);
+}
+
+const Degat degats[] = {
+    {"absent", [](const Terrain& t, const std::string& f) { fs::remove(t.chemin() / f); }},
+    {"vide", [](const Terrain& t, const std::string& f) { t.pose(f, ""); }},
+    {"repertoire",
+     [](const Terrain& t, const std::string& f) {
+         fs::remove(t.chemin() / f);
+         fs::create_directories(t.chemin() / f);
+     }},
+    {"coupe",
+     [](const Terrain& t, const std::string& f) {
+         const std::string entier = t.lis(f);
+         t.pose(f, entier.substr(0, entier.size() * 2 / 3 - 1));
+     }},
+    {"lignes d'un mega-octet",
+     [](const Terrain& t, const std::string& f) {
+         std::string r;
+         for (const char* debut : {"#ARTI#00001", "#SERV#01 ", "#FAMI#02 ", "#TABL#", "#CCOF#", "#DIR#"}) {
+             r += debut + std::string(1 << 20, 'x') + "\r\n";
+         }
+         t.pose(f, r);
+     },
+     Vue::photo},
+    {"hasard",
+     [](const Terrain& t, const std::string& f) {
+         std::mt19937 hasard(static_cast<unsigned>(f.size()) * 7919U);
+         t.pose(f, au_hasard(hasard, 70000));
+     }},
+    {"octets changes",
+     [](const Terrain& t, const std::string& f) {
+         std::mt19937 hasard(4242);
+         std::string r = t.lis(f);
+         for (std::size_t i = 0; i < r.size(); i += 1 + hasard() % 60) r[i] = static_cast<char>(hasard() & 0xFF);
+         t.pose(f, r);
+     },
+     Vue::photo},
+};
+
+/// Walks over the screens with touches that may miss: the session answers each and goes on. At the end the main screen
+/// is on top, and not much was missed; or the terminal said why it stopped.
+void se_promene(const Terrain& t, Vue vue = Vue::rien) {
+    const fs::path promenade = fs::path(SOURCES) / "tests" / "scenarios" / "promenade.txt";
+    fs::copy_file(promenade, t.chemin() / "promenade.txt", fs::copy_options::overwrite_existing);
+    std::string commandes = t.lis("promenade.txt");
+    if (vue == Vue::photo) commandes = "capture debut.png\n" + commandes + "capture fin.png\n";
+    t.pose("promenade.txt", commandes + "lit ecran\n");
+    const Issue r = t.joue("", "--rejoue - <\"" + (t.chemin() / "promenade.txt").string() + "\"");
+    EXPECT_GE(r.statut, 0);
+    EXPECT_LE(r.statut, 3) << r.erreurs;
+    EXPECT_TRUE(r.sortie.ends_with("ok Form1\n")) << r.sortie;
+}
+
+/// The restaurant after a first day: all files are there, here and in the network directory.
+void deja_ouvert(Terrain& t) {
+    t.restaurant();
+    t.pose("prov.txt", "#SERV#01\r\n#TABL#12\r\n");
+    tient_texte(t, "verifie ecran Form1\n");
+    t.pose("reseau/w_styl72.wdo", t.lis("w_styl72.wdo"));
+}
+
+class Entrees : public testing::Test {
+  protected:
+    Terrain modele;
+    Entrees() { deja_ouvert(modele); }
+    /// A terminal like it whose file is damaged here, or in the network directory.
+    void abime(const std::string& fichier, const Degat& d, bool distant) {
+        SCOPED_TRACE(fichier + (distant ? " du réseau, " : ", ") + d.nom);
+        Terrain t;
+        fs::copy(modele.chemin(), t.chemin(), fs::copy_options::recursive);
+        // what comes from the network would replace the damaged file here
+        if (!distant) fs::remove(t.reseau() / fichier);
+        d.inflige(t, distant ? "reseau/" + fichier : fichier);
+        se_promene(t, d.vue);
+    }
+};
+
+TEST_F(Entrees, SansDegatLaPromenadeEnvoieUneCommande) {
+    se_promene(modele);
+    EXPECT_EQ(modele.fichiers("reseau", ".txt"), std::vector<std::string>{"2021-05-19-12-30-00_02_001_002_.txt"});
+}
+
+TEST_F(Entrees, SurLaTablette) {
+    for (const char* f :
+         {"orvalune.wdo", "worvalune.wdo", "w_styl72.wdo", "progppb.wdo", "wwinqx42.wdo", "wfichdir.wdo", "prov.txt"}) {
+        for (const Degat& d : degats) abime(f, d, false);
+    }
+}
+
+TEST_F(Entrees, DansLeReseau) {
+    for (const char* f : {"worvalune.wdo", "w_styl72.wdo", "Test.res"}) {
+        for (const Degat& d : degats) abime(f, d, true);
+    }
+}
+
+/// What the waiter must know is said once, and then the terminal serves.
+TEST(EntreesManquantes, LeTerminalDitCeQuiManque) {
+    const std::string sans_reseau =
+        "Le répertoire réseau n'est pas indiqué, les commandes attendront sur la tablette !";
+    const std::string sans_fichiers =
+        "Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !";
+    const struct {
+        const char *fichier, *degat;
+        std::string message;
+    } cas[] = {{"wfichdir.wdo", "vide", sans_reseau},
+               {"wfichdir.wdo", "repertoire", sans_reseau},
+               {"progppb.wdo", "repertoire", sans_fichiers},
+               {"w_styl72.wdo", "repertoire", sans_fichiers}};
+    for (const auto& c : cas) {
+        SCOPED_TRACE(std::string(c.fichier) + ", " + c.degat);
+        Terrain t;
+        deja_ouvert(t);
+        for (const Degat& d : degats) {
+            if (std::string(d.nom) == c.degat) d.inflige(t, c.fichier);
+        }
+        tient_texte(t, "verifie ecran mini_97\nverifie Label1 \"" + c.message +
+                           "\"\ntouche \"Fermer\"\nverifie ecran Form1\ntouche \"Sophie\"\n"
+                           "touche \"Table\"\ntouche g3 0 0\ntouche g1 0 0\ntouche \"Valider\"\n"
+                           "touche \"Note\"\ntouche \"Envoyer\"\ntouche \"Oui\"\nattend 1500\n");
+        const std::size_t attend = c.message == sans_reseau ? 1 : 0;
+        EXPECT_EQ(t.fichiers(".", "-A-").size(), attend);
+        EXPECT_EQ(t.fichiers("reseau", ".txt").size(), 1 - attend);
+        EXPECT_FALSE(t.existe("Test.res")) << "the working directory never stands in for the network";
+    }
+}
+
+/// Without a settings store every setting has its default, and the screen format is asked at each start.
+TEST(EntreesManquantes, UnMagasinQuiNeSOuvrePas) {
+    Terrain t;
+    deja_ouvert(t);
+    fs::remove(t.chemin() / "wwinqx42.wdo");
+    fs::create_directory(t.chemin() / "wwinqx42.wdo");
+    for (int depart = 0; depart < 2; ++depart) {
+        tient_texte(t,
+                    "verifie ecran porpay\ntouche Image2\n"
+                    "verifie Label1 \"La résolution n'a pas pu être enregistrée !\"\ntouche \"Fermer\"\n"
+                    "verifie ecran Form1\nverifie police btx(1) 14\ntouche \"Sophie\"\n");
+    }
+    EXPECT_TRUE(fs::is_directory(t.chemin() / "wwinqx42.wdo"));
+}
+
+TEST(EntreesEnormes, CentMegaOctets) {
+    constexpr std::uintmax_t cent_mega = 100U << 20;
+    for (const char* f : {"worvalune.wdo", "progppb.wdo", "wfichdir.wdo", "reseau/worvalune.wdo"}) {
+        SCOPED_TRACE(f);
+        Terrain t;
+        deja_ouvert(t);
+        if (!std::string(f).starts_with("reseau/")) fs::remove(t.reseau() / f);
+        agrandit(t, f, cent_mega);
+        se_promene(t);
+    }
+}
+
+/// 40,000 articles: 330 in each of 121 families, of which 300 are kept.
+TEST(EntreesEnormes, QuaranteMilleArticles) {
+    std::string carte = "#SERV#01 Sophie\r\n#FAMI#02 Vins\r\n#TABL#1\r\n";
+    char ligne[120];
+    for (int n = 0; n < 121 * 330; ++n) {
+        std::snprintf(ligne, sizeof ligne, "#ARTI#%05d888%010d  |DES:Vin %d|PVE:%d.50|FA1:%d|FA2:0\r\n", n % 100000, n,
+                      n, n % 90, n % 121);
+        carte += ligne;
+    }
+    Terrain t;
+    t.restaurant();
+    t.pose("reseau/worvalune.wdo", carte);
+    std::string suite;
+    for (int i = 0; i < 24; ++i) suite += "touche \"Suivant\"\n";
+    tient_texte(t,
+                "touche \"Sophie\"\ntouche \"Familles\"\ntouche g3 0 0\ntouche \"Valider\"\ntouche \"Vins\"\n"
+                "verifie btx(1) \"Vin 2\"\n" +
+                    suite +
+                    "verifie label_bas \"Vins · 25 / 25\"\nverifie btx(12) \"Vin 36181\"\nverifie g2 0 1 \"\"\n"
+                    "touche btx(12)\nverifie Label3 \"1.50 \"\n");
+}
+
+/// Catalogues of random pieces of lines: whatever they hold, the screens go on.
+TEST(EntreesAuHasard, DesCartesDeMorceaux) {
+    std::mt19937 hasard(20210519);
+    const std::string_view morceaux[] = {"#SERV#", "#FAMI#", "#ARTI#", "#TABL#",   "#CCOF#", "#CCOU#", "01",
+                                         "20 ",    "|DES:",  "|PVE:",  "|FA1:",    "|FA2:",  "99",     "98",
+                                         "{",      "}",      "{{",     "}}",       "\xB5",   "\xA6",   "|\xA4\xA4",
+                                         "\xD0",   "\xF0",   "#SG#",   "0005",     "-1",     "1e9",    "\r",
+                                         "\n",     "\r\n",   " ",      "888000000"};
+    for (int tour = 0; tour < 6; ++tour) {
+        SCOPED_TRACE(tour);
+        Terrain t;
+        t.restaurant();
+        std::string carte = t.lis("reseau/worvalune.wdo");
+        for (int i = 0; i < 2000; ++i) carte += morceaux[hasard() % std::size(morceaux)];
+        t.pose("reseau/worvalune.wdo", carte);
+        se_promene(t, Vue::photo);
+    }
+}
+
+/// Without a directory to work in, nothing is done but to say so.
+TEST(SansDossier, LeProgrammeLeDit) {
+    Terrain t;
+    t.restaurant();
+    const Issue r = t.joue("verifie ecran Form1\n", "--dossier \"" + (t.chemin() / "nulle_part").string() + "\"");
+    EXPECT_EQ(r.statut, 2);
+    EXPECT_TRUE(r.erreurs.starts_with("répertoire de travail introuvable : ")) << r.erreurs;
+}
+
+}  // namespace
