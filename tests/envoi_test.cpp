@@ -20,12 +20,6 @@ constexpr const char* table_et_note =
 constexpr const char* envoie = "touche \"Envoyer\"\ntouche \"Oui\"\n";
 constexpr const char* envoyee = "verifie Label1 \"La commande à été envoyée !\"\nattend 1500\nverifie ecran Form1\n";
 
-std::string fois(int n, const std::string& commandes) {
-    std::string r;
-    for (int i = 0; i < n; ++i) r += commandes;
-    return r;
-}
-
 class Envoi : public testing::Test {
   protected:
     Terrain t;
@@ -180,6 +174,12 @@ TEST_F(Envoi, UnFichierALaPlaceDuRepertoireReseau) {
 }
 
 #ifndef _WIN32
+std::string fois(int n, const std::string& commandes) {
+    std::string r;
+    for (int i = 0; i < n; ++i) r += commandes;
+    return r;
+}
+
 /// On a full disk the waiter is told, and everything stays as it was; a shorter order still fits.
 TEST_F(Envoi, SurUnDisquePleinLaNoteReste) {
     tient_texte(t, "verifie ecran Form1\n");  // all the files that a start makes
