@@ -1,0 +1,104 @@
+// What an order costs on its way to the disk, beside the bare write, flush and rename of as many bytes; and the start
+// of the program on the demonstration restaurant.
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "data/commande.h"
+#include "data/etat.h"
+#include "data/lignes.h"
+#include "platform/fichiers.h"
+#include "platform/fichiers_systeme.h"
+#include "platform/horloge.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A working directory of its own, left and removed at the end.
+struct Repertoire {
+    fs::path avant = fs::current_path(), ici = fs::temp_directory_path() / "orvalune_banc_ecriture";
+    Repertoire() {
+        fs::create_directories(ici);
+        fs::current_path(ici);
+    }
+    ~Repertoire() {
+        fs::current_path(avant);
+        fs::remove_all(ici);
+    }
+};
+
+constexpr int lignes_de_la_note = 200;
+
+void remplit_la_note() {
+    const std::string remarques[] = {"Saignant", "Sans sel"};
+    const std::string ligne = lignes::validee("8880000000024  |DES:Article|PVE:12.50|FA1:2|FA2:0", 2, remarques);
+    for (int n = 1; n <= lignes_de_la_note; ++n) etat::lignes_note[static_cast<std::size_t>(n)] = ligne;
+    etat::nb_lignes_note = lignes_de_la_note;
+    etat::table_couverts = "#N0124 ";
+}
+
+void commande_ecrite(benchmark::State& mesure) {
+    const Repertoire repertoire;
+    horloge::rend_virtuelle({});
+    for (auto _ : mesure) {
+        mesure.PauseTiming();
+        remplit_la_note();
+        horloge::avance(1000);
+        mesure.ResumeTiming();
+        if (commande::envoi_commande() != fichiers::Issue::fait) mesure.SkipWithError("the order was not written");
+    }
+    horloge::rend_reelle();
+}
+BENCHMARK(commande_ecrite)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+/// Create, write, flush, close, rename, flush of the directory, and nothing else.
+void ecriture_nue(benchmark::State& mesure) {
+    using fichiers::systeme::Fichier;
+    const Repertoire repertoire;
+    remplit_la_note();
+    const std::string contenu = commande::contenu();
+    int numero = 0;
+    for (auto _ : mesure) {
+        const std::string nom = std::to_string(++numero);
+        auto issue = fichiers::Issue::fait;
+        {
+            const auto f = Fichier::ouvre(nom + ".n", Fichier::Ouverture::creation, issue);
+            f->ecrit(0, contenu);
+            f->vide_tampon();
+            f->ferme();
+        }
+        fichiers::systeme::renomme_sans_remplacer(nom + ".n", nom);
+        fichiers::systeme::vide_tampon_repertoire(".");
+    }
+    etat::nb_lignes_note = 0;
+}
+BENCHMARK(ecriture_nue)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseRealTime();
+
+/// From the start of the process to its end behind the first page, with no window and with the window of SDL's driver
+/// that shows nothing.
+void depart(benchmark::State& mesure, const std::string& environnement, const std::string& options) {
+    const Repertoire repertoire;
+    fs::copy(fs::path(SOURCES) / "demo", "demo", fs::copy_options::recursive);
+    std::FILE* f = std::fopen("scenario", "w");
+    std::fputs("fin\n", f);
+    std::fclose(f);
+    const std::string commande = environnement + " \"" PROGRAMME "\" --dossier demo --rejoue scenario " + options;
+    for (auto _ : mesure) {
+        if (std::system(commande.c_str()) != 0) mesure.SkipWithError("the program failed");
+    }
+}
+BENCHMARK_CAPTURE(depart, sans_fenetre, "", "")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(depart, fenetre_muette_de_sdl, "SDL_VIDEODRIVER=dummy", "--fenetre")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+/// What the shell itself takes to start a program.
+void programme_vide(benchmark::State& mesure) {
+    for (auto _ : mesure) benchmark::DoNotOptimize(std::system("true"));
+}
+BENCHMARK(programme_vide)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
