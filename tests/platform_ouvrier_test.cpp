@@ -110,7 +110,10 @@ TEST_F(OuvrierTest, LaSuiteVientUneFoisSurLeFilDeLInterface) {
 
 TEST_F(OuvrierTest, CeQuiPendEstReponduUneFoisEtRienNeCommenceAvantSaFin) {
     const auto barriere = std::make_shared<Barriere>();
-    ASSERT_TRUE(ouvrier::lance(operation_qui_pend(barriere, 60)));
+    auto qui_pend = operation_qui_pend(barriere, 60);
+    int tardives = 0;
+    qui_pend.tardive = [&tardives] { ++tardives; };
+    ASSERT_TRUE(ouvrier::lance(std::move(qui_pend)));
     const auto echeance = ouvrier::prochaine_echeance() - horloge::millisecondes();
     EXPECT_GT(echeance, 0);
     EXPECT_LE(echeance, 60);
@@ -120,10 +123,12 @@ TEST_F(OuvrierTest, CeQuiPendEstReponduUneFoisEtRienNeCommenceAvantSaFin) {
     EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
     EXPECT_EQ(ouvrier::prochaine_echeance(), -1) << "the loop has nothing to wake up for";
     EXPECT_FALSE(ouvrier::lance(operation()));
+    EXPECT_EQ(tardives, 0);
     barriere->ouvre();
     ASSERT_TRUE(se_libere());
     ouvrier::traite_reponses();
     EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    EXPECT_EQ(tardives, 1) << "the interface is told that it has ended after all";
     EXPECT_EQ(*faits, 1);
     EXPECT_TRUE(ouvrier::lance(operation()));
     ASSERT_TRUE(se_libere());

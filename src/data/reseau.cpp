@@ -90,7 +90,7 @@ void livre_la_suivante() {
              if (perdu) return change_etat(false);
              livre_la_suivante();
          },
-         limite_copie_ms});
+         limite_copie_ms, signale});
 }
 
 void cherche_catalogue() {

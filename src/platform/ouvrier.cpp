@@ -178,6 +178,7 @@ void repond(std::int64_t maintenant) {
         const EnCours finie = std::move(*en_cours);
         en_cours.reset();
         if (!finie.repondue && finie.operation.suite) finie.operation.suite(Reponse::faite);
+        if (finie.repondue && finie.operation.tardive) finie.operation.tardive();
     } else if (hors_delai(*en_cours, maintenant)) {
         en_cours->repondue = true;
         const auto suite = std::exchange(en_cours->operation.suite, {});

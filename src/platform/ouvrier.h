@@ -20,6 +20,8 @@ struct Operation {
     std::function<void(Reponse)> suite;
     /// Milliseconds after which the answer is hors_delai.
     int limite_ms = 2000;
+    /// Runs on the interface's thread when an operation that was answered as late has ended after all; may be empty.
+    std::function<void()> tardive = {};
 };
 
 /// Starts an operation. False, with nothing started and `suite` never called, while an earlier one is under way or
