@@ -72,9 +72,7 @@ const Degat degats[] = {
 /// Walks over the screens with touches that may miss: the session answers each and goes on. At the end the main screen
 /// is on top, and not much was missed; or the terminal said why it stopped.
 void se_promene(const Terrain& t, Vue vue = Vue::rien) {
-    const fs::path promenade = fs::path(SOURCES) / "tests" / "scenarios" / "promenade.txt";
-    fs::copy_file(promenade, t.chemin() / "promenade.txt", fs::copy_options::overwrite_existing);
-    std::string commandes = t.lis("promenade.txt");
+    std::string commandes = tests::scenario("promenade.txt");
     if (vue == Vue::photo) commandes = "capture debut.png\n" + commandes + "capture fin.png\n";
     t.pose("promenade.txt", commandes + "lit ecran\n");
     const Issue r = t.joue("", "--rejoue - <\"" + (t.chemin() / "promenade.txt").string() + "\"");
@@ -99,7 +97,7 @@ class Entrees : public testing::Test {
     void abime(const std::string& fichier, const Degat& d, bool distant) {
         SCOPED_TRACE(fichier + (distant ? " du réseau, " : ", ") + d.nom);
         Terrain t;
-        fs::copy(modele.chemin(), t.chemin(), fs::copy_options::recursive);
+        t.copie(modele);
         // what comes from the network would replace the damaged file here
         if (!distant) fs::remove(t.reseau() / fichier);
         d.inflige(t, distant ? "reseau/" + fichier : fichier);

@@ -76,6 +76,14 @@ void Terrain::pose(const std::string& nom, std::string_view contenu) const {
     ecrit_fichier(chemin_ / nom, contenu);
 }
 
+void Terrain::copie(const Terrain& autre) const {
+    for (const auto& e : fs::recursive_directory_iterator(autre.chemin_)) {
+        const fs::path vers = chemin_ / fs::relative(e.path(), autre.chemin_);
+        if (e.is_directory()) fs::create_directories(vers);
+        if (e.is_regular_file()) ecrit_fichier(vers, lis_fichier(e.path()));
+    }
+}
+
 std::string Terrain::lis(const std::string& nom) const {
     return lis_fichier(chemin_ / nom);
 }
@@ -166,13 +174,19 @@ Issue Terrain::joue(const std::string& scenario, const std::string& options, con
     r.statut = statut_de(std::system(commande.c_str()));
     r.sortie = lis("sortie");
     r.erreurs = lis("erreurs");
+    std::erase(r.sortie, '\r');  // what Windows adds to line ends
+    std::erase(r.erreurs, '\r');
     return r;
 }
 
 Issue Terrain::joue_fichier(const std::string& nom, const std::string& options) const {
-    const std::string scenario = lis_fichier(fs::path(SOURCES) / "tests" / "scenarios" / nom);
-    if (scenario.empty()) throw std::runtime_error("no scenario " + nom);
-    return joue(scenario, options);
+    return joue(scenario(nom), options);
+}
+
+std::string scenario(const std::string& nom) {
+    const std::string s = lis_fichier(fs::path(SOURCES) / "tests" / "scenarios" / nom);
+    if (s.empty()) throw std::runtime_error("no scenario " + nom);
+    return s;
 }
 
 }  // namespace tests

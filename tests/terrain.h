@@ -30,6 +30,8 @@ class Terrain {
     std::filesystem::path reseau() const { return chemin_ / "reseau"; }
     /// Writes a file (bytes as they are) below the directory.
     void pose(const std::string& nom, std::string_view contenu) const;
+    /// Copies all that another ground holds.
+    void copie(const Terrain& autre) const;
     /// The whole file, empty when there is none.
     std::string lis(const std::string& nom) const;
     bool existe(const std::string& nom) const;
@@ -49,6 +51,9 @@ class Terrain {
   private:
     std::filesystem::path chemin_;
 };
+
+/// The text of a file of tests/scenarios.
+std::string scenario(const std::string& nom);
 
 /// A UTF-8 text as bytes of the page 1252.
 std::string page1252(std::string_view utf8);
