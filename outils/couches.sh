@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Checks who includes whom in src/, and that no system header is included outside src/platform.
 set -uo pipefail
-cd "$(dirname "$0")/.."
+cd "$(dirname "$0")/.." || exit
 
 fautes=0
 # refuse TITLE COMMAND...: what the command prints is a fault.
