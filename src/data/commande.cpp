@@ -18,29 +18,31 @@ std::string table_couverts() {
     return texte::complete(etat::table_couverts, std::max<std::size_t>(etat::table_couverts.size(), 7));
 }
 
-void ajoute_ligne(std::string& t, std::string_view ligne) {
-    t += ligne;
-    t += "\r\n";
+/// Adds a line made of pieces, and its end.
+template <typename... Morceaux>
+void ajoute_ligne(std::string& t, const Morceaux&... morceaux) {
+    (t.append(morceaux), ...);
+    t.append("\r\n");
 }
 
 void ajoute_bloc_ordinaire(std::string& t, std::string_view ligne, float quantite) {
-    ajoute_ligne(t, "#REF#" + std::string(lignes::reference(ligne)) + "{" + nombres::montant_simple(quantite) + "}");
-    std::string complements = "#COMP#";
-    for (const std::string& s : lignes::segments(ligne)) complements += s + "|";
-    ajoute_ligne(t, complements);
+    ajoute_ligne(t, "#REF#", lignes::reference(ligne), "{", nombres::montant_simple(quantite), "}");
+    t += "#COMP#";
+    for (const std::string& s : lignes::segments(ligne)) t.append(s).append("|");
+    ajoute_ligne(t);
     ajoute_ligne(t, "#NOTE#");
 }
 
 void ajoute_bloc_menu(std::string& t, std::string_view ligne, float quantite) {
-    const std::string menu = "|" + std::string("ÐÐMENU"_t), monnaie(std::string("¤¤"_t));
-    ajoute_ligne(t, "#REF#" + std::string(lignes::reference(ligne)) + "{" + nombres::montant_simple(quantite) +
-                        "}   + " + monnaie + "999999" + menu);
+    constexpr std::string_view menu = "|ÐÐMENU"_t;
+    ajoute_ligne(t, "#REF#", lignes::reference(ligne), "{", nombres::montant_simple(quantite), "}   + ¤¤999999"_t,
+                 menu);
     ajoute_ligne(t, "#COMP#");
     ajoute_ligne(t, "#NOTE#");
     for (const lignes::Composant& c : lignes::composants(ligne)) {
         const auto pieces = static_cast<float>(quantite * c.second);
-        ajoute_ligne(t, "#REF#" + c.reference + "{" + nombres::montant_simple(pieces) + ")  " + monnaie +
-                            nombres::montant(c.premier) + menu);
+        ajoute_ligne(t, "#REF#", c.reference, "{", nombres::montant_simple(pieces), ")  ¤¤"_t,
+                     nombres::montant(c.premier), menu);
         ajoute_ligne(t, "#COMP#");
         ajoute_ligne(t, "#NOTE#");
     }
@@ -58,11 +60,11 @@ void vide_la_note() {
 std::string contenu() {
     const std::string tc = table_couverts();
     std::string t;
-    ajoute_ligne(t, "#ID#" + identite::code());
+    ajoute_ligne(t, "#ID#", identite::code());
     ajoute_ligne(t, "#VERSION#2.1");
-    ajoute_ligne(t, "#SERVEUR#" + nombres::entier_complete(etat::numero_serveur, 2));
-    ajoute_ligne(t, "#TABLE#" + std::string(texte::colonnes(tc, 3, 3)));
-    ajoute_ligne(t, "#NBCOUVERT#" + std::string(texte::colonnes(tc, 6, 3)));
+    ajoute_ligne(t, "#SERVEUR#", nombres::entier_complete(etat::numero_serveur, 2));
+    ajoute_ligne(t, "#TABLE#", texte::colonnes(tc, 3, 3));
+    ajoute_ligne(t, "#NBCOUVERT#", texte::colonnes(tc, 6, 3));
     for (int n = 1; n <= std::min<int>(etat::nb_lignes_note, etat::lignes_note_max); ++n) {
         const std::string& ligne = etat::lignes_note[static_cast<std::size_t>(n)];
         const auto quantite = static_cast<float>(lignes::quantite(ligne).value_or(1));
