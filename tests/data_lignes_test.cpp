@@ -204,9 +204,9 @@ TEST(Lignes, DesOctetsAuHasardNeFontJamaisEchouer) {
 }
 
 TEST(Complements, LesRangsSuiventLesRemarquesEtNEnPerdentAucune) {
-    complements::charge({"a", "b"});
+    complements::prend("1|DES:x{a}{b}");
     ASSERT_EQ(complements::rangs().size(), 20u);
-    complements::ajoute("c");
+    complements::bascule(" c ");
     complements::pose(5, "{d|e}");
     complements::retire(0);
     EXPECT_EQ(complements::rangs()[0], "b");
@@ -216,10 +216,31 @@ TEST(Complements, LesRangsSuiventLesRemarquesEtNEnPerdentAucune) {
     complements::pose(99, "hors");
     complements::retire(99);
 
-    complements::charge(Remarques(25, "x"));
-    complements::ajoute("y");
-    ASSERT_EQ(complements::rangs().size(), 26u);
-    EXPECT_EQ(lignes::segments(lignes::validee(article, 1, complements::rangs())).size(), 26u);
+    complements::prend(lignes::validee(article, 1, Remarques(25, "x")));
+    complements::bascule("y");
+    ASSERT_EQ(complements::rangs().size(), 25u) << "no row is free";
+    complements::retire(3);
+    complements::bascule("y");
+    EXPECT_EQ(complements::rangs()[24], "y");
+    EXPECT_EQ(lignes::segments(lignes::validee(article, 1, complements::rangs())).size(), 25u);
+}
+
+TEST(Complements, UnChoixSePrendEtSeRend) {
+    complements::prend("1|DES:x{Sauce Poivre}");
+    for (const char* choix : {"Frites", "Sel {fin}|", "Riz"}) complements::bascule(choix);
+    complements::bascule("  Frites ");
+    const auto& rangs = complements::rangs();
+    EXPECT_EQ(Remarques(rangs.begin(), rangs.begin() + 4), (Remarques{"Sauce Poivre", "Sel (fin)/", "Riz", ""}));
+    EXPECT_TRUE(complements::est_pris("Sel {fin}|")) << "as the row holds it";
+    EXPECT_FALSE(complements::est_pris("Poivre"));
+    EXPECT_TRUE(complements::est_marque("Poivre"));
+    EXPECT_FALSE(complements::est_marque("Sauce"));
+    EXPECT_FALSE(complements::est_marque("  "));
+
+    complements::pose(0, "  ");
+    complements::bascule("");
+    EXPECT_EQ(rangs[0], "Sel (fin)/") << "an empty choice closes the first gap";
+    EXPECT_EQ(rangs.size(), 20u);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "data/styles.h"
 
+#include <algorithm>
+
 #include "data/nombres.h"
 #include "platform/fichiers.h"
 #include "platform/horloge.h"
@@ -48,7 +50,10 @@ std::string record(std::string_view tete, const Style& s) {
 
 Style style(std::string_view record) {
     Style s;
-    s.libelle = texte::rogne(texte::colonnes(record, longueur_tete + 1, longueur_libelle));
+    std::string libelle(texte::colonnes(record, longueur_tete + 1, longueur_libelle));
+    std::replace_if(
+        libelle.begin(), libelle.end(), [](unsigned char c) { return c < ' '; }, ' ');
+    s.libelle = texte::rogne(libelle);
     if (record.size() < longueur_record) return s;
     s.texte = lis_entier(record, place_texte);
     s.fond = lis_entier(record, place_fond);

@@ -6,6 +6,7 @@
 
 #include "config/reglages.h"
 #include "data/commande.h"
+#include "data/complements.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
@@ -198,7 +199,7 @@ class Recapitulatif {
     /// A note line goes through the article's validation again; what comes back takes its place.
     void ouvre_ligne(int n) {
         if (n < 1 || n > lignes_utiles()) return;
-        etat::texte_travail = etat::lignes_note[static_cast<std::size_t>(n)];
+        complements::prend(etat::lignes_note[static_cast<std::size_t>(n)]);
         sel_arti::montre_sel_arti();
         if (texte::rogne(etat::texte_travail).empty()) {
             retire_ligne(n);

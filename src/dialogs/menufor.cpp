@@ -1,11 +1,102 @@
 #include "dialogs/menufor.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "data/complements.h"
+#include "data/composition.h"
+#include "data/etat.h"
+#include "data/lignes.h"
+#include "dialogs/choix.h"
 #include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/texte.h"
 
 namespace menufor {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int lignes_g1 = 8;
+constexpr int police_page = 20, largeur_page = px(110);
+
+class Composition {
+  public:
+    Composition() : services_(composition::services(lignes::composition(etat::texte_travail).value_or(""))) {
+        forme_.nom = "menufor";
+        formes::encadre(forme_, "Menu composé"_t, formes::version);
+        const Cadre carte = choix::construit_menu(forme_, lignes_g1);
+        forme_("Label1").texte() = lignes::libelle(etat::texte_travail);
+        Controle& page =
+            forme_.ajoute({"Label3",
+                           -1,
+                           Genre::etiquette,
+                           {carte.droite() - px(20) - largeur_page, carte.haut, largeur_page, carte.hauteur},
+                           "",
+                           Role::rien,
+                           police_page,
+                           false,
+                           Alignement::droite});
+        page.aspect.encre = palette::gris;
+        affiche_service();
+        choix::ajoute_barre(forme_);
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+    std::vector<composition::Service> services_;
+    int courant_ = 0;
+
+    int nb_services() const { return static_cast<int>(services_.size()); }
+
+    void branche() {
+        forme_("g1").a_la_cellule = [this](int ligne, int colonne) {
+            const auto libelle = forme_("g1").grille.texte(ligne, colonne);
+            if (libelle.empty()) return;
+            complements::bascule(libelle);
+            marque();
+        };
+        forme_("g2").a_la_cellule = [this](int, int colonne) {
+            if (colonne == choix::precedent) va_service(courant_ - 1);
+            if (colonne == choix::suivant) va_service(courant_ + 1);
+            if (colonne == choix::ferme) forme_.ferme();
+        };
+        forme_.a_l_echappement = [this] { forme_.ferme(); };
+    }
+
+    void va_service(int n) {
+        courant_ = std::clamp(n, 0, std::max(0, nb_services() - 1));
+        affiche_service();
+    }
+
+    void affiche_service() {
+        const composition::Service aucun;
+        const auto& service = services_.empty() ? aucun : services_[static_cast<std::size_t>(courant_)];
+        forme_("Label2").texte() = service.nom;
+        forme_("Label3").texte() =
+            services_.empty() ? "" : std::to_string(courant_ + 1) + " / " + std::to_string(nb_services());
+        Grille& g = forme_("g1").grille;
+        for (std::size_t i = 0; i < composition::choix_par_service; ++i) {
+            const int place = static_cast<int>(i);
+            choix::remplit(g.cellule(place % lignes_g1, place / lignes_g1),
+                           i < service.choix.size() ? service.choix[i] : "");
+        }
+        marque();
+    }
+
+    void marque() { choix::marque(forme_("g1").grille, complements::est_pris); }
+};
+
+}  // namespace
 
 void montre_menufor() {
-    formes::annonce_absent();
+    Composition().montre();
 }
 
 }  // namespace menufor

@@ -1,11 +1,117 @@
 #include "dialogs/sai_detail.h"
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "config/reglages.h"
+#include "data/complements.h"
+#include "data/etat.h"
+#include "data/styles.h"
+#include "dialogs/choix.h"
 #include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/texte.h"
 
 namespace sai_detail {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int categories = 20, categories_montrees = 2;
+constexpr int choix_par_categorie = 15, records_par_categorie = 20;
+constexpr int flots = 2;  ///< columns in which the keys of a category flow
+constexpr double contraste_lisible = 4.5;
+
+/// A stored colour, red in the low byte; what a damaged file holds beyond is cut off.
+Couleur couleur(std::int32_t stockee) {
+    return ((stockee & 0xFF) << 16) | (stockee & 0xFF00) | ((stockee >> 16) & 0xFF);
+}
+
+class Details {
+  public:
+    Details() {
+        static_cast<void>(styles::init_styles());  // a file that cannot be made shows empty keys
+        styles_ = styles::lis();
+        forme_.nom = "sai_detail";
+        formes::encadre(forme_, "Saisie d'un détail"_t, formes::version);
+        for (int k = 0; k < categories_montrees; ++k) construit_categorie(k);
+        affiche_tableau();
+        choix::ajoute_barre(forme_);
+        branche();
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+    std::vector<styles::Style> styles_;
+
+    void construit_categorie(int k) {
+        const Cadre zone = formes::contenu();
+        const int largeur = (zone.largeur - rythme) / categories_montrees;
+        const int marge = px(formes::est_etroit() ? 6 : 10);
+        const Cadre carte = {zone.gauche + k * (largeur + rythme), zone.haut, largeur, zone.hauteur};
+        const Cadre touches = {carte.gauche + marge, carte.haut + marge, carte.largeur - 2 * marge,
+                               carte.hauteur - 2 * marge};
+        forme_.ajoute({"Shape1", k, Genre::forme, carte, "", Role::carte});
+        Controle& g1 = forme_.ajoute({"g1", k, Genre::grille, touches, "", Role::rien});
+        g1.aspect.police = reglages::nombre(42);
+        g1.grille.dimensionne(choix_par_categorie, 1);
+        g1.grille.espace = formes::est_etroit() ? marge : rythme;
+        g1.grille.flots = flots;
+    }
+
+    void branche() {
+        for (int k = 0; k < categories_montrees; ++k) {
+            forme_("g1", k).a_la_cellule = [this, k](int ligne, int) {
+                complements::bascule(forme_("g1", k).grille.texte(ligne, 0));
+                recherche_detail();
+            };
+        }
+        forme_("g2").a_la_cellule = [this](int, int colonne) {
+            if (colonne == choix::precedent) change_page(-categories_montrees);
+            if (colonne == choix::suivant) change_page(categories_montrees);
+            if (colonne == choix::ferme) forme_.ferme();
+        };
+        forme_.a_l_echappement = [this] { forme_.ferme(); };
+    }
+
+    void change_page(int pas) {
+        etat::debut_detail =
+            static_cast<std::int16_t>(std::clamp(etat::debut_detail + pas, 0, categories - categories_montrees));
+        affiche_tableau();
+    }
+
+    void affiche_tableau() {
+        for (int k = 0; k < categories_montrees; ++k) {
+            const int base = (etat::debut_detail + k + 1) * records_par_categorie;
+            Grille& g = forme_("g1", k).grille;
+            for (int r = 0; r < choix_par_categorie; ++r) remplit(g.cellule(r, 0), base + r);
+        }
+        recherche_detail();
+    }
+
+    void remplit(Aspect& touche, int code) {
+        const styles::Style& s = styles_[static_cast<std::size_t>(code)];
+        choix::remplit(touche, s.libelle);
+        if (touche.texte.empty()) return;
+        touche.fond = couleur(s.fond);
+        const Couleur encre = couleur(s.texte);
+        touche.encre = contraste(touche.fond, encre) >= contraste_lisible ? encre : encre_lisible(touche.fond);
+    }
+
+    /// Marks the keys whose detail has been taken.
+    void recherche_detail() {
+        for (int k = 0; k < categories_montrees; ++k) choix::marque(forme_("g1", k).grille, complements::est_marque);
+    }
+};
+
+}  // namespace
 
 void montre_sai_detail() {
-    formes::annonce_absent();
+    Details().montre();
 }
 
 }  // namespace sai_detail

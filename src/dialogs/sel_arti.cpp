@@ -125,7 +125,6 @@ class Validation {
         if (const auto q = lignes::quantite_courte(ligne)) texte_de("Label6") = nombres::general(*q);
         texte_de("Label1") = lignes::libelle(ligne);
         if (const auto prix = lignes::prix(ligne)) texte_de("Label3") = nombres::montant(*prix) + " ";
-        complements::charge(lignes::segments(ligne));
         remplit_complements();
         calcul_total();
     }

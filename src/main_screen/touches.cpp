@@ -7,6 +7,7 @@
 
 #include "config/ch_outils.h"
 #include "data/catalogue.h"
+#include "data/complements.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
@@ -115,12 +116,8 @@ void sous_groupe(const Frappe& f) {
 void ajoute(const Frappe& f) {
     if (texte::rogne(f.argument.substr(0, 15)).empty()) return;
     if (f.argument.starts_with("#SG#")) return sous_groupe(f);
-    etat::texte_travail = catalogue::complete_article(f.argument);
-    if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) {
-        const std::string ligne = etat::texte_travail;
-        menufor::montre_menufor();
-        etat::texte_travail = ligne;
-    }
+    complements::prend(catalogue::complete_article(f.argument));
+    if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
     sel_arti::montre_sel_arti();
     note::ajoute_ligne();
     form1::affiche_etat();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
 #include "platform/texte.h"
 
 namespace rejeu {
@@ -62,6 +63,11 @@ void ajoute_cellules(std::vector<Candidat>& liste, Forme& f, Controle& c, std::s
 
 const ecran::Aspect& Cible::aspect() const {
     return est_cellule() ? controle->grille.cellule(ligne, colonne) : controle->aspect;
+}
+
+int Cible::image() const {
+    const ecran::Aspect& a = aspect();
+    return a.image == 0 && a.role == ecran::Role::choisie ? ecran::image_valider : a.image;
 }
 
 int Cible::police() const {

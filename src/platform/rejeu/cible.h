@@ -18,6 +18,8 @@ struct Cible {
 
     bool est_cellule() const { return ligne >= 0; }
     const ecran::Aspect& aspect() const;
+    /// Number of the picture shown, 0: none; the mark of a chosen key is one.
+    int image() const;
     /// Font size as set, in points.
     int police() const;
     /// Ground as shown, 0xRRGGBB.

@@ -240,7 +240,7 @@ Rejeu::Reponse Rejeu::verifie_image(const Mots& m) {
     const auto cible = cible_de(m, 2, m.size() - 1, faute);
     const auto n = lis_entier(m.back().texte);
     if (!cible || !n) return {Reponse::Sorte::faute, faute};
-    return compare<Reponse>(std::to_string(*n), std::to_string(cible->aspect().image));
+    return compare<Reponse>(std::to_string(*n), std::to_string(cible->image()));
 }
 
 Rejeu::Reponse Rejeu::verifie_couleur(const Mots& m) {

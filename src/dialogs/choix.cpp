@@ -1,0 +1,81 @@
+#include "dialogs/choix.h"
+
+#include <algorithm>
+
+#include "config/reglages.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace choix {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int record_police = 42;
+constexpr int touche_min = px(54);  ///< what a finger does not miss
+constexpr int espace_serre = px(5);
+constexpr int carte_min = px(50), carte_max = px(80), marge_carte = px(20);
+constexpr int police_titre = 27, police_titre_etroite = 18;
+
+/// The space between keys: tight where the rows would else be too low, or the card.
+int espace_pour(int lignes, int hauteur) {
+    return hauteur >= lignes * (touche_min + rythme) + carte_min ? rythme : espace_serre;
+}
+
+}  // namespace
+
+void ajoute_barre(Forme& forme, Fin fin) {
+    formes::ToucheDeBarre barre[6] = {{"Précédent"_t, image_gauche, Role::action},
+                                      {"Suivant", image_droite, Role::action}};
+    if (fin == Fin::ferme) barre[ferme] = {"Fermer", image_fermer, Role::action};
+    if (fin == Fin::valide) barre[ferme] = {"Valider", image_valider, Role::aller};
+    formes::ajoute_barre(forme, barre);
+}
+
+void remplit(Aspect& touche, std::string_view libelle) {
+    touche = {};
+    touche.texte = texte::rogne(libelle);
+    touche.role = touche.texte.empty() ? Role::vide : Role::touche;
+    touche.gras = true;
+    touche.alignement = Alignement::gauche;
+}
+
+void marque(Grille& grille, bool (*est_pris)(std::string_view)) {
+    for (Aspect& a : grille.cellules) {
+        if (!a.texte.empty()) a.role = est_pris(a.texte) ? Role::choisie : Role::touche;
+    }
+}
+
+Cadre construit_menu(Forme& forme, int lignes) {
+    const Cadre zone = formes::contenu();
+    const int espace = espace_pour(lignes, zone.hauteur);
+    Cadre carte = zone;
+    carte.hauteur = std::clamp(zone.hauteur - lignes * (touche_min + espace), carte_min, carte_max);
+    const bool etroit = formes::est_etroit();
+    const int police = etroit ? police_titre_etroite : police_titre;
+    Cadre article = {carte.gauche + marge_carte, carte.haut, carte.largeur * 3 / 8, carte.hauteur};
+    Cadre service = {carte.gauche + carte.largeur * 2 / 5 - px(4), carte.haut, carte.largeur * 2 / 5, carte.hauteur};
+    if (etroit) {
+        article.largeur = service.largeur = carte.largeur * 3 / 4;
+        article.hauteur = service.hauteur = carte.hauteur / 2;
+        service.gauche = article.gauche;
+        service.haut = article.bas();
+    }
+    const int haut = carte.bas() + espace;
+    const Plan plans[] = {
+        {"Shape1", -1, Genre::forme, carte, "", Role::carte},
+        {"Label1", -1, Genre::etiquette, article, "", Role::rien, police, true, Alignement::gauche},
+        {"Label2", -1, Genre::etiquette, service, "", Role::rien, police, true, Alignement::gauche},
+        {"g1", -1, Genre::grille, {zone.gauche, haut, zone.largeur, zone.bas() - haut}, "", Role::rien},
+    };
+    forme.construit(plans);
+    forme("Label2").aspect.encre = palette::bleu;
+    forme("g1").aspect.police = reglages::nombre(record_police);
+    forme("g1").grille.dimensionne(lignes, 2);
+    forme("g1").grille.espace = espace;
+    return carte;
+}
+
+}  // namespace choix
