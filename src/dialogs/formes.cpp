@@ -45,6 +45,9 @@ int etiquette_de(const Aspect& cellule, int etiquette_grille) {
         case Role::entete:
             return 7;
         case Role::vide:
+        case Role::ligne_touchee:
+        case Role::ligne_choisie:
+        case Role::puce:
             return 0;
         default:
             return etiquette_grille;

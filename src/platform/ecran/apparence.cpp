@@ -34,6 +34,9 @@ constexpr Look looks[] = {
     {palette::blanc, palette::encre, false},   // champ
     {palette::blanc, palette::encre, false},   // boite
     {0xE4DED3, palette::encre, false},         // clavier
+    {0xDCE6F1, palette::encre, false},         // ligne_touchee
+    {palette::bleu, palette::blanc, false},    // ligne_choisie
+    {sans_couleur, palette::encre, false},     // puce
 };
 
 const Look& look(Role role) {

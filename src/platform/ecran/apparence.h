@@ -20,26 +20,29 @@ inline constexpr Couleur chiffres[10] = {0xFFFFFF, 0xC24B45, 0xD9782D, 0xF0C64F,
 
 /// What a control, or a cell, looks like. Gives its ground, text and border; a control's own colours go before.
 enum class Role : std::uint8_t {
-    rien,          ///< no ground: what lies below shows
-    papier,        ///< the ground of a form
-    bandeau,       ///< ink, the top and bottom banner
-    carte,         ///< a white panel with rounded corners and a thin border
-    touche,        ///< a plain white key
-    touche_douce,  ///< a key of second rank ("C", "Liste"), warm grey
-    action,        ///< an ink key
-    aller,         ///< the green key that says go
-    detruire,      ///< the red key
-    attendre,      ///< the amber key
-    note,          ///< the blue key
-    vide,          ///< the place of a key that is not there: warm grey, no border, no shadow
-    entete,        ///< heading of a list
-    ligne,         ///< row of a list
-    titre_groupe,  ///< heading row within a list
-    pastille,      ///< a white disc with a red text
-    choisie,       ///< a plain key that is chosen: green border and a mark
-    champ,         ///< text field: white, blue border
-    boite,         ///< the ground of a message box: white, blue bar on top, shadow
-    clavier,       ///< the ground of the keyboard: warm grey, rounded on top, shadow
+    rien,           ///< no ground: what lies below shows
+    papier,         ///< the ground of a form
+    bandeau,        ///< ink, the top and bottom banner
+    carte,          ///< a white panel with rounded corners and a thin border
+    touche,         ///< a plain white key
+    touche_douce,   ///< a key of second rank ("C", "Liste"), warm grey
+    action,         ///< an ink key
+    aller,          ///< the green key that says go
+    detruire,       ///< the red key
+    attendre,       ///< the amber key
+    note,           ///< the blue key
+    vide,           ///< the place of a key that is not there: warm grey, no border, no shadow
+    entete,         ///< heading of a list
+    ligne,          ///< row of a list
+    titre_groupe,   ///< heading row within a list
+    pastille,       ///< a white disc with a red text
+    choisie,        ///< a plain key that is chosen: green border and a mark
+    champ,          ///< text field: white, blue border
+    boite,          ///< the ground of a message box: white, blue bar on top, shadow
+    clavier,        ///< the ground of the keyboard: warm grey, rounded on top, shadow
+    ligne_touchee,  ///< row of a list that was touched last: pale blue
+    ligne_choisie,  ///< row of a list that is chosen: blue, with a mark at its end
+    puce,           ///< cell of a list that shows its own colour on a rounded chip
 };
 
 /// The ground of a role, sans_couleur when it has none.

@@ -13,6 +13,7 @@ using Sorte = Element::Sorte;
 constexpr int rayon_boite = 12, barre_boite = 10, flou_ombre = 16, descente_ombre = 12;
 constexpr int bord_choisie = 4, bord_case = 3, creux = 2;
 constexpr int largeur_curseur = 3, intervalle_marque = 6;
+constexpr int cote_coche = 38, bord_coche = 50;
 
 constexpr int opacite_voile = 115, opacite_ombre = 115, opacite_touche = 45, opacite_touche_sombre = 78;
 constexpr int police_par_defaut = 12;  ///< points
@@ -157,6 +158,12 @@ void Composition::contenu(const Sujet& s) {
     if (image.glyphe != 0) {
         const Couleur encre = image.teinte != sans_couleur ? image.teinte : teintes(a).encre;
         icone(Part::image, s.z, image.glyphe, place.cote, place.x, place.y, encre);
+    }
+    if (a.role == Role::ligne_choisie && s.rang.derniere) {
+        texte(s, place.texte);
+        const int cote = std::min(p_.px(cote_coche), s.z.bas - s.z.haut);
+        return icone(Part::coche, s.z, image_de_touche(image_valider).glyphe, cote, s.z.droite - p_.px(bord_coche),
+                     (s.z.haut + s.z.bas) / 2, teintes(a).encre);
     }
     if (a.role != Role::choisie) return texte(s, place.texte);
     const PlaceMarque m = p_.marque(s.z, a.alignement);

@@ -11,7 +11,7 @@
 namespace ecran {
 
 /// What an element is of its control or cell, in the order of painting.
-enum class Part : std::uint8_t { bande, ombre, bord, fond, trait, image, texte, curseur, marque, coche };
+enum class Part : std::uint8_t { bande, ombre, bord, fond, trait, colonne, image, texte, curseur, marque, coche };
 
 /// How far a key's shadow reaches below it, design pixels.
 inline constexpr int ombre_touche = 2;

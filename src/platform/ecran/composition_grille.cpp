@@ -6,6 +6,7 @@ namespace {
 // Lengths of the looks, in design pixels.
 constexpr int bande_ascenseur = 18, largeur_ascenseur = 7, marge_ascenseur = 6, ascenseur_min = 24;
 constexpr int ecart_ascenseur = 2, retrait_trait = 14;
+constexpr int marge_puce = 5, rayon_puce = 5;
 constexpr Couleur couleur_ascenseur = 0x9A938A, titre_sans_texte = 0xFFF1E2;
 
 /// Whether the vectors of a grid are as long as its size says.
@@ -83,6 +84,8 @@ void Composition::cellule(const Vue& v, int l, int k, const Cadre& cadre, const 
     const bool touche = est_touche(a.role) || a.role == Role::vide || g.espace > 0;
     if (touche) {
         fond(z, a, appuye);
+    } else if (a.role == Role::puce && a.fond != sans_couleur) {
+        rond(Part::fond, retreci(z, p_.px(marge_puce)), p_.px(rayon_puce), appuye ? enfonce(a.fond) : a.fond);
     } else {
         const bool au_bout = rang.derniere && (a.role == Role::entete || a.role == Role::titre_groupe);
         if (a.role == Role::entete) coupe_ = intersection(v.carte ? retreci(v.z, p_.px(1)) : v.z, ecran_);
@@ -93,6 +96,11 @@ void Composition::cellule(const Vue& v, int l, int k, const Cadre& cadre, const 
         const int debut = rang.premiere ? v.z.gauche + p_.px(retrait_trait) : z.gauche;
         const int fin = rang.derniere ? v.utile.droite - p_.px(retrait_trait) : z.droite;
         aplat(Part::trait, {debut, z.bas - p_.px(1), fin, z.bas}, palette::trait);
+    }
+    if (g.quadrillage) {
+        const int debut = rang.premiere ? v.utile.gauche : z.gauche, fin = rang.derniere ? v.utile.droite : z.droite;
+        aplat(Part::trait, {debut, z.bas - p_.px(1), fin, z.bas}, palette::trait);
+        if (!rang.derniere) aplat(Part::colonne, {z.droite - p_.px(1), z.haut, z.droite, z.bas}, palette::trait);
     }
     const bool rang_de_liste = rang.liste && !touche;
     const Zone vue = {std::max(z.gauche, v.utile.gauche), z.haut, std::min(z.droite, coupe_.droite), z.bas};

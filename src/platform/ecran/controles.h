@@ -41,6 +41,7 @@ enum class PlaceImage : std::uint8_t {
     seule,   ///< in the middle; with a text, above it
     gauche,  ///< left of the text
     droite,  ///< at the right end
+    milieu,  ///< in the middle, whatever the text does
 };
 
 /// What can be seen of a control, or of one cell of a grid.
@@ -73,6 +74,7 @@ struct Grille {
     int espace = 0;                ///< twips between two cells (a grid of keys has the rhythm, a list 0)
     int premiere_ligne = 0;        ///< first row shown below the fixed ones
     bool defile = false;           ///< holds more than it shows: follows the finger, shows a scroll mark
+    bool quadrillage = false;      ///< of a list: thin lines below its rows and between its columns
     int flots = 1;                 ///< one column painted in several side by side, filled from the left
     int ligne = -1, colonne = -1;  ///< the cell touched last
 

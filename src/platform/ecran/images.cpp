@@ -84,6 +84,16 @@ constexpr Ligne dialogues[] = {
     {image_maison, {0xE88A, "accueil"}},
     {image_pave, {0xE0BC, "pavé numérique"}},
     {image_envoyer, {0xE163, "envoyer"}},
+    {image_page, {0xE880, "chercher une page"}},
+    {image_copier, {0xE14D, "copier"}},
+    {image_coller, {0xE14F, "coller"}},
+    {image_couper, {0xE14E, "couper"}},
+    {image_reglettes, {0xE429, "réglettes"}},
+    {image_aucune, {0xF116, "aucune image"}},
+    {image_palette, {0xE40A, "palette"}},
+    {image_ecran, {0xE85B, "écran"}},
+    {image_attention, {0xE002, "attention"}},
+    {image_defaut, {0xE8BA, "par défaut"}},
 };
 
 constexpr auto table = [] {

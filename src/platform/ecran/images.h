@@ -29,6 +29,16 @@ enum ImageDeDialogue {
     image_maison,
     image_pave,
     image_envoyer,
+    image_page,
+    image_copier,
+    image_coller,
+    image_couper,
+    image_reglettes,
+    image_aucune,
+    image_palette,
+    image_ecran = 127,
+    image_attention,
+    image_defaut,
 };
 
 struct ImageDeTouche {

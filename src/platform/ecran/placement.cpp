@@ -78,7 +78,7 @@ int Placement::cote_image(const Zone& z, const Aspect& a, bool avec_texte, bool 
         cote = std::min(0.52 * h, 0.3 * l);
     } else if (a.place_image == PlaceImage::droite) {
         cote = 0.56 * h;
-    } else if (avec_texte) {
+    } else if (avec_texte && a.place_image != PlaceImage::milieu) {
         cote = std::min(0.36 * h + 11 * echelle_, std::min(0.46 * l, 0.6 * h));
     } else if (moindre < px(image_mince)) {
         cote = 0.92 * moindre;
@@ -98,7 +98,7 @@ PlaceContenu Placement::contenu(const Zone& z, const Aspect& a, bool avec_texte,
     if (a.place_image == PlaceImage::droite) {
         p.x = z.droite - std::min(px(retrait_image_droite), l / 8) - p.cote / 2;
         p.texte.droite = std::min(p.texte.droite, p.x - p.cote / 2 - px(marge_legende));
-    } else if (!avec_texte) {
+    } else if (!avec_texte || a.place_image == PlaceImage::milieu) {
         return p;
     } else if (a.place_image == PlaceImage::gauche) {
         const int marge = a.alignement == Alignement::gauche ? p.texte.gauche - z.gauche + p.cote / 2 : l / 4;
