@@ -84,6 +84,9 @@ int Ligne::hauteur() const {
 int Ligne::image() const {
     return nombres::entier_int(champ(Champ::image));
 }
+bool Ligne::marque() const {
+    return champ(Champ::image).ends_with('N');
+}
 int Ligne::taille() const {
     return nombres::entier_int(champ(Champ::taille));
 }

@@ -32,6 +32,7 @@ struct Ligne {
     int largeur() const;           ///< cells, the first digit of "LH", at least 1
     int hauteur() const;           ///< cells, the second digit, at least 1
     int image() const;             ///< picture number, 0: none
+    bool marque() const;           ///< the "N" behind the picture number: a mark on the key
     int taille() const;            ///< font size in points, 0: that of the families
     std::int32_t couleur() const;  ///< red in the low byte, -1: the plain key
 };

@@ -23,7 +23,7 @@ using formes::px;
 
 constexpr int haut_grille = 500;                     ///< twips, first row of keys
 constexpr int marge = px(10), bas_grille = px(140);  ///< the grid's end, from the form's bottom edge
-constexpr int hauteur_prix = px(44), police_prix = 13;
+constexpr int hauteur_prix = px(44), police_prix = 13, police_marque = 15;
 constexpr int colonnes_max = 40, lignes_max = 40;
 constexpr int serveurs_max = 20, familles_max = 120;
 
@@ -185,6 +185,28 @@ formes::ToucheDeBarre touche_de_barre(int image, std::string_view code) {
     return t;
 }
 
+/// The picture of a key of the key program, above its caption, and the mark in the key's corner.
+void pose_image(int k, const programme_touches::Ligne& l) {
+    Controle& b = touche_numero(k);
+    const bool avec_texte = !texte::rogne(l.libelle()).empty();
+    if (avec_texte && l.image() > 0) b.aspect.marge_haut = b.cadre.hauteur * 3 / 5;
+    Controle& c = compagne(k);
+    c.cadre = b.cadre;
+    if (avec_texte) c.cadre.hauteur = b.cadre.hauteur * 2 / 3;
+    c.visible = true;
+    c.aspect = {};
+    if (l.image() > 0) c.aspect.image = l.image() + etat::decalage_images;
+    c.aspect.encre = b.aspect.encre != sans_couleur ? b.aspect.encre : encre_de(Role::touche);
+    if (!l.marque()) return;
+    c.aspect.texte = "N";
+    c.aspect.police = police_marque;
+    c.aspect.gras = true;
+    c.aspect.place_image = PlaceImage::milieu;
+    c.aspect.alignement = Alignement::droite;
+    c.aspect.marge_droite = px(10);
+    c.aspect.marge_bas = std::max(0, c.cadre.hauteur - px(40));
+}
+
 /// Draws one line of the key program on its cell of the grid.
 void pose_ligne(int k, const programme_touches::Ligne& l, int police_familles) {
     const int colonne = (k - 1) % colonnes(), ligne = (k - 1) / colonnes();
@@ -197,16 +219,7 @@ void pose_ligne(int k, const programme_touches::Ligne& l, int police_familles) {
         b.aspect.fond = ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
         b.aspect.encre = encre_lisible(b.aspect.fond);
     }
-    if (l.image() <= 0) return;
-    const bool avec_texte = !texte::rogne(l.libelle()).empty();
-    const int part = avec_texte ? cadre.hauteur * 2 / 3 : cadre.hauteur;
-    if (avec_texte) b.aspect.marge_haut = cadre.hauteur * 3 / 5;
-    Controle& c = compagne(k);
-    c.cadre = {cadre.gauche, cadre.haut, cadre.largeur, part};
-    c.visible = true;
-    c.aspect = {};
-    c.aspect.image = l.image() + etat::decalage_images;
-    c.aspect.encre = b.aspect.encre != sans_couleur ? b.aspect.encre : encre_de(Role::touche);
+    if (l.image() > 0 || l.marque()) pose_image(k, l);
 }
 
 }  // namespace

@@ -1,0 +1,211 @@
+#include "config/lis_bout.h"
+
+#include <algorithm>
+#include <string>
+
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace lis_bout {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int nb_lignes = decalage_grand;  ///< the pictures of the set, 0 (none) first
+constexpr int hauteur_ligne = px(70), reserve_ascenseur = 280;
+constexpr int hauteur_marque = px(200), largeur_case = px(100);
+constexpr std::size_t chiffres = 3;
+
+class Liste {
+  public:
+    Liste() {
+        forme_.nom = "lis_bout";
+        formes::encadre(forme_, "Liste des images", formes::version);
+        construit();
+        ouvre_valeur();
+        branche();
+        affiche();
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    std::string& nombre() { return forme_("Label2").texte(); }
+    bool marquee() { return forme_("Check1").coche; }
+
+    /// The list at the left, else above; what is chosen beside it, with the two keys below.
+    void construit() {
+        const bool etroit = formes::est_etroit() && formes::largeur() < formes::hauteur();
+        const Cadre barre = formes::cadre_barre();
+        const int moitie = (barre.largeur - rythme) / 2;
+        const Cadre zone = {barre.gauche, formes::contenu().haut, barre.largeur, barre.bas() - formes::contenu().haut};
+        Cadre liste = zone, choix = zone;
+        liste.largeur = etroit ? zone.largeur * 2 / 5 : moitie;
+        choix.gauche = liste.droite() + rythme;
+        choix.largeur = zone.droite() - choix.gauche;
+        const Cadre touches = {choix.gauche, barre.haut, choix.largeur, barre.hauteur};
+        const Cadre marque = {choix.gauche, touches.haut - rythme - hauteur_marque, choix.largeur, hauteur_marque};
+        construit_liste(liste);
+        construit_choix({choix.gauche, choix.haut, choix.largeur, marque.haut - rythme - choix.haut});
+        construit_marque(marque);
+        const int l = (touches.largeur - rythme) / 2;
+        const Cadre gauche = {touches.gauche, touches.haut, l, touches.hauteur};
+        const Cadre droite = {gauche.droite() + rythme, touches.haut, l, touches.hauteur};
+        const Plan plans[] = {
+            {"bt_no", -1, Genre::bouton, gauche, "Aucune", Role::detruire, 14, true, Alignement::centre, 6},
+            {"bt_valide", -1, Genre::bouton, droite, "Valider", Role::aller, 14, true, Alignement::centre, 5},
+        };
+        forme_.construit(plans);
+        forme_("bt_no").aspect.image = image_aucune;
+        forme_("bt_valide").aspect.image = image_valider;
+    }
+
+    void construit_liste(const Cadre& cadre) {
+        Controle& g3 =
+            forme_.ajoute({"g3", -1, Genre::grille, cadre, "", Role::carte, 19, false, Alignement::gauche, 9});
+        Grille& g = g3.grille;
+        g.dimensionne(nb_lignes, 2);
+        g.largeurs = {0, cadre.largeur - reserve_ascenseur};
+        g.hauteur_ligne = hauteur_ligne;
+        g.defile = true;
+        for (int i = 0; i < nb_lignes; ++i) {
+            Aspect& a = g.cellule(i, 1);
+            a.texte = nombres::entier_complete(i, chiffres);
+            a.image = i;
+            a.place_image = PlaceImage::milieu;
+            a.alignement = Alignement::gauche;
+            a.marge_gauche = px(12);
+        }
+    }
+
+    void construit_choix(const Cadre& c) {
+        const int titre = px(56), valeur = std::min(px(110), c.hauteur / 4);
+        const Cadre dessin = {c.gauche, c.haut + titre, c.largeur, c.hauteur - titre - valeur - px(10)};
+        const Plan plans[] = {
+            {"Shape1", -1, Genre::forme, c, "", Role::carte, 0, false, Alignement::centre, 4},
+            {"Label1",
+             -1,
+             Genre::etiquette,
+             {c.gauche, c.haut, c.largeur, titre},
+             "Image choisie",
+             Role::rien,
+             16,
+             false,
+             Alignement::centre,
+             0},
+            {"Image1", -1, Genre::image, dessin, "", Role::rien, 0, false, Alignement::centre, 0},
+            {"Label2",
+             -1,
+             Genre::etiquette,
+             {c.gauche, dessin.bas(), c.largeur, valeur},
+             "",
+             Role::rien,
+             58,
+             true,
+             Alignement::centre,
+             0},
+        };
+        forme_.construit(plans);
+        forme_("Label1").aspect.encre = palette::gris;
+    }
+
+    /// The picture of the mark's state; beside it what it means. A touch anywhere in it counts.
+    void construit_marque(const Cadre& c) {
+        const int bord = c.largeur / 8, gauche = c.gauche + bord + largeur_case + px(24);
+        const int largeur = c.droite() - px(12) - gauche;
+        const Cadre coche = {c.gauche + bord, c.haut + (c.hauteur - largeur_case) / 2, largeur_case, largeur_case};
+        const Plan plans[] = {
+            {"oui", -1, Genre::image, c, "", Role::touche, 0, false, Alignement::centre, 0},
+            {"Check1", -1, Genre::case_, coche, "", Role::rien, 0, false, Alignement::centre, 0},
+            {"Label3",
+             -1,
+             Genre::etiquette,
+             {gauche, c.haut + px(24), largeur, px(88)},
+             "N",
+             Role::rien,
+             56,
+             true,
+             Alignement::gauche,
+             0},
+            {"Label4",
+             -1,
+             Genre::etiquette,
+             {gauche, c.haut + px(112), largeur, px(60)},
+             "Marque posée sur la touche"_t,
+             Role::rien,
+             17,
+             false,
+             Alignement::gauche,
+             0},
+        };
+        forme_.construit(plans);
+        forme_("Label4").aspect.encre = palette::gris;
+        for (const char* nom : {"Check1", "Label3", "Label4"}) forme_(nom).laisse_passer = true;
+    }
+
+    void ouvre_valeur() {
+        std::string v = etat::texte_travail;
+        if (texte::rogne(v) == "N") v = "   N";  // a mark without a picture, from a cell that holds no blanks in front
+        nombre() = texte::rogne(v.substr(0, chiffres));
+        forme_("Check1").coche = texte::colonnes(v, chiffres + 1, 1) == "N";
+        Controle& g3 = forme_("g3");
+        if (!nombre().empty()) {
+            const int visibles = g3.grille.lignes_visibles(g3.cadre);
+            g3.grille.defile_de(std::clamp(nombres::entier_int(nombre()), 0, nb_lignes) - visibles / 2, g3.cadre);
+        }
+    }
+
+    void branche() {
+        forme_("g3").a_la_cellule = [this](int ligne, int) {
+            nombre() = nombres::entier_complete(ligne, chiffres);
+            affiche();
+        };
+        forme_("oui").au_toucher = [this] {
+            forme_("Check1").coche = !marquee();
+            affiche_oui();
+        };
+        forme_("bt_valide").au_toucher =
+            forme_.a_l_entree = [this] { rend(texte::complete(nombre(), chiffres) + (marquee() ? "N" : " ")); };
+        forme_("bt_no").au_toucher = [this] { rend("    "); };
+        forme_.a_l_echappement = [this] { forme_.ferme(); };
+    }
+
+    void rend(std::string valeur) {
+        etat::texte_travail = std::move(valeur);
+        forme_.ferme();
+    }
+
+    /// Shows what is chosen, in the list and beside it.
+    void affiche() {
+        const int choisie = nombre().empty() ? -1 : nombres::entier_int(nombre());
+        Grille& g = forme_("g3").grille;
+        for (int i = 0; i < nb_lignes; ++i) {
+            Aspect& a = g.cellule(i, 1);
+            a.role = i == choisie ? Role::ligne_choisie : Role::ligne;
+            a.gras = i == choisie;
+            a.trait = i != choisie;
+            a.fond = sans_couleur;
+            a.encre = i == choisie ? sans_couleur : palette::gris;
+        }
+        forme_("Image1").aspect.image = std::max(0, choisie);
+        affiche_oui();
+        formes::colore(forme_);
+    }
+
+    void affiche_oui() { forme_("Label3").aspect.encre = marquee() ? palette::encre : palette::gris; }
+};
+
+}  // namespace
+
+void montre_lis_bout() {
+    Liste().montre();
+}
+
+}  // namespace lis_bout
