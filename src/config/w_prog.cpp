@@ -1,11 +1,418 @@
 #include "config/w_prog.h"
 
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "config/clavv.h"
+#include "config/lis_bout.h"
+#include "config/reglages.h"
+#include "config/w_prog_acte.h"
+#include "config/w_prog_coul.h"
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "data/programme_touches.h"
 #include "dialogs/formes.h"
+#include "dialogs/mini_97.h"
+#include "dialogs/saisie.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
 
 namespace w_prog {
+namespace {
+
+using namespace ecran;
+using formes::px;
+using programme_touches::Champ;
+using programme_touches::Ligne;
+using programme_touches::lignes_par_page;
+
+constexpr std::string_view titre_de_saisie = "KMZ";
+constexpr char fin_de_cellule = '\xA7';  ///< "§", behind each cell of the clipboard
+
+/// The columns of the grid; their widths in design pixels on the narrowest and on a wide screen.
+enum Colonne { numero, reference, libelle, lh, taille, image, visible, acte, couleur, nb_colonnes };
+struct PlanColonne {
+    std::string_view entete;
+    Champ champ;  ///< of column 0 none
+    int largeur_min, largeur;
+    Alignement alignement;
+};
+constexpr PlanColonne colonnes[nb_colonnes] = {
+    {"N°"_t, Champ::reference, 30, 64, Alignement::centre},      {"Ref", Champ::reference, 54, 188, Alignement::gauche},
+    {"Libellé"_t, Champ::libelle, 102, 214, Alignement::gauche}, {"LH", Champ::lh, 54, 62, Alignement::centre},
+    {"Size", Champ::taille, 54, 70, Alignement::centre},         {"Grap", Champ::image, 54, 112, Alignement::centre},
+    {"Visu", Champ::visible, 54, 72, Alignement::centre},        {"Acte", Champ::action, 58, 316, Alignement::gauche},
+    {"Coul", Champ::couleur, 56, 142, Alignement::centre},
+};
+constexpr int largeur_ascenseur = px(20), hauteur_ligne = px(57), hauteur_entete = px(44);
+
+/// A card of the head: the names of its controls, its caption, its share of the width.
+struct Carte {
+    std::string_view carte, titre, valeur, legende;
+    int largeur, largeur_etroite;  ///< design pixels; the two titles share what is left
+};
+constexpr Carte cartes[] = {{"Shape1", "Label5", "Label1", "Page", 120, 60},
+                            {"Shape2", "Label6", "Text1", "Titre", 0, 0},
+                            {"Shape3", "Label7", "Text2", "Texte", 0, 0},
+                            {"Shape4", "Label8", "Label4", "Opération"_t, 250, 118}};
+constexpr int hauteur_cartes = px(78);
+
+constexpr std::string_view copier = "COPIER", coller = "COLLER", couper = "COUPER";
+
+/// The keys below the grid, from the left.
+struct Bouton {
+    std::string_view nom, texte;
+    int image;
+};
+constexpr Bouton boutons[] = {{"Command2", "Page", image_page},        {"Command3", copier, image_copier},
+                              {"Command4", coller, image_coller},      {"Command5", couper, image_couper},
+                              {"Command6", "Switch", image_reglettes}, {"Command1", "Fermer", image_fermer}};
+constexpr int nb_boutons = 6;
+
+/// The copied line: its cells from column 1 on, each with its end mark. It outlives the screen.
+std::string presse_papiers;
+
+/// A text as a field of a line keeps it.
+std::string comme_garde(Champ champ, std::string_view texte) {
+    Ligne l;
+    l.pose(champ, texte::rogne(texte));
+    return std::string(l.champ(champ));
+}
+
+std::vector<int> largeurs(int place) {
+    int petites = 0, grandes = 0;
+    for (const PlanColonne& c : colonnes) {
+        petites += px(c.largeur_min);
+        grandes += px(c.largeur);
+    }
+    const double part = std::clamp(static_cast<double>(place - petites) / (grandes - petites), 0.0, 1.0);
+    std::vector<int> r;
+    int reste = place;
+    for (const PlanColonne& c : colonnes) {
+        r.push_back(px(c.largeur_min) + static_cast<int>(part * px(c.largeur - c.largeur_min)));
+        reste -= r.back();
+    }
+    r[acte] = std::max(px(20), r[acte] + reste);
+    return r;
+}
+
+class Editeur {
+  public:
+    Editeur() {
+        forme_.nom = "w_prog";
+        formes::encadre(forme_, "Programme des touches", "Orvalune");
+        etat::page_programme = page_existante(etat::page_programme);
+        construit();
+        charge_page();
+        branche();
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    Grille& g1() { return forme_("g1").grille; }
+    std::string& cellule(int l, int c) { return g1().cellule(l, c).texte; }
+    std::string& operation() { return forme_("Label4").texte(); }
+    static int page() { return etat::page_programme; }
+    static std::int16_t page_existante(int p) {
+        return static_cast<std::int16_t>(std::clamp(p, 0, programme_touches::nb_pages - 1));
+    }
+
+    // --- Layout
+
+    void construit() {
+        const Cadre zone = formes::contenu();
+        construit_cartes(zone);
+        const int haut = zone.haut + hauteur_cartes + rythme;
+        const Cadre liste = {zone.gauche, haut, zone.largeur, zone.bas() - haut};
+        forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, formes::est_etroit() ? 11 : 15, false,
+                       Alignement::gauche, 9});
+        Grille& g = g1();
+        g.dimensionne(lignes_par_page + 1, nb_colonnes);
+        g.largeurs = largeurs(liste.largeur - largeur_ascenseur);
+        g.lignes_fixes = 1;
+        g.hauteur_ligne = hauteur_ligne;
+        g.hauteurs.assign(static_cast<std::size_t>(g.lignes), hauteur_ligne);
+        g.hauteurs[0] = hauteur_entete;
+        g.defile = g.quadrillage = true;
+        const Cadre barre = formes::cadre_barre();
+        for (int i = 0; i < nb_boutons; ++i) {
+            const int pas = (barre.largeur + px(8)) / nb_boutons;
+            forme_.ajoute({boutons[i].nom,
+                           -1,
+                           Genre::bouton,
+                           {barre.gauche + i * pas, barre.haut, pas - px(8), barre.hauteur},
+                           boutons[i].texte,
+                           Role::action,
+                           formes::est_etroit() ? 11 : 14,
+                           true,
+                           Alignement::centre,
+                           2});
+            forme_(boutons[i].nom).aspect.image = boutons[i].image;
+        }
+    }
+
+    void construit_cartes(const Cadre& zone) {
+        const bool etroit = formes::est_etroit();
+        const auto fixe = [&](const Carte& c) { return px(etroit ? c.largeur_etroite : c.largeur); };
+        const int libre = (zone.largeur - 3 * rythme - fixe(cartes[0]) - fixe(cartes[3])) / 2;
+        int gauche = zone.gauche;
+        for (const Carte& c : cartes) {
+            const int largeur = fixe(c) > 0 ? fixe(c) : libre;
+            ajoute_carte(c, {gauche, zone.haut, largeur, hauteur_cartes}, etroit);
+            gauche += largeur + rythme;
+        }
+    }
+
+    void ajoute_carte(const Carte& c, const Cadre& cadre, bool etroit) {
+        const int bord = px(etroit ? 8 : 16), l = cadre.largeur - 2 * bord;
+        const Cadre titre = {cadre.gauche + bord, cadre.haut + px(4), l, px(28)};
+        const Cadre valeur = {cadre.gauche + bord, cadre.haut + px(32), l, px(40)};
+        const Plan plans[] = {
+            {c.carte, -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
+            {c.titre, -1, Genre::etiquette, titre, c.legende, Role::rien, 13, false, Alignement::gauche, 0},
+            {c.valeur, -1, Genre::etiquette, valeur, "", Role::rien, etroit ? 13 : 19, true, Alignement::gauche, 0},
+        };
+        forme_.construit(plans);
+        forme_(c.titre).laisse_passer = true;
+    }
+
+    // --- The page
+
+    void charge_page() {
+        forme_("Label1").texte() = std::to_string(page());
+        const Ligne titres = programme_touches::lis_titres(page());
+        forme_("Text1").texte() = titres.libelle();
+        forme_("Text2").texte() = titres.action();
+        Grille& g = g1();
+        for (int c = 0; c < nb_colonnes; ++c) cellule(0, c) = colonnes[c].entete;
+        const std::vector<Ligne> lignes = programme_touches::lis_page(page());
+        for (int l = 1; l <= lignes_par_page; ++l) {
+            cellule(l, numero) = nombres::entier_complete(l, 2);
+            for (int c = 1; c < nb_colonnes; ++c) {
+                cellule(l, c) = lignes[static_cast<std::size_t>(l - 1)].champ(colonnes[c].champ);
+            }
+        }
+        g.ligne = g.colonne = -1;
+        g.premiere_ligne = g.lignes_fixes;
+        peint();
+    }
+
+    /// Writes the lines that have changed, and the titles; what the editor does not show stays as it is in the file.
+    bool valide_donnees() {
+        bool juste = true;
+        const std::vector<Ligne> lignes = programme_touches::lis_page(page());
+        for (int l = 1; l <= lignes_par_page; ++l) {
+            Ligne ligne = lignes[static_cast<std::size_t>(l - 1)];
+            const std::string avant = ligne.record;
+            for (int c = 1; c < nb_colonnes; ++c) ligne.pose(colonnes[c].champ, texte::rogne(cellule(l, c)));
+            if (ligne.record == avant) continue;
+            juste = programme_touches::ecrit_ligne(page(), l, ligne) == fichiers::Issue::fait && juste;
+        }
+        Ligne titres = programme_touches::lis_titres(page());
+        const std::string avant = titres.record;
+        titres.pose(Champ::libelle, texte::rogne(forme_("Text1").texte()));
+        titres.pose(Champ::action, texte::rogne(forme_("Text2").texte()));
+        if (titres.record == avant) return juste;
+        return programme_touches::ecrit_titres(page(), titres) == fichiers::Issue::fait && juste;
+    }
+
+    // --- Painting
+
+    void peint() {
+        Grille& g = g1();
+        for (int l = 0; l < g.lignes; ++l) peint_rang(l);
+        for (const Bouton& b : boutons) {
+            const bool attend = !operation().empty() && operation() == b.texte;
+            Controle& c = forme_(b.nom);
+            c.aspect.role = attend ? Role::attendre : Role::action;
+            c.aspect.fond = c.aspect.encre = sans_couleur;
+            c.etiquette = attend ? 0 : 2;
+        }
+        const bool attend = !operation().empty();
+        Controle& carte = forme_("Shape4");
+        carte.aspect.role = attend ? Role::attendre : Role::carte;
+        carte.aspect.fond = sans_couleur;
+        carte.etiquette = attend ? 0 : 4;
+        for (const Carte& c : cartes) forme_(c.titre).aspect.encre = palette::gris;
+        if (attend) forme_("Label8").aspect.encre = palette::encre;
+        formes::colore(forme_);
+    }
+
+    void peint_rang(int l) {
+        const bool entete = l == 0, touchee = l == g1().ligne;
+        for (int c = 0; c < nb_colonnes; ++c) {
+            Aspect& a = g1().cellule(l, c);
+            a.role = entete ? Role::entete : touchee ? Role::ligne_touchee : Role::ligne;
+            a.fond = a.encre = sans_couleur;
+            a.alignement = colonnes[c].alignement;
+            a.gras = entete || c == libelle || (c == numero && touchee);
+            if (c == numero && !entete && !touchee) a.encre = palette::gris;
+        }
+        if (entete) return;
+        Ligne ligne;
+        ligne.pose(Champ::image, cellule(l, image));
+        ligne.pose(Champ::couleur, cellule(l, couleur));
+        Aspect& grap = g1().cellule(l, image);
+        grap.image = ligne.image();
+        grap.place_image = g1().largeurs[image] < px(80) ? PlaceImage::seule : PlaceImage::gauche;
+        Aspect& coul = g1().cellule(l, couleur);
+        coul.fond = w_prog_coul::couleur_de(ligne.couleur());
+        if (coul.fond != sans_couleur) coul.role = Role::puce;
+    }
+
+    // --- Touches
+
+    void branche() {
+        forme_("g1").a_la_cellule = [this](int l, int c) { touche_cellule(l, c); };
+        for (const auto& [champ, titre] : {std::pair("Text1", "Titre"), std::pair("Text2", "Texte")}) {
+            forme_(champ).au_toucher = [this, champ = champ, titre = titre] { saisit_titre(champ, titre); };
+        }
+        forme_("Label4").au_toucher = [this] { attend_ligne(""); };
+        forme_("Command2").au_toucher = [this] { change_page(); };
+        for (const auto& [nom, mot] :
+             {std::pair("Command3", copier), std::pair("Command4", coller), std::pair("Command5", couper)}) {
+            forme_(nom).au_toucher = [this, mot = mot] { attend_ligne(mot); };
+        }
+        forme_("Command6").au_toucher = [] { change_reglage(); };
+        forme_("Command1").au_toucher = forme_.a_l_echappement = [this] { ferme(); };
+    }
+
+    void attend_ligne(std::string_view mot) {
+        operation() = mot;
+        peint();
+    }
+
+    void touche_cellule(int l, int c) {
+        if (l < 1) return;
+        if (!operation().empty()) {
+            execute(l);
+        } else {
+            peint();
+            modifie(l, c);
+        }
+        peint();
+    }
+
+    /// The pending operation on a line; it is done once.
+    void execute(int l) {
+        const std::string mot = std::exchange(operation(), "");
+        if (mot == coller) return insere_ligne(l);
+        copie_ligne(l);
+        if (mot == couper) efface_ligne(l);
+    }
+
+    void copie_ligne(int l) {
+        presse_papiers.clear();
+        for (int c = 1; c < nb_colonnes; ++c) presse_papiers += cellule(l, c) + fin_de_cellule;
+    }
+
+    void efface_ligne(int l) {
+        for (int c = 1; c < nb_colonnes; ++c) cellule(l, c).clear();
+    }
+
+    void insere_ligne(int l) {
+        std::string_view reste = presse_papiers;
+        for (int c = 1; c < nb_colonnes; ++c) {
+            const auto fin = reste.find(fin_de_cellule);
+            if (fin == std::string_view::npos) return;
+            cellule(l, c) = reste.substr(0, fin);
+            reste.remove_prefix(fin + 1);
+        }
+    }
+
+    void modifie(int l, int c) {
+        if (c == numero) return;
+        if (c == image) return choisit_image(l);
+        std::optional<w_prog_acte::Acte> choisi;
+        saisie::Demande d = {"Modification", titre_de_saisie, cellule(l, c), c != libelle && c != acte, {}};
+        if (c == couleur) d.choix = {"Palette", image_palette, w_prog_coul::demande};
+        if (c == acte)
+            d.choix = {"Choisir", image_liste, [&choisi]() -> std::optional<std::string> {
+                           choisi = w_prog_acte::demande();
+                           if (!choisi) return std::nullopt;
+                           return choisi->code;
+                       }};
+        const auto reponse = saisie::demande(d);
+        if (!reponse) return;
+        cellule(l, c) = comme_garde(colonnes[c].champ, *reponse);
+        if (c == reference && !cellule(l, c).empty()) rend_visible(l);
+        if (choisi) complete(l, *choisi);
+    }
+
+    void rend_visible(int l) {
+        cellule(l, visible) = "1";
+        if (cellule(l, lh).empty()) cellule(l, lh) = "11";
+    }
+
+    /// A chosen action makes a whole key of an empty line; what somebody has filled in stays.
+    void complete(int l, const w_prog_acte::Acte& choisi) {
+        rend_visible(l);
+        const std::string grap = choisi.image > 0 ? nombres::entier_complete(choisi.image, 3) : "";
+        for (const auto& [c, valeur] :
+             {std::pair(reference, choisi.reference), std::pair(libelle, choisi.libelle), std::pair(image, grap),
+              std::pair(couleur, w_prog_coul::valeur_de(choisi.couleur))}) {
+            if (cellule(l, c).empty()) cellule(l, c) = comme_garde(colonnes[c].champ, valeur);
+        }
+    }
+
+    void choisit_image(int l) {
+        etat::texte_travail = cellule(l, image);
+        lis_bout::montre_lis_bout();
+        cellule(l, image) = comme_garde(Champ::image, etat::texte_travail);
+    }
+
+    void saisit_titre(std::string_view champ, std::string_view titre) {
+        etat::code_dialogue = mini_97::saisie;
+        etat::texte_dialogue = std::string(titre) + "|" + forme_(champ).texte();
+        clavv::montre_clavv();
+        const Champ garde = champ == "Text1" ? Champ::libelle : Champ::action;
+        forme_(champ).texte() = comme_garde(garde, etat::texte_dialogue);
+    }
+
+    void change_page() {
+        const auto reponse = saisie::demande({"N° de page "_t, titre_de_saisie, std::to_string(page()), true, {}});
+        if (!reponse || reponse->empty()) return;
+        if (!valide_donnees()) return mini_97::informe("La page n'a pas pu être enregistrée !"_t);
+        etat::page_programme = page_existante(nombres::entier_int(*reponse));
+        charge_page();
+    }
+
+    void ferme() {
+        if (valide_donnees() || mini_97::demande("La page n'a pas pu être enregistrée, fermer quand même ?"_t)) {
+            forme_.ferme();
+        }
+    }
+
+    /// The raw editor of any settings record.
+    static void change_reglage() {
+        const auto demande = [](const std::string& question) -> std::string {
+            etat::code_dialogue = mini_97::saisie;
+            etat::texte_dialogue = question;
+            mini_97::montre_mini_97();
+            return etat::code_dialogue == mini_97::non ? "" : etat::texte_dialogue;
+        };
+        const std::string reponse = demande("Entrez le numero de switch ?");
+        if (reponse.empty()) return;
+        const int n = nombres::entier_int(reponse);
+        const std::string valeur =
+            demande(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
+        if (valeur.empty() || reglages::ecrit(n, valeur) == fichiers::Issue::fait) return;
+        mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
+    }
+};
+
+}  // namespace
 
 void montre_w_prog() {
-    formes::annonce_absent();
+    Editeur().montre();
 }
 
 }  // namespace w_prog
