@@ -1,11 +1,371 @@
 #include "config/ch_outils.h"
 
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "config/clavv.h"
+#include "config/moduclav.h"
+#include "config/porpay.h"
+#include "config/rangees_outils.h"
+#include "config/reglages.h"
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "data/reseau.h"
+#include "dialogs/clav_num.h"
 #include "dialogs/formes.h"
+#include "dialogs/mini_97.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/fichiers.h"
+#include "platform/processus.h"
+#include "platform/texte.h"
 
 namespace ch_outils {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+// Twips.
+constexpr int gauche = 200, haut_liste = 700, reserve_largeur = 400, reserve_hauteur = 3000, reserve_colonne = 280;
+constexpr int hauteur_rangee_min = px(57);
+constexpr int garde_ms = 300;
+
+constexpr int record_police = 3, record_interrupteur = 55, record_boite = 50;
+constexpr int police_min = 20, police_max = 60, pas_police = 2;
+constexpr int pas_defilement = 10, derniere_defilee = 90;  ///< rows
+
+constexpr std::string_view marque = "#I#";
+constexpr std::size_t longueur_genre = 6;
+
+constexpr std::string_view programme_parametres = "orvapara.exe";
+constexpr std::string_view navigateur = "c:\\Program Files\\Internet Explorer\\iexplore.exe ";
+constexpr std::string_view adresse_mise_a_jour = "https://www.orvalune.example/majwolu.exe";
+
+constexpr std::string_view fichier_releve = "dupm42tab.txt";
+constexpr int records_du_releve = 1000;
+
+enum Colonne { libelle = 0, valeur = 1, code = 4, invite = 5, nb_colonnes = 6 };
+
+enum CaseBarre { ecran_ = 0, bas, haut, moins, plus, ferme };
+const formes::ToucheDeBarre barre[6] = {
+    {"Écran"_t, image_ecran, Role::action}, {"Bas", image_bas, Role::action}, {"Haut", image_haut, Role::action},
+    {"A\x96", 0, Role::action, 30},         {"A+", 0, Role::action, 30},      {"Fermer", image_fermer, Role::action}};
+
+int record_de(std::string_view code_rangee) {
+    return nombres::entier_int(texte::colonnes(code_rangee, longueur_genre + 1));
+}
+
+/// Writes a record; a refusal is told, since the manager would believe the change made.
+bool enregistre(int record, const std::string& contenu) {
+    if (reglages::ecrit(record, contenu) == fichiers::Issue::fait) return true;
+    mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
+    return false;
+}
+
+/// Starts a program that takes over, and ends this one.
+void passe_la_main(const std::string& commande, processus::Fenetre fenetre, std::string_view message_d_echec) {
+    if (processus::lance(commande, fenetre)) moduclav::quitte();
+    mini_97::informe(message_d_echec);
+}
+
+/// Writes records 1 to 1000 as lines and ends the program.
+void releve() {
+    std::string t;
+    for (int n = 1; n <= records_du_releve; ++n) {
+        t += nombres::entier_complete(n, 4) + " : " + reglages::brut(n) + "\r\n";
+    }
+    static_cast<void>(fichiers::cree_repertoire(fichiers::repertoire_maintenance));  // it may be there already
+    const std::string chemin = fichiers::joint(fichiers::repertoire_maintenance, fichier_releve);
+    if (fichiers::ecrit_tout(chemin, t, fichiers::Remplace::oui) != fichiers::Issue::fait) {
+        mini_97::informe("Le relevé des réglages n'a pas pu être écrit !"_t);
+    }
+    moduclav::quitte();
+}
+
+class Outils {
+  public:
+    Outils() {
+        forme_.nom = "ch_outils";
+        formes::encadre(forme_, "Boite à Outils"_t, "Manier avec précautions"_t);
+        construit();
+        for (const Rangee& r : rangees) ajoute_ligne(r);
+        change_police(police());
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+    /// Whether the identification was written, once that is known and until it is told. The network may answer when
+    /// this screen is closed: it holds the only owner.
+    std::shared_ptr<std::optional<bool>> identification_ = std::make_shared<std::optional<bool>>();
+
+    Controle& g1() { return forme_("g1"); }
+    std::string cellule(int ligne, int colonne) { return std::string(g1().grille.texte(ligne, colonne)); }
+
+    void construit() {
+        const int largeur = std::max(px(60), formes::largeur() - reserve_largeur);
+        const Cadre liste = {gauche, haut_liste, largeur, std::max(px(60), formes::hauteur() - reserve_hauteur)};
+        const int largeur_valeur = largeur / 4, largeur_libelle = largeur - largeur_valeur - reserve_colonne;
+        Controle& g = forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 0, false, Alignement::gauche, 9});
+        g.grille.dimensionne(0, nb_colonnes);
+        g.grille.largeurs = {largeur_libelle, largeur_valeur, 0, 0, 0, 0};
+        g.grille.defile = true;
+        const Cadre trait = {liste.gauche + largeur_libelle, liste.haut, px(1), liste.hauteur};
+        const Cadre bouton = {0, formes::hauteur() - hauteur_bandeau, px(80), hauteur_bandeau};
+        const Plan plans[] = {
+            {"Shape1", -1, Genre::forme, trait, "", Role::rien, 0, false, Alignement::centre, 0},
+            {"Label1", -1, Genre::etiquette, {}, "", Role::rien, 0, false, Alignement::centre, 0},
+            {"Command111", -1, Genre::bouton, bouton, "Relevé"_t, Role::touche_douce, 9, true, Alignement::centre, 0},
+        };
+        forme_.construit(plans);
+        forme_("Shape1").aspect.fond = palette::trait;
+        forme_("Shape1").laisse_passer = true;
+        forme_("Label1").visible = false;
+        forme_("Command111").visible = etat::service;
+        Controle& g2 = formes::ajoute_barre(forme_, barre);
+        g2.cadre.gauche = gauche;
+        g2.cadre.largeur = largeur;
+    }
+
+    /// Appends a row: its label behind a blank, and the present value of what it edits.
+    void ajoute_ligne(const Rangee& r) {
+        const bool titre = texte::rogne(r.code).empty();
+        Aspect modele;
+        modele.role = titre ? Role::titre_groupe : Role::ligne;
+        Grille& g = g1().grille;
+        const int l = g.ajoute_ligne(modele);
+        g.cellule(l, libelle).texte = " " + std::string(r.libelle);
+        g.cellule(l, libelle).alignement = titre ? Alignement::centre : Alignement::gauche;
+        g.cellule(l, libelle).gras = titre;
+        g.cellule(l, libelle).trait = g.cellule(l, valeur).trait = !titre && !precede_un_titre(r);
+        g.cellule(l, code).texte = r.code;
+        g.cellule(l, invite).texte = r.invite;
+        Aspect& v = g.cellule(l, valeur);
+        v.texte = valeur_initiale(r.code);
+        v.alignement = Alignement::droite;
+        v.gras = true;
+        v.encre = palette::bleu;
+    }
+
+    /// The last row before a heading needs no line below it.
+    static bool precede_un_titre(const Rangee& r) {
+        const Rangee* suivante = &r + 1;
+        return suivante == std::end(rangees) || suivante->code.empty();
+    }
+
+    /// Switches and free texts are shown from one common record on, which holds a bare word: they start blank.
+    static std::string valeur_initiale(std::string_view code_rangee) {
+        const std::string_view genre = texte::colonnes(code_rangee, 1, longueur_genre);
+        if (genre == "#SW42#" || genre == "#SX42#") return reglages::valeur(record_de(code_rangee));
+        if (genre == "#CH42#" || genre == "#ON42#") return reglages::valeur(record_interrupteur);
+        return "";
+    }
+
+    static int police() { return reglages::nombre(record_police); }
+
+    void change_police(int points) {
+        Controle& g = g1();
+        g.aspect.police = points;
+        g.grille.hauteur_ligne =
+            std::min(g.cadre.hauteur, std::max(hauteur_rangee_min, points * twips_par_point * 32 / 15));
+    }
+
+    void branche() {
+        g1().a_la_cellule = [this](int ligne, int) {
+            if (forme_("Label1").texte().empty()) return;
+            touche_rangee(ligne);
+            annonce_identification();
+        };
+        forme_("g2").a_la_cellule = [this](int, int colonne) {
+            touche_barre(colonne);
+            annonce_identification();
+        };
+        forme_("label_haut").au_maintien = [this] {
+            etat::service = true;
+            forme_("Command111").visible = true;
+        };
+        forme_("Command111").au_toucher = releve;
+        forme_.a_l_echappement = [this] { forme_.ferme(); };
+        Minuterie& m = forme_.ajoute_minuterie("Timer1");
+        m.au_tic = [this, &m] {
+            m.arrete();
+            forme_("Label1").texte() = "X";
+        };
+        m.demarre(garde_ms);
+    }
+
+    // --- rows
+
+    struct Action {
+        std::string_view genre;
+        void (Outils::*agit)(int ligne);
+    };
+
+    void touche_rangee(int ligne) {
+        const std::string genre = cellule(ligne, code).substr(0, longueur_genre);
+        static constexpr Action actions[] = {
+            {"#SW42#", &Outils::saisit_nombre},    {"#SX42#", &Outils::saisit_taille},
+            {"#CH42#", &Outils::saisit_texte},     {"#ON42#", &Outils::bascule},
+            {"#COUL#", &Outils::choisit_couleurs}, {"#RESO#", &Outils::change_resolution},
+            {"#RCOC#", &Outils::reconnecte},       {"#IDEN#", &Outils::identifie},
+            {"#MAJJ#", &Outils::met_a_jour},       {"#NTAB#", &Outils::verifie_les_tables},
+        };
+        for (const Action& a : actions) {
+            if (a.genre == genre) return (this->*a.agit)(ligne);
+        }
+    }
+
+    /// Puts the prompt and the present value into the shared request of the keypads.
+    std::string demande_de_valeur(int ligne) {
+        std::string question = cellule(ligne, invite);
+        if (question.empty()) question = "valeur : " + cellule(ligne, libelle);
+        etat::code_dialogue = mini_97::saisie;
+        return question + "|" + cellule(ligne, valeur);
+    }
+
+    /// Stores what was entered, whatever it is; readers make a number of it.
+    void range_valeur(int ligne, const std::string& entree) {
+        if (enregistre(record_de(cellule(ligne, code)), std::string(marque) + entree)) {
+            g1().grille.cellule(ligne, valeur).texte = entree;
+        }
+    }
+
+    void saisit_nombre(int ligne) {
+        const auto entree = clav_num::demande("", demande_de_valeur(ligne));
+        if (!entree) return;
+        range_valeur(ligne, *entree);
+        if (record_de(cellule(ligne, code)) == record_boite) mini_97::informe("Verification Boite de dialogue !");
+    }
+
+    void saisit_taille(int ligne) {
+        const auto entree = clav_num::demande(clav_num::mode_taille, demande_de_valeur(ligne));
+        if (entree) range_valeur(ligne, *entree);
+    }
+
+    void saisit_texte(int ligne) {
+        etat::texte_dialogue = demande_de_valeur(ligne);
+        clavv::montre_clavv();
+        range_valeur(ligne, etat::texte_dialogue);
+    }
+
+    void bascule(int ligne) {
+        const int record = record_de(cellule(ligne, code));
+        enregistre(record, mini_97::demande(cellule(ligne, libelle)) ? "OUI" : "NON");
+        g1().grille.cellule(ligne, valeur).texte = reglages::texte(record);
+    }
+
+    void verifie_les_tables(int) {
+        const bool oui = mini_97::demande("Vérifier le Numéro avec le plan de table ?"_t);
+        enregistre(record_interrupteur, oui ? "OUI" : "NON");
+    }
+
+    void identifie(int) {
+        mini_97::informe("Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK'");
+        reseau::envoie_identification([this, suivie = std::weak_ptr(identification_)](bool ecrit) {
+            const auto identification = suivie.lock();
+            if (!identification) return;
+            *identification = ecrit;
+            if (forme_du_dessus() == &forme_) annonce_identification();
+        });
+    }
+
+    /// Tells how the identification ended; while another dialog is open that waits until it has closed.
+    void annonce_identification() {
+        if (!*identification_) return;
+        const bool ecrit = *std::exchange(*identification_, std::nullopt);
+        mini_97::informe(ecrit ? "Envoi du code d'identification effectué !"_t
+                               : "Le code d'identification n'a pas pu être envoyé !"_t);
+    }
+
+    void choisit_couleurs(int) { formes::annonce_absent(); }
+
+    /// One side of the resolution in pixels; nothing when the answer is empty.
+    static std::optional<int> demande_cote(std::string_view question, std::size_t colonne) {
+        etat::code_dialogue = mini_97::saisie;
+        etat::texte_dialogue =
+            std::string(question) + "|" + std::string(texte::colonnes(reglages::brut(2), colonne, 5));
+        clavv::montre_clavv();
+        if (texte::rogne(etat::texte_dialogue).empty()) return std::nullopt;
+        return nombres::entier_int(etat::texte_dialogue);
+    }
+
+    void change_resolution(int) {
+        const auto largeur = demande_cote("Entrez la résolution horizontale ?"_t, 6);
+        if (!largeur) return;
+        const auto hauteur = demande_cote("Entrez la résolution verticale ?"_t, 12);
+        if (!hauteur) return;
+        if (reglages::retouche_resolution({*largeur, *hauteur}) != fichiers::Issue::fait) {
+            return mini_97::informe("La résolution n'a pas pu être enregistrée !"_t);
+        }
+        moduclav::quitte();
+    }
+
+    void reconnecte(int) {
+        if (!mini_97::demande("Confirmez la reconnexion de la tablette au réseau serveur ?"_t)) return;
+        passe_la_main(std::string(programme_parametres), processus::Fenetre::normale,
+                      "Le programme de paramétrage n'a pas pu être lancé !"_t);
+    }
+
+    void met_a_jour(int) {
+        if (!mini_97::demande("Confirmez la mise à jour de Win_Orvalune,  le logiciel va être fermé et vous devrez le "
+                              "relancer aprés la mise à jour ?"_t)) {
+            return;
+        }
+        passe_la_main(std::string(navigateur) + std::string(adresse_mise_a_jour), processus::Fenetre::agrandie,
+                      "Le navigateur n'a pas pu être lancé !"_t);
+    }
+
+    // --- key bar
+
+    void touche_barre(int colonne) {
+        switch (colonne) {
+            case ecran_:
+                porpay::montre_porpay();
+                return forme_.ferme();
+            case bas:
+                return descend();
+            case haut:
+                return monte();
+            case moins:
+                return ecrit_police(police() > police_min, police() - pas_police);
+            case plus:
+                return ecrit_police(police() < police_max, police() + pas_police);
+            case ferme:
+                return forme_.ferme();
+            default:
+                return;
+        }
+    }
+
+    void descend() {
+        Controle& g = g1();
+        if (g.grille.premiere_ligne < derniere_defilee) g.grille.defile_de(pas_defilement, g.cadre);
+    }
+
+    void monte() {
+        Controle& g = g1();
+        const int premiere = g.grille.premiere_ligne;
+        g.grille.defile_de(premiere > pas_defilement ? -pas_defilement : -premiere, g.cadre);
+    }
+
+    void ecrit_police(bool permis, int points) {
+        if (!permis) return;
+        if (enregistre(record_police, std::string(marque) + std::to_string(points))) change_police(points);
+        g1().grille.defile_de(0, g1().cadre);
+    }
+};
+
+}  // namespace
 
 void montre_ch_outils() {
-    formes::annonce_absent();
+    Outils().montre();
 }
 
 }  // namespace ch_outils

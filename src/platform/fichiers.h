@@ -53,6 +53,13 @@ Issue cree_repertoire(std::string_view chemin);
 /// Temporary files of ecrit_tout() that a power cut left behind in a directory are removed.
 void retire_temporaires(std::string_view repertoire);
 
+/// Where the technician's dumps go: a fixed place on Windows, else in the working directory.
+#ifdef _WIN32
+inline constexpr std::string_view repertoire_maintenance = "C:\\Orvalune";
+#else
+inline constexpr std::string_view repertoire_maintenance = "maintenance";
+#endif
+
 /// The end of the name of every temporary file: it matches neither "*.txt" nor "*.-a-".
 inline constexpr std::string_view suffixe_temporaire = ".tmp_";
 

@@ -1,0 +1,103 @@
+// The toolbox: its rows and actions, what it writes, how it ends the program, and the screens that follow its settings.
+#include "rejeux.h"
+
+namespace {
+
+using tests::page1252;
+using tests::Terrain;
+using tests::tient;
+using tests::tient_texte;
+
+class Outils : public testing::Test {
+  protected:
+    Terrain t;
+    Outils() { t.restaurant(); }
+    /// Without the code prompt, from the home page.
+    void sans_mot_de_passe() { t.regle(200, "OUI"); }
+    std::string record(int n) { return t.lis("wwinqx42.wdo").substr(static_cast<std::size_t>(n - 1) * 20, 20); }
+};
+
+const std::string ouvre = "touche btx(2)\ntouche logil\nverifie ecran ch_outils\nattend 300\n";
+
+TEST_F(Outils, LesRangeesEtLaBarre) {
+    tient(t, "outils.txt");
+    EXPECT_EQ(record(25), "#I#12               ");
+    EXPECT_EQ(record(7), "#I#                 ");
+    EXPECT_EQ(record(20), "#I#34               ");
+    EXPECT_EQ(record(50), "#I#4                ");
+    EXPECT_EQ(record(3), "#I#60               ");
+    EXPECT_EQ(record(55), "OUI                 ");
+    EXPECT_EQ(record(200), "OUI                 ");
+    EXPECT_EQ(record(201), "NON                 ");
+    EXPECT_EQ(record(2), "#I#0:00554:00770    ");
+}
+
+TEST_F(Outils, UnMauvaisCodeNOuvrePas) {
+    tient_texte(t,
+                "touche btx(2)\ntouche logil\nattend 100\ntouche \"5\"\ntouche \"8\"\ntouche \"2\"\ntouche g2 0 5\n"
+                "verifie ecran Form1\n");
+}
+
+TEST_F(Outils, LaResolutionTapeeArreteLeProgramme) {
+    sans_mot_de_passe();
+    const std::string efface = "tape retour\ntape retour\ntape retour\ntape retour\ntape retour\n";
+    tient_texte(t, ouvre + "touche g1 33 0\nverifie ecran clavv\nverifie Text1 \"01280\"\n" + efface +
+                       "tape entree\nverifie ecran ch_outils\ntouche g1 33 0\n" + efface +
+                       "tape \"1024\"\ntape entree\nverifie Text1 \"00770\"\n" + efface +
+                       "tape entree\nverifie ecran ch_outils\n");
+    EXPECT_EQ(record(2), "#I#0:01280:00770    ");
+    tient_texte(t, ouvre + "touche g1 33 0\n" + efface + "tape \"1024\"\ntape entree\n" + efface +
+                       "tape \"768 points\"\ntape entree\nverifie arret\n");
+    EXPECT_EQ(record(2), "#I#0:01024:00768    ");
+}
+
+TEST_F(Outils, LaReconnexionEtLaMiseAJourPassentLaMain) {
+    sans_mot_de_passe();
+    tient_texte(t, ouvre + "touche g1 34 0\ntouche \"Oui\"\nverifie arret\nverifie lance \"orvapara.exe\"\n");
+    tient_texte(t, ouvre +
+                       "touche g1 41 0\n"
+                       "verifie Label1 \"Confirmez la mise à jour de Win_Orvalune,  le logiciel va être fermé et "
+                       "vous devrez le relancer aprés la mise à jour ?\"\n"
+                       "touche \"Oui\"\nverifie arret\nverifie lance \"iexplore.exe \"\nverifie lance "
+                       "\"majwolu.exe\"\n");
+}
+
+const std::string identifie =
+    "touche g1 39 0\nverifie Label1 \"Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK'\"\n"
+    "touche btc(5)\n";
+
+TEST_F(Outils, LIdentificationArriveDansLeRepertoire) {
+    sans_mot_de_passe();
+    tient_texte(t, ouvre + identifie +
+                       "verifie Label1 \"Envoi du code d'identification effectué !\"\ntouche btc(5)\n"
+                       "verifie ecran ch_outils\n");
+    const auto fichiers = t.fichiers("reseau", ".txt");
+    ASSERT_EQ(fichiers.size(), 1U);
+    EXPECT_EQ(fichiers[0].substr(0, 19), "00_00_0_19-05-2021-");
+    const std::string contenu = t.lis("reseau/" + fichiers[0]);
+    EXPECT_EQ(contenu.size(), 16U);
+    EXPECT_EQ(contenu.substr(0, 4), "#ID#");
+}
+
+TEST_F(Outils, UneIdentificationTardiveAttendQueLEcranSoitLibre) {
+    sans_mot_de_passe();
+    const std::string echec = "verifie Label1 \"Le code d'identification n'a pas pu être envoyé !\"\n";
+    tient_texte(t, ouvre + "reseau absent\n" + identifie + echec);
+    tient_texte(t, ouvre + "reseau lent 3000\n" + identifie +
+                       "verifie ecran ch_outils\ntouche g1 1 0\nattend 4000\nverifie ecran clav_num\n"
+                       "touche \"Valider\"\nverifie Label1 \"Envoi du code d'identification effectué !\"\n");
+    tient_texte(t, ouvre + "reseau lent 3000\n" + identifie + "touche g2 0 5\nattend 4000\nverifie ecran Form1\n");
+}
+
+TEST_F(Outils, LeReleveEcritMilleRecordsEtArrete) {
+    sans_mot_de_passe();
+    tient_texte(t, ouvre +
+                       "verifie visible Command111 non\ntient label_haut 2000\nverifie visible Command111 oui\n"
+                       "touche Command111\nverifie arret\n");
+    const std::string releve = t.lis("maintenance/dupm42tab.txt");
+    ASSERT_EQ(releve.size(), 1000U * 29U);
+    EXPECT_EQ(releve.substr(29, 29), "0002 : #I#0:01280:00770    \r\n");
+    EXPECT_EQ(releve.substr(199 * 29, 29), "0200 : OUI                 \r\n");
+}
+
+}  // namespace
