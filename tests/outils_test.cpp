@@ -100,4 +100,14 @@ TEST_F(Outils, LeReleveEcritMilleRecordsEtArrete) {
     EXPECT_EQ(releve.substr(199 * 29, 29), "0200 : OUI                 \r\n");
 }
 
+TEST_F(Outils, LAttenteDuReseauCompteEtSeReferme) {
+    tient(t, "attend_tempo.txt");
+}
+
+TEST_F(Outils, LesPetitsBoutonsDuTechnicien) {
+    tient(t, "petits_boutons.txt", "--service");
+    EXPECT_FALSE(t.existe("prov.txt"));
+    EXPECT_EQ(t.joue("touche btx(2)\ntouche Command2\n").statut, 2);
+}
+
 }  // namespace

@@ -20,6 +20,7 @@
 #include "dialogs/menufor.h"
 #include "dialogs/mini_97.h"
 #include "dialogs/sai_menu.h"
+#include "main_screen/attend_tempo.h"
 #include "main_screen/demarrage.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
@@ -91,9 +92,16 @@ void au_reveil_du_systeme() {
     if (forme_du_dessus() == ecran_principal.get()) recharge_sur_place();
 }
 
+/// The technician watches a wait for the network; at its end, unless broken off, the tablet looks for it again.
+void attend_le_reseau() {
+    attend_tempo::montre_attend_tempo();
+    if (!attend_tempo::abandon) recharge_sur_place();
+}
+
 void montre_service() {
     etat::service = true;
     for (int n = 1; n <= 7; ++n) forme()("Command" + std::to_string(n)).visible = true;
+    forme()("logoserv").au_maintien = attend_le_reseau;
 }
 
 void montre_note() {
@@ -162,9 +170,10 @@ void construit() {
     for (const Command& k : commands) {
         Controle& c =
             f.ajoute({k.nom, -1, Genre::bouton, {}, k.texte, Role::touche_douce, 9, true, Alignement::centre, 0});
-        c.visible = etat::service;
+        c.visible = false;
         c.au_toucher = k.agit;
     }
+    if (etat::service) montre_service();
 }
 
 void place_services() {

@@ -1,0 +1,100 @@
+#include "main_screen/attend_tempo.h"
+
+#include <algorithm>
+#include <string>
+
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace attend_tempo {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int tic_ms = 1000;
+constexpr int dernier_compte = -2;  ///< below it the screen closes
+constexpr int largeur_boite = px(620), hauteur_boite = px(420), marge = px(24);
+constexpr int hauteur_message = px(110), hauteur_compte = px(120), hauteur_tentative = px(40), hauteur_touche = px(84);
+constexpr int police_message = 18, police_compte = 64, police_tentative = 16, police_touche = 20;
+
+class Attente {
+  public:
+    Attente() {
+        abandon = false;
+        forme_.nom = "attend_tempo";
+        forme_.role = Role::boite;
+        forme_.voile = true;
+        construit();
+        branche();
+        formes::colore(forme_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    Forme forme_;
+
+    void construit() {
+        const int l = std::min(largeur_boite, formes::largeur() - 2 * rythme);
+        const int h = std::min(hauteur_boite, formes::hauteur() - 2 * hauteur_bandeau);
+        forme_.cadre = {(formes::largeur() - l) / 2, (formes::hauteur() - h) / 2, l, h};
+        const int utile = l - 2 * marge;
+        const Cadre message = {marge, marge, utile, hauteur_message};
+        const Cadre touche = {marge, h - marge - hauteur_touche, utile, hauteur_touche};
+        const Cadre tentative = {marge, touche.haut - hauteur_tentative - rythme, utile, hauteur_tentative};
+        const Cadre compte = {marge, tentative.haut - hauteur_compte, utile, hauteur_compte};
+        const Plan plans[] = {
+            {"Label1", -1, Genre::etiquette, message,
+             "Impossible de se connecter au réseau, un nouvel essai sera fait dans         secondes..."_t, Role::rien,
+             police_message, false, Alignement::centre, 0},
+            {"Label2", -1, Genre::etiquette, compte, "5", Role::rien, police_compte, true, Alignement::centre, 0},
+            {"Label4", -1, Genre::etiquette, compte, "5", Role::rien, police_compte, true, Alignement::centre, 0},
+            {"Label3", -1, Genre::etiquette, tentative, "Nouvelle tentative de connexion", Role::rien, police_tentative,
+             true, Alignement::centre, 0},
+            {"p11", -1, Genre::bouton, touche, "Abandonner", Role::detruire, police_touche, true, Alignement::centre,
+             6},
+        };
+        forme_.construit(plans);
+        forme_("Label2").visible = forme_("Label3").visible = false;
+        forme_("Label4").aspect.encre = palette::bleu;
+        forme_("Label3").aspect.encre = palette::vert;
+        forme_("p11").aspect.image = image_fermer;
+        forme_("p11").aspect.place_image = PlaceImage::gauche;
+    }
+
+    void branche() {
+        forme_("p11").au_toucher = [this] { abandonne(); };
+        forme_.a_l_echappement = [this] { abandonne(); };
+        Minuterie& m = forme_.ajoute_minuterie("Timer1");
+        m.au_tic = [this] { tic(); };
+        m.demarre(tic_ms);
+    }
+
+    void abandonne() {
+        abandon = true;
+        forme_.ferme();
+    }
+
+    void tic() {
+        const int compte = nombres::entier_int(forme_("Label2").texte()) - 1;
+        forme_("Label2").texte() = std::to_string(compte);
+        if (compte > -1) forme_("Label4").texte() = forme_("Label2").texte();
+        if (compte == 0) {
+            forme_("Label3").visible = true;
+            forme_("Label4").texte() = "-";
+        }
+        if (compte < dernier_compte) forme_.ferme();
+    }
+};
+
+}  // namespace
+
+void montre_attend_tempo() {
+    Attente().montre();
+}
+
+}  // namespace attend_tempo
