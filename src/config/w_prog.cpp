@@ -84,6 +84,11 @@ std::string comme_garde(Champ champ, std::string_view texte) {
     return std::string(l.champ(champ));
 }
 
+/// Makes the record of a line whole, where the file ends before it.
+void allonge(Ligne& l) {
+    l.pose(Champ::visible, l.champ(Champ::visible));
+}
+
 std::vector<int> largeurs(int place) {
     int petites = 0, grandes = 0;
     for (const PlanColonne& c : colonnes) {
@@ -186,6 +191,14 @@ class Editeur {
 
     // --- The page
 
+    /// All lines of the page, blank ones where the file cannot be read.
+    static std::vector<Ligne> lignes_de_la_page() {
+        std::vector<Ligne> r = programme_touches::lis_page(page());
+        r.resize(lignes_par_page);
+        for (Ligne& l : r) allonge(l);
+        return r;
+    }
+
     void charge_page() {
         forme_("Label1").texte() = std::to_string(page());
         const Ligne titres = programme_touches::lis_titres(page());
@@ -193,7 +206,7 @@ class Editeur {
         forme_("Text2").texte() = titres.action();
         Grille& g = g1();
         for (int c = 0; c < nb_colonnes; ++c) cellule(0, c) = colonnes[c].entete;
-        const std::vector<Ligne> lignes = programme_touches::lis_page(page());
+        const std::vector<Ligne> lignes = lignes_de_la_page();
         for (int l = 1; l <= lignes_par_page; ++l) {
             cellule(l, numero) = nombres::entier_complete(l, 2);
             for (int c = 1; c < nb_colonnes; ++c) {
@@ -208,7 +221,7 @@ class Editeur {
     /// Writes the lines that have changed, and the titles; what the editor does not show stays as it is in the file.
     bool valide_donnees() {
         bool juste = true;
-        const std::vector<Ligne> lignes = programme_touches::lis_page(page());
+        const std::vector<Ligne> lignes = lignes_de_la_page();
         for (int l = 1; l <= lignes_par_page; ++l) {
             Ligne ligne = lignes[static_cast<std::size_t>(l - 1)];
             const std::string avant = ligne.record;
@@ -217,6 +230,7 @@ class Editeur {
             juste = programme_touches::ecrit_ligne(page(), l, ligne) == fichiers::Issue::fait && juste;
         }
         Ligne titres = programme_touches::lis_titres(page());
+        allonge(titres);
         const std::string avant = titres.record;
         titres.pose(Champ::libelle, texte::rogne(forme_("Text1").texte()));
         titres.pose(Champ::action, texte::rogne(forme_("Text2").texte()));

@@ -1,0 +1,138 @@
+// The editor of the key program: what it does on the screen, and what it leaves in the file.
+#include <array>
+#include <random>
+
+#include "rejeux.h"
+
+namespace {
+
+using tests::page1252;
+using tests::Terrain;
+using tests::tient;
+using tests::tient_texte;
+
+constexpr std::size_t longueur_record = 256;
+constexpr const char* ouvre = "touche \"Sophie\"\ntouche Command1\nverifie ecran w_prog\n";
+
+class Programme : public testing::Test {
+  protected:
+    Terrain t;
+    Programme() { t.restaurant(); }
+
+    std::string record(int page, int ligne) const {
+        return t.lis("progppb.wdo")
+            .substr(static_cast<std::size_t>(page * 100 + ligne - 1) * longueur_record, longueur_record);
+    }
+    /// Puts bytes into a record of the file.
+    void force(int page, int ligne, std::size_t ou, std::string_view octets) const {
+        std::string p = t.lis("progppb.wdo");
+        p.replace(static_cast<std::size_t>(page * 100 + ligne - 1) * longueur_record + ou, octets.size(), octets);
+        t.pose("progppb.wdo", p);
+    }
+    static void compare(const std::string& record, std::size_t debut, std::string_view attendu) {
+        EXPECT_EQ(record.substr(debut, attendu.size()), attendu) << "offset " << debut;
+    }
+};
+
+TEST_F(Programme, LesCasesLesLignesEtLesPages) {
+    force(0, 13, 57, "ab");
+    force(0, 13, 77, std::string(77, 'z'));
+    tient(t, "programme.txt", "--service");
+    const std::string attendu = "8880000000048  " + page1252("Café crème") + std::string(30, ' ') + "11ab" + "    " +
+                                "1   " + "4541378   " + std::string(77, 'z') + std::string(100, ' ') + "\r\n";
+    EXPECT_EQ(record(0, 13), attendu) << "the bytes that the editor does not show stay";
+    EXPECT_EQ(record(0, 1), std::string(254, ' ') + "\r\n");
+    compare(record(0, 20), 15, "Viandes ");
+    compare(record(0, 20), 59, "20  1   " + std::string(10, ' '));
+    compare(record(0, 98), 15, "Salle ");
+    compare(record(0, 98), 154, "Terrasse ");
+    EXPECT_EQ(t.lis("progppb.wdo").size(), 5000 * longueur_record);
+}
+
+TEST_F(Programme, UnePageNonModifieeGardeSesOctets) {
+    const std::string avant = t.lis("progppb.wdo");
+    tient_texte(t, std::string(ouvre) + "touche Command2\ntape \"1\"\ntape entree\ntouche Command1\n", "--service");
+    EXPECT_TRUE(t.lis("progppb.wdo") == avant);
+}
+
+TEST_F(Programme, LesImagesEtLaMarque) {
+    tient(t, "images.txt", "--service");
+    compare(record(0, 1), 59, "012N");
+    compare(record(0, 5), 59, "    ");
+}
+
+TEST_F(Programme, LesReglagesBruts) {
+    tient(t, "switch.txt", "--service");
+    EXPECT_EQ(t.lis("wwinqx42.wdo").substr(199 * 20, 20), "OUI                 ");
+    EXPECT_EQ(t.lis("wwinqx42.wdo").substr(24 * 20, 20), "#I#12               ") << "refused with Non";
+}
+
+TEST_F(Programme, UnAccueilDeSixTouchesAuDoigt) {
+    std::string vierge;
+    for (int i = 0; i < 5000; ++i) vierge += std::string(254, ' ') + "\r\n";
+    t.pose("progppb.wdo", vierge);
+    tient(t, "accueil_vierge.txt");
+}
+
+/// A record longer than the field of the action is completed from the catalogue when the key is touched.
+TEST_F(Programme, UnLongArticleChoisiArriveEntier) {
+    const std::string long_menu = "8880000000888  |DES:Menu long|PVE:15.00|FA1:3|FA2:99|" +
+                                  page1252(
+                                      "¤¤8880000000284  xSalade de tomates du jardinð5ð1Ð8880000000307  "
+                                      "xLasagnes de la maisonð0ð2Ð");
+    ASSERT_GT(long_menu.size(), 94U);
+    t.pose("reseau/worvalune.wdo", t.lis("reseau/worvalune.wdo") + "#ARTI#00009" + long_menu + "\r\n");
+    tient_texte(t,
+                std::string(ouvre) +
+                    "touche g1 25 7\ntouche bt_choix\ntouche \"Articles\"\ntouche \"Menus\"\ntouche \"Menu long\"\n"
+                    "touche Command1\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 0\ntouche \"Valider\"\n"
+                    "touche \"Menu long\"\ntouche \"Valider\"\ntouche \"Note\"\ntouche \"Envoyer\"\ntouche btc(2)\n"
+                    "attend 1500\n",
+                "--service");
+    const auto commandes = t.fichiers("reseau", ".txt");
+    ASSERT_EQ(commandes.size(), 1U);
+    EXPECT_NE(t.lis("reseau/" + commandes[0]).find("8880000000307"), std::string::npos);
+}
+
+/// What cannot be saved is said, and the way out stays open.
+TEST_F(Programme, UnFichierQuiNePeutEtreEcrit) {
+    std::filesystem::remove(t.chemin() / "progppb.wdo");
+    std::filesystem::create_directory(t.chemin() / "progppb.wdo");
+    tient_texte(t,
+                "touche btc(5)\n" + std::string(ouvre) +
+                    "verifie lignes g1 96\nverifie g1 7 0 \"07\"\ntouche g1 7 2\ntape \"Essai\"\ntape entree\n"
+                    "touche Command2\ntape \"1\"\ntape entree\n"
+                    "verifie Label1 \"La page n'a pas pu être enregistrée !\"\ntouche btc(5)\n"
+                    "verifie Label1 \"0\"\ntouche Command1\nverifie ecran mini_97\ntouche btc(3)\n"
+                    "verifie g1 7 2 \"Essai\"\ntouche Command1\ntouche btc(2)\nverifie ecran Form1\n",
+                "--service");
+}
+
+/// Sizes, files and bytes that nobody wrote: the page shows what can be read, is edited and closed.
+TEST_F(Programme, DesFichiersAbimes) {
+    std::mt19937 hasard(7);
+    const std::string bon = t.lis("progppb.wdo");
+    std::string aleatoire(bon.size(), ' ');
+    for (char& c : aleatoire) c = static_cast<char>(hasard() & 0xFF);
+    for (const std::string& contenu : {bon.substr(0, 251), bon.substr(0, 700), aleatoire, std::string(3000, '\0')}) {
+        SCOPED_TRACE(contenu.size());
+        t.pose("progppb.wdo", contenu);
+        tient_texte(t,
+                    std::string(ouvre) +
+                        "touche Command5\ntouche g1 40 2\ntouche g1 40 2\ntape \"Essai\"\ntape entree\ntouche "
+                        "Command3\ntouche g1 1 1\n"
+                        "touche Command4\ntouche g1 2 1\ntouche g1 2 5\ntouche oui\ntouche bt_valide\n"
+                        "touche Command2\ntape \"1\"\ntape entree\ntouche Command2\ntape retour\ntape retour\n"
+                        "tape \"0\"\ntape entree\nverifie g1 95 0 \"95\"\ntouche Command1\nverifie ecran Form1\n",
+                    "--service");
+        compare(record(0, 40), 15, "Essai ");
+        EXPECT_EQ(record(0, 40).substr(254), "\r\n");
+    }
+}
+
+TEST_F(Programme, SurUnEcranDebout) {
+    t.regle(2, "#I#0:00554:00770");
+    tient(t, "images.txt", "--service");
+}
+
+}  // namespace
