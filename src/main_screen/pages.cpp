@@ -249,6 +249,7 @@ void construit(Forme& forme) {
     Controle& attente =
         forme.ajoute({"Label_attente", -1, Genre::etiquette, {}, "0", Role::pastille, 15, true, Alignement::centre, 0});
     attente.laisse_passer = true;
+    attente.visible = false;
     Controle& num =
         forme.ajoute({"Label_num", -1, Genre::etiquette, {}, "0", Role::rien, 10, false, Alignement::droite, 0});
     num.laisse_passer = true;

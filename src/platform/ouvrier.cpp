@@ -55,6 +55,9 @@ struct Ouvrier {
     }
 };
 
+/// In a replay what is late is told by the virtual clock; a busy machine gets more real time, and gives the same
+/// answers.
+constexpr int patience_en_rejeu = 5;
 constexpr auto jamais = std::numeric_limits<std::int64_t>::max();
 
 /// The operation under way, as the interface's thread knows it.
@@ -122,7 +125,8 @@ void demarre(EnCours& e) {
         return;
     }
     e.etat = EnCours::Etat::court;
-    e.echeance = steady_clock::now() + milliseconds(e.operation.limite_ms);
+    const int patience = simulation.attend_toujours ? patience_en_rejeu : 1;
+    e.echeance = steady_clock::now() + patience * milliseconds(e.operation.limite_ms);
     const std::lock_guard garde(o.partage->verrou);
     o.partage->libre = false;
     o.partage->travail = std::move(e.operation.travail);
