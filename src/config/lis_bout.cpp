@@ -191,8 +191,7 @@ class Liste {
             a.role = i == choisie ? Role::ligne_choisie : Role::ligne;
             a.gras = i == choisie;
             a.trait = i != choisie;
-            a.fond = sans_couleur;
-            a.encre = i == choisie ? sans_couleur : palette::gris;
+            a.fond = a.encre = sans_couleur;
         }
         forme_("Image1").aspect.image = std::max(0, choisie);
         affiche_oui();
