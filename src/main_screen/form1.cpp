@@ -10,6 +10,7 @@
 #include "config/moduclav.h"
 #include "config/reglages.h"
 #include "config/w_prog.h"
+#include "data/complements.h"
 #include "data/etat.h"
 #include "data/nombres.h"
 #include "data/reseau.h"
@@ -42,28 +43,6 @@ constexpr int police_etat = 12, police_etat_etroite = 11;
 constexpr int hauteur_command = 390, haut_command1 = 870;  ///< twips, the latter from the form's bottom edge
 
 std::unique_ptr<Forme> ecran_principal;
-
-/// A composed menu of four courses, for the technician's "Menu" button.
-std::string menu_exemple() {
-    constexpr std::string_view fin_case = "¦"_t, fin_service = "µ"_t;
-    constexpr std::string_view premiers[] = {"8880000000284|Salade de tomates",
-                                             "8880000000024|Entrecôte"_t,
-                                             "8880000000307|Fromage blanc",
-                                             "8880000000401|Tarte aux pommes",
-                                             "|",
-                                             "|"};
-    constexpr int cases_par_service = 16;
-    std::string r = "8880000000574  |DES:Menu 15 Euros|PVE:15.00|FA1:10|FA2:98|{{";
-    r += "Entréeµ"_t;
-    for (const std::string_view premier : premiers) {
-        if (premier.data() != premiers[0].data()) r += fin_service;
-        for (int i = 0; i < cases_par_service; ++i) {
-            r += i == 0 ? premier : "|";
-            r += fin_case;
-        }
-    }
-    return r + "}}";
-}
 
 void ouvre_outils() {
     if (reglages::texte(200) != "OUI") {
@@ -126,7 +105,7 @@ void revient_accueil() {
     recharge();
 }
 void ouvre_menu_exemple() {
-    etat::texte_travail = menu_exemple();
+    complements::prend(sai_menu::menu_exemple());
     sai_menu::montre_sai_menu();
 }
 void arrete_sans_question() {
