@@ -110,4 +110,36 @@ TEST_F(Outils, LesPetitsBoutonsDuTechnicien) {
     EXPECT_EQ(t.joue("touche btx(2)\ntouche Command2\n").statut, 2);
 }
 
+TEST_F(Outils, LesCouleursSeChoisissentEtSeRemettent) {
+    sans_mot_de_passe();
+    t.regle(1733, "#I#7");
+    t.regle(1749, "#I#8");
+    t.regle(1720, "#I#9");
+    tient(t, "couleurs.txt");
+    EXPECT_EQ(record(1701), "#I#0                ");
+    EXPECT_EQ(record(1702), "#I#2980057          ");  // D9782D with red in the low byte
+    EXPECT_EQ(record(1712), "#I#16777215         ");
+    EXPECT_EQ(record(1708), "#I#11039295         ");
+    EXPECT_EQ(record(1703), std::string(20, ' '));
+    tient_texte(t, ouvre +
+                       "touche g1 32 0\ntouche \"Par défaut\"\ntouche \"Non\"\nverifie couleur btx(2) D9782D\n"
+                       "touche \"Par défaut\"\ntouche \"Oui\"\nverifie couleur btx(2) 1F2A36\n"
+                       "touche \"Valider\"\ntouche g2 0 5\nverifie couleur label_haut 1F2A36\n"
+                       "verifie couleur g2 0 0 1F2A36\n");
+    for (const int n : {1701, 1702, 1708, 1712, 1733, 1749}) EXPECT_EQ(record(n), std::string(20, ' ')) << n;
+    EXPECT_EQ(record(1720), "#I#9                ");
+}
+
+/// Whatever the colour records hold, the chooser opens and puts all in order again.
+TEST_F(Outils, DesCouleursInsensees) {
+    for (const char* valeur : {"#I#0", "#I#-5", "#I#99999999999", "#I#rouge", "#I#16777215", "OUI"}) {
+        SCOPED_TRACE(valeur);
+        for (int n = 1701; n <= 1749; ++n) t.regle(n, valeur);
+        sans_mot_de_passe();
+        tient_texte(t, ouvre +
+                           "touche g1 32 0\ntouche btx(4)\ntouche teinte\ntouche \"Valider\"\ntouche g1 32 0\n"
+                           "touche \"Par défaut\"\ntouche \"Oui\"\nverifie couleur btx(4) FFFFFF\n");
+    }
+}
+
 }  // namespace

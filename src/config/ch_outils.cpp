@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "config/clavv.h"
+#include "config/ggcoul.h"
 #include "config/moduclav.h"
 #include "config/porpay.h"
 #include "config/rangees_outils.h"
@@ -284,7 +285,7 @@ class Outils {
                                : "Le code d'identification n'a pas pu être envoyé !"_t);
     }
 
-    void choisit_couleurs(int) { formes::annonce_absent(); }
+    void choisit_couleurs(int) { ggcoul::montre_ggcoul(); }
 
     /// One side of the resolution in pixels; nothing when the answer is empty.
     static std::optional<int> demande_cote(std::string_view question, std::size_t colonne) {

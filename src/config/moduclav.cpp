@@ -23,7 +23,6 @@ Controle& bandeau(Forme& forme, std::string_view nom) {
                                 haut,
                                 haut ? Alignement::gauche : Alignement::centre,
                                 1});
-    if (!haut) c.aspect.encre = palette::pale;
     return c;
 }
 
@@ -35,9 +34,12 @@ void bandeaux(Forme& forme, std::string_view haut, std::string_view bas) {
     Controle& label_haut = bandeau(forme, "label_haut");
     label_haut.cadre = {0, 0, largeur, hauteur_bandeau};
     label_haut.texte() = haut;
+    label_haut.aspect.fond = label_haut.aspect.encre = sans_couleur;
     Controle& label_bas = bandeau(forme, "label_bas");
     label_bas.cadre = {0, hauteur - hauteur_bandeau, largeur, hauteur_bandeau};
     label_bas.texte() = bas;
+    label_bas.aspect.fond = sans_couleur;
+    label_bas.aspect.encre = palette::pale;
 }
 
 void quitte() {

@@ -18,10 +18,17 @@ constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form'
 constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
+constexpr double contraste_min = 2;   ///< a text that cannot be told from its ground keeps a readable colour
 constexpr int largeur_etroite = 900;  ///< working widths below this get the narrow layouts
 
 Couleur rgb(std::int32_t bgr) {
     return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
+}
+
+/// What a text of this aspect is seen on; where it has no ground of its own, that is a card.
+Couleur fond_vu(const Aspect& a) {
+    if (a.fond != sans_couleur) return a.fond;
+    return fond_de(a.role) != sans_couleur ? fond_de(a.role) : fond_de(Role::carte);
 }
 
 /// Ground and text that the manager has set under a number, 1 to 9; both sans_couleur when he has not.
@@ -32,7 +39,8 @@ void met_couleurs(Aspect& aspect, int numero) {
         aspect.fond = fond;
         aspect.encre = encre_lisible(fond);
     }
-    if (const Couleur encre = rgb(etat::encres_regles[n]); encre != sans_couleur) aspect.encre = encre;
+    const Couleur encre = rgb(etat::encres_regles[n]);
+    if (encre != sans_couleur && contraste(encre, fond_vu(aspect)) >= contraste_min) aspect.encre = encre;
 }
 
 /// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.

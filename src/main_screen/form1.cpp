@@ -166,6 +166,15 @@ void place_services() {
     }
 }
 
+/// What lies on the banners is seen on whatever colour the manager gives them.
+void accorde_au_bandeau() {
+    const Couleur fond = forme()("label_haut").aspect.fond;
+    const bool propre = fond != sans_couleur;
+    for (const Service& s : services) forme()(s.nom).aspect.encre = propre ? encre_lisible(fond) : palette::blanc;
+    forme()("label_etat").aspect.encre = propre ? encre_lisible(fond) : palette::jaune;
+    forme()("Label_num").aspect.encre = propre ? encre_lisible(fond) : palette::pale;
+}
+
 /// Who, which table, how many covers and lines, and the total; the narrow screen leaves the lines out.
 std::string texte_etat() {
     if (!pages::a_des_serveurs()) return "Aucun catalogue";
@@ -267,6 +276,7 @@ void place_ecran() {
     }
     f("Command1").cadre.haut = formes::hauteur() - haut_command1;
     formes::colore(f);
+    accorde_au_bandeau();
 }
 
 void recharge() {

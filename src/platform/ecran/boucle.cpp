@@ -61,6 +61,11 @@ void appelle(const Action& action, Arguments... arguments) {
     copie(arguments...);
 }
 
+void suit_le_doigt(const Doigt& d, int x, int y) {
+    const Controle& c = *d.touche.controle;
+    appelle(c.au_glisse, x - c.cadre.gauche, y - c.cadre.haut);
+}
+
 void pose_doigt(int x, int y) {
     Forme* f = forme_du_dessus();
     if (f == nullptr || !f->visible) return;
@@ -74,6 +79,7 @@ void pose_doigt(int x, int y) {
     d.premiere_ligne = d.touche.controle->grille.premiere_ligne;
     if (d.touche.controle->au_maintien) d.maintien = horloge::millisecondes() + duree_maintien_ms;
     ecran->doigt = d;
+    suit_le_doigt(d, d.x, d.y);
 }
 
 void fait_defiler(Doigt& d, int y) {
@@ -94,6 +100,7 @@ void glisse_doigt(int x_pixels, int y_pixels) {
     fait_defiler(d, y);
     d.dessus = d.touche.controle->reagit() && sous_le_doigt(*d.forme, x, y) == d.touche;
     if (!d.dessus) d.maintien = -1;
+    suit_le_doigt(Doigt(d), x, y);
 }
 
 void leve_doigt(int x, int y) {

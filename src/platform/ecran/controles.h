@@ -108,7 +108,8 @@ struct Controle {
 
     std::function<void()> au_toucher;                          ///< released where it was pressed
     std::function<void(int ligne, int colonne)> a_la_cellule;  ///< of a grid or list; never for a hidden column
-    std::function<void()> au_maintien;                         ///< held for duree_maintien_ms
+    std::function<void(int x, int y)> au_glisse;  ///< where the finger is while it is down, twips from the top left
+    std::function<void()> au_maintien;            ///< held for duree_maintien_ms
 
     std::string& texte() { return aspect.texte; }
     bool est_grille() const { return genre == Genre::grille || genre == Genre::liste; }

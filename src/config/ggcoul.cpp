@@ -1,0 +1,405 @@
+#include "config/ggcoul.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "config/nuances.h"
+#include "config/reglages.h"
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "dialogs/mini_97.h"
+#include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
+#include "platform/texte.h"
+
+namespace ggcoul {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int nb_numeros = 9;
+constexpr double contraste_voulu = 4.5;
+/// Records that "Par défaut" blanks: the first of each nine.
+constexpr int premiers_records[] = {reglages::fonds + 1, reglages::encres + 1, 1731, 1741};
+
+/// What carries a number, and how it looks when the manager has set nothing.
+struct Sorte {
+    std::string_view nom;
+    Role role;
+    Couleur fond = sans_couleur;
+};
+constexpr Sorte sortes[nb_numeros] = {
+    {"Bandeaux", Role::action},
+    {"Rangée du bas"_t, Role::action},
+    {"Clavier", Role::touche},
+    {"Valeurs", Role::touche},
+    {"Valider", Role::aller},
+    {"Effacer", Role::detruire},
+    {"Titres de liste", Role::touche_douce},
+    {"Touches", Role::touche, palette::chiffres[8]},
+    {"Listes", Role::touche},
+};
+
+constexpr int lignes_palette = 2, colonnes_palette = 6;
+constexpr std::array<Couleur, 12> couleurs_palette = {palette::chiffres[0], palette::chiffres[1], palette::chiffres[2],
+                                                      palette::chiffres[3], palette::chiffres[4], palette::chiffres[5],
+                                                      palette::chiffres[6], palette::chiffres[7], palette::chiffres[8],
+                                                      palette::chiffres[9], palette::encre,       palette::noir};
+
+/// A strip of colours under the finger, painted in so many steps.
+constexpr int pas_reglette = 90;
+constexpr double saturation_vive = 0.7, saturation_grise = 0.1, clarte_moyenne = 0.5, clarte_extreme = 0.05;
+constexpr int largeur_curseur = px(28), debord_curseur = px(6), bord_curseur = px(2), blanc_curseur = px(5);
+
+constexpr int anneau = px(6), vide_anneau = px(2);  ///< around the key that is being coloured
+
+enum CaseBarre { defaut = 0, annule = 4, valide = 5 };
+const formes::ToucheDeBarre barre[6] = {
+    {"Par défaut"_t, image_defaut, Role::detruire}, {}, {}, {}, {"Annuler", image_fermer, Role::action},
+    {"Valider", image_valider, Role::aller}};
+
+/// Cell i of an area cut into rows and columns.
+Cadre part(const Cadre& zone, int lignes, int colonnes, int i) {
+    const int l = zone.largeur + rythme, h = zone.hauteur + rythme, c = i % colonnes, r = i / colonnes;
+    const int x = l * c / colonnes, y = h * r / lignes;
+    return {zone.gauche + x, zone.haut + y, l * (c + 1) / colonnes - x - rythme, h * (r + 1) / lignes - y - rythme};
+}
+
+Cadre elargi(const Cadre& c, int n) {
+    return {c.gauche - n, c.haut - n, c.largeur + 2 * n, c.hauteur + 2 * n};
+}
+
+/// The parts of the right, or lower, half.
+struct Panneau {
+    Cadre onglets, palette, teinte, clarte, carte;
+};
+
+class Choix {
+  public:
+    Choix() {
+        forme_.nom = "ggcoul";
+        formes::encadre(forme_, "Choix des couleurs", formes::version);
+        lis();
+        construit();
+        branche();
+        formes::colore(forme_);
+        choisit(numero_);
+    }
+
+    void montre() { montre_modal(forme_); }
+
+  private:
+    struct Paire {
+        Couleur fond = sans_couleur, encre = sans_couleur;
+        bool operator==(const Paire&) const = default;
+    };
+
+    Forme forme_;
+    std::array<Paire, nb_numeros + 1> reglees_, lues_;  ///< as chosen here, and as the store has them; from 1
+    int numero_ = 1;
+    bool du_texte_ = false;   ///< the text is being coloured, not the ground
+    nuances::Nuance nuance_;  ///< of the colour in hand; keeps its hue where a colour has none
+
+    void lis() {
+        for (int n = 1; n <= nb_numeros; ++n) {
+            paire(n) = {nuances::depuis_bgr(reglages::couleur(reglages::fonds + n)),
+                        nuances::depuis_bgr(reglages::couleur(reglages::encres + n))};
+        }
+        lues_ = reglees_;
+    }
+
+    Paire& paire(int n) { return reglees_[static_cast<std::size_t>(n)]; }
+    static const Sorte& sorte(int n) { return sortes[n - 1]; }
+
+    /// Both colours as the screens would show them.
+    Paire montrees(int n) {
+        const Sorte& s = sorte(n);
+        const Paire& p = paire(n);
+        const Couleur propre = p.fond != sans_couleur ? p.fond : s.fond;
+        Paire r{propre != sans_couleur ? propre : fond_de(s.role), p.encre};
+        if (r.encre == sans_couleur) r.encre = propre != sans_couleur ? encre_lisible(propre) : encre_de(s.role);
+        return r;
+    }
+
+    Couleur en_main() {
+        const Paire p = montrees(numero_);
+        return du_texte_ ? p.encre : p.fond;
+    }
+
+    // --- controls
+
+    void construit() {
+        const Cadre zone = formes::contenu();
+        Cadre touches = zone, droite = zone;
+        if (formes::est_etroit()) {
+            touches.hauteur = zone.hauteur * 38 / 100;
+            droite.haut = touches.bas() + rythme;
+            droite.hauteur = zone.bas() - droite.haut;
+        } else {
+            touches.largeur = (zone.largeur - rythme) / 2;
+            droite.gauche = touches.droite() + rythme;
+            droite.largeur = zone.droite() - droite.gauche;
+        }
+        ajoute_touches(touches);
+        const Panneau p = partage(droite);
+        ajoute_onglets(p.onglets);
+        ajoute_palette(p.palette);
+        ajoute_reglette("teinte", "Teinte", p.teinte);
+        ajoute_reglette("clarte", "Clarté"_t, p.clarte);
+        ajoute_carte(p.carte);
+        formes::ajoute_barre(forme_, barre);
+    }
+
+    static Panneau partage(const Cadre& z) {
+        int y = z.haut;
+        const auto bande = [&](int hauteur) {
+            const Cadre c = {z.gauche, y, z.largeur, hauteur};
+            y += hauteur + rythme;
+            return c;
+        };
+        const bool etroit = formes::est_etroit();
+        const int touche = px(54);
+        Panneau p;
+        p.onglets = bande(std::max(touche, z.hauteur * 12 / 100));
+        p.palette = bande(std::max(2 * touche + rythme, z.hauteur * 23 / 100));
+        y += etroit ? 0 : px(5);
+        p.teinte = bande(etroit ? px(44) : z.hauteur / 10);
+        y += etroit ? 0 : px(10);
+        p.clarte = bande(etroit ? px(44) : z.hauteur / 10);
+        y += etroit ? 0 : px(5);
+        p.carte = {z.gauche, y, z.largeur, std::max(0, z.bas() - y)};
+        return p;
+    }
+
+    Controle& decor(std::string_view nom, const Cadre& cadre, Role role, Couleur fond) {
+        Controle& c = forme_.ajoute({nom, -1, Genre::forme, cadre, "", role, 0, false, Alignement::centre, 0});
+        c.aspect.fond = fond;
+        c.laisse_passer = true;
+        return c;
+    }
+
+    void ajoute_touches(const Cadre& zone) {
+        decor("Shape1", {}, Role::touche, palette::bleu);
+        decor("Shape2", {}, Role::touche, palette::papier);
+        const bool etroit = formes::est_etroit();
+        for (int n = 1; n <= nb_numeros; ++n) {
+            const Cadre c = part(zone, 3, 3, n - 1);
+            Controle& b = forme_.ajoute({"btx", n, Genre::bouton, c, std::to_string(n), sorte(n).role, etroit ? 18 : 46,
+                                         true, Alignement::centre, 0});
+            b.aspect.marge_bas = c.hauteur / 5;
+            b.au_toucher = [this, n] { choisit(n); };
+            const Cadre bas = {c.gauche, c.haut + c.hauteur * 3 / 5, c.largeur, c.hauteur * 2 / 5};
+            forme_
+                .ajoute({"btt", n, Genre::etiquette, bas, sorte(n).nom, Role::rien, etroit ? 12 : 16, false,
+                         Alignement::centre, 0})
+                .laisse_passer = true;
+        }
+    }
+
+    void ajoute_onglets(const Cadre& zone) {
+        for (const int i : {0, 1}) {
+            Controle& b = forme_.ajoute({"bt_coul", i, Genre::bouton, part(zone, 1, 2, i), i == 0 ? "Fond" : "Texte",
+                                         Role::touche, 20, true, Alignement::centre, 0});
+            b.au_toucher = [this, i] {
+                du_texte_ = i == 1;
+                choisit(numero_);
+            };
+        }
+    }
+
+    void ajoute_palette(const Cadre& zone) {
+        Controle& g = forme_.ajoute({"g1", -1, Genre::grille, zone, "", Role::rien, 15, false, Alignement::centre, 0});
+        g.grille.dimensionne(lignes_palette, colonnes_palette);
+        g.grille.espace = rythme;
+        for (std::size_t i = 0; i < couleurs_palette.size(); ++i) {
+            Aspect& a = g.grille.cellules[i];
+            a.role = Role::touche;
+            a.fond = couleurs_palette[i];
+        }
+        g.a_la_cellule = [this](int l, int c) {
+            prend(couleurs_palette[static_cast<std::size_t>(l * colonnes_palette + c)]);
+        };
+    }
+
+    /// A strip with its caption, and the mark of the place in hand: an ink frame, a white one, and the colour.
+    void ajoute_reglette(const std::string& nom, std::string_view legende, const Cadre& zone) {
+        const int largeur_legende = px(formes::est_etroit() ? 76 : 92);
+        const Cadre titre = {zone.gauche, zone.haut, largeur_legende, zone.hauteur};
+        const Cadre bande = {zone.gauche + largeur_legende, zone.haut, zone.largeur - largeur_legende, zone.hauteur};
+        forme_.ajoute({"Label1", -1, Genre::etiquette, titre, legende, Role::rien, formes::est_etroit() ? 14 : 18,
+                       false, Alignement::gauche, 0});
+        Controle& g = forme_.ajoute({nom, -1, Genre::grille, bande, "", Role::carte, 0, false, Alignement::centre, 0});
+        g.grille.dimensionne(1, pas_reglette);
+        decor(nom + "_cadre", {}, Role::touche, palette::encre);
+        decor(nom + "_blanc", {}, Role::touche, palette::blanc);
+        decor(nom + "_place", {}, Role::touche, palette::blanc);
+    }
+
+    void ajoute_carte(const Cadre& zone) {
+        const bool etroit = formes::est_etroit();
+        decor("Shape3", zone, Role::carte, sans_couleur);
+        const int marge = px(etroit ? 6 : 14);
+        const Cadre dedans = elargi(zone, -marge);
+        const Cadre touche = {dedans.gauche, dedans.haut, etroit ? 0 : dedans.largeur * 37 / 100, dedans.hauteur};
+        const Cadre prix = {touche.gauche, touche.bas() - px(46), touche.largeur, px(46)};
+        const int x = touche.droite() + (etroit ? px(10) : px(18));
+        const Cadre mesure = {x, dedans.haut, etroit ? dedans.largeur * 2 / 5 : dedans.droite() - x,
+                              etroit ? dedans.hauteur : dedans.hauteur * 38 / 100};
+        const Cadre avis = etroit
+                               ? Cadre{mesure.droite(), dedans.haut, dedans.droite() - mesure.droite(), dedans.hauteur}
+                               : Cadre{x, mesure.bas(), dedans.droite() - x, dedans.bas() - mesure.bas()};
+        const Plan plans[] = {
+            {"Label2", -1, Genre::bouton, touche, "Entrecôte"_t, Role::touche, 20, true, Alignement::centre, 0},
+            {"Label3", -1, Genre::etiquette, prix, "24.50", Role::rien, 14, false, Alignement::centre, 0},
+            {"Label4", -1, Genre::etiquette, mesure, "", Role::rien, etroit ? 13 : 20, true, Alignement::gauche, 0},
+            {"Label5", -1, Genre::etiquette, avis, "Texte peu lisible : il faut au moins 4.5 : 1", Role::attendre,
+             etroit ? 11 : 15, true, Alignement::gauche, 0},
+        };
+        forme_.construit(plans);
+        forme_("Label2").visible = forme_("Label3").visible = !etroit;
+        forme_("Label5").aspect.image = image_attention;
+        forme_("Label5").aspect.place_image = PlaceImage::gauche;
+    }
+
+    void branche() {
+        const auto place = [](const Controle& c, int x) {
+            return std::clamp(static_cast<double>(x) / std::max(1, c.cadre.largeur), 0.0, 1.0);
+        };
+        Controle& teinte = forme_("teinte");
+        teinte.au_glisse = [this, &teinte, place](int x, int) { change_teinte(place(teinte, x)); };
+        Controle& clarte = forme_("clarte");
+        clarte.au_glisse = [this, &clarte, place](int x, int) {
+            nuance_.clarte = place(clarte, x);
+            pose(nuances::vers_couleur(nuance_));
+        };
+        forme_("g2").a_la_cellule = [this](int, int c) {
+            if (c == defaut) remet_par_defaut();
+            if (c == annule) forme_.ferme();
+            if (c == valide) enregistre();
+        };
+        forme_.a_l_echappement = [this] { forme_.ferme(); };
+    }
+
+    // --- choosing
+
+    void choisit(int n) {
+        numero_ = n;
+        nuance_ = nuances::depuis(en_main());
+        montre_choix();
+    }
+
+    void prend(Couleur c) {
+        nuance_ = nuances::depuis(c);
+        pose(c);
+    }
+
+    /// A hue needs some colour to be seen: grey, black and white get a middle one.
+    void change_teinte(double place) {
+        nuance_.teinte = place * 360;
+        if (nuance_.saturation < saturation_grise) nuance_.saturation = saturation_vive;
+        if (nuance_.clarte < clarte_extreme || nuance_.clarte > 1 - clarte_extreme) nuance_.clarte = clarte_moyenne;
+        pose(nuances::vers_couleur(nuance_));
+    }
+
+    void pose(Couleur c) {
+        (du_texte_ ? paire(numero_).encre : paire(numero_).fond) = c;
+        montre_choix();
+    }
+
+    void montre_choix() {
+        for (int n = 1; n <= nb_numeros; ++n) peint(forme_("btx", n), forme_("btt", n), montrees(n));
+        forme_("Shape1").cadre = elargi(forme_("btx", numero_).cadre, anneau);
+        forme_("Shape2").cadre = elargi(forme_("btx", numero_).cadre, vide_anneau);
+        forme_("bt_coul", 0).aspect.role = du_texte_ ? Role::touche : Role::action;
+        forme_("bt_coul", 1).aspect.role = du_texte_ ? Role::action : Role::touche;
+        montre_palette();
+        montre_reglettes();
+        montre_lisibilite();
+    }
+
+    static void peint(Controle& touche, Controle& dessous, const Paire& p) {
+        touche.aspect.fond = p.fond;
+        touche.aspect.encre = dessous.aspect.encre = p.encre;
+    }
+
+    void montre_palette() {
+        Grille& g = forme_("g1").grille;
+        for (std::size_t i = 0; i < couleurs_palette.size(); ++i) {
+            const bool choisie = couleurs_palette[i] == en_main();
+            g.cellules[i].texte = choisie || i > 9 ? "" : std::to_string(i);
+            g.cellules[i].image = choisie ? image_valider : 0;
+        }
+    }
+
+    void montre_reglettes() {
+        Grille& teintes = forme_("teinte").grille;
+        Grille& clartes = forme_("clarte").grille;
+        for (int i = 0; i < pas_reglette; ++i) {
+            const double place = (i + 0.5) / pas_reglette;
+            teintes.cellule(0, i).fond = nuances::vers_couleur({place * 360, saturation_vive, clarte_moyenne});
+            clartes.cellule(0, i).fond = nuances::vers_couleur({nuance_.teinte, nuance_.saturation, place});
+        }
+        place_curseur("teinte", nuance_.teinte / 360);
+        place_curseur("clarte", nuance_.clarte);
+    }
+
+    void place_curseur(const std::string& nom, double place) {
+        const Cadre& bande = forme_(nom).cadre;
+        const int x = std::clamp(bande.gauche + static_cast<int>(place * bande.largeur) - largeur_curseur / 2,
+                                 bande.gauche, bande.droite() - largeur_curseur);
+        const Cadre c = {x, bande.haut - debord_curseur, largeur_curseur, bande.hauteur + 2 * debord_curseur};
+        forme_(nom + "_cadre").cadre = c;
+        forme_(nom + "_blanc").cadre = elargi(c, -bord_curseur);
+        forme_(nom + "_place").cadre = elargi(c, -bord_curseur - blanc_curseur);
+        forme_(nom + "_place").aspect.fond = en_main();
+    }
+
+    void montre_lisibilite() {
+        const Paire p = montrees(numero_);
+        const double c = contraste(p.fond, p.encre);
+        forme_("Label4").texte() = "Contraste " + nombres::montant(c) + " : 1";
+        forme_("Label5").visible = c < contraste_voulu;
+        peint(forme_("Label2"), forme_("Label3"), p);
+    }
+
+    // --- the store
+
+    static bool ecrit(int record, Couleur c) {
+        const std::string t = c == sans_couleur ? "" : "#I#" + std::to_string(nuances::vers_bgr(c));
+        return reglages::ecrit(record, t) == fichiers::Issue::fait;
+    }
+
+    static void dit_le_refus() { mini_97::informe("Les couleurs n'ont pas pu être enregistrées !"_t); }
+
+    void enregistre() {
+        bool fait = true;
+        for (int n = 1; n <= nb_numeros; ++n) {
+            const Paire& lue = lues_[static_cast<std::size_t>(n)];
+            if (paire(n).fond != lue.fond) fait = ecrit(reglages::fonds + n, paire(n).fond) && fait;
+            if (paire(n).encre != lue.encre) fait = ecrit(reglages::encres + n, paire(n).encre) && fait;
+        }
+        if (!fait) return dit_le_refus();
+        forme_.ferme();
+    }
+
+    void remet_par_defaut() {
+        if (!mini_97::demande("Remettre toutes les couleurs par défaut ?"_t)) return;
+        bool fait = true;
+        for (const int premier : premiers_records) {
+            for (int i = 0; i < nb_numeros; ++i) fait = ecrit(premier + i, sans_couleur) && fait;
+        }
+        if (!fait) return dit_le_refus();
+        reglees_ = lues_ = {};
+        choisit(numero_);
+    }
+};
+
+}  // namespace
+
+void montre_ggcoul() {
+    Choix().montre();
+}
+
+}  // namespace ggcoul
