@@ -3,7 +3,6 @@
 
 namespace {
 
-using tests::page1252;
 using tests::Terrain;
 using tests::tient;
 using tests::tient_texte;
