@@ -16,6 +16,7 @@ using formes::px;
 constexpr int record_police = 42;
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
+constexpr int sous_la_marque = px(24);  ///< where the label of a narrow key begins, its mark being in the corner
 constexpr int carte_min = px(50), carte_max = px(80), marge_carte = px(20);
 constexpr int police_titre = 27, police_titre_etroite = 18;
 
@@ -44,7 +45,10 @@ void remplit(Aspect& touche, std::string_view libelle) {
 
 void marque(Grille& grille, bool (*est_pris)(std::string_view)) {
     for (Aspect& a : grille.cellules) {
-        if (!a.texte.empty()) a.role = est_pris(a.texte) ? Role::choisie : Role::touche;
+        if (a.texte.empty()) continue;
+        const bool pris = est_pris(a.texte);
+        a.role = pris ? Role::choisie : Role::touche;
+        a.marge_haut = pris && a.alignement == Alignement::centre ? sous_la_marque : 0;
     }
 }
 

@@ -97,7 +97,7 @@ class Details {
         const styles::Style& s = styles_[static_cast<std::size_t>(code)];
         choix::remplit(touche, s.libelle);
         if (touche.texte.empty()) return;
-        if (formes::est_etroit()) touche.alignement = Alignement::centre;  // the mark then stands in the corner
+        if (formes::est_etroit()) touche.alignement = Alignement::centre;  // the mark stands in the corner then
         touche.fond = couleur(s.fond);
         const Couleur encre = couleur(s.texte);
         touche.encre = contraste(touche.fond, encre) >= contraste_lisible ? encre : encre_lisible(touche.fond);
