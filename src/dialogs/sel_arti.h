@@ -3,7 +3,8 @@
 
 namespace sel_arti {
 
-/// Shows the line that complements::prend() has taken in hand. Out: etat::texte_travail is the completed line, or empty when the waiter erased it.
+/// Shows the line that complements::prend() has taken in hand. Out: etat::texte_travail is the completed line, or empty
+/// when the waiter erased it.
 void montre_sel_arti();
 
 }  // namespace sel_arti
