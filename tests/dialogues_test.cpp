@@ -86,13 +86,16 @@ TEST(Boite, LesGenresEtLesTailles) {
 }
 
 /// Each dialog, by the touches that lead to it from the home page with a line in the note.
-constexpr std::array<std::pair<const char*, const char*>, 6> dialogues = {{
+constexpr std::array<std::pair<const char*, const char*>, 9> dialogues = {{
     {"Form1", ""},
     {"ch_numtab", "touche \"Table\"\n"},
     {"lis_tbb", "touche \"Table\"\ntouche \"Liste\"\n"},
     {"clav_num", "touche \"Table\"\ntouche \"Autres\"\nattend 100\n"},
     {"sel_arti", "touche btx(5)\n"},
     {"eta_com", "touche \"Note\"\n"},
+    {"sai_detail", "touche btx(5)\ntouche \"A\"\n"},
+    {"ch_outils", "touche \"Outils\"\nattend 300\n"},
+    {"menufor", "touche Command6\n"},
 }};
 constexpr const char* note_d_une_ligne =
     "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche \"Valider\"\ntouche btx(5)\n"
@@ -108,11 +111,13 @@ TEST(Reinitialisation, NonGardeLeDialogueOuiArreteSansRienEcrire) {
         SCOPED_TRACE(nom);
         const std::string debut = std::string(note_d_une_ligne) + chemin + "verifie ecran " + nom + "\n" + question;
         for (const char* refus : {"touche \"Non\"\n", "touche btc(5)\n"}) {
-            tient_texte(t, debut + refus + "verifie ecran " + nom + "\n" +
-                               "verifie Form1.label_etat \"Sophie · Table 001 · 2 couverts · 1 ligne · 49.00\"\n");
+            tient_texte(t,
+                        debut + refus + "verifie ecran " + nom + "\n" +
+                            "verifie Form1.label_etat \"Sophie · Table 001 · 2 couverts · 1 ligne · 49.00\"\n",
+                        "--service");
         }
         const auto avant = photographie(t);
-        tient_texte(t, debut + "touche \"Oui\"\nverifie arret\n");
+        tient_texte(t, debut + "touche \"Oui\"\nverifie arret\n", "--service");
         EXPECT_TRUE(photographie(t) == avant);
         EXPECT_FALSE(t.existe("prov.txt"));
     }
