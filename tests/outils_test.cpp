@@ -88,6 +88,7 @@ TEST_F(Outils, UneIdentificationTardiveAttendQueLEcranSoitLibre) {
     tient_texte(t, ouvre + "reseau lent 3000\n" + identifie + "touche g2 0 5\nattend 4000\nverifie ecran Form1\n");
 }
 
+#ifndef _WIN32  // there the records go to a fixed directory of drive C, which is no test's to write to
 TEST_F(Outils, LeReleveEcritMilleRecordsEtArrete) {
     sans_mot_de_passe();
     tient_texte(t, ouvre +
@@ -98,6 +99,7 @@ TEST_F(Outils, LeReleveEcritMilleRecordsEtArrete) {
     EXPECT_EQ(releve.substr(29, 29), "0002 : #I#0:01280:00770    \r\n");
     EXPECT_EQ(releve.substr(199 * 29, 29), "0200 : OUI                 \r\n");
 }
+#endif
 
 TEST_F(Outils, LAttenteDuReseauCompteEtSeReferme) {
     tient(t, "attend_tempo.txt");

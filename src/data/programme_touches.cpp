@@ -71,8 +71,9 @@ std::string_view Ligne::champ(Champ c) const {
     return texte::rogne(texte::colonnes(record, place(c).debut + 1, place(c).longueur));
 }
 void Ligne::pose(Champ c, std::string_view texte) {
+    const std::string valeur = texte::complete(texte, place(c).longueur);  // the text may be a part of the record
     record = texte::complete(record, std::max(record.size(), longueur_record - fin_de_record.size()));
-    record.replace(place(c).debut, place(c).longueur, texte::complete(texte, place(c).longueur));
+    record.replace(place(c).debut, place(c).longueur, valeur);
 }
 
 int Ligne::largeur() const {
