@@ -119,7 +119,8 @@ TEST_F(CommandeTest, UneCommandeQuiNeSEcritPasResteDansLaNote) {
     setrlimit(RLIMIT_FSIZE, &avant);
     EXPECT_EQ(plein, Issue::plein);
     EXPECT_TRUE(intacte());
-    EXPECT_TRUE(terrain.fichiers(".", "").empty()) << "nothing half written stays";
+    EXPECT_TRUE(terrain.fichiers(".", "-A-").empty());
+    EXPECT_TRUE(terrain.fichiers(".", "_").empty()) << "nothing half written stays";
 
     std::filesystem::remove_all(terrain.chemin());
     EXPECT_NE(commande::envoi_commande(), Issue::fait);
