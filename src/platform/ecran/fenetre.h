@@ -47,6 +47,8 @@ class Fenetre {
     virtual void montre(const Image& image, std::span<const Zone> zones) = 0;
     /// Ends an attend() under way; callable from any thread.
     virtual void reveille() = 0;
+    /// Brings the window before all others and reports a Sorte::reveil; callable from any thread.
+    virtual void vient_devant() = 0;
 };
 
 enum class Mode { plein_ecran, fenetre };

@@ -2,6 +2,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
+#include <utility>
 
 #include "platform/ecran/fenetre.h"
 
@@ -24,22 +25,29 @@ class FenetreMuette final : public Fenetre {
             condition_.wait_for(verrou, std::chrono::milliseconds(ms), reveille);
         }
         reveillee_ = false;
-        return {};
+        Evenement e;
+        if (std::exchange(appelee_, false)) e.sorte = Evenement::Sorte::reveil;
+        return e;
     }
 
     void montre(const Image&, std::span<const Zone>) override {}
 
-    void reveille() override {
-        const std::lock_guard verrou(mutex_);
-        reveillee_ = true;
-        condition_.notify_one();
-    }
+    void reveille() override { interrompt(false); }
+    void vient_devant() override { interrompt(true); }
 
   private:
     TailleEcran taille_;
     std::mutex mutex_;
     std::condition_variable condition_;
     bool reveillee_ = false;
+    bool appelee_ = false;  ///< asked to come to the front
+
+    void interrompt(bool appelee) {
+        const std::lock_guard verrou(mutex_);
+        reveillee_ = true;
+        appelee_ = appelee_ || appelee;
+        condition_.notify_one();
+    }
 };
 
 }  // namespace

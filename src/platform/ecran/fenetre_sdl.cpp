@@ -14,7 +14,9 @@ namespace {
 
 class FenetreSdl final : public Fenetre {
   public:
-    FenetreSdl(SDL_Window* fenetre, Uint32 evenement_reveil) : fenetre_(fenetre), evenement_reveil_(evenement_reveil) {}
+    /// `evenements`: the first of two event types of our own, to wake the loop and to bring the window to the front.
+    FenetreSdl(SDL_Window* fenetre, Uint32 evenements)
+        : fenetre_(fenetre), evenement_reveil_(evenements), evenement_devant_(evenements + 1) {}
     ~FenetreSdl() override {
         SDL_DestroyWindow(fenetre_);
         SDL_Quit();
@@ -62,15 +64,12 @@ class FenetreSdl final : public Fenetre {
         }
     }
 
-    void reveille() override {
-        SDL_Event e{};
-        e.type = evenement_reveil_;
-        SDL_PushEvent(&e);
-    }
+    void reveille() override { previens(evenement_reveil_); }
+    void vient_devant() override { previens(evenement_devant_); }
 
   private:
     SDL_Window* fenetre_;
-    Uint32 evenement_reveil_;
+    Uint32 evenement_reveil_, evenement_devant_;
     std::deque<Evenement> file_;
     std::vector<SDL_Rect> rectangles_;
 
@@ -80,6 +79,18 @@ class FenetreSdl final : public Fenetre {
             auto* cible = static_cast<std::uint8_t*>(surface.pixels) + y * surface.pitch + z.gauche * 4;
             std::memcpy(cible, source, static_cast<std::size_t>(droite - z.gauche) * 4);
         }
+    }
+
+    static void previens(Uint32 evenement) {
+        SDL_Event e{};
+        e.type = evenement;
+        SDL_PushEvent(&e);
+    }
+
+    void passe_devant() {
+        if ((SDL_GetWindowFlags(fenetre_) & SDL_WINDOW_MINIMIZED) != 0) SDL_RestoreWindow(fenetre_);
+        SDL_RaiseWindow(fenetre_);
+        ajoute(Evenement::Sorte::reveil);
     }
 
     int pixel(int point) const { return static_cast<int>(point * taille().echelle); }
@@ -119,6 +130,7 @@ class FenetreSdl final : public Fenetre {
                 return ajoute(Sorte::fermeture);
             default:
                 if (e.type == evenement_reveil_) ajoute(Sorte::rien);
+                if (e.type == evenement_devant_) passe_devant();
         }
     }
 
@@ -157,7 +169,7 @@ std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre, int l
         return nullptr;
     }
     SDL_StartTextInput();
-    return std::make_unique<FenetreSdl>(fenetre, SDL_RegisterEvents(1));
+    return std::make_unique<FenetreSdl>(fenetre, SDL_RegisterEvents(2));
 }
 
 }  // namespace ecran
