@@ -18,6 +18,9 @@
 #include "platform/processus.h"
 #include "platform/rejeu/rejeu.h"
 #include "platform/texte.h"
+#ifdef _WIN32
+#include "platform/console_win32.h"
+#endif
 
 namespace {
 
@@ -142,7 +145,7 @@ int lance(const std::vector<std::string>& mots) {
     if (!lues) return rejeu::faute_usage;
     Options& o = *lues;
     if (o.montre_aide || o.montre_version) {
-        std::cout << (o.montre_aide ? aide : "Orvalune 2.01 (2021-05-19a)\n");
+        std::cout << (o.montre_aide ? aide : "Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n");
         return 0;
     }
     fixe_chemins(o);
@@ -175,6 +178,7 @@ int lance(const std::vector<std::string>& mots) {
 
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
+    console::rattache();
     std::vector<std::string> mots;
     for (int i = 1; i < argc; ++i) {
         std::string mot;
