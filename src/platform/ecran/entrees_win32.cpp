@@ -1,0 +1,239 @@
+// The messages of systems newer than the oldest one that is served: they are only compared with.
+#undef _WIN32_WINNT
+#define _WIN32_WINNT 0x0A00
+#include "platform/ecran/entrees_win32.h"
+
+#include <windowsx.h>
+
+#include <algorithm>
+
+#include "platform/texte.h"
+
+namespace ecran {
+
+// GUID_MONITOR_POWER_ON
+const GUID etat_de_l_ecran = {0x02731015, 0x4510, 0x4526, {0x99, 0xE6, 0xE5, 0xA1, 0x7E, 0xBD, 0x1A, 0xEA}};
+
+namespace {
+
+using Sorte = Evenement::Sorte;
+
+constexpr DWORD souris = ~DWORD{0};  ///< its contact number: none that the system gives
+constexpr int dehors = -10000;       ///< a place that no key covers: a finger that is lost there fires none
+
+/// What GetMessageExtraInfo() tells of a mouse message made of a pen or a finger, and the mark of the finger.
+constexpr LPARAM masque_simulee = 0xFFFFFF00, simulee = 0xFF515700, simulee_doigt = 0x80;
+
+POINT point(LPARAM lp) {
+    return {GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
+}
+
+POINT dans_la_fenetre(HWND fenetre, POINT ecran) {
+    ScreenToClient(fenetre, &ecran);
+    return ecran;
+}
+
+Evenement evenement(Sorte sorte, POINT p = {}) {
+    Evenement e;
+    e.sorte = sorte;
+    e.x = p.x;
+    e.y = p.y;
+    return e;
+}
+
+/// Events of which only the last matters when they follow each other.
+bool remplace(Sorte precedente, Sorte nouvelle) {
+    const bool repetable = nouvelle == Sorte::glisse || nouvelle == Sorte::repeindre || nouvelle == Sorte::reveil ||
+                           nouvelle == Sorte::rien || nouvelle == Sorte::fermeture;
+    return repetable && precedente == nouvelle;
+}
+
+}  // namespace
+
+std::vector<TOUCHINPUT> lis_touches(WPARAM nombre, LPARAM contacts) {
+    std::vector<TOUCHINPUT> lues(LOWORD(nombre));
+    const auto source = reinterpret_cast<HTOUCHINPUT>(contacts);
+    if (!GetTouchInputInfo(source, LOWORD(nombre), lues.data(), sizeof(TOUCHINPUT))) return {};
+    CloseTouchInputHandle(source);
+    return lues;
+}
+
+void Entrees::ajoute(Evenement e) {
+    if (!file_.empty() && remplace(file_.back().sorte, e.sorte)) file_.pop_back();
+    file_.push_back(e);
+}
+
+Evenement Entrees::prend() {
+    if (file_.empty()) return {};
+    const Evenement premier = file_.front();
+    file_.pop_front();
+    return premier;
+}
+
+std::optional<LRESULT> Entrees::decode(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+    if (message == WM_TOUCH) return decode_touches(fenetre, wp, lp);
+    if (message >= WM_POINTERUPDATE && message <= WM_POINTERCAPTURECHANGED) {
+        return decode_pointeur(fenetre, message, wp, lp);
+    }
+    if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == WM_CAPTURECHANGED) {
+        return decode_souris(fenetre, message, wp, lp);
+    }
+    if (message >= WM_KEYFIRST && message <= WM_KEYLAST) return decode_clavier(message, wp);
+    return decode_systeme(message, wp, lp);
+}
+
+void Entrees::pose(DWORD contact, POINT p) {
+    if (poses_.empty()) {
+        premier_ = contact;
+        ajoute(evenement(Sorte::appui, p));
+    }
+    poses_.push_back(contact);
+}
+
+void Entrees::glisse(DWORD contact, POINT p) {
+    if (premier_ == contact) ajoute(evenement(Sorte::glisse, p));
+}
+
+void Entrees::leve(DWORD contact, POINT p) {
+    std::erase(poses_, contact);
+    if (premier_ != contact) return;
+    premier_.reset();
+    ajoute(evenement(Sorte::relache, p));
+}
+
+void Entrees::perd(DWORD contact) {
+    leve(contact, {dehors, dehors});
+}
+
+void Entrees::perd_tout() {
+    if (premier_) perd(*premier_);
+    poses_.clear();
+}
+
+/// Fingers and pens since Windows 8; the message itself tells all that is needed of them.
+std::optional<LRESULT> Entrees::decode_pointeur(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+    const DWORD contact = GET_POINTERID_WPARAM(wp);
+    const POINT p = dans_la_fenetre(fenetre, point(lp));
+    switch (message) {
+        case WM_POINTERDOWN:
+            source_ = Source::pointeurs;
+            if (IS_POINTER_PRIMARY_WPARAM(wp)) perd_tout();  // it comes down alone: what still counts was lost
+            pose(contact, p);
+            return 0;
+        case WM_POINTERUPDATE:
+            glisse(contact, p);
+            return 0;
+        case WM_POINTERUP:
+            IS_POINTER_CANCELED_WPARAM(wp) ? perd(contact) : leve(contact, p);
+            return 0;
+        case WM_POINTERCAPTURECHANGED:
+            perd(contact);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+/// Fingers on Windows 7.
+std::optional<LRESULT> Entrees::decode_touches(HWND fenetre, WPARAM wp, LPARAM lp) {
+    const auto lues = lecture_(wp, lp);
+    if (lues.empty()) return std::nullopt;
+    source_ = Source::touches;
+    for (const TOUCHINPUT& t : lues) {
+        const POINT p = dans_la_fenetre(fenetre, {TOUCH_COORD_TO_PIXEL(t.x), TOUCH_COORD_TO_PIXEL(t.y)});
+        const bool pose_seule = (t.dwFlags & TOUCHEVENTF_DOWN) != 0 && (t.dwFlags & TOUCHEVENTF_PRIMARY) != 0;
+        if (pose_seule) perd_tout();
+        if ((t.dwFlags & TOUCHEVENTF_DOWN) != 0) pose(t.dwID, p);
+        if ((t.dwFlags & TOUCHEVENTF_MOVE) != 0) glisse(t.dwID, p);
+        if ((t.dwFlags & TOUCHEVENTF_UP) != 0) leve(t.dwID, p);
+    }
+    return 0;
+}
+
+bool Entrees::est_souris_simulee() const {
+    const LPARAM info = GetMessageExtraInfo();
+    if (source_ == Source::souris || (info & masque_simulee) != simulee) return false;
+    return source_ == Source::pointeurs || (info & simulee_doigt) != 0;  // a pen on Windows 7 is a mouse
+}
+
+std::optional<LRESULT> Entrees::decode_souris(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+    if (message == WM_CAPTURECHANGED) return perd(souris), 0;
+    if (est_souris_simulee()) return 0;
+    switch (message) {
+        case WM_LBUTTONDOWN:
+            perd(souris);
+            pose(souris, point(lp));
+            SetCapture(fenetre);
+            return 0;
+        case WM_MOUSEMOVE:
+            (wp & MK_LBUTTON) != 0 ? glisse(souris, point(lp)) : perd(souris);
+            return 0;
+        case WM_LBUTTONUP:
+            leve(souris, point(lp));
+            ReleaseCapture();
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+/// Alt alone opens no menu and Alt with a letter does not beep; Alt+F4 is left to the system, which makes a WM_CLOSE of
+/// it.
+std::optional<LRESULT> Entrees::decode_clavier(UINT message, WPARAM wp) {
+    Evenement e;
+    if (message == WM_SYSCHAR) return 0;
+    if (message == WM_KEYDOWN && (wp == VK_RETURN || wp == VK_ESCAPE || wp == VK_BACK)) {
+        e.sorte = Sorte::cle;
+        e.cle = wp == VK_RETURN ? Cle::entree : wp == VK_ESCAPE ? Cle::echappement : Cle::retour_arriere;
+        return ajoute(e), 0;
+    }
+    if (message != WM_CHAR) return std::nullopt;
+    const bool commande = wp < 0x20 || (wp >= 0x7F && wp < 0xA0);
+    const auto octet = texte::octet(static_cast<char32_t>(wp));
+    if (commande || !octet) return 0;
+    e.sorte = Sorte::caractere;
+    e.code = *octet;
+    return ajoute(e), 0;
+}
+
+std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM lp) {
+    switch (message) {
+        case WM_CANCELMODE:
+            perd_tout();
+            return std::nullopt;
+        case WM_SYSCOMMAND:
+            return (wp & 0xFFF0) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
+        case WM_CLOSE:
+            return ajoute(evenement(Sorte::fermeture)), 0;
+        case WM_QUERYENDSESSION:
+            return ajoute(evenement(Sorte::fermeture)), TRUE;
+        case WM_ENDSESSION:
+            if (wp != 0) ajoute(evenement(Sorte::fermeture));
+            return 0;
+        case WM_SIZE:
+            if (wp != SIZE_MINIMIZED) ajoute(evenement(Sorte::repeindre));
+            return 0;
+        case WM_DISPLAYCHANGE:
+        case WM_DPICHANGED:
+            ajoute(evenement(Sorte::repeindre));
+            return 0;
+        case WM_POWERBROADCAST:
+            decode_alimentation(wp, lp);
+            return TRUE;
+        default:
+            return std::nullopt;
+    }
+}
+
+/// A tablet that never quite sleeps reports its screen alone: dark, then lit again.
+void Entrees::decode_alimentation(WPARAM wp, LPARAM lp) {
+    if (wp == PBT_APMRESUMEAUTOMATIC || wp == PBT_APMRESUMESUSPEND) ajoute(evenement(Sorte::reveil));
+    if (wp != PBT_POWERSETTINGCHANGE || lp == 0) return;
+    const auto& reglage = *reinterpret_cast<const POWERBROADCAST_SETTING*>(lp);
+    if (!IsEqualGUID(reglage.PowerSetting, etat_de_l_ecran)) return;
+    const bool eteint = reglage.Data[0] == 0;
+    if (ecran_eteint_ && !eteint) ajoute(evenement(Sorte::reveil));
+    ecran_eteint_ = eteint;
+}
+
+}  // namespace ecran

@@ -1,0 +1,61 @@
+// What the messages of a Windows window say of fingers, pens, mouse, keys and power, as events of the terminal. It
+// holds no window, and so can be tried without one.
+#pragma once
+
+#include <windows.h>
+
+#include <deque>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/ecran/fenetre.h"
+
+namespace ecran {
+
+/// Reads the contacts of a WM_TOUCH message; empty when they cannot be read.
+using LectureTouches = std::function<std::vector<TOUCHINPUT>(WPARAM, LPARAM)>;
+std::vector<TOUCHINPUT> lis_touches(WPARAM nombre, LPARAM contacts);
+
+/// The setting of which the system must tell the window that its screen went dark or was lit again.
+extern const GUID etat_de_l_ecran;
+
+class Entrees {
+  public:
+    explicit Entrees(LectureTouches lecture = lis_touches) : lecture_(std::move(lecture)) {}
+
+    /// Queues what the message says. The answer to the message, or nothing when the system must treat it as well.
+    std::optional<LRESULT> decode(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
+    /// Queues an event that no message tells.
+    void ajoute(Evenement e);
+    bool vide() const { return file_.empty(); }
+    /// The oldest event; Sorte::rien when there is none.
+    Evenement prend();
+
+  private:
+    /// Who has been seen to report fingers. The mouse messages that the system makes of them count only before that.
+    enum class Source { souris, touches, pointeurs };
+
+    LectureTouches lecture_;
+    std::deque<Evenement> file_;
+    std::vector<DWORD> poses_;      ///< contacts that are down, by the system's number
+    std::optional<DWORD> premier_;  ///< the one of them that acts: it came down alone
+    Source source_ = Source::souris;
+    bool ecran_eteint_ = false;
+
+    void pose(DWORD contact, POINT p);
+    void glisse(DWORD contact, POINT p);
+    void leve(DWORD contact, POINT p);
+    void perd(DWORD contact);
+    void perd_tout();
+
+    std::optional<LRESULT> decode_pointeur(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
+    std::optional<LRESULT> decode_touches(HWND fenetre, WPARAM wp, LPARAM lp);
+    std::optional<LRESULT> decode_souris(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
+    std::optional<LRESULT> decode_clavier(UINT message, WPARAM wp);
+    std::optional<LRESULT> decode_systeme(UINT message, WPARAM wp, LPARAM lp);
+    bool est_souris_simulee() const;
+    void decode_alimentation(WPARAM wp, LPARAM lp);
+};
+
+}  // namespace ecran
