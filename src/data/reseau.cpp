@@ -187,7 +187,10 @@ void envoie_identification(std::function<void(bool)> suite) {
                  *ecrit = livraison::depose(repertoire, nom, contenu);
              },
              [ecrit, suite](ouvrier::Reponse reponse) { suite(reponse == ouvrier::Reponse::faite && *ecrit); },
-             limite_copie_ms});
+             limite_copie_ms,
+             [ecrit, suite] {
+                 if (*ecrit) suite(true);
+             }});
     if (!lance) suite(false);
 }
 

@@ -32,7 +32,7 @@ void passe();
 bool catalogue_frais();
 
 /// Tells the router who this tablet is: a file with its identification code. `suite` learns whether it was written, now
-/// or when the network has answered.
+/// or when the network has answered; once more where it was written after all, past the time allowed.
 void envoie_identification(std::function<void(bool)> suite);
 
 /// Called on the interface's thread whenever the state or the count may have changed.
