@@ -44,6 +44,10 @@ TEST_F(Outils, LaResolutionTapeeArreteLeProgramme) {
                        "tape entree\nverifie ecran ch_outils\ntouche g1 33 0\n" + efface +
                        "tape \"1024\"\ntape entree\nverifie Text1 \"00770\"\n" + efface +
                        "tape entree\nverifie ecran ch_outils\n");
+    // Left with "Annuler", at either question: the program goes on, whatever was typed.
+    tient_texte(t, ouvre + "touche g1 33 0\n" + efface +
+                       "tape \"1024\"\ntouche \"Annuler\"\nverifie ecran ch_outils\ntouche g1 33 0\n" + efface +
+                       "tape \"1024\"\ntape entree\ntape \"9\"\ntouche ttoc(57)\nverifie ecran ch_outils\n");
     EXPECT_EQ(record(2), "#I#0:01280:00770    ");
     tient_texte(t, ouvre + "touche g1 33 0\n" + efface + "tape \"1024\"\ntape entree\n" + efface +
                        "tape \"768 points\"\ntape entree\nverifie arret\n");
@@ -78,14 +82,24 @@ TEST_F(Outils, LIdentificationArriveDansLeRepertoire) {
     EXPECT_EQ(contenu.substr(0, 4), "#ID#");
 }
 
-TEST_F(Outils, UneIdentificationTardiveAttendQueLEcranSoitLibre) {
+/// The answer is told on whatever screen is open by then, whose own question goes on; and what arrives past the time
+/// allowed is told too.
+TEST_F(Outils, UneIdentificationTardiveEstDiteOuQueLOnSoit) {
     sans_mot_de_passe();
-    const std::string echec = "verifie Label1 \"Le code d'identification n'a pas pu être envoyé !\"\n";
-    tient_texte(t, ouvre + "reseau absent\n" + identifie + echec);
-    tient_texte(t, ouvre + "reseau lent 3000\n" + identifie +
-                       "verifie ecran ch_outils\ntouche g1 1 0\nattend 4000\nverifie ecran clav_num\n"
-                       "touche \"Valider\"\nverifie Label1 \"Envoi du code d'identification effectué !\"\n");
-    tient_texte(t, ouvre + "reseau lent 3000\n" + identifie + "touche g2 0 5\nattend 4000\nverifie ecran Form1\n");
+    const std::string echec = "verifie Label1 \"Le code d'identification n'a pas pu être envoyé !\"\ntouche btc(5)\n";
+    const std::string fait = "verifie Label1 \"Envoi du code d'identification effectué !\"\ntouche btc(5)\n";
+    const auto joue = [&](const std::string& suite) {
+        for (const auto& f : t.fichiers("reseau", ".txt")) std::filesystem::remove(t.reseau() / f);  // same second
+        tient_texte(t, ouvre + suite);
+    };
+    joue("reseau absent\n" + identifie + echec);
+    joue("reseau lent 3000\n" + identifie + "verifie ecran ch_outils\ntouche g1 1 0\nattend 4000\n" + fait +
+         "verifie ecran clav_num\nverifie Label5 \"12\"\ntouche \"Valider\"\nverifie g1 1 1 \"12\"\n");
+    joue("reseau lent 3000\n" + identifie + "touche g1 36 0\nattend 4000\n" + fait +
+         "touche \"Oui\"\nverifie g1 36 1 \"OUI\"\n");
+    joue("reseau lent 3000\n" + identifie + "touche g2 0 5\nattend 4000\n" + fait + "verifie ecran Form1\n");
+    joue("reseau lent 12000\n" + identifie + "attend 10000\n" + echec + "attend 2000\n" + fait +
+         "verifie ecran ch_outils\n");
 }
 
 #ifndef _WIN32  // there the records go to a fixed directory of drive C, which is no test's to write to

@@ -1,10 +1,8 @@
 #include "config/ch_outils.h"
 
 #include <algorithm>
-#include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "config/clavv.h"
 #include "config/ggcoul.h"
@@ -14,6 +12,7 @@
 #include "config/reglages.h"
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/programme_touches.h"
 #include "data/reseau.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/formes.h"
@@ -35,7 +34,6 @@ constexpr int gauche = 200, haut_liste = 700, reserve_largeur = 400, reserve_hau
 constexpr int hauteur_rangee_min = px(57);
 constexpr int garde_ms = 300;
 
-constexpr int record_police = 3, record_interrupteur = 55, record_boite = 50;
 constexpr int police_min = 20, police_max = 60, pas_police = 2;
 constexpr int pas_defilement = 10, derniere_defilee = 90;  ///< rows
 
@@ -67,10 +65,25 @@ bool enregistre(int record, const std::string& contenu) {
     return false;
 }
 
-/// Starts a program that takes over, and ends this one.
+/// Starts a program that takes over, and ends this one: it may change the files, which are closed before it runs.
 void passe_la_main(const std::string& commande, processus::Fenetre fenetre, std::string_view message_d_echec) {
+    reglages::ferme();
+    programme_touches::ferme();
     if (processus::lance(commande, fenetre)) moduclav::quitte();
+    static_cast<void>(reglages::ouvre());
+    static_cast<void>(programme_touches::prepare());
     mini_97::informe(message_d_echec);
+}
+
+/// Tells how the identification ended. The network may answer when the toolbox is closed and another screen is asking
+/// something: its request stays what it was.
+void annonce_identification(bool ecrit) {
+    const auto code = etat::code_dialogue;
+    const std::string texte = etat::texte_dialogue;
+    mini_97::informe(ecrit ? "Envoi du code d'identification effectué !"_t
+                           : "Le code d'identification n'a pas pu être envoyé !"_t);
+    etat::code_dialogue = code;
+    etat::texte_dialogue = texte;
 }
 
 /// Writes records 1 to 1000 as lines and ends the program.
@@ -103,9 +116,6 @@ class Outils {
 
   private:
     Forme forme_;
-    /// Whether the identification was written, once that is known and until it is told. The network may answer when
-    /// this screen is closed: it holds the only owner.
-    std::shared_ptr<std::optional<bool>> identification_ = std::make_shared<std::optional<bool>>();
 
     Controle& g1() { return forme_("g1"); }
     std::string cellule(int ligne, int colonne) { return std::string(g1().grille.texte(ligne, colonne)); }
@@ -165,11 +175,11 @@ class Outils {
     static std::string valeur_initiale(std::string_view code_rangee) {
         const std::string_view genre = texte::colonnes(code_rangee, 1, longueur_genre);
         if (genre == "#SW42#" || genre == "#SX42#") return reglages::valeur(record_de(code_rangee));
-        if (genre == "#CH42#" || genre == "#ON42#") return reglages::valeur(record_interrupteur);
+        if (genre == "#CH42#" || genre == "#ON42#") return reglages::valeur(reglages::verification_table);
         return "";
     }
 
-    static int police() { return reglages::nombre(record_police); }
+    static int police() { return reglages::nombre(reglages::police_outils); }
 
     void change_police(int points) {
         Controle& g = g1();
@@ -180,14 +190,9 @@ class Outils {
 
     void branche() {
         g1().a_la_cellule = [this](int ligne, int) {
-            if (forme_("Label1").texte().empty()) return;
-            touche_rangee(ligne);
-            annonce_identification();
+            if (!forme_("Label1").texte().empty()) touche_rangee(ligne);
         };
-        forme_("g2").a_la_cellule = [this](int, int colonne) {
-            touche_barre(colonne);
-            annonce_identification();
-        };
+        forme_("g2").a_la_cellule = [this](int, int colonne) { touche_barre(colonne); };
         forme_("label_haut").au_maintien = [this] {
             etat::service = true;
             forme_("Command111").visible = true;
@@ -242,7 +247,8 @@ class Outils {
         const auto entree = clav_num::demande("", demande_de_valeur(ligne));
         if (!entree) return;
         range_valeur(ligne, *entree);
-        if (record_de(cellule(ligne, code)) == record_boite) mini_97::informe("Verification Boite de dialogue !");
+        if (record_de(cellule(ligne, code)) == reglages::taille_boites)
+            mini_97::informe("Verification Boite de dialogue !");
     }
 
     void saisit_taille(int ligne) {
@@ -251,9 +257,7 @@ class Outils {
     }
 
     void saisit_texte(int ligne) {
-        etat::texte_dialogue = demande_de_valeur(ligne);
-        clavv::montre_clavv();
-        range_valeur(ligne, etat::texte_dialogue);
+        if (const auto entree = clavv::demande(etat::saisie, demande_de_valeur(ligne))) range_valeur(ligne, *entree);
     }
 
     void bascule(int ligne) {
@@ -264,37 +268,23 @@ class Outils {
 
     void verifie_les_tables(int) {
         const bool oui = mini_97::demande("Vérifier le Numéro avec le plan de table ?"_t);
-        enregistre(record_interrupteur, oui ? "OUI" : "NON");
+        enregistre(reglages::verification_table, oui ? "OUI" : "NON");
     }
 
     void identifie(int) {
         mini_97::informe("Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK'");
-        reseau::envoie_identification([this, suivie = std::weak_ptr(identification_)](bool ecrit) {
-            const auto identification = suivie.lock();
-            if (!identification) return;
-            *identification = ecrit;
-            if (forme_du_dessus() == &forme_) annonce_identification();
-        });
-    }
-
-    /// Tells how the identification ended; while another dialog is open that waits until it has closed.
-    void annonce_identification() {
-        if (!*identification_) return;
-        const bool ecrit = *std::exchange(*identification_, std::nullopt);
-        mini_97::informe(ecrit ? "Envoi du code d'identification effectué !"_t
-                               : "Le code d'identification n'a pas pu être envoyé !"_t);
+        reseau::envoie_identification(annonce_identification);
     }
 
     void choisit_couleurs(int) { ggcoul::montre_ggcoul(); }
 
-    /// One side of the resolution in pixels; nothing when the answer is empty.
+    /// One side of the resolution in pixels; nothing when the answer is empty or the keyboard was abandoned.
     static std::optional<int> demande_cote(std::string_view question, std::size_t colonne) {
-        etat::code_dialogue = mini_97::saisie;
-        etat::texte_dialogue =
-            std::string(question) + "|" + std::string(texte::colonnes(reglages::brut(2), colonne, 5));
-        clavv::montre_clavv();
-        if (texte::rogne(etat::texte_dialogue).empty()) return std::nullopt;
-        return nombres::entier_int(etat::texte_dialogue);
+        const std::string record = reglages::brut(reglages::record_resolution);
+        const auto reponse = clavv::demande(
+            etat::saisie, std::string(question) + "|" + std::string(texte::colonnes(record, colonne, 5)));
+        if (!reponse || texte::rogne(*reponse).empty()) return std::nullopt;
+        return nombres::entier_int(*reponse);
     }
 
     void change_resolution(int) {
@@ -358,7 +348,7 @@ class Outils {
 
     void ecrit_police(bool permis, int points) {
         if (!permis) return;
-        if (enregistre(record_police, std::string(marque) + std::to_string(points))) change_police(points);
+        if (enregistre(reglages::police_outils, std::string(marque) + std::to_string(points))) change_police(points);
         g1().grille.defile_de(0, g1().cadre);
     }
 };

@@ -98,11 +98,13 @@ class Clavier {
     }
 
     void montre() { montre_modal(forme_); }
+    bool abandonne() const { return abandonne_; }
 
   private:
     Forme forme_;
     std::string texte_;
     std::size_t curseur_ = 0;
+    bool abandonne_ = false;
     bool une_fois_ = false;  ///< the page counts for the next character only
     std::size_t page_ = 0;
     std::vector<std::string> liste_;  ///< all candidates, empty: the list is not in use
@@ -204,7 +206,7 @@ class Clavier {
         forme_("Label1").texte() = t;
         forme_("Label2").texte() = texte_;
         curseur_ = texte_.size();
-        page_ = etat::code_dialogue == 1129 ? 1 : 0;
+        page_ = etat::code_dialogue == etat::saisie_majuscules ? 1 : 0;
         remplit_liste("List2", liste_);
         filtre_liste();
     }
@@ -297,6 +299,7 @@ class Clavier {
             case valide:
                 return rend(selection() >= 0 ? std::string(forme_("List1").grille.texte(selection(), 0)) : texte_);
             case annule:
+                abandonne_ = true;
                 return rend(forme_("Label2").texte());
             default:
                 break;
@@ -355,6 +358,15 @@ class Clavier {
 
 void montre_clavv() {
     Clavier().montre();
+}
+
+std::optional<std::string> demande(etat::Demande genre, std::string_view invite) {
+    etat::code_dialogue = genre;
+    etat::texte_dialogue = invite;
+    Clavier clavier;
+    clavier.montre();
+    if (clavier.abandonne()) return std::nullopt;
+    return etat::texte_dialogue;
 }
 
 void propose(std::vector<std::string> lignes) {

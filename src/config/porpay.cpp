@@ -142,7 +142,7 @@ class Choix {
 
     /// Pixels; nothing when the answer is empty.
     static std::optional<int> demande_cote(std::string_view invite, int courant) {
-        etat::code_dialogue = 129;
+        etat::code_dialogue = mini_97::saisie;
         const auto reponse = clav_num::demande("", std::string(invite) + std::to_string(courant));
         if (!reponse || reponse->empty()) return std::nullopt;
         return nombres::entier_int(*reponse);

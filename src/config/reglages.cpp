@@ -14,7 +14,6 @@ constexpr std::size_t longueur_record = 20;
 constexpr std::uint64_t longueur_initialisee = 400;  ///< a shorter store is filled anew
 constexpr int nb_records = 2000, record_max = 32767;
 constexpr std::string_view marque = "#I#";
-constexpr int record_resolution = 2;
 constexpr Resolution resolution_par_defaut = {800, 800};
 
 /// A setting that is a number: what it is, what it holds before anybody has set it, and what makes sense.

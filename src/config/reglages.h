@@ -10,6 +10,17 @@
 
 namespace reglages {
 
+/// Records that a screen reads by name; the others are known by the rows of the toolbox and of `reglages_connus`.
+enum Record {
+    record_resolution = 2,
+    police_outils = 3,
+    police_note = 30,
+    taille_boites = 50,
+    police_table = 51,
+    verification_table = 55,
+    sans_mot_de_passe = 200,
+};
+
 /// Records of the manager's colours: ground n is record fonds + n, text n is record encres + n, n from 1 to 9.
 inline constexpr int fonds = 1700, encres = 1710;
 

@@ -8,9 +8,18 @@
 namespace etat {
 
 // --- dialogs -------------------------------------------------------------------------------------------------------
-/// Request kind in, answer out (6 yes, 7 no). Callers of mini_97, clavv and clav_num write it; they and the dialog
-/// read.
-inline std::int32_t code_dialogue = 0;
+/// Kinds of requests.
+enum Demande {
+    information = 0,
+    oui_non = 4,
+    saisie = 129,
+    saisie_majuscules = 1129,  ///< a text entry; the keyboard opens on its page of capitals and digits
+    fugitif = 225,             ///< a message that closes by itself
+};
+/// Answers to them.
+enum Reponse { oui = 6, non = 7 };
+/// Request kind in, answer out. Callers of mini_97, clavv and clav_num write it; they and the dialog read.
+inline std::int32_t code_dialogue = information;
 /// Message, or prompt + "|" + initial value in; typed text out. Same writers and readers.
 inline std::string texte_dialogue;
 /// The order line in hand (article record in, completed line out, empty: erased), or a mode word of clav_num.

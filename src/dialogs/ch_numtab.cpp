@@ -63,7 +63,7 @@ class Saisie {
     void construit() {
         const Cadre zone = formes::contenu();
         const int l = (zone.largeur - rythme) / 2;
-        const int police = reglages::nombre(51);
+        const int police = reglages::nombre(reglages::police_table);
         ajoute_moitie(moitie_table, {zone.gauche, zone.haut, l, zone.hauteur}, police);
         ajoute_moitie(moitie_couverts, {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, police);
         const formes::ToucheDeBarre barre[6] = {{"Effacer", image_retour_arriere, Role::detruire},
@@ -166,7 +166,7 @@ class Saisie {
     std::string numero() { return nombres::entier_complete(nombres::lis(table()), 3); }
 
     bool corrige_table_inconnue() {
-        if (reglages::texte(55) == "NON" || nombres::lis(table()) == 0) return false;
+        if (reglages::texte(reglages::verification_table) == "NON" || nombres::lis(table()) == 0) return false;
         if (catalogue::table_connue(numero())) return false;
         return mini_97::demande(std::string("Le N° de table "_t) + table() +
                                 ", est inconnu, voulez vous le corriger ?");

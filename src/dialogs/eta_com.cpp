@@ -94,7 +94,7 @@ class Recapitulatif {
         }
         Controle& g1 =
             forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 20, false, Alignement::gauche, 9});
-        g1.aspect.police = std::max(1, reglages::nombre(30));
+        g1.aspect.police = std::max(1, reglages::nombre(reglages::police_note));
         const int largeur_nombre = px(etroit ? 58 : 110);
         g1.grille.largeurs = {largeur_nombre, liste.largeur - largeur_nombre, 0};
         formes::ajoute_barre(forme_, barre);

@@ -77,6 +77,7 @@ class Boite {
     }
 
     void montre() { montre_modal(forme_); }
+    const std::string& texte() { return champ().texte(); }
 
   private:
     Forme forme_;
@@ -116,7 +117,7 @@ class Boite {
     }
 
     void dimensionne() {
-        const double f = facteur_possible(facteur(reglages::nombre(50)));
+        const double f = facteur_possible(facteur(reglages::nombre(reglages::taille_boites)));
         const Cadre boite = agrandi({0, 0, largeur_base, hauteur_base}, f);
         forme_.cadre = {(formes::largeur() - boite.largeur) / 2, (formes::hauteur() - boite.hauteur) / 2, boite.largeur,
                         boite.hauteur};
@@ -198,6 +199,14 @@ void informe(std::string_view message) {
 bool demande(std::string_view question) {
     pose(oui_non, question);
     return etat::code_dialogue == oui;
+}
+std::optional<std::string> saisit(std::string_view question) {
+    etat::code_dialogue = saisie;
+    etat::texte_dialogue = question;
+    Boite boite;
+    boite.montre();
+    if (etat::code_dialogue != oui) return std::nullopt;
+    return boite.texte();
 }
 void annonce(std::string_view message) {
     pose(fugitif, message);

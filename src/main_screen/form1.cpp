@@ -45,7 +45,7 @@ constexpr int hauteur_command = 390, haut_command1 = 870;  ///< twips, the latte
 std::unique_ptr<Forme> ecran_principal;
 
 void ouvre_outils() {
-    if (reglages::texte(200) != "OUI") {
+    if (reglages::texte(reglages::sans_mot_de_passe) != "OUI") {
         const auto code = clav_num::demande(clav_num::mode_cache, "Mot de passe d'accès aux outils"_t);
         if (code != code_outils) return;
     }
