@@ -19,6 +19,7 @@
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
+#include "platform/ecran/polices.h"
 #include "platform/fichiers.h"
 #include "platform/processus.h"
 #include "platform/texte.h"
@@ -35,6 +36,7 @@ constexpr int hauteur_rangee_min = px(57);
 constexpr int garde_ms = 300;
 
 constexpr int police_min = 20, police_max = 60, pas_police = 2;
+constexpr int police_lisible = 10, marge_libelle = px(32);
 constexpr int pas_defilement = 10, derniere_defilee = 90;  ///< rows
 
 constexpr std::string_view marque = "#I#";
@@ -186,6 +188,17 @@ class Outils {
         g.aspect.police = points;
         g.grille.hauteur_ligne =
             std::min(g.cadre.hauteur, std::max(hauteur_rangee_min, points * twips_par_point * 32 / 15));
+        const int place = g.grille.largeurs[libelle] - marge_libelle;
+        for (int l = 0; l < g.grille.lignes; ++l) {
+            Aspect& a = g.grille.cellule(l, libelle);
+            a.police = police_qui_tient(points, a, place);
+        }
+    }
+
+    /// The list's letters, or smaller ones for a label that would be cut: only its end tells it from its neighbours.
+    static int police_qui_tient(int points, const Aspect& a, int place) {
+        while (points > police_lisible && largeur_en_twips(points, a.gras, a.texte) > place) --points;
+        return points;
     }
 
     void branche() {

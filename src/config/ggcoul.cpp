@@ -11,6 +11,7 @@
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
+#include "platform/ecran/placement.h"
 #include "platform/texte.h"
 
 namespace ggcoul {
@@ -115,16 +116,23 @@ class Choix {
 
     /// Both colours as the screens would show them.
     Paire montrees(int n) {
-        const Sorte& s = sorte(n);
-        const Paire& p = paire(n);
-        const Couleur propre = p.fond != sans_couleur ? p.fond : s.fond;
-        Paire r{propre != sans_couleur ? propre : fond_de(s.role), p.encre};
-        if (r.encre == sans_couleur) r.encre = propre != sans_couleur ? encre_lisible(propre) : encre_de(s.role);
-        return r;
+        Aspect a;
+        a.role = sorte(n).role;
+        a.fond = sorte(n).fond;
+        formes::met_couleurs(a, paire(n).fond, paire(n).encre);
+        const Teintes t = teintes(a);
+        return {t.fond, t.encre};
+    }
+
+    /// The same, with the text as chosen, be it one that no screen would show.
+    Paire choisies(int n) {
+        Paire p = montrees(n);
+        if (paire(n).encre != sans_couleur) p.encre = paire(n).encre;
+        return p;
     }
 
     Couleur en_main() {
-        const Paire p = montrees(numero_);
+        const Paire p = choisies(numero_);
         return du_texte_ ? p.encre : p.fond;
     }
 
@@ -134,7 +142,7 @@ class Choix {
         const Cadre zone = formes::contenu();
         Cadre touches = zone, droite = zone;
         if (formes::est_etroit()) {
-            touches.hauteur = zone.hauteur * 38 / 100;
+            touches.hauteur = zone.hauteur * 33 / 100;
             droite.haut = touches.bas() + rythme;
             droite.hauteur = zone.bas() - droite.haut;
         } else {
@@ -165,9 +173,9 @@ class Choix {
         p.onglets = bande(std::max(touche, z.hauteur * 12 / 100));
         p.palette = bande(std::max(2 * touche + rythme, z.hauteur * 23 / 100));
         y += etroit ? 0 : px(5);
-        p.teinte = bande(etroit ? px(44) : z.hauteur / 10);
+        p.teinte = bande(std::max(touche, z.hauteur / 10));
         y += etroit ? 0 : px(10);
-        p.clarte = bande(etroit ? px(44) : z.hauteur / 10);
+        p.clarte = bande(std::max(touche, z.hauteur / 10));
         y += etroit ? 0 : px(5);
         p.carte = {z.gauche, y, z.largeur, std::max(0, z.bas() - y)};
         return p;
@@ -242,23 +250,24 @@ class Choix {
         decor("Shape3", zone, Role::carte, sans_couleur);
         const int marge = px(etroit ? 6 : 14);
         const Cadre dedans = elargi(zone, -marge);
-        const Cadre touche = {dedans.gauche, dedans.haut, etroit ? 0 : dedans.largeur * 37 / 100, dedans.hauteur};
-        const Cadre prix = {touche.gauche, touche.bas() - px(46), touche.largeur, px(46)};
+        const Cadre touche = {dedans.gauche, dedans.haut, dedans.largeur * (etroit ? 25 : 37) / 100, dedans.hauteur};
+        const int hauteur_prix = std::min(px(46), dedans.hauteur * 2 / 5);
+        const Cadre prix = {touche.gauche, touche.bas() - hauteur_prix, touche.largeur, hauteur_prix};
         const int x = touche.droite() + (etroit ? px(10) : px(18));
-        const Cadre mesure = {x, dedans.haut, etroit ? dedans.largeur * 2 / 5 : dedans.droite() - x,
+        const Cadre mesure = {x, dedans.haut, etroit ? dedans.largeur * 3 / 10 : dedans.droite() - x,
                               etroit ? dedans.hauteur : dedans.hauteur * 38 / 100};
         const Cadre avis = etroit
                                ? Cadre{mesure.droite(), dedans.haut, dedans.droite() - mesure.droite(), dedans.hauteur}
                                : Cadre{x, mesure.bas(), dedans.droite() - x, dedans.bas() - mesure.bas()};
         const Plan plans[] = {
-            {"Label2", -1, Genre::bouton, touche, "Entrecôte"_t, Role::touche, 20, true, Alignement::centre, 0},
-            {"Label3", -1, Genre::etiquette, prix, "24.50", Role::rien, 14, false, Alignement::centre, 0},
-            {"Label4", -1, Genre::etiquette, mesure, "", Role::rien, etroit ? 13 : 20, true, Alignement::gauche, 0},
-            {"Label5", -1, Genre::etiquette, avis, "Texte peu lisible : il faut au moins 4.5 : 1", Role::attendre,
-             etroit ? 11 : 15, true, Alignement::gauche, 0},
+            {"Label2", -1, Genre::bouton, touche, "Entrecôte"_t, Role::touche, etroit ? 14 : 20, true,
+             Alignement::centre, 0},
+            {"Label3", -1, Genre::etiquette, prix, "24.50", Role::rien, etroit ? 11 : 14, false, Alignement::centre, 0},
+            {"Label4", -1, Genre::etiquette, mesure, "", Role::rien, etroit ? 12 : 20, true, Alignement::gauche, 0},
+            {"Label5", -1, Genre::etiquette, avis, "", Role::attendre, etroit ? 11 : 15, true, Alignement::gauche, 0},
         };
         forme_.construit(plans);
-        forme_("Label2").visible = forme_("Label3").visible = !etroit;
+        if (etroit) forme_("Label2").aspect.marge_bas = hauteur_prix * 2 / 3;
         forme_("Label5").aspect.image = image_attention;
         forme_("Label5").aspect.place_image = PlaceImage::gauche;
     }
@@ -357,11 +366,15 @@ class Choix {
     }
 
     void montre_lisibilite() {
-        const Paire p = montrees(numero_);
+        const Paire p = choisies(numero_);
         const double c = contraste(p.fond, p.encre);
-        forme_("Label4").texte() = "Contraste " + nombres::montant(c) + " : 1";
-        forme_("Label5").visible = c < contraste_voulu;
-        peint(forme_("Label2"), forme_("Label3"), p);
+        const std::string montre = nombres::montant(c);
+        forme_("Label4").texte() = "Contraste " + montre + " : 1";
+        forme_("Label5").visible = nombres::lis(montre) < contraste_voulu;
+        forme_("Label5").texte() = c < formes::contraste_min
+                                       ? std::string_view("Texte illisible : une autre couleur le remplace")
+                                       : std::string_view("Texte peu lisible : il faut au moins 4.5 : 1");
+        peint(forme_("Label2"), forme_("Label3"), montrees(numero_));
     }
 
     // --- the store

@@ -32,7 +32,6 @@ using programme_touches::Ligne;
 using programme_touches::lignes_par_page;
 
 constexpr std::string_view titre_de_saisie = "KMZ";
-constexpr char fin_de_cellule = '\xA7';  ///< "§", behind each cell of the clipboard
 
 /// The columns of the grid; their widths in design pixels on the narrowest and on a wide screen.
 enum Colonne { numero, reference, libelle, lh, taille, image, visible, acte, couleur, nb_colonnes };
@@ -43,12 +42,13 @@ struct PlanColonne {
     Alignement alignement;
 };
 constexpr PlanColonne colonnes[nb_colonnes] = {
-    {"N°"_t, Champ::reference, 30, 64, Alignement::centre},      {"Ref", Champ::reference, 54, 188, Alignement::gauche},
-    {"Libellé"_t, Champ::libelle, 102, 214, Alignement::gauche}, {"LH", Champ::lh, 54, 62, Alignement::centre},
-    {"Size", Champ::taille, 54, 70, Alignement::centre},         {"Grap", Champ::image, 54, 112, Alignement::centre},
-    {"Visu", Champ::visible, 54, 72, Alignement::centre},        {"Acte", Champ::action, 58, 316, Alignement::gauche},
-    {"Coul", Champ::couleur, 56, 142, Alignement::centre},
+    {"N°"_t, Champ::reference, 26, 64, Alignement::centre},     {"Ref", Champ::reference, 54, 188, Alignement::gauche},
+    {"Libellé"_t, Champ::libelle, 92, 214, Alignement::gauche}, {"LH", Champ::lh, 54, 62, Alignement::centre},
+    {"Size", Champ::taille, 54, 70, Alignement::centre},        {"Grap", Champ::image, 54, 112, Alignement::centre},
+    {"Visu", Champ::visible, 54, 72, Alignement::centre},       {"Acte", Champ::action, 68, 316, Alignement::gauche},
+    {"Coul", Champ::couleur, 60, 142, Alignement::centre},
 };
+constexpr int largeur_serree = px(80), police_serree = 8;  ///< a column below that width takes the small letters
 constexpr int largeur_ascenseur = px(20), hauteur_ligne = px(57), hauteur_entete = px(44);
 
 /// A card of the head: the names of its controls, its caption, its share of the width.
@@ -74,8 +74,8 @@ constexpr Bouton boutons[] = {{"Command2", "Page", image_page},        {"Command
                               {"Command6", "Switch", image_reglettes}, {"Command1", "Fermer", image_fermer}};
 constexpr int nb_boutons = 6;
 
-/// The copied line: its cells from column 1 on, each with its end mark. It outlives the screen.
-std::string presse_papiers;
+/// The copied line: its cells from column 1 on, none before the first copy. It outlives the screen.
+std::vector<std::string> presse_papiers;
 
 /// A text as a field of a line keeps it.
 std::string comme_garde(Champ champ, std::string_view texte) {
@@ -276,7 +276,12 @@ class Editeur {
         ligne.pose(Champ::couleur, cellule(l, couleur));
         Aspect& grap = g1().cellule(l, image);
         grap.image = ligne.image();
-        grap.place_image = g1().largeurs[image] < px(80) ? PlaceImage::seule : PlaceImage::gauche;
+        grap.place_image = g1().largeurs[image] < largeur_serree ? PlaceImage::seule : PlaceImage::gauche;
+        for (const int c : {acte, couleur}) {
+            if (g1().largeurs[static_cast<std::size_t>(c)] >= largeur_serree) continue;
+            g1().cellule(l, c).police = police_serree;
+            g1().cellule(l, c).alignement = Alignement::centre;
+        }
         Aspect& coul = g1().cellule(l, couleur);
         coul.fond = w_prog_coul::couleur_de(ligne.couleur());
         if (coul.fond != sans_couleur) coul.role = Role::puce;
@@ -325,7 +330,7 @@ class Editeur {
 
     void copie_ligne(int l) {
         presse_papiers.clear();
-        for (int c = 1; c < nb_colonnes; ++c) presse_papiers += cellule(l, c) + fin_de_cellule;
+        for (int c = 1; c < nb_colonnes; ++c) presse_papiers.push_back(cellule(l, c));
     }
 
     void efface_ligne(int l) {
@@ -333,13 +338,8 @@ class Editeur {
     }
 
     void insere_ligne(int l) {
-        std::string_view reste = presse_papiers;
-        for (int c = 1; c < nb_colonnes; ++c) {
-            const auto fin = reste.find(fin_de_cellule);
-            if (fin == std::string_view::npos) return;
-            cellule(l, c) = reste.substr(0, fin);
-            reste.remove_prefix(fin + 1);
-        }
+        int c = 0;
+        for (const std::string& t : presse_papiers) cellule(l, ++c) = t;
     }
 
     void modifie(int l, int c) {
@@ -356,24 +356,24 @@ class Editeur {
                        }};
         const auto reponse = saisie::demande(d);
         if (!reponse) return;
-        cellule(l, c) = comme_garde(colonnes[c].champ, *reponse);
-        if (c == reference && !cellule(l, c).empty()) rend_visible(l);
-        if (choisi) complete(l, *choisi);
+        const std::string avant = std::exchange(cellule(l, c), comme_garde(colonnes[c].champ, *reponse));
+        if (c == reference) {
+            cellule(l, visible) = "1";
+            if (cellule(l, lh).empty()) cellule(l, lh) = "11";
+        }
+        if (choisi) complete(l, *choisi, !avant.empty() && avant != cellule(l, c));
     }
 
-    void rend_visible(int l) {
-        cellule(l, visible) = "1";
+    /// A chosen action makes a whole key of the line. What is filled in already stays, but what belongs to another
+    /// action goes with it: a key must not name one dish and order another. A hidden key stays hidden.
+    void complete(int l, const w_prog_acte::Acte& choisi, bool remplace) {
+        if (cellule(l, visible).empty()) cellule(l, visible) = "1";
         if (cellule(l, lh).empty()) cellule(l, lh) = "11";
-    }
-
-    /// A chosen action makes a whole key of an empty line; what somebody has filled in stays.
-    void complete(int l, const w_prog_acte::Acte& choisi) {
-        rend_visible(l);
         const std::string grap = choisi.image > 0 ? nombres::entier_complete(choisi.image, 3) : "";
         for (const auto& [c, valeur] :
              {std::pair(reference, choisi.reference), std::pair(libelle, choisi.libelle), std::pair(image, grap),
               std::pair(couleur, w_prog_coul::valeur_de(choisi.couleur))}) {
-            if (cellule(l, c).empty()) cellule(l, c) = comme_garde(colonnes[c].champ, valeur);
+            if (remplace || cellule(l, c).empty()) cellule(l, c) = comme_garde(colonnes[c].champ, valeur);
         }
     }
 
@@ -405,20 +405,15 @@ class Editeur {
         }
     }
 
-    /// The raw editor of any settings record.
+    /// The raw editor of any settings record. An empty answer changes nothing, one of blanks makes the record blank.
     static void change_reglage() {
-        const auto demande = [](const std::string& question) -> std::string {
-            etat::code_dialogue = mini_97::saisie;
-            etat::texte_dialogue = question;
-            mini_97::montre_mini_97();
-            return etat::code_dialogue == mini_97::non ? "" : etat::texte_dialogue;
-        };
-        const std::string reponse = demande("Entrez le numero de switch ?");
-        if (reponse.empty()) return;
-        const int n = nombres::entier_int(reponse);
-        const std::string valeur =
-            demande(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
-        if (valeur.empty() || reglages::ecrit(n, valeur) == fichiers::Issue::fait) return;
+        const auto numero = mini_97::saisit("Entrez le numero de switch ?");
+        if (!numero || texte::rogne(*numero).empty()) return;
+        const int n = nombres::entier_int(*numero);
+        const auto valeur =
+            mini_97::saisit(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
+        if (!valeur || valeur->empty()) return;
+        if (reglages::ecrit(n, texte::rogne(*valeur)) == fichiers::Issue::fait) return;
         mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
     }
 };

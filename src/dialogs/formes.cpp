@@ -18,7 +18,6 @@ constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form'
 constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
-constexpr double contraste_min = 2;   ///< a text that cannot be told from its ground keeps a readable colour
 constexpr int largeur_etroite = 900;  ///< working widths below this get the narrow layouts
 
 Couleur rgb(std::int32_t bgr) {
@@ -31,16 +30,11 @@ Couleur fond_vu(const Aspect& a) {
     return fond_de(a.role) != sans_couleur ? fond_de(a.role) : fond_de(Role::carte);
 }
 
-/// Ground and text that the manager has set under a number, 1 to 9; both sans_couleur when he has not.
-void met_couleurs(Aspect& aspect, int numero) {
+/// The colours that the manager has set under a number, 1 to 9.
+void met_couleurs_du_numero(Aspect& aspect, int numero) {
     if (numero < 1 || numero > 9) return;
     const auto n = static_cast<std::size_t>(numero);
-    if (const Couleur fond = rgb(etat::fonds_regles[n]); fond != sans_couleur) {
-        aspect.fond = fond;
-        aspect.encre = encre_lisible(fond);
-    }
-    const Couleur encre = rgb(etat::encres_regles[n]);
-    if (encre != sans_couleur && contraste(encre, fond_vu(aspect)) >= contraste_min) aspect.encre = encre;
+    met_couleurs(aspect, rgb(etat::fonds_regles[n]), rgb(etat::encres_regles[n]));
 }
 
 /// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.
@@ -129,6 +123,14 @@ void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const
     }
 }
 
+void met_couleurs(Aspect& aspect, Couleur fond, Couleur encre) {
+    if (fond != sans_couleur) {
+        aspect.fond = fond;
+        aspect.encre = encre_lisible(fond);
+    }
+    if (encre != sans_couleur && contraste(encre, fond_vu(aspect)) >= contraste_min) aspect.encre = encre;
+}
+
 void colore(Forme& forme) {
     for (int n = 1; n <= 9; ++n) {
         const auto i = static_cast<std::size_t>(n);
@@ -138,8 +140,8 @@ void colore(Forme& forme) {
     for (auto i = forme.controles.rbegin(); i != forme.controles.rend(); ++i) {
         Controle& c = **i;
         if (c.etiquette == 0) continue;
-        met_couleurs(c.aspect, c.etiquette);
-        for (Aspect& a : c.grille.cellules) met_couleurs(a, etiquette_de(a, c.etiquette));
+        met_couleurs_du_numero(c.aspect, c.etiquette);
+        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a, c.etiquette));
     }
 }
 
@@ -149,7 +151,7 @@ void colore_chiffre(Aspect& aspect, int chiffre) {
     if (chiffre < 1 || chiffre > 9) return;
     aspect.fond = palette::chiffres[chiffre];
     aspect.encre = encre_lisible(aspect.fond);
-    met_couleurs(aspect, chiffre);
+    met_couleurs_du_numero(aspect, chiffre);
 }
 
 void demande_reinitialisation() {

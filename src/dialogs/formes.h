@@ -47,6 +47,11 @@ ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre
 void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces,
                      int police);
 
+/// The contrast below which a text cannot be told from its ground; it then keeps a readable colour.
+inline constexpr double contraste_min = 2;
+/// Gives an aspect a ground and a text that the manager has set, sans_couleur where he has not; all screens paint both
+/// so.
+void met_couleurs(ecran::Aspect& aspect, ecran::Couleur fond, ecran::Couleur encre);
 /// Gives the controls the colours that the manager has set for their tags; called last when a form opens.
 void colore(ecran::Forme& forme);
 /// Ground and text of a key with a colour digit, 0 to 9: the manager's colours, else the palette's.

@@ -96,13 +96,14 @@ struct Command {
     int gauche, largeur;  ///< design pixels
     void (*agit)();
 };
-void ouvre_programme() {
-    w_prog::montre_w_prog();
-    recharge();
-}
 void revient_accueil() {
     etat::page_programme = 0;
     recharge();
+}
+/// The editor opens on the page shown; what it was left on is no page for a waiter.
+void ouvre_programme() {
+    w_prog::montre_w_prog();
+    revient_accueil();
 }
 void ouvre_menu_exemple() {
     complements::prend(sai_menu::menu_exemple());
