@@ -10,3 +10,24 @@ target_sources(orvalune PRIVATE ${CMAKE_BINARY_DIR}/orvalune.rc)
 # No console window beside the screen; without symbols, what is built is what is shipped.
 set_target_properties(orvalune PROPERTIES WIN32_EXECUTABLE ON)
 target_link_options(orvalune PRIVATE -municode $<$<CONFIG:Release>:-s>)
+
+find_program(MAKENSIS makensis NO_CMAKE_FIND_ROOT_PATH)
+if(NOT MAKENSIS)
+  message(STATUS "makensis was not found: no installer")
+  return()
+endif()
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(CIBLE amd64-unicode)
+  set(INSTALLEUR ${CMAKE_BINARY_DIR}/orvalune-${PROJECT_VERSION}-windows64.exe)
+else()
+  set(CIBLE x86-unicode)
+  set(INSTALLEUR ${CMAKE_BINARY_DIR}/orvalune-${PROJECT_VERSION}-windows32.exe)
+endif()
+math(EXPR MINEUR ${PROJECT_VERSION_MINOR})  # "01" is 1 here
+add_custom_command(OUTPUT ${INSTALLEUR}
+  COMMAND ${MAKENSIS} -V2 -WX -INPUTCHARSET UTF8 -DCIBLE=${CIBLE} -DVERSION=${PROJECT_VERSION}
+    -DVERSION_W=${PROJECT_VERSION_MAJOR}.${MINEUR}.0.0 -DPROGRAMME=$<TARGET_FILE:orvalune> -DSORTIE=${INSTALLEUR}
+    -DICONE=${CMAKE_SOURCE_DIR}/assets/orvalune.ico ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi
+  DEPENDS orvalune ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi ${CMAKE_SOURCE_DIR}/assets/orvalune.ico
+  VERBATIM)
+add_custom_target(installeur ALL DEPENDS ${INSTALLEUR})
