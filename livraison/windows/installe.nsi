@@ -23,6 +23,8 @@ Target ${CIBLE}
 !define REMPLACE_ET_ECRIT 9       ; MOVEFILE_REPLACE_EXISTING, MOVEFILE_WRITE_THROUGH
 
 Name "${NOM}"
+Caption "Installation d'${NOM} ${VERSION}"
+UninstallCaption "Désinstallation d'${NOM}"
 OutFile "${SORTIE}"
 BrandingText "${NOM} ${VERSION}"
 SetCompressor /SOLID lzma
@@ -55,15 +57,14 @@ Var case_demarrage
 !define MUI_UNICON "${ICONE}"
 !define MUI_ABORTWARNING
 !define MUI_DIRECTORYPAGE_TEXT_TOP "${NOM} sera installé dans le dossier ci-dessous. Les commandes et les réglages sont gardés à part, dans $dossier."
-!define MUI_FINISHPAGE_TITLE "${NOM} est installé"
-!define MUI_FINISHPAGE_TEXT "Démarrez ${NOM} par le menu Démarrer.$\r$\n$\r$\nLes commandes et les réglages sont gardés dans :$\r$\n$dossier$\r$\n$\r$\nUne mise à jour et une désinstallation les laissent en place."
 !define MUI_UNCONFIRMPAGE_TEXT_TOP "${NOM} va être désinstallé. Les commandes et les réglages restent dans :$\r$\n$dossier"
 
 Page custom page_utilisateurs quitte_utilisateurs
 Page custom page_reseau quitte_reseau
 !insertmacro MUI_PAGE_DIRECTORY
+!define MUI_INSTFILESPAGE_FINISHHEADER_TEXT "${NOM} est installé"
+!define MUI_INSTFILESPAGE_FINISHHEADER_SUBTEXT "Démarrez-le par le menu Démarrer."
 !insertmacro MUI_PAGE_INSTFILES
-!insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE French
@@ -420,6 +421,7 @@ Function un.onInit
   ReadRegStr $0 HKLM "${CLE_PROGRAMME}" "InstallLocation"
   StrCpy $pour_tous 0
   ${If} $0 == $INSTDIR
+  ${OrIf} "$0\" == $INSTDIR
     StrCpy $pour_tous 1
     ${If} $administrateur = 0
       !insertmacro refuse "Il faut être administrateur pour désinstaller ${NOM}."
