@@ -51,15 +51,15 @@ constexpr PlanColonne colonnes[nb_colonnes] = {
 constexpr int largeur_serree = px(80), police_serree = 8;  ///< a column below that width takes the small letters
 constexpr int largeur_ascenseur = px(20), hauteur_ligne = px(57), hauteur_entete = px(44);
 
-/// A card of the head: the names of its controls, its caption, its share of the width.
-struct Carte {
-    std::string_view carte, titre, valeur, legende;
+/// A card of the head and its share of the width.
+struct CarteDeTete {
+    formes::Carte carte;
     int largeur, largeur_etroite;  ///< design pixels; the two titles share what is left
 };
-constexpr Carte cartes[] = {{"Shape1", "Label5", "Label1", "Page", 120, 60},
-                            {"Shape2", "Label6", "Text1", "Titre", 0, 0},
-                            {"Shape3", "Label7", "Text2", "Texte", 0, 0},
-                            {"Shape4", "Label8", "Label4", "Opération"_t, 250, 118}};
+constexpr CarteDeTete cartes[] = {{{"Shape1", "Label5", "Label1", "Page"}, 120, 60},
+                                  {{"Shape2", "Label6", "Text1", "Titre"}, 0, 0},
+                                  {{"Shape3", "Label7", "Text2", "Texte"}, 0, 0},
+                                  {{"Shape4", "Label8", "Label4", "Opération"_t}, 250, 118}};
 constexpr int hauteur_cartes = px(78);
 
 constexpr std::string_view copier = "COPIER", coller = "COLLER", couper = "COUPER";
@@ -166,27 +166,21 @@ class Editeur {
 
     void construit_cartes(const Cadre& zone) {
         const bool etroit = formes::est_etroit();
-        const auto fixe = [&](const Carte& c) { return px(etroit ? c.largeur_etroite : c.largeur); };
+        const auto fixe = [&](const CarteDeTete& c) { return px(etroit ? c.largeur_etroite : c.largeur); };
         const int libre = (zone.largeur - 3 * rythme - fixe(cartes[0]) - fixe(cartes[3])) / 2;
         int gauche = zone.gauche;
-        for (const Carte& c : cartes) {
+        for (const CarteDeTete& c : cartes) {
             const int largeur = fixe(c) > 0 ? fixe(c) : libre;
-            ajoute_carte(c, {gauche, zone.haut, largeur, hauteur_cartes}, etroit);
+            ajoute_carte(c.carte, {gauche, zone.haut, largeur, hauteur_cartes}, etroit);
             gauche += largeur + rythme;
         }
     }
 
-    void ajoute_carte(const Carte& c, const Cadre& cadre, bool etroit) {
+    void ajoute_carte(const formes::Carte& c, const Cadre& cadre, bool etroit) {
         const int bord = px(etroit ? 8 : 16), l = cadre.largeur - 2 * bord;
         const Cadre titre = {cadre.gauche + bord, cadre.haut + px(4), l, px(28)};
         const Cadre valeur = {cadre.gauche + bord, cadre.haut + px(32), l, px(40)};
-        const Plan plans[] = {
-            {c.carte, -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
-            {c.titre, -1, Genre::etiquette, titre, c.legende, Role::rien, 13, false, Alignement::gauche, 0},
-            {c.valeur, -1, Genre::etiquette, valeur, "", Role::rien, etroit ? 13 : 19, true, Alignement::gauche, 0},
-        };
-        forme_.construit(plans);
-        forme_(c.titre).laisse_passer = true;
+        formes::ajoute_carte(forme_, c, {cadre, titre, valeur, 13, etroit ? 13 : 19});
     }
 
     // --- The page
@@ -255,7 +249,7 @@ class Editeur {
         carte.aspect.role = attend ? Role::attendre : Role::carte;
         carte.aspect.fond = sans_couleur;
         carte.etiquette = attend ? 0 : 4;
-        for (const Carte& c : cartes) forme_(c.titre).aspect.encre = palette::gris;
+        for (const CarteDeTete& c : cartes) forme_(c.carte.titre).aspect.encre = palette::gris;
         if (attend) forme_("Label8").aspect.encre = palette::encre;
         formes::colore(forme_);
     }

@@ -31,13 +31,14 @@ constexpr std::array<std::string_view, 12> touches_table = {"1", "2", "3", "4", 
 constexpr std::array<std::string_view, 12> touches_couverts = {"1", "2", "3", "4",  "5",  "6",
                                                                "7", "8", "9", "10", "11", "Autres"};
 
-/// The names of the controls of one half of the form, its caption and its keys.
+/// One half of the form: its card and its keys.
 struct Moitie {
-    std::string_view carte, titre, valeur, grille, legende;
+    formes::Carte carte;
+    std::string_view grille;
     std::span<const std::string_view> faces;
 };
-constexpr Moitie moitie_table = {"Shape1", "Label1", "Label5", "g3", "N° de Table"_t, touches_table};
-constexpr Moitie moitie_couverts = {"Shape2", "Label2", "Label7", "g1", "Couverts", touches_couverts};
+constexpr Moitie moitie_table = {{"Shape1", "Label1", "Label5", "N° de Table"_t}, "g3", touches_table};
+constexpr Moitie moitie_couverts = {{"Shape2", "Label2", "Label7", "Couverts"}, "g1", touches_couverts};
 
 enum CaseBarre { efface = 0, liste = 2, rapide = 3, valide = 5 };
 
@@ -84,16 +85,11 @@ class Saisie {
         const Cadre ligne_valeur = {carte.gauche + carte.largeur * 2 / 5, carte.haut, carte.largeur * 3 / 5 - marge,
                                     carte.hauteur};
         const Cadre touches = {zone.gauche, carte.bas() + rythme, zone.largeur, zone.bas() - carte.bas() - rythme};
-        const Plan plans[] = {
-            {m.carte, -1, Genre::forme, carte, "", Role::carte, 0, false, Alignement::centre, 4},
-            {m.titre, -1, Genre::etiquette, ligne_titre, m.legende, Role::rien,
-             etroit ? police_titre_etroite : police_titre, false, Alignement::gauche, 0},
-            {m.valeur, -1, Genre::etiquette, ligne_valeur, "", Role::rien, police * 5 / 3, true, Alignement::droite, 0},
-            {m.grille, -1, Genre::grille, touches, "", Role::rien, police, true, Alignement::centre, 3},
-        };
-        forme_.construit(plans);
-        forme_(m.titre).aspect.encre = palette::gris;
-        Controle& g = forme_(m.grille);
+        formes::ajoute_carte(forme_, m.carte,
+                             {carte, ligne_titre, ligne_valeur, etroit ? police_titre_etroite : police_titre,
+                              police * 5 / 3, Alignement::gauche, Alignement::droite});
+        Controle& g =
+            forme_.ajoute({m.grille, -1, Genre::grille, touches, "", Role::rien, police, true, Alignement::centre, 3});
         formes::remplit_touches(g, lignes, colonnes, m.faces, police);
         for (Aspect& a : g.grille.cellules) {
             if (a.texte == "C" || a.texte.size() > 2) a.role = Role::touche_douce;

@@ -38,13 +38,9 @@ const formes::ToucheDeBarre barre[6] = {{"Bas", image_bas, Role::action},
 
 enum Colonne { nombre = 0, libelle = 1, ligne_note = 2 };
 
-/// A card of the summary: the names of its controls, and its caption.
-struct Carte {
-    std::string_view carte, titre, valeur, legende;
-};
-constexpr Carte cartes[] = {{"Shape1", "Label1", "Label4", "N° Table"_t},
-                            {"Shape2", "Label2", "Label5", "Couverts"},
-                            {"Shape3", "Label3", "Label6", "Nb Lignes"}};
+constexpr formes::Carte cartes[] = {{"Shape1", "Label1", "Label4", "N° Table"_t},
+                                    {"Shape2", "Label2", "Label5", "Couverts"},
+                                    {"Shape3", "Label3", "Label6", "Nb Lignes"}};
 
 double table() {
     return nombres::lis(texte::colonnes(texte::complete(etat::table_couverts, 8), 3, 3));
@@ -100,19 +96,14 @@ class Recapitulatif {
         formes::ajoute_barre(forme_, barre);
     }
 
-    void ajoute_carte(const Carte& c, const Cadre& cadre, bool etroit) {
+    void ajoute_carte(const formes::Carte& c, const Cadre& cadre, bool etroit) {
         const int haut_titre = etroit ? px(32) : cadre.hauteur / 3;
         const Cadre titre = {cadre.gauche + px(6), cadre.haut, cadre.largeur - px(12), haut_titre};
         const Cadre valeur = {cadre.gauche + px(6), cadre.haut + haut_titre - px(4), cadre.largeur - px(12),
                               cadre.hauteur - haut_titre - px(4)};
-        const Plan plans[] = {
-            {c.carte, -1, Genre::forme, cadre, "", Role::carte, 0, false, Alignement::centre, 4},
-            {c.titre, -1, Genre::etiquette, titre, c.legende, Role::rien, etroit ? 13 : 16, false, Alignement::centre,
-             0},
-            {c.valeur, -1, Genre::etiquette, valeur, "", Role::rien, etroit ? 38 : 64, true, Alignement::centre, 0},
-        };
-        forme_.construit(plans);
-        forme_(c.titre).aspect.encre = palette::gris;
+        formes::ajoute_carte(
+            forme_, c,
+            {cadre, titre, valeur, etroit ? 13 : 16, etroit ? 38 : 64, Alignement::centre, Alignement::centre});
     }
 
     /// The whole summary from the note; the place in the list stays.

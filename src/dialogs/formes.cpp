@@ -110,6 +110,19 @@ Controle& ajoute_barre(Forme& forme, std::span<const ToucheDeBarre> touches) {
     return barre;
 }
 
+void ajoute_carte(Forme& forme, const Carte& carte, const PlanCarte& plan) {
+    const Plan plans[] = {
+        {carte.carte, -1, Genre::forme, plan.carte, "", Role::carte, 0, false, Alignement::centre, 4},
+        {carte.titre, -1, Genre::etiquette, plan.titre, carte.legende, Role::rien, plan.police_titre, false,
+         plan.alignement_titre, 0},
+        {carte.valeur, -1, Genre::etiquette, plan.valeur, "", Role::rien, plan.police_valeur, true,
+         plan.alignement_valeur, 0},
+    };
+    forme.construit(plans);
+    forme(carte.titre).aspect.encre = palette::gris;
+    forme(carte.titre).laisse_passer = true;
+}
+
 void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces, int police) {
     Grille& g = grille.grille;
     g.dimensionne(lignes, colonnes);

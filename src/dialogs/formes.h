@@ -43,6 +43,20 @@ struct ToucheDeBarre {
 void remplit_barre(ecran::Controle& barre, std::span<const ToucheDeBarre> touches);
 ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre> touches);
 
+/// A card with a caption and a value: the names of its controls, and what it says.
+struct Carte {
+    std::string_view carte, titre, valeur, legende;
+};
+/// Where it lies on the form, where its two texts lie, and how they look.
+struct PlanCarte {
+    ecran::Cadre carte, titre, valeur;
+    int police_titre = 0, police_valeur = 0;  ///< points
+    ecran::Alignement alignement_titre = ecran::Alignement::gauche;
+    ecran::Alignement alignement_valeur = ecran::Alignement::gauche;
+};
+/// Builds a card; its caption is grey and lets the touch through.
+void ajoute_carte(ecran::Forme& forme, const Carte& carte, const PlanCarte& plan);
+
 /// A grid of keys that share its area, all with the same look.
 void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces,
                      int police);
