@@ -1,4 +1,9 @@
 // Every setting acts: it is changed in the toolbox, by touch, and the screen that reads it shows the change.
+#include <algorithm>
+
+#include "atelier.h"
+#include "dialogs/formes.h"
+#include "platform/ecran/peintre.h"
 #include "rejeux.h"
 
 namespace {
@@ -90,6 +95,63 @@ TEST_F(Effets, LesReglagesGeneraux) {
                        "touche \"Effacer\"\ntouche \"3\"\ntouche \"Valider\"\n" + police("Label1", "29") +
                        "touche btc(5)\ntouche g1 35 0\ntouche \"Oui\"\ntouche g1 36 0\ntouche \"Non\"\n" +
                        ferme_outils + "verifie image g2 0 0 61\ntouche logil\nverifie ecran clav_num\n");
+}
+
+/// The manager's colours on a painted key: a text that can be told from its ground is his own, another is replaced by
+/// one that can be read.
+class Couleurs : public tests::Atelier {
+  protected:
+    ecran::Forme forme;
+    ecran::Peintre peintre;
+    Couleurs() {
+        forme.cadre = {0, 0, 200 * ecran::twips_par_pixel, 100 * ecran::twips_par_pixel};
+        forme.ajoute({"btx", 1, ecran::Genre::bouton, forme.cadre, "MMMM", ecran::Role::touche, 40, true,
+                      ecran::Alignement::centre, 3});
+        peintre.dimensionne(200, 100, 1);
+        reglages::ouvre();
+    }
+    /// The pixels in the middle of the key, where its text runs.
+    std::vector<ecran::Couleur> peint() {
+        ecran::Forme* const pile[] = {&forme};
+        peintre.peint(pile, {});
+        std::vector<ecran::Couleur> r;
+        for (std::size_t x = 20; x < 180; ++x) {
+            r.push_back(static_cast<ecran::Couleur>(peintre.image().pixels[50 * 200 + x] & 0xFFFFFF));
+        }
+        return r;
+    }
+};
+
+TEST_F(Couleurs, UneEncreTropProcheDuFondEstRemplacee) {
+    const struct {
+        const char *fond, *encre;  ///< as stored, red in the low byte
+        ecran::Couleur vu, ecrit;  ///< ground, and own text or sans_couleur when it is replaced
+    } cas[] = {
+        {"#I#3154905", "#I#3154905", 0xD92330, ecran::sans_couleur},
+        {"#I#2980057", "#I#16777215", 0xD9782D, 0xFFFFFF},
+        {"#I#0", "#I#1052688", 0x000000, ecran::sans_couleur},
+        {"#I#16777215", "#I#15790320", 0xFFFFFF, ecran::sans_couleur},
+        {"", "#I#16777215", 0xFFFFFF, ecran::sans_couleur},
+        {"", "#I#255", 0xFFFFFF, 0xFF0000},
+        {"#I#255", "", 0xFF0000, ecran::sans_couleur},
+    };
+    for (const auto& c : cas) {
+        SCOPED_TRACE(std::string(c.fond) + " " + c.encre);
+        ASSERT_EQ(reglages::ecrit(reglages::fonds + 3, c.fond), fichiers::Issue::fait);
+        ASSERT_EQ(reglages::ecrit(reglages::encres + 3, c.encre), fichiers::Issue::fait);
+        ecran::Controle& touche = forme("btx", 1);
+        touche.aspect.fond = touche.aspect.encre = ecran::sans_couleur;
+        formes::colore(forme);
+        const auto pixels = peint();
+        EXPECT_NE(std::find(pixels.begin(), pixels.end(), c.vu), pixels.end());
+        double lisible = 0;
+        for (const auto p : pixels) lisible = std::max(lisible, ecran::contraste(p, c.vu));
+        if (c.ecrit == ecran::sans_couleur) {
+            EXPECT_GE(lisible, 4.5);
+        } else {
+            EXPECT_NE(std::find(pixels.begin(), pixels.end(), c.ecrit), pixels.end());
+        }
+    }
 }
 
 /// Whatever the settings hold, the toolbox can be reached, read and closed, and a setting be put right in it.

@@ -54,6 +54,14 @@ TEST_F(Outils, LaResolutionTapeeArreteLeProgramme) {
     EXPECT_EQ(record(2), "#I#0:01024:00768    ");
 }
 
+TEST_F(Outils, LaResolutionTapeeSurLaFormeCourte) {
+    sans_mot_de_passe();
+    t.regle(2, "#I#101024:00768");
+    tient_texte(t, ouvre + "touche g1 33 0\nverifie Text1 \"1024:\"\ntouche ttoc(14)\ntape \"1280\"\ntape entree\n" +
+                       "verifie Text1 \"0768 \"\ntouche ttoc(14)\ntape \"800\"\ntape entree\nverifie arret\n");
+    EXPECT_EQ(record(2), "#I#1001280000800    ");
+}
+
 TEST_F(Outils, LaReconnexionEtLaMiseAJourPassentLaMain) {
     sans_mot_de_passe();
     tient_texte(t, ouvre + "touche g1 34 0\ntouche \"Oui\"\nverifie arret\nverifie lance \"orvapara.exe\"\n");
@@ -143,6 +151,23 @@ TEST_F(Outils, LesCouleursSeChoisissentEtSeRemettent) {
                        "verifie couleur g2 0 0 1F2A36\n");
     for (const int n : {1701, 1702, 1708, 1712, 1733, 1749}) EXPECT_EQ(record(n), std::string(20, ' ')) << n;
     EXPECT_EQ(record(1720), "#I#9                ");
+}
+
+/// A text colour that cannot be told from its ground is announced, and the example shows what screens put instead; the
+/// warning goes by the contrast that is written.
+TEST_F(Outils, LExempleMontreCeQueLesEcransPeignent) {
+    sans_mot_de_passe();
+    t.regle(1701, "#I#7829367");   // 777777
+    t.regle(1711, "#I#16777215");  // 4.48 : 1
+    t.regle(1702, "#I#8289626");   // 5A7D7E: 4.497 : 1
+    t.regle(1712, "#I#16777215");
+    tient_texte(t, ouvre +
+                       "touche g1 32 0\nverifie Label4 \"Contraste 4.48 : 1\"\nverifie visible Label5 oui\n"
+                       "verifie Label5 \"Texte peu lisible : il faut au moins 4.5 : 1\"\ntouche btx(2)\n"
+                       "verifie Label4 \"Contraste 4.50 : 1\"\nverifie visible Label5 non\ntouche bt_coul(0)\n"
+                       "touche g1 0 2\ntouche bt_coul(1)\ntouche g1 0 2\nverifie image g1 0 2 101\n"
+                       "verifie Label4 \"Contraste 1.00 : 1\"\nverifie visible Label5 oui\n"
+                       "verifie Label5 \"Texte illisible : une autre couleur le remplace\"\n");
 }
 
 /// Whatever the colour records hold, the chooser opens and puts all in order again.

@@ -61,8 +61,42 @@ TEST_F(Programme, LesImagesEtLaMarque) {
     compare(record(0, 5), 59, "    ");
 }
 
+/// A key never names one thing and does another; what the manager has typed stays as long as the action does.
+TEST_F(Programme, UneAutreActionChangeLaToucheEntiere) {
+    const std::string choisit = "touche bt_choix\n";
+    tient_texte(t,
+                ouvre + ("touche g1 1 6\ntape retour\ntape \"0\"\ntape entree\ntouche g1 1 7\n" + choisit) +
+                    "touche \"Articles\"\ntouche \"Viandes\"\ntouche \"Magret de canard\"\n"
+                    "verifie g1 1 1 \"8880000000031\"\nverifie g1 1 2 \"Magret de canard\"\nverifie g1 1 5 \"\"\n"
+                    "verifie g1 1 8 \"2980057\"\nverifie g1 1 6 \"0\"\nverifie g1 1 3 \"22\"\ntouche g1 1 7\n" +
+                    choisit +
+                    "touche \"Fonctions\"\ntouche \"Note\"\nverifie g1 1 1 \"\"\nverifie g1 1 2 \"Note\"\n"
+                    "verifie g1 1 5 \"022\"\nverifie g1 1 8 \"\"\ntouche g1 1 2\ntape \" de la table\"\ntape entree\n"
+                    "touche g1 1 7\n" +
+                    choisit + "touche \"Fonctions\"\ntouche \"Note\"\nverifie g1 1 2 \"Note de la table\"\n" +
+                    "touche g1 30 2\ntape \"Midi\"\ntape entree\ntouche g1 30 7\n" + choisit +
+                    "touche \"Entrées\"\nverifie g1 30 2 \"Midi\"\nverifie g1 30 6 \"1\"\nverifie g1 30 3 \"11\"\n",
+                "--service");
+}
+
+/// Any text of a cell is copied whole, and a reference that was emptied counts as one that was typed.
+TEST_F(Programme, LeSigneParagrapheEtUneReferenceVidee) {
+    tient_texte(t,
+                std::string(ouvre) +
+                    "touche Command4\ntouche g1 3 2\nverifie g1 3 2 \"Entrées\"\n"
+                    "touche g1 3 2\ntape \" §1§\"\ntape entree\ntouche Command3\ntouche g1 3 2\ntouche Command4\n"
+                    "touche g1 40 2\nverifie g1 40 1 \"\"\nverifie g1 40 2 \"Entrées §1§\"\nverifie g1 40 3 \"22\"\n"
+                    "verifie g1 40 7 \"#FAMI#01\"\ntouche g1 40 6\ntape retour\ntape \"0\"\ntape entree\n"
+                    "touche g1 40 1\ntape entree\nverifie g1 40 1 \"\"\nverifie g1 40 6 \"1\"\n",
+                "--service");
+}
+
 TEST_F(Programme, LesReglagesBruts) {
+    t.regle(300, "garde");
+    t.regle(301, "part");
     tient(t, "switch.txt", "--service");
+    EXPECT_EQ(t.lis("wwinqx42.wdo").substr(299 * 20, 20), "garde               ");
+    EXPECT_EQ(t.lis("wwinqx42.wdo").substr(300 * 20, 20), std::string(20, ' '));
     EXPECT_EQ(t.lis("wwinqx42.wdo").substr(199 * 20, 20), "OUI                 ");
     EXPECT_EQ(t.lis("wwinqx42.wdo").substr(24 * 20, 20), "#I#12               ") << "refused with Non";
 }
