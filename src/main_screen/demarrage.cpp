@@ -1,5 +1,6 @@
 #include "main_screen/demarrage.h"
 
+#include <algorithm>
 #include <string>
 
 #include "config/clavv.h"
@@ -46,11 +47,15 @@ void verifie_separateur() {
     arrete("Le logiciel a configuré le point comme séparateur décimal (obligatoire), relancez votre logiciel !"_t);
 }
 
+/// A form never outgrows the screen: no finger would reach what sets its size right.
 void prend_resolution() {
     const reglages::Resolution r = reglages::resolution();
-    const auto cote = [](int n) { return n < cote_min || n > cote_max ? cote_par_defaut : n; };
-    etat::largeur_ecran = cote(r.largeur);
-    etat::hauteur_ecran = cote(r.hauteur);
+    const auto cote = [](int n, int place) {
+        const int voulu = n < cote_min || n > cote_max ? cote_par_defaut : n;
+        return std::min(voulu, std::max(cote_min, place / ecran::twips_par_pixel));
+    };
+    etat::largeur_ecran = cote(r.largeur, ecran::largeur_ecran());
+    etat::hauteur_ecran = cote(r.hauteur, ecran::hauteur_ecran());
 }
 
 /// The screen format is asked for once; nothing is laid out yet, so it counts at once.
