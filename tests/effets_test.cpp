@@ -154,6 +154,25 @@ TEST_F(Couleurs, UneEncreTropProcheDuFondEstRemplacee) {
     }
 }
 
+/// A size beyond the screen would put keys where no finger reaches them.
+TEST_F(Effets, UneTailleDEcranInsenseeTientSurLEcran) {
+    const struct {
+        const char *record, *ecran;
+        std::string_view taille;  ///< of the form, as the picture's head has it: two numbers of four bytes
+    } cas[] = {
+        {"#I#0:05000:09999", "1280x800", {"\0\0\x05\0\0\0\x03\x20", 8}},
+        {"#I#0:01280:00770", "800x1280", {"\0\0\x03\x20\0\0\x03\x02", 8}},
+        {"#I#0:00000:-0005", "1280x800", {"\0\0\x03\x20\0\0\x03\x20", 8}},
+    };
+    for (const auto& c : cas) {
+        SCOPED_TRACE(c.record);
+        t.regle(2, c.record);
+        tient_texte(t, "touche btx(1)\n" + outils + "capture forme.png\n" + ferme_outils,
+                    std::string("--ecran ") + c.ecran);
+        EXPECT_EQ(t.lis("forme.png").substr(16, 8), c.taille);
+    }
+}
+
 /// Whatever the settings hold, the toolbox can be reached, read and closed, and a setting be put right in it.
 TEST_F(Effets, DesReglagesInsensesLaissentLaBoiteAOutils) {
     for (const char* valeur : {"#I#0", "#I#-3", "#I#99999999999", "#I#abc", "#I#", "OUI", "\xFF\xFE\x01 #I#5"}) {

@@ -264,7 +264,11 @@ class Choix {
              Alignement::centre, 0},
             {"Label3", -1, Genre::etiquette, prix, "24.50", Role::rien, etroit ? 11 : 14, false, Alignement::centre, 0},
             {"Label4", -1, Genre::etiquette, mesure, "", Role::rien, etroit ? 12 : 20, true, Alignement::gauche, 0},
-            {"Label5", -1, Genre::etiquette, avis, "", Role::attendre, etroit ? 11 : 15, true, Alignement::gauche, 0},
+            {"Label5", -1, Genre::etiquette, avis, "", Role::attendre,
+             etroit                   ? 11
+             : avis.largeur < px(300) ? 12
+                                      : 15,
+             true, Alignement::gauche, 0},
         };
         forme_.construit(plans);
         if (etroit) forme_("Label2").aspect.marge_bas = hauteur_prix * 2 / 3;
