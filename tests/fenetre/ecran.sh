@@ -1,6 +1,8 @@
 # A display of its own, the real window upon it with a copy of the demonstration restaurant, and a finger.
-# Source it with PROGRAM and the folder of the sources as arguments; the caller's exit ends everything.
-programme=$1 sources=$2
+# Source it with PROGRAM, the folder of the sources and, for a program of Windows, the emulator that runs it as
+# arguments; the caller's exit ends everything.
+programme=$1 sources=$2 emulateur=${3:-}
+mode=--fenetre
 terrain=$(mktemp -d)
 cp "$sources"/demo/*.wdo "$terrain"
 cp -r "$sources/demo/reseau" "$terrain/reseau"
@@ -11,6 +13,7 @@ finit() {
     [ -n "${pid_montage:-}" ] && kill -CONT "$pid_montage" 2>/dev/null
     [ -n "${pid_programme:-}" ] && kill "$pid_programme" 2>/dev/null
     wait "${pid_programme:-}" 2>/dev/null
+    [ -n "$emulateur" ] && wineserver -k >/dev/null 2>&1
     [ -n "${pid_montage:-}" ] && fusermount -u "$terrain/reseau" 2>/dev/null
     [ -n "${pid_ecran:-}" ] && kill "$pid_ecran" 2>/dev/null
     rm -rf "$terrain"
@@ -39,10 +42,31 @@ ouvre_ecran() {
     pid_ecran=$XVFB_PID
     read -r -t 20 numero <&"${XVFB[0]}" || echoue "no display"
     export DISPLAY=:$numero SDL_VIDEODRIVER=x11
+    if [ -n "$emulateur" ]; then ouvre_windows; fi
 }
 
+# A Windows of its own on this display: one that was started without any keeps a screen of another size. Its disk is the
+# one that the tests share, its registry a copy. What stays running behind its programs must not hold our output.
+ouvre_windows() {
+    local commun=${WINEPREFIX:-$HOME/.wine}
+    export WINEPREFIX=$terrain/wine WINEDLLOVERRIDES="mscoree,mshtml=" WINEDEBUG=-all
+    mkdir "$WINEPREFIX"
+    if [ -d "$commun/drive_c" ]; then
+        cp -a "$commun"/*.reg "$commun/dosdevices" "$commun/.update-timestamp" "$WINEPREFIX"
+        ln -s "$(realpath "$commun")/drive_c" "$WINEPREFIX/drive_c"
+    fi
+    "$emulateur" cmd /c exit >/dev/null 2>&1 </dev/null || echoue "no Windows"
+}
+
+# On a display without a window manager nobody else gives the keyboard to the window.
+donne_le_clavier() { xdotool windowfocus "$(xdotool search --name '^Orvalune$' | head -1)"; }
+
 lance_programme() {
-    "$programme" --dossier "$terrain" --fenetre &
+    if [ -n "$emulateur" ]; then
+        "$emulateur" "$programme" --dossier "Z:$terrain" "$mode" >/dev/null 2>&1 </dev/null &
+    else
+        "$programme" --dossier "$terrain" "$mode" &
+    fi
     pid_programme=$!
     # Sophie's key stands there, in its colour.
     attend 20000 est_peint 40 60 3F72A8 || echoue "the page of the servers is not shown"

@@ -15,7 +15,6 @@ namespace {
 
 constexpr const wchar_t* classe = L"Orvalune";
 constexpr UINT message_reveil = WM_APP, message_devant = WM_APP + 1, message_rang = WM_APP + 2;
-constexpr UINT sans_deplacer = SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE;
 constexpr int icone_du_programme = 1;  ///< its number among the resources
 
 /// The kept image. Only the interface's thread uses it.
@@ -106,6 +105,7 @@ class FenetreWin32 final : public Fenetre {
                             r.right - r.left, r.bottom - r.top, nullptr, nullptr, GetModuleHandleW(nullptr), this);
         if (fenetre_ == nullptr) return false;
         if (!plein) donne_taille(r, largeur, hauteur);
+        taille();  // known from now on, should it be hidden away
         reserve_les_doigts(fenetre_);
         alimentation_ = RegisterPowerSettingNotification(fenetre_, &etat_de_l_ecran, DEVICE_NOTIFY_WINDOW_HANDLE);
         SetThreadExecutionState(ES_CONTINUOUS | ES_DISPLAY_REQUIRED);
@@ -228,13 +228,9 @@ class FenetreWin32 final : public Fenetre {
     void prend_son_rang() const {
         if (mode_ != Mode::plein_ecran) return;
         const HWND active = GetForegroundWindow();
-        if (active == fenetre_) {
-            SetWindowPos(fenetre_, HWND_TOPMOST, 0, 0, 0, 0, sans_deplacer);
-            return;
-        }
-        SetWindowPos(fenetre_, HWND_NOTOPMOST, 0, 0, 0, 0, sans_deplacer);
-        const bool au_dessus = active == nullptr || (GetWindowLongPtrW(active, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
-        if (!au_dessus) SetWindowPos(fenetre_, active, 0, 0, 0, 0, sans_deplacer);
+        const bool toujours_devant = active == nullptr || (GetWindowLongPtrW(active, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0;
+        const HWND rang = active == fenetre_ ? HWND_TOPMOST : toujours_devant ? HWND_NOTOPMOST : active;
+        SetWindowPos(fenetre_, rang, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
 
     LRESULT repeint(HWND fenetre) const {
