@@ -1,4 +1,4 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, SORTIE, ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, SORTIE, ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes):
 ;   /CurrentUser (default), /AllUsers   for whom
@@ -377,6 +377,7 @@ Section
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ClearErrors
+  File "/oname=licences.txt" "${LICENCES}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
   CreateDirectory $dossier
   !insertmacro exige_reussite "Le dossier $dossier n'a pas pu être créé."
@@ -433,6 +434,7 @@ FunctionEnd
 Section Uninstall
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
+  Delete "$INSTDIR\licences.txt"
   Delete "$INSTDIR\desinstalle.exe"
   SetOutPath $TEMP
   RMDir $INSTDIR
