@@ -12,7 +12,6 @@
 #include "config/reglages.h"
 #include "data/etat.h"
 #include "data/nombres.h"
-#include "data/programme_touches.h"
 #include "data/reseau.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/formes.h"
@@ -65,16 +64,6 @@ bool enregistre(int record, const std::string& contenu) {
     if (reglages::ecrit(record, contenu) == fichiers::Issue::fait) return true;
     mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
     return false;
-}
-
-/// Starts a program that takes over, and ends this one: it may change the files, which are closed before it runs.
-void passe_la_main(const std::string& commande, processus::Fenetre fenetre, std::string_view message_d_echec) {
-    reglages::ferme();
-    programme_touches::ferme();
-    if (processus::lance(commande, fenetre)) moduclav::quitte();
-    static_cast<void>(reglages::ouvre());
-    static_cast<void>(programme_touches::prepare());
-    mini_97::informe(message_d_echec);
 }
 
 /// Tells how the identification ended. The network may answer when the toolbox is closed and another screen is asking
@@ -313,8 +302,8 @@ class Outils {
 
     void reconnecte(int) {
         if (!mini_97::demande("Confirmez la reconnexion de la tablette au réseau serveur ?"_t)) return;
-        passe_la_main(std::string(programme_parametres), processus::Fenetre::normale,
-                      "Le programme de paramétrage n'a pas pu être lancé !"_t);
+        moduclav::passe_la_main(programme_parametres, processus::Fenetre::normale);
+        mini_97::informe("Le programme de paramétrage n'a pas pu être lancé !"_t);
     }
 
     void met_a_jour(int) {
@@ -322,8 +311,9 @@ class Outils {
                               "relancer aprés la mise à jour ?"_t)) {
             return;
         }
-        passe_la_main(std::string(navigateur) + std::string(adresse_mise_a_jour), processus::Fenetre::agrandie,
-                      "Le navigateur n'a pas pu être lancé !"_t);
+        moduclav::passe_la_main(std::string(navigateur) + std::string(adresse_mise_a_jour),
+                                processus::Fenetre::agrandie);
+        mini_97::informe("Le navigateur n'a pas pu être lancé !"_t);
     }
 
     // --- key bar

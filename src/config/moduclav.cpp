@@ -1,6 +1,8 @@
 #include "config/moduclav.h"
 
+#include "config/reglages.h"
 #include "data/etat.h"
+#include "data/programme_touches.h"
 #include "platform/ecran/boucle.h"
 
 namespace moduclav {
@@ -44,6 +46,14 @@ void bandeaux(Forme& forme, std::string_view haut, std::string_view bas) {
 
 void quitte() {
     termine();
+}
+
+void passe_la_main(std::string_view commande, processus::Fenetre fenetre) {
+    reglages::ferme();
+    programme_touches::ferme();
+    if (processus::lance(commande, fenetre)) quitte();
+    static_cast<void>(reglages::ouvre());
+    static_cast<void>(programme_touches::prepare());
 }
 
 }  // namespace moduclav

@@ -74,7 +74,7 @@ void choisit_format() {
 /// Has the network directory file written: by the parameter program, which then starts this one anew, or by hand.
 void cherche_repertoire() {
     if (mini_97::demande("Voulez vous effectuer une recherche du serveur ?")) {
-        if (processus::lance(programme_parametres, processus::Fenetre::normale)) moduclav::quitte();
+        moduclav::passe_la_main(programme_parametres, processus::Fenetre::normale);
         mini_97::informe("Le programme de paramétrage n'a pas pu être lancé !"_t);
     }
     etat::code_dialogue = mini_97::saisie;
