@@ -75,7 +75,21 @@ TEST_F(Programme, UneAutreActionChangeLaToucheEntiere) {
                     "touche g1 1 7\n" +
                     choisit + "touche \"Fonctions\"\ntouche \"Note\"\nverifie g1 1 2 \"Note de la table\"\n" +
                     "touche g1 30 2\ntape \"Midi\"\ntape entree\ntouche g1 30 7\n" + choisit +
-                    "touche \"Entrées\"\nverifie g1 30 2 \"Midi\"\nverifie g1 30 6 \"1\"\nverifie g1 30 3 \"11\"\n",
+                    "touche g2 0 0\ntouche \"Entrées\"\nverifie g1 30 2 \"Midi\"\nverifie g1 30 6 \"1\"\nverifie "
+                    "g1 30 3 \"11\"\n",
+                "--service");
+}
+
+/// Keys of one kind are made in a row: the chooser opens where the last one was found.
+TEST_F(Programme, LeChoixReprendOuIlEnEtait) {
+    tient_texte(t,
+                std::string(ouvre) +
+                    "touche g1 30 7\ntouche bt_choix\ntouche \"Articles\"\ntouche \"Viandes\"\ntouche \"Magret de "
+                    "canard\"\ntouche g1 31 7\ntouche bt_choix\nverifie label_haut \"Action de la touche · Viandes\"\n"
+                    "touche \"Entrecôte 300 g\"\nverifie g1 31 1 \"8880000000024\"\ntouche g1 32 7\ntouche bt_choix\n"
+                    "touche \"Articles\"\ntouche \"Entrées\"\ntouche \"Salade\"\ntouche g1 33 7\ntouche bt_choix\n"
+                    "touche \"Pages\"\ntouche \"Fermer\"\ntouche bt_choix\n"
+                    "verifie label_haut \"Action de la touche · Pages\"\n",
                 "--service");
 }
 

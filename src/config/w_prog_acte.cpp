@@ -123,6 +123,14 @@ constexpr struct {
               {"Fonctions", image_outils, fonctions}};
 constexpr int nb_listes = 4, case_ferme = 5;
 
+/// Where the last choice was made: keys of one kind are mostly made in a row.
+struct Endroit {
+    int liste = 0;
+    int famille = -1;  ///< whose articles were shown, -1: none
+    std::string titre;
+};
+Endroit dernier;
+
 class Choix {
   public:
     Choix() {
@@ -131,7 +139,9 @@ class Choix {
         forme_.ajoute({"g1", -1, Genre::grille, formes::contenu(), "", Role::rien, 0, true, Alignement::centre, 0});
         formes::ajoute_barre(forme_, {});
         branche();
-        montre_liste(0);
+        const Endroit ici = dernier;
+        montre_liste(ici.liste);
+        if (!catalogue::articles_de(ici.famille).empty()) montre_articles(ici.famille, ici.titre);
     }
 
     std::optional<Acte> montre() {
@@ -152,6 +162,13 @@ class Choix {
         barre[case_ferme] = {"Fermer", image_fermer, Role::action};
         formes::remplit_barre(forme_("g2"), barre);
         remplit(listes[numero].titre, listes[numero].liste());
+        dernier = {numero, -1, ""};
+    }
+
+    void montre_articles(int famille, const std::string& titre) {
+        remplit(titre, articles(famille));
+        dernier.famille = famille;
+        dernier.titre = titre;
     }
 
     void remplit(std::string_view titre, Liste liste) {
@@ -193,7 +210,7 @@ class Choix {
     void touche(std::size_t i) {
         if (i >= liste_.size()) return;
         const Entree e = liste_[i];
-        if (e.famille >= 0) return remplit(e.acte.libelle, articles(e.famille));
+        if (e.famille >= 0) return montre_articles(e.famille, e.acte.libelle);
         choisi_ = e.acte;
         forme_.ferme();
     }
