@@ -13,6 +13,7 @@
 #include "platform/ecran/boucle.h"
 #include "platform/fichiers.h"
 #include "platform/horloge.h"
+#include "platform/instance.h"
 #include "platform/locale.h"
 #include "platform/ouvrier.h"
 #include "platform/processus.h"
@@ -154,6 +155,9 @@ int lance(const std::vector<std::string>& mots) {
     if (!dossier_utilisable && o.rejoue) return rejeu::faute_usage;
     if (o.rejoue) simule_le_monde(o);
     etat::service = o.service;
+    // Before any file of the directory is touched. A replay has a simulated world to itself.
+    std::unique_ptr<instance::Prise> prise;
+    if (dossier_utilisable && !o.rejoue && !(prise = instance::prend())) return 0;
 
     std::unique_ptr<rejeu::Rejeu> joue;
     if (o.rejoue) joue = std::make_unique<rejeu::Rejeu>(*o.rejoue, o.captures.empty() ? "." : o.captures);
@@ -166,8 +170,10 @@ int lance(const std::vector<std::string>& mots) {
         std::cerr << "aucun écran n'a été trouvé\n";
         return rejeu::faute_usage;
     }
+    if (prise) prise->ecoute([f = fenetre.get()] { f->vient_devant(); });
     ecran::ouvre_ecran(std::move(fenetre), joue.get());
     sert(dossier_utilisable, joue.get());
+    if (prise) prise->cesse();
     reglages::ferme();
     ecran::ferme_ecran();
     ouvrier::abandonne();
