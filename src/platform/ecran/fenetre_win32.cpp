@@ -110,7 +110,7 @@ class FenetreWin32 final : public Fenetre {
         alimentation_ = RegisterPowerSettingNotification(fenetre_, &etat_de_l_ecran, DEVICE_NOTIFY_WINDOW_HANDLE);
         SetThreadExecutionState(ES_CONTINUOUS | ES_DISPLAY_REQUIRED);
         ShowWindow(fenetre_, SW_SHOWNORMAL);
-        SetForegroundWindow(fenetre_);
+        se_met_devant();
         return true;
     }
 
@@ -216,11 +216,16 @@ class FenetreWin32 final : public Fenetre {
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
-    void passe_devant() {
-        if (IsIconic(fenetre_)) ShowWindow(fenetre_, SW_RESTORE);
+    /// Full screen it covers the others even where the system refuses to make it active.
+    void se_met_devant() const {
         SetWindowPos(fenetre_, mode_ == Mode::plein_ecran ? HWND_TOPMOST : HWND_TOP, 0, 0, 0, 0,
                      SWP_NOMOVE | SWP_NOSIZE);
         SetForegroundWindow(fenetre_);
+    }
+
+    void repond_a_l_appel() {
+        if (IsIconic(fenetre_)) ShowWindow(fenetre_, SW_RESTORE);
+        se_met_devant();
         signale(Evenement::Sorte::reveil);
     }
 
@@ -252,7 +257,7 @@ class FenetreWin32 final : public Fenetre {
             case message_reveil:
                 return signale(Evenement::Sorte::rien), 0;
             case message_devant:
-                return passe_devant(), 0;
+                return repond_a_l_appel(), 0;
             case message_rang:
                 return prend_son_rang(), 0;
             case WM_ACTIVATE:  // who is in front is known only when the change is done
