@@ -289,6 +289,9 @@ class Editeur {
             forme_(champ).au_toucher = [this, champ = champ, titre = titre] { saisit_titre(champ, titre); };
         }
         forme_("Label4").au_toucher = [this] { attend_ligne(""); };
+        for (const CarteDeTete& c : cartes) {  // the whole card is under the finger, not its value alone
+            forme_(c.carte.carte).au_toucher = forme_(c.carte.valeur).au_toucher;
+        }
         forme_("Command2").au_toucher = [this] { change_page(); };
         for (const auto& [nom, mot] :
              {std::pair("Command3", copier), std::pair("Command4", coller), std::pair("Command5", couper)}) {
