@@ -112,6 +112,16 @@ TEST_F(Choix, LesCouleursDuFichierRestentLisibles) {
     tient_texte(t, std::string(debut) + "touche btx(5)\ntouche \"A\"\nverifie g1(0) 2 0 \"Bleu nuit\"\n" +
                        "verifie couleur g1(0) 2 0 A02030\ntouche \"Bleu nuit\"\nverifie couleur g1(0) 2 0 A02030\n");
     EXPECT_EQ(t.lis("w_styl72.wdo"), t.lis("reseau/w_styl72.wdo")) << "an initialised file is never written";
+
+    // A text in the colour of its ground is painted as one in white on that ground is.
+    const auto peint = [&](const std::string& texte, const std::string& fichier) {
+        style(initial, 22, "Bleu nuit", texte + "\xA0\x20\x30\x00"s);
+        tient_texte(t, std::string(debut) + "touche btx(5)\ntouche \"A\"\ncapture " + fichier + ".png\n");
+        return t.lis(fichier + ".png");
+    };
+    const std::string confondu = peint("\xA0\x20\x30\x00"s, "confondu"), blanc = peint("\xFF\xFF\xFF\x00"s, "blanc");
+    EXPECT_TRUE(!blanc.empty() && confondu == blanc);
+    EXPECT_NE(peint("\x00\xFF\xFF\x00"s, "jaune"), blanc) << "a readable text keeps its colour";
 }
 
 TEST_F(Choix, UnFichierDeStylesCourtOuAbimeNEstJamaisFatal) {
@@ -187,9 +197,26 @@ TEST(Compositions, CeQuiEstLisibleEstLu) {
     EXPECT_EQ(lus("1|a¦2|b¦"), ":a,b,") << "no name at all";
     EXPECT_EQ(lus("Eµ1|a¦b¦Pµc"), "E:a,b,") << "a choice without reference, and a course that breaks off";
     EXPECT_EQ(lus("Eµ1|a¦2|b"), "E:a,b,");
-    EXPECT_EQ(lus("Eµ" + fois(17, "1|a¦") + "Pµ1|b¦"), "E:" + fois(16, "a,") + "P:b,");
+    EXPECT_EQ(lus("Eµ" + fois(17, "1|a¦") + "Pµ1|b¦"), "E:" + fois(16, "a,") + "E:a,P:b,")
+        << "a dish too many for one page stands on another";
     EXPECT_EQ(lus(""), "");
     EXPECT_EQ(lus("Entrée"), "");
+    const std::string ouvertes = fois(60000, "{{a##QUA:");
+    EXPECT_EQ(lignes::composition(ouvertes), "a") << "many that never end";
+}
+
+/// What a router wrote around a label, control characters too, never makes a choice that cannot be taken back.
+TEST(Complements, UnChoixSeReprendToujours) {
+    for (const std::string libelle : {"Riz", " Riz ", "Riz\t", "\x01Riz \x1F", "{Riz}|"}) {
+        complements::prend("8880000000024  |DES:x");
+        complements::bascule(libelle);
+        EXPECT_TRUE(complements::est_pris(libelle)) << libelle;
+        EXPECT_TRUE(complements::est_marque(libelle)) << libelle;
+        complements::bascule(libelle);
+        EXPECT_FALSE(complements::est_pris(libelle)) << libelle;
+        EXPECT_EQ(lignes::validee(etat::texte_travail, 1, complements::rangs()),
+                  "8880000000024  |DES:x ##QUA:001.00##");
+    }
 }
 
 /// Every character that a keyboard can give goes through note, correction and file, and comes back.

@@ -166,6 +166,9 @@ TEST_F(StylesTest, LeFichierDesChoixEstRempliUneFoisPourToutes) {
     terrain.pose("w_styl72.wdo", std::string(4000, '\0'));
     ASSERT_TRUE(styles::init_styles());
     EXPECT_EQ(styles::lis()[44].libelle, "Riz");
+    terrain.pose("w_styl72.wdo", std::string(501 * 128, 'x') + "au-delà");
+    ASSERT_TRUE(styles::init_styles());
+    EXPECT_EQ(terrain.lis("w_styl72.wdo").substr(500 * 128), f.substr(500 * 128) + "au-delà");
     std::filesystem::remove("w_styl72.wdo");
     std::filesystem::create_directory("w_styl72.wdo");
     EXPECT_FALSE(styles::init_styles());

@@ -12,9 +12,9 @@ namespace {
 
 std::vector<std::string> les_rangs(rangs_min);
 
-/// A label as a row would hold it.
+/// A label as a row would hold it; what became a blank at its ends is trimmed with the others.
 std::string en_rang(std::string_view libelle) {
-    return lignes::neutralise(texte::rogne(libelle));
+    return std::string(texte::rogne(lignes::neutralise(libelle)));
 }
 
 /// The first row that is this text but for the blanks around it; an empty text finds the first blank row.

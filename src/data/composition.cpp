@@ -20,10 +20,19 @@ bool a_des_choix(const Service& s) {
     return std::any_of(s.choix.begin(), s.choix.end(), [](const std::string& c) { return !c.empty(); });
 }
 
+/// Adds a choice to the last course; when that is full, to a course of the same name behind it.
+void ajoute_choix(std::vector<Service>& services, std::string_view choix) {
+    if (services.back().choix.size() == choix_par_service) {
+        Service suite{services.back().nom, {}};
+        services.push_back(std::move(suite));
+    }
+    services.back().choix.push_back(libelle(choix));
+}
+
 /// Takes the choices at the beginning of a text; what stands behind the last is left.
-void prend_choix(std::string_view& texte, Service& s) {
+void prend_choix(std::string_view& texte, std::vector<Service>& services) {
     for (auto p = texte.find(apres_choix); p != std::string_view::npos; p = texte.find(apres_choix)) {
-        if (s.choix.size() < choix_par_service) s.choix.push_back(libelle(texte.substr(0, p)));
+        ajoute_choix(services, texte.substr(0, p));
         texte.remove_prefix(p + apres_choix.size());
     }
 }
@@ -31,20 +40,19 @@ void prend_choix(std::string_view& texte, Service& s) {
 }  // namespace
 
 std::vector<Service> services(std::string_view composition) {
-    std::vector<Service> r;
-    Service service;
+    std::vector<Service> r(1);
     for (bool fini = false; !fini;) {
         const auto p = composition.find(apres_nom);
         fini = p == std::string_view::npos;
         std::string_view reste = composition.substr(0, p);
-        prend_choix(reste, service);
-        if (fini && texte::contient(reste, "|") && service.choix.size() < choix_par_service) {
-            service.choix.push_back(libelle(reste));  // the text breaks off within a choice
+        prend_choix(reste, r);
+        if (fini && texte::contient(reste, "|")) ajoute_choix(r, reste);  // the text breaks off within a choice
+        if (!fini) {
+            r.push_back({std::string(texte::rogne(reste)), {}});
+            composition.remove_prefix(p + apres_nom.size());
         }
-        if (a_des_choix(service)) r.push_back(std::move(service));
-        service = {std::string(texte::rogne(reste)), {}};
-        if (!fini) composition.remove_prefix(p + apres_nom.size());
     }
+    std::erase_if(r, [](const Service& s) { return !a_des_choix(s); });
     return r;
 }
 

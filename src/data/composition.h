@@ -16,7 +16,8 @@ struct Service {
 };
 
 /// The courses that have a dish, of a text as it stands between "{{" and "}}". Whatever separators are missing or too
-/// many, each course is found by its "µ"; what cannot be a choice is left out.
+/// many, each course is found by its "µ"; what cannot be a choice is left out, and a 17th choice begins another course
+/// of the same name.
 std::vector<Service> services(std::string_view composition);
 
 }  // namespace composition

@@ -21,13 +21,13 @@ struct Plage {
     std::size_t interieur = 0, longueur = 0;  ///< what stands between them
 };
 
-Plage plage_composition(std::string_view l, std::size_t i) {
+/// `ferme`: whether "}}" follows; asked once for a whole line, since looking for it in vain costs the line's length.
+Plage plage_composition(std::string_view l, std::size_t i, bool ferme) {
     Plage p{true, i, 0, i + 2, 0};
-    const auto fermante = l.find("}}", i + 2);
-    auto borne = fermante != std::string_view::npos ? fermante : std::min(l.find(marque_quantite, i), l.size());
-    while (fermante == std::string_view::npos && l[borne - 1] == ' ') --borne;  // the blank belongs to the marker
+    auto borne = ferme ? l.find("}}", i + 2) : std::min(l.find(marque_quantite, i), l.size());
+    while (!ferme && l[borne - 1] == ' ') --borne;  // the blank belongs to the marker
     p.longueur = borne - p.interieur;
-    p.fin = fermante != std::string_view::npos ? fermante + 2 : borne;
+    p.fin = ferme ? borne + 2 : borne;
     return p;
 }
 
@@ -37,11 +37,13 @@ Plage plage_segment(std::string_view l, std::size_t i) {
 }
 
 std::vector<Plage> plages(std::string_view l) {
+    const auto derniere = l.rfind("}}");
     std::vector<Plage> r;
     for (std::size_t i = 0; i < l.size();) {
         i = l.find('{', i);
         if (i == std::string_view::npos) break;
-        r.push_back(l.substr(i).starts_with("{{") ? plage_composition(l, i) : plage_segment(l, i));
+        const bool ferme = derniere != std::string_view::npos && derniere >= i + 2;
+        r.push_back(l.substr(i).starts_with("{{") ? plage_composition(l, i, ferme) : plage_segment(l, i));
         i = r.back().fin;
     }
     return r;

@@ -60,7 +60,8 @@ Style style(std::string_view record) {
     return s;
 }
 
-std::string contenu_initial() {
+/// The records of the built-in choices; `ancien` is what the file held, of which what lies beyond them stays.
+std::string contenu_initial(std::string_view ancien) {
     std::string fichier = record("#INIT#" + horloge::jour(horloge::maintenant()), {"", 0, blanc});
     for (std::size_t i = 2; i <= nb_records; ++i) fichier += record("", {"", 0, blanc});
     std::string_view reste = choix_par_defaut;
@@ -73,6 +74,7 @@ std::string contenu_initial() {
         fichier.replace(static_cast<std::size_t>(nombre(1, 2) - 1) * longueur_record, longueur_record, record("", s));
         reste.remove_prefix(p + 1);
     }
+    if (ancien.size() > fichier.size()) fichier += ancien.substr(fichier.size());
     return fichier;
 }
 
@@ -84,7 +86,8 @@ bool init_styles() {
     if (lecture == fichiers::Issue::fait && contenu.starts_with("#INIT#")) return true;
     if (lecture != fichiers::Issue::fait && lecture != fichiers::Issue::absent) return false;
     // All at once: a file that stopped behind its first record would count as initialised for ever.
-    return fichiers::ecrit_tout(nom_fichier, contenu_initial(), fichiers::Remplace::oui) == fichiers::Issue::fait;
+    return fichiers::ecrit_tout(nom_fichier, contenu_initial(contenu), fichiers::Remplace::oui) ==
+           fichiers::Issue::fait;
 }
 
 std::vector<Style> lis() {

@@ -17,7 +17,7 @@ constexpr int record_police = 42;
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
 constexpr int sous_la_marque = px(24);  ///< where the label of a narrow key begins, its mark being in the corner
-constexpr int carte_min = px(50), carte_max = px(80), marge_carte = px(20);
+constexpr int carte_min = px(50), carte_max = px(80), marge_carte = px(20), bord_carte = px(2);
 constexpr int police_titre = 27, police_titre_etroite = 18;
 
 /// The space between keys: tight where the rows would else be too low, or the card.
@@ -59,20 +59,30 @@ Cadre construit_menu(Forme& forme, int lignes) {
     carte.hauteur = std::clamp(zone.hauteur - lignes * (touche_min + espace), carte_min, carte_max);
     const bool etroit = formes::est_etroit();
     const int police = etroit ? police_titre_etroite : police_titre;
-    Cadre article = {carte.gauche + marge_carte, carte.haut, carte.largeur * 3 / 8, carte.hauteur};
-    Cadre service = {carte.gauche + carte.largeur * 2 / 5 - px(4), carte.haut, carte.largeur * 2 / 5, carte.hauteur};
+    const int dessus = carte.haut + bord_carte, dedans = carte.hauteur - 2 * bord_carte;
+    Cadre article = {carte.gauche + marge_carte, dessus, carte.largeur * 3 / 8, dedans};
+    Cadre service = {carte.gauche + carte.largeur * 2 / 5 - px(4), dessus, carte.largeur * 2 / 5, dedans};
     if (etroit) {
-        article.largeur = service.largeur = carte.largeur * 3 / 4;
-        article.hauteur = service.hauteur = carte.hauteur / 2;
+        article.largeur = service.largeur = carte.largeur * 7 / 10;
+        article.hauteur = service.hauteur = dedans / 2;
         service.gauche = article.gauche;
         service.haut = article.bas();
     }
     const int haut = carte.bas() + espace;
     const Plan plans[] = {
-        {"Shape1", -1, Genre::forme, carte, "", Role::carte},
-        {"Label1", -1, Genre::etiquette, article, "", Role::rien, police, true, Alignement::gauche},
-        {"Label2", -1, Genre::etiquette, service, "", Role::rien, police, true, Alignement::gauche},
-        {"g1", -1, Genre::grille, {zone.gauche, haut, zone.largeur, zone.bas() - haut}, "", Role::rien},
+        {"Shape1", -1, Genre::forme, carte, "", Role::carte, 0, false, Alignement::centre, 4},
+        {"Label1", -1, Genre::etiquette, article, "", Role::rien, police, true, Alignement::gauche, 4},
+        {"Label2", -1, Genre::etiquette, service, "", Role::rien, police, true, Alignement::gauche, 4},
+        {"g1",
+         -1,
+         Genre::grille,
+         {zone.gauche, haut, zone.largeur, zone.bas() - haut},
+         "",
+         Role::rien,
+         0,
+         false,
+         Alignement::centre,
+         9},
     };
     forme.construit(plans);
     forme("Label2").aspect.encre = palette::bleu;

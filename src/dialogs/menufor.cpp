@@ -29,21 +29,21 @@ class Composition {
         formes::encadre(forme_, "Menu composé"_t, formes::version);
         const Cadre carte = choix::construit_menu(forme_, lignes_g1);
         forme_("Label1").texte() = lignes::libelle(etat::texte_travail);
-        Controle& page =
-            forme_.ajoute({"Label3",
-                           -1,
-                           Genre::etiquette,
-                           {carte.droite() - px(20) - largeur_page, carte.haut, largeur_page, carte.hauteur},
-                           "",
-                           Role::rien,
-                           police_page,
-                           false,
-                           Alignement::droite});
+        Controle& page = forme_.ajoute(
+            {"Label3",
+             -1,
+             Genre::etiquette,
+             {carte.droite() - px(20) - largeur_page, carte.haut + px(2), largeur_page, carte.hauteur - px(4)},
+             "",
+             Role::rien,
+             police_page,
+             false,
+             Alignement::droite,
+             4});
         page.aspect.encre = palette::gris;
-        affiche_service();
         choix::ajoute_barre(forme_);
+        affiche_service();
         branche();
-        formes::colore(forme_);
     }
 
     void montre() { montre_modal(forme_); }
@@ -88,6 +88,7 @@ class Composition {
                            i < service.choix.size() ? service.choix[i] : "");
         }
         marque();
+        formes::colore(forme_);
     }
 
     void marque() { choix::marque(forme_("g1").grille, complements::est_pris); }

@@ -9,6 +9,7 @@
 #include "dialogs/choix.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
+#include "platform/ecran/images.h"
 #include "platform/texte.h"
 
 namespace sai_menu {
@@ -108,7 +109,14 @@ class Saisie {
         marque();
     }
 
-    void marque() { choix::marque(forme_("g1").grille, complements::est_marque); }
+    /// A place without a dish counts as taken: its empty text is found among the rows, which are never too few.
+    void marque() {
+        Grille& g = forme_("g1").grille;
+        choix::marque(g, complements::est_marque);
+        for (Aspect& a : g.cellules) {
+            if (a.texte.empty()) a.image = image_valider;
+        }
+    }
 };
 
 /// The courses of the example, a dish a line.

@@ -90,12 +90,12 @@ class Validation {
         const Plan plans[] = {
             {"Picture1", -1, Genre::forme, p.carte, "", Role::carte, 0, false, Alignement::centre, 4},
             {"Label7", -1, Genre::etiquette, {}, "", Role::rien, 0, false, Alignement::gauche, 0},
-            {"Label1", -1, Genre::etiquette, p.libelle, "", Role::rien, 20, true, Alignement::gauche, 0},
-            {"Label3", -1, Genre::etiquette, p.prix, "", Role::rien, police_prix, false, cote_prix, 0},
+            {"Label1", -1, Genre::etiquette, p.libelle, "", Role::rien, 20, true, Alignement::gauche, 4},
+            {"Label3", -1, Genre::etiquette, p.prix, "", Role::rien, police_prix, false, cote_prix, 4},
             {"bt_gauc", -1, Genre::bouton, p.moins, "", Role::action, 0, true, Alignement::centre, 2},
-            {"Label6", -1, Genre::etiquette, p.quantite, "1", Role::rien, police_quantite, true, Alignement::centre, 0},
+            {"Label6", -1, Genre::etiquette, p.quantite, "1", Role::rien, police_quantite, true, Alignement::centre, 4},
             {"bt_droi", -1, Genre::bouton, p.plus, "", Role::action, 0, true, Alignement::centre, 2},
-            {"Label5", -1, Genre::etiquette, p.total, "", Role::rien, police_total, true, Alignement::droite, 0},
+            {"Label5", -1, Genre::etiquette, p.total, "", Role::rien, police_total, true, Alignement::droite, 4},
             {"g1", -1, Genre::grille, liste, "", Role::carte, 18, false, Alignement::gauche, 9},
         };
         forme_.construit(plans);
