@@ -175,6 +175,17 @@ TEST_F(EntreesWin32, FingersOfAnOlderSystem) {
     recoit(WM_TOUCH);
     EXPECT_EQ(lues(), "appui:10,20 glisse:11,21 relache:12,22");
 
+    touches.clear();
+    touche(3, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY, 10, 20);  // its release never comes
+    recoit(WM_TOUCH);
+    touches.clear();
+    touche(4, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY, 60, 60);
+    recoit(WM_TOUCH);
+    touches.clear();
+    touche(4, TOUCHEVENTF_UP | TOUCHEVENTF_PRIMARY, 60, 60);
+    recoit(WM_TOUCH);
+    EXPECT_EQ(lues(), "appui:10,20 perdu appui:60,60 relache:60,60");
+
     souris(WM_LBUTTONDOWN, 12, 22, 0xFF515781);
     souris(WM_LBUTTONUP, 12, 22, 0xFF515781);
     EXPECT_EQ(lues(), "");
