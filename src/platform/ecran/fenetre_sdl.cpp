@@ -3,6 +3,7 @@
 #include <SDL2/SDL.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <deque>
 
@@ -12,6 +13,14 @@
 namespace ecran {
 namespace {
 
+bool montree = false;
+
+/// The libraries below end the program when the display server goes. What they would then be asked for while the window
+/// is destroyed never comes, and the program would hold its working directory for ever.
+void finit_sans_ecran() {
+    if (montree) std::_Exit(EXIT_FAILURE);
+}
+
 class FenetreSdl final : public Fenetre {
   public:
     /// `evenements`: the first of two event types of our own, to wake the loop and to bring the window to the front.
@@ -20,6 +29,7 @@ class FenetreSdl final : public Fenetre {
     ~FenetreSdl() override {
         SDL_DestroyWindow(fenetre_);
         SDL_Quit();
+        montree = false;
     }
     FenetreSdl(const FenetreSdl&) = delete;
     FenetreSdl& operator=(const FenetreSdl&) = delete;
@@ -169,6 +179,8 @@ std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre, int l
         return nullptr;
     }
     SDL_StartTextInput();
+    montree = true;
+    std::atexit(finit_sans_ecran);
     return std::make_unique<FenetreSdl>(fenetre, SDL_RegisterEvents(2));
 }
 
