@@ -61,12 +61,17 @@ ouvre_windows() {
 # On a display without a window manager nobody else gives the keyboard to the window.
 donne_le_clavier() { xdotool windowfocus "$(xdotool search --name '^Orvalune$' | head -1)"; }
 
-lance_programme() {
+# demarre DIRECTORY: becomes the program, so that a subshell that does this has its process number and its status.
+demarre() {
     if [ -n "$emulateur" ]; then
-        "$emulateur" "$programme" --dossier "Z:$terrain" "$mode" >/dev/null 2>&1 </dev/null &
+        exec "$emulateur" "$programme" --dossier "Z:$1" "$mode" >/dev/null 2>&1 </dev/null
     else
-        "$programme" --dossier "$terrain" "$mode" &
+        exec "$programme" --dossier "$1" "$mode"
     fi
+}
+
+lance_programme() {
+    demarre "$terrain" &
     pid_programme=$!
     # Sophie's key stands there, in its colour.
     attend 20000 est_peint 40 60 3F72A8 || echoue "the page of the servers is not shown"

@@ -1,0 +1,99 @@
+// One start per directory, within one process: a later start is another thread, since a claim belongs to its thread.
+// Two real programs meet in fenetre/second_depart.sh.
+#include "platform/instance.h"
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <future>
+#include <thread>
+#include <vector>
+
+#include "atelier.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+class Instance : public tests::Atelier {
+  protected:
+    /// A later start on the working directory. What it claims it gives back at once: whether it could is told.
+    static std::future<bool> second() {
+        return std::async(std::launch::async, [] { return instance::prend() != nullptr; });
+    }
+    static bool second_prend() { return second().get(); }
+    static std::chrono::milliseconds duree(const std::function<void()>& f) {
+        const auto debut = steady_clock::now();
+        f();
+        return std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - debut);
+    }
+};
+
+TEST_F(Instance, UnSecondDepartAppelleLePremierEtFinit) {
+    std::atomic<int> appels = 0;
+    auto prise = instance::prend();
+    ASSERT_TRUE(prise);
+    prise->ecoute([&] { ++appels; });
+    for (int n = 1; n <= 3; ++n) {
+        EXPECT_FALSE(second_prend());
+        EXPECT_EQ(appels, n);
+    }
+    std::filesystem::create_directory("autre");
+    std::filesystem::current_path("autre");
+    EXPECT_TRUE(second_prend()) << "another directory is another matter";
+    std::filesystem::current_path(terrain.chemin() / "autre" / "..");
+    EXPECT_FALSE(second_prend());
+    EXPECT_EQ(appels, 4);
+    EXPECT_TRUE(terrain.fichiers(".", "").size() == 1 && terrain.existe("autre")) << "nothing is left in the directory";
+    prise.reset();
+    EXPECT_TRUE(second_prend());
+    EXPECT_EQ(appels, 4);
+}
+
+TEST_F(Instance, UnPremierMuetNeRetientLeSecondQuUnMoment) {
+    std::atomic<int> appels = 0;
+    const auto prise = instance::prend();
+    ASSERT_TRUE(prise);
+    EXPECT_LT(duree([] { EXPECT_FALSE(second_prend()); }), instance::attente_ms * 1ms + 2s);
+    prise->ecoute([&] { ++appels; });
+    EXPECT_FALSE(second_prend());
+    EXPECT_GE(appels, 1);
+    prise->cesse();
+    const int avant = appels;
+    EXPECT_FALSE(second_prend()) << "it listens no more, but has the directory still";
+    EXPECT_EQ(appels, avant);
+}
+
+TEST_F(Instance, LeSecondPrendLaPlaceDUnPremierQuiFinit) {
+    auto prise = instance::prend();
+    ASSERT_TRUE(prise);
+    auto plus_tard = second();
+    EXPECT_EQ(plus_tard.wait_for(100ms), std::future_status::timeout);
+    prise.reset();
+    EXPECT_TRUE(plus_tard.get());
+}
+
+TEST_F(Instance, DeTousLesDepartsUnSeulPrend) {
+    for (int tour = 0; tour < 20; ++tour) {
+        std::atomic<int> prises = 0;
+        std::atomic<int> arrives = 0;
+        constexpr int departs = 6;
+        std::vector<std::thread> fils;
+        for (int i = 0; i < departs; ++i) {
+            fils.emplace_back([&] {
+                const auto prise = instance::prend();
+                if (prise) {
+                    ++prises;
+                    prise->ecoute([] {});
+                }
+                ++arrives;
+                while (arrives < departs) std::this_thread::yield();
+            });
+        }
+        for (auto& f : fils) f.join();
+        EXPECT_EQ(prises, 1);
+    }
+}
+
+}  // namespace
