@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# The display server goes, as when a graphical session breaks down: the program ends, so that the next start finds its
+# directory free. Usage: ecran_disparu.sh PROGRAM SOURCES
+. "$(dirname "$0")/ecran.sh"
+mode=--plein-ecran
+ouvre_ecran
+lance_programme
+kill "$pid_ecran"
+termine() { ! kill -0 "$pid_programme" 2>/dev/null; }
+attend 5000 termine || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }

@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# The Debian package: made anew, with what it must contain, and its scripts keep the orders.
+# Usage: deb.sh BUILD_DIRECTORY VERSION
+set -euo pipefail
+
+construction=$1 version=$2
+command -v dpkg-shlibdeps >/dev/null || { echo "no Debian here: not tried" && exit 77; }
+essai=$construction/deb
+rm -rf "$essai"
+mkdir "$essai"
+cpack --config "$construction/CPackConfig.cmake" -B "$essai" >"$essai/sortie" 2>&1 || { cat "$essai/sortie" && exit 1; }
+paquet=$essai/orvalune_${version}_$(dpkg --print-architecture).deb
+echec() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+contenu=$(dpkg-deb -c "$paquet" | sed 's/^\(.\{10\}\) [^ ]* .* \.\//\1 /')
+for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rw-r--r-- usr/share/applications/orvalune.desktop' \
+    '-rw-r--r-- usr/share/icons/hicolor/256x256/apps/orvalune.png' '-rw-r--r-- usr/share/man/man1/orvalune.1.gz' \
+    '-rw-r--r-- usr/share/doc/orvalune/copyright' '-rw-r--r-- usr/lib/systemd/system/orvalune-kiosk.service'; do
+    grep -qxF -e "$fichier" <<<"$contenu" || echec "not in the package: $fichier"
+done
+! grep -q '\.wdo\|wants/' <<<"$contenu" || echec "it brings settings, or enables the kiosk"
+depend=$(dpkg-deb -f "$paquet" Depends)
+for nom in libsdl2-2.0-0 libstdc++6 adduser; do
+    [[ ", $depend" == *", $nom"* ]] || echec "does not depend on $nom: $depend"
+done
+
+dpkg-deb -R "$paquet" "$essai/paquet"
+programme=$essai/paquet/usr/bin/orvalune
+[[ $("$programme" --version) == "Orvalune $version ("* ]] || echec "the packaged program does not say its version"
+# Every picture that the manual shows lies beside it.
+manuel=$essai/paquet/usr/share/doc/orvalune
+while read -r image; do
+    [ -s "$manuel/$image" ] || echec "the manual lacks $image"
+done < <(sed -n 's/^!\[.*](\(.*\))$/\1/p' "$manuel/manuel.md")
+
+# Removed, then purged, upon a working directory of our own.
+travail=$essai/travail
+mkdir "$travail"
+attend=2021-05-19-12-30-00_01_007_004_.-A-
+touch "$travail/$attend" "$travail/prov.txt" "$travail/wwinqx42.wdo"
+for etape in remove purge; do
+    sed "s|/var/lib/orvalune|$travail|; s|/run/systemd/system|/nowhere|" "$essai/paquet/DEBIAN/postrm" | sh -s "$etape"
+    [ -e "$travail/$attend" ] && [ -e "$travail/prov.txt" ] || echec "$etape took orders away"
+    [ "$etape" = purge ] || [ -e "$travail/wwinqx42.wdo" ] || echec "$etape took settings away"
+done
+[ ! -e "$travail/wwinqx42.wdo" ] || echec "a purge left settings"
+rm "$travail/$attend" "$travail/prov.txt"
+sed "s|/var/lib/orvalune|$travail|; s|/run/systemd/system|/nowhere|" "$essai/paquet/DEBIAN/postrm" | sh -s purge
+[ ! -d "$travail" ] || echec "a purge left an empty directory"
