@@ -34,7 +34,10 @@ std::string vide(Entrees& entrees) {
                 t += "glisse:" + place;
                 break;
             case Sorte::relache:
-                t += e.x < -5000 ? "perdu" : "relache:" + place;
+                t += "relache:" + place;
+                break;
+            case Sorte::perdu:
+                t += "perdu";
                 break;
             case Sorte::caractere:
                 t += "car:" + std::to_string(e.code);
@@ -50,6 +53,9 @@ std::string vide(Entrees& entrees) {
                 break;
             case Sorte::fermeture:
                 t += "fermeture";
+                break;
+            case Sorte::extinction:
+                t += "extinction";
                 break;
         }
     }
@@ -209,7 +215,7 @@ TEST_F(EntreesWin32, Keyboard) {
     EXPECT_EQ(recoit(WM_SYSCOMMAND, SC_KEYMENU | 3), 0) << "it would open the system's menu";
     EXPECT_EQ(recoit(WM_SYSCOMMAND, SC_CLOSE), std::nullopt);
     EXPECT_EQ(recoit(WM_CLOSE), 0);
-    EXPECT_EQ(lues(), "fermeture");
+    EXPECT_EQ(lues(), "extinction");
 }
 
 TEST_F(EntreesWin32, SleepSessionAndScreen) {
@@ -237,7 +243,7 @@ TEST_F(EntreesWin32, SleepSessionAndScreen) {
     EXPECT_EQ(lues(), "");
     EXPECT_EQ(recoit(WM_QUERYENDSESSION), TRUE);
     recoit(WM_ENDSESSION, TRUE);
-    EXPECT_EQ(lues(), "fermeture");
+    EXPECT_EQ(lues(), "extinction");
 }
 
 /// The real window over the whole screen.

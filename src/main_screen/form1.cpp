@@ -262,6 +262,7 @@ void montre_form1() {
         if (pages::vue() == pages::Vue::accueil) pages::barre_accueil();
     });
     a_la_fermeture(ferme_par_le_systeme);
+    a_l_extinction(note::ecrit_donnees);
     recharge();
     montre_modal(*ecran_principal);
 }

@@ -28,7 +28,7 @@ struct Ecran {
     Peintre peintre;
     std::vector<Forme*> pile;
     Doigt doigt;
-    std::function<void()> reveil, fermeture;
+    std::function<void()> reveil, fermeture, extinction;
 };
 
 std::unique_ptr<Ecran> ecran;
@@ -142,6 +142,9 @@ void traite(const Evenement& e) {
             return glisse_doigt(e.x, e.y);
         case Sorte::relache:
             return leve_doigt(e.x, e.y);
+        case Sorte::perdu:
+            ecran->doigt = {};
+            return;
         case Sorte::caractere:
             if (f != nullptr) appelle(f->a_la_frappe, e.code);
             return;
@@ -156,6 +159,8 @@ void traite(const Evenement& e) {
         case Sorte::fermeture:
             if (!ecran->fermeture) termine();
             return appelle(ecran->fermeture);
+        case Sorte::extinction:
+            return appelle(ecran->extinction);
     }
 }
 
@@ -272,6 +277,9 @@ void au_reveil(std::function<void()> action) {
 }
 void a_la_fermeture(std::function<void()> action) {
     ecran->fermeture = std::move(action);
+}
+void a_l_extinction(std::function<void()> action) {
+    ecran->extinction = std::move(action);
 }
 
 const Image& image_courante() {

@@ -54,6 +54,8 @@ Forme* forme_chargee(std::string_view nom);
 void au_reveil(std::function<void()> action);
 /// Called when the system asks the program to end; without it the loop ends it.
 void a_la_fermeture(std::function<void()> action);
+/// Called when the system may stop at any moment, whatever is shown; nothing must be asked.
+void a_l_extinction(std::function<void()> action);
 
 /// The image as painted now, brought up to date first.
 const Image& image_courante();

@@ -19,7 +19,6 @@ namespace {
 using Sorte = Evenement::Sorte;
 
 constexpr DWORD souris = ~DWORD{0};  ///< its contact number: none that the system gives
-constexpr int dehors = -10000;       ///< a place that no key covers: a finger that is lost there fires none
 
 /// What GetMessageExtraInfo() tells of a mouse message made of a pen or a finger, and the mark of the finger.
 constexpr LPARAM masque_simulee = 0xFFFFFF00, simulee = 0xFF515700, simulee_doigt = 0x80;
@@ -44,7 +43,7 @@ Evenement evenement(Sorte sorte, POINT p = {}) {
 /// Events of which only the last matters when they follow each other.
 bool remplace(Sorte precedente, Sorte nouvelle) {
     const bool repetable = nouvelle == Sorte::glisse || nouvelle == Sorte::repeindre || nouvelle == Sorte::reveil ||
-                           nouvelle == Sorte::rien || nouvelle == Sorte::fermeture;
+                           nouvelle == Sorte::rien || nouvelle == Sorte::fermeture || nouvelle == Sorte::extinction;
     return repetable && precedente == nouvelle;
 }
 
@@ -102,7 +101,10 @@ void Entrees::leve(DWORD contact, POINT p) {
 }
 
 void Entrees::perd(DWORD contact) {
-    leve(contact, {dehors, dehors});
+    std::erase(poses_, contact);
+    if (premier_ != contact) return;
+    premier_.reset();
+    ajoute(evenement(Sorte::perdu));
 }
 
 void Entrees::perd_tout() {
@@ -205,11 +207,8 @@ std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM l
             return (wp & 0xFFF0) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_CLOSE:
             return ajoute(evenement(Sorte::fermeture)), 0;
-        case WM_QUERYENDSESSION:
-            return ajoute(evenement(Sorte::fermeture)), TRUE;
-        case WM_ENDSESSION:
-            if (wp != 0) ajoute(evenement(Sorte::fermeture));
-            return 0;
+        case WM_QUERYENDSESSION:  // another program may still refuse; the end itself leaves no time for anything
+            return ajoute(evenement(Sorte::extinction)), TRUE;
         case WM_SIZE:
             if (wp != SIZE_MINIMIZED) ajoute(evenement(Sorte::repeindre));
             return 0;

@@ -14,15 +14,17 @@ enum class Cle : std::uint8_t { entree, echappement, retour_arriere };
 
 struct Evenement {
     enum class Sorte : std::uint8_t {
-        rien,       ///< time to look at timers and answers
-        appui,      ///< finger down at x, y
-        glisse,     ///< finger moved to x, y while down
-        relache,    ///< finger up
-        caractere,  ///< character `code` of the page 1252 typed
-        cle,        ///< special key `cle`
-        repeindre,  ///< the window lost its content or changed its size
-        reveil,     ///< the machine woke up, or the program was asked to come to the front
-        fermeture,  ///< the system asks the program to end
+        rien,        ///< time to look at timers and answers
+        appui,       ///< finger down at x, y
+        glisse,      ///< finger moved to x, y while down
+        relache,     ///< finger up
+        perdu,       ///< the finger is no longer known of: it does nothing more
+        caractere,   ///< character `code` of the page 1252 typed
+        cle,         ///< special key `cle`
+        repeindre,   ///< the window lost its content or changed its size
+        reveil,      ///< the machine woke up, or the program was asked to come to the front
+        fermeture,   ///< the system asks the program to end
+        extinction,  ///< the system may stop at any moment: what is in hand must be kept at once
     };
     Sorte sorte = Sorte::rien;
     int x = 0, y = 0;  ///< pixels of the image
