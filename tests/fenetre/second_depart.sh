@@ -34,7 +34,7 @@ attend 3000 est_a_l_accueil || echoue "the home page is not shown"
 
 demarre "$autre" &
 pid_autre=$!
-trap 'kill "$pid_autre" 2>/dev/null; finit' EXIT
+trap 's=$?; kill "$pid_autre" 2>/dev/null; (exit "$s"); finit' EXIT
 attend 20000 sont 2 || echoue "a start on another directory shows no window"
 attend 20000 est_aux_serveurs || echoue "the other window does not cover the first one"
 echo "another directory has a window of its own"
