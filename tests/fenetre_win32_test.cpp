@@ -215,7 +215,7 @@ TEST_F(EntreesWin32, Keyboard) {
     EXPECT_EQ(recoit(WM_SYSCOMMAND, SC_KEYMENU | 3), 0) << "it would open the system's menu";
     EXPECT_EQ(recoit(WM_SYSCOMMAND, SC_CLOSE), std::nullopt);
     EXPECT_EQ(recoit(WM_CLOSE), 0);
-    EXPECT_EQ(lues(), "extinction");
+    EXPECT_EQ(lues(), "fermeture");
 }
 
 TEST_F(EntreesWin32, SleepSessionAndScreen) {
