@@ -1,3 +1,4 @@
+// The user's decimal separator, in the registry's "Control Panel\International".
 #include <windows.h>
 
 #include "platform/locale_interne.h"
@@ -18,8 +19,10 @@ char separateur_en_usage() {
     return tampon[1];
 }
 
+/// A user whose language is not the system's has a setting of his own, which is the one that is read.
 void corrige_separateur() {
     SetLocaleInfoA(GetSystemDefaultLCID(), LOCALE_SDECIMAL, ".");
+    if (separateur() != '.') SetLocaleInfoA(GetUserDefaultLCID(), LOCALE_SDECIMAL, ".");
 }
 
 }  // namespace locale_systeme::systeme
