@@ -154,7 +154,7 @@ TEST_F(Couleurs, UneEncreTropProcheDuFondEstRemplacee) {
     }
 }
 
-/// A size beyond the screen would put keys where no finger reaches them.
+/// A size beyond the screen would put keys where no finger reaches them, a tiny one would make them too small.
 TEST_F(Effets, UneTailleDEcranInsenseeTientSurLEcran) {
     const struct {
         const char *record, *ecran;
@@ -163,6 +163,8 @@ TEST_F(Effets, UneTailleDEcranInsenseeTientSurLEcran) {
         {"#I#0:05000:09999", "1280x800", {"\0\0\x05\0\0\0\x03\x20", 8}},
         {"#I#0:01280:00770", "800x1280", {"\0\0\x03\x20\0\0\x03\x02", 8}},
         {"#I#0:00000:-0005", "1280x800", {"\0\0\x03\x20\0\0\x03\x20", 8}},
+        {"#I#0:01280:00320", "1280x800", {"\0\0\x05\0\0\0\x03\x20", 8}},
+        {"#I#0:00324:00450", "800x480", {"\0\0\x01\x44\0\0\x01\xC2", 8}},
     };
     for (const auto& c : cas) {
         SCOPED_TRACE(c.record);

@@ -35,11 +35,13 @@ class Programme : public testing::Test {
 };
 
 TEST_F(Programme, LesCasesLesLignesEtLesPages) {
-    force(0, 13, 57, "ab");
-    force(0, 13, 77, std::string(77, 'z'));
+    const std::string cachees = std::string(40, '\0') + std::string(37, '\xFF');
+    force(0, 13, 57, {"\0b", 2});
+    force(0, 13, 77, cachees);
     tient(t, "programme.txt", "--service");
-    const std::string attendu = "8880000000048  " + page1252("Café crème") + std::string(30, ' ') + "11ab" + "    " +
-                                "1   " + "4541378   " + std::string(77, 'z') + std::string(100, ' ') + "\r\n";
+    const std::string attendu = "8880000000048  " + page1252("Café crème") + std::string(30, ' ') + "11" +
+                                std::string("\0b", 2) + "    " + "1   " + "4541378   " + cachees +
+                                std::string(100, ' ') + "\r\n";
     EXPECT_EQ(record(0, 13), attendu) << "the bytes that the editor does not show stay";
     EXPECT_EQ(record(0, 1), std::string(254, ' ') + "\r\n");
     compare(record(0, 20), 15, "Viandes ");
@@ -110,7 +112,7 @@ TEST_F(Programme, LesReglagesBruts) {
     t.regle(301, "part");
     tient(t, "switch.txt", "--service");
     EXPECT_EQ(t.lis("wwinqx42.wdo").substr(299 * 20, 20), "garde               ");
-    EXPECT_EQ(t.lis("wwinqx42.wdo").substr(300 * 20, 20), std::string(20, ' '));
+    EXPECT_EQ(t.lis("wwinqx42.wdo").substr(300 * 20, 20), "part                ");
     EXPECT_EQ(t.lis("wwinqx42.wdo").substr(199 * 20, 20), "OUI                 ");
     EXPECT_EQ(t.lis("wwinqx42.wdo").substr(24 * 20, 20), "#I#12               ") << "refused with Non";
 }

@@ -129,6 +129,8 @@ class Choix {
         forme_("Image1").au_toucher = [this] { choisit(portrait()); };
         forme_("Image2").au_toucher = [this] { choisit(plein_ecran()); };
         forme_("bt_coul").au_toucher = [this] { saisit(); };
+        // The first start needs an answer; afterwards the one given stands.
+        if (reglages::resolution_choisie()) forme_.a_l_echappement = [this] { forme_.ferme(); };
     }
 
     void choisit(Format f) { ecrit({f.largeur, f.hauteur}, reglages::Forme::image); }

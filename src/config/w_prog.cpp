@@ -95,11 +95,12 @@ std::vector<int> largeurs(int place) {
         petites += px(c.largeur_min);
         grandes += px(c.largeur);
     }
+    const double serre = std::min(1.0, static_cast<double>(place) / petites);
     const double part = std::clamp(static_cast<double>(place - petites) / (grandes - petites), 0.0, 1.0);
     std::vector<int> r;
     int reste = place;
     for (const PlanColonne& c : colonnes) {
-        r.push_back(px(c.largeur_min) + static_cast<int>(part * px(c.largeur - c.largeur_min)));
+        r.push_back(static_cast<int>(serre * px(c.largeur_min) + part * px(c.largeur - c.largeur_min)));
         reste -= r.back();
     }
     r[acte] = std::max(px(20), r[acte] + reste);
@@ -409,7 +410,7 @@ class Editeur {
         const int n = nombres::entier_int(*numero);
         const auto valeur =
             mini_97::saisit(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
-        if (!valeur || valeur->empty()) return;
+        if (!valeur || texte::rogne(*valeur).empty()) return;
         if (reglages::ecrit(n, texte::rogne(*valeur)) == fichiers::Issue::fait) return;
         mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
     }

@@ -52,7 +52,7 @@ inline bool commande_envoyee = false;
 inline std::string code_touche;
 /// Page of the shown list (servers, families, articles), never below 0. touches writes.
 inline std::int16_t numero_page = 0;
-/// Page of the key program shown as home page, 0 to 49. touches and w_prog write.
+/// Page of the key program shown as home page, 0 to 49 where it exists. touches, w_prog and form1 write.
 inline std::int16_t page_programme = 0;
 /// Family whose articles are shown, 0 to 120. touches writes.
 inline std::int16_t famille_courante = 0;
@@ -60,7 +60,7 @@ inline std::int16_t famille_courante = 0;
 inline bool demande_recharge = false;
 /// Set: the table is not asked for before family and article pages. Clear from the start; nobody sets it yet.
 inline bool sans_table = false;
-/// 50 when setting 201 reads "OUI", else 0; added to every picture number of function rows and keys. form1 writes.
+/// 50 when setting 201 reads "OUI", else 0; added to every picture number of function rows and keys. demarrage writes.
 inline std::int16_t decalage_images = 0;
 
 // --- network -------------------------------------------------------------------------------------------------------
@@ -74,9 +74,9 @@ inline std::int16_t record_test = 1;
 inline bool hors_ligne = false;
 
 // --- screen --------------------------------------------------------------------------------------------------------
-/// Working size of every form in pixels, from settings record 2. formes and porpay write.
+/// Working size of every form in pixels, from settings record 2, cut to the screen. demarrage writes.
 inline std::int32_t largeur_ecran = 800, hauteur_ecran = 800;
-/// Columns and rows of the key grid, read from the settings at the start. form1 writes.
+/// Columns and rows of the key grid, read from the settings at the start. demarrage writes.
 inline std::int32_t colonnes_grille = 6, lignes_grille = 8;
 /// Colour overrides, 0xBBGGRR as stored (red in the low byte), -1: none; entries 1 to 9. formes reads them at each
 /// opening.

@@ -45,7 +45,12 @@ std::size_t record_de(int page, int numero) {
 
 Ligne lis(int page, int numero) {
     Ligne l{fichier->lis(record_de(page, numero))};
-    std::replace(l.record.begin(), l.record.end(), '\0', ' ');  // where a power cut left the file unwritten
+    for (const Place& p : places) {  // where a power cut left the file unwritten; bytes that nobody is shown stay
+        const std::size_t debut = std::min(p.debut, l.record.size()),
+                          fin = std::min(debut + p.longueur, l.record.size());
+        std::replace(l.record.begin() + static_cast<std::ptrdiff_t>(debut),
+                     l.record.begin() + static_cast<std::ptrdiff_t>(fin), '\0', ' ');
+    }
     return l;
 }
 

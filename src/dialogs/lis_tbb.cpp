@@ -18,7 +18,12 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int colonnes_max = 30, lignes_max = 40;
+constexpr int touche_min = px(34);  ///< a smaller one could neither be read nor hit
+
+/// How many keys find room side by side.
+int combien(int place) {
+    return std::max(1, (place + rythme) / (touche_min + rythme));
+}
 
 enum CaseBarre { bas = 0, haut = 1, ferme = 5 };
 const formes::ToucheDeBarre barre[6] = {
@@ -45,8 +50,8 @@ class Liste {
     void remplit() {
         const std::vector<std::string> tables = catalogue::tables();
         Controle& g1 = forme_("g1");
-        const int colonnes = std::clamp(reglages::nombre(61), 1, colonnes_max);
-        const int visibles = std::clamp(reglages::nombre(62), 1, lignes_max);
+        const int colonnes = std::clamp(reglages::nombre(61), 1, combien(g1.cadre.largeur));
+        const int visibles = std::clamp(reglages::nombre(62), 1, combien(g1.cadre.hauteur));
         const int lignes = (static_cast<int>(tables.size()) + colonnes - 1) / colonnes;
         const std::vector<std::string_view> faces(tables.begin(), tables.end());
         g1.aspect.police = reglages::nombre(60);

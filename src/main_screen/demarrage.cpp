@@ -27,7 +27,9 @@ namespace {
 
 constexpr std::string_view programme_parametres = "orvapara.exe";
 /// Sizes beyond these make no usable screen: the default stands in.
-constexpr int cote_min = 300, cote_max = 10000, cote_par_defaut = 800;
+/// Pixels. Below them a finger would miss the digits of the password, and nobody could set the size right.
+constexpr int largeur_min = 320, hauteur_min = 440;
+constexpr int cote_max = 10000, cote_par_defaut = 800;
 
 bool deja_fait = false;  ///< the first run of the sequence is over
 
@@ -50,12 +52,12 @@ void verifie_separateur() {
 /// A form never outgrows the screen: no finger would reach what sets its size right.
 void prend_resolution() {
     const reglages::Resolution r = reglages::resolution();
-    const auto cote = [](int n, int place) {
-        const int voulu = n < cote_min || n > cote_max ? cote_par_defaut : n;
-        return std::min(voulu, std::max(cote_min, place / ecran::twips_par_pixel));
+    const auto cote = [](int n, int min, int place) {
+        const int voulu = n < min || n > cote_max ? cote_par_defaut : n;
+        return std::min(voulu, std::max(min, place / ecran::twips_par_pixel));
     };
-    etat::largeur_ecran = cote(r.largeur, ecran::largeur_ecran());
-    etat::hauteur_ecran = cote(r.hauteur, ecran::hauteur_ecran());
+    etat::largeur_ecran = cote(r.largeur, largeur_min, ecran::largeur_ecran());
+    etat::hauteur_ecran = cote(r.hauteur, hauteur_min, ecran::hauteur_ecran());
 }
 
 /// The screen format is asked for once; nothing is laid out yet, so it counts at once.
