@@ -161,6 +161,8 @@ Terrain& Terrain::restaurant() {
     return *this;
 }
 
+constexpr int rien_de_lance = 9009;  ///< what the shell of Windows answers when it could not start a program
+
 Issue Terrain::joue(const std::string& scenario, const std::string& options, const std::string& avant) const {
     ecrit_fichier(chemin_ / "scenario.txt", scenario);
     const auto entre = [](const fs::path& p) { return "\"" + p.string() + "\""; };
@@ -171,7 +173,11 @@ Issue Terrain::joue(const std::string& scenario, const std::string& options, con
     commande = "\"" + commande + "\"";
 #endif
     Issue r;
-    r.statut = statut_de(std::system(commande.c_str()));
+    // Under load the emulator's shell now and then starts no program at all, and says so.
+    for (int essai = 0; essai < 3; ++essai) {
+        r.statut = statut_de(std::system(commande.c_str()));
+        if (r.statut != rien_de_lance) break;
+    }
     r.sortie = lis("sortie");
     r.erreurs = lis("erreurs");
     std::erase(r.sortie, '\r');  // what Windows adds to line ends
