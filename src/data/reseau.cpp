@@ -51,13 +51,10 @@ void change_etat(bool joignable) {
 
 void cherche_catalogue();
 
-/// The files of waiting orders, without those that have been delivered and could not be deleted: that is tried again,
-/// and the router, which has perhaps collected them, gets none twice.
+/// The files of waiting orders, without those that have been delivered and could not be deleted: the router, which has
+/// perhaps collected them, gets none twice.
 std::vector<std::string> commandes_qui_attendent() {
-    std::erase_if(connexion.livrees, [](const std::string& nom) {
-        const auto issue = fichiers::supprime(nom);
-        return issue == fichiers::Issue::fait || issue == fichiers::Issue::absent;
-    });
+    std::erase_if(connexion.livrees, [](const std::string& nom) { return !fichiers::existe(nom); });
     std::vector<std::string> noms = livraison::en_attente();
     std::erase_if(noms, [](const std::string& nom) {
         return std::find(connexion.livrees.begin(), connexion.livrees.end(), nom) != connexion.livrees.end();
@@ -118,11 +115,15 @@ void apres_la_sonde(bool repond) {
     if (!passe_en_cours.catalogue) livre_la_suivante();
 }
 
+/// Writes the probe; what another program kept from being deleted is deleted on the way.
 bool lance_sonde() {
     auto repond = std::make_shared<bool>(false);
     return ouvrier::lance(
-        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond,
-          date = horloge::jour(horloge::maintenant())] { *repond = livraison::ecrit_sonde(repertoire, record, date); },
+        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond, livrees = connexion.livrees,
+          date = horloge::jour(horloge::maintenant())] {
+             for (const std::string& nom : livrees) static_cast<void>(fichiers::supprime(nom));
+             *repond = livraison::ecrit_sonde(repertoire, record, date);
+         },
          [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
          limite_sonde_ms});
 }

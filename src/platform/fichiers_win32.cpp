@@ -12,6 +12,8 @@ namespace fichiers::systeme {
 namespace {
 
 constexpr DWORD disque_au_quota = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which not every header knows
+/// Characters that every call takes in a path, the name of a temporary file behind a directory's included.
+constexpr DWORD longueur_ordinaire = 240;
 
 Issue issue_de(DWORD erreur) {
     struct Ligne {
@@ -33,6 +35,7 @@ Issue issue_de(DWORD erreur) {
         {ERROR_LOCK_VIOLATION, Issue::occupe},
         {ERROR_BUSY, Issue::occupe},
         {ERROR_USER_MAPPED_FILE, Issue::occupe},
+        {ERROR_DELETE_PENDING, Issue::occupe},
         {ERROR_DISK_FULL, Issue::plein},
         {ERROR_HANDLE_DISK_FULL, Issue::plein},
         {disque_au_quota, Issue::plein},
@@ -48,12 +51,23 @@ Issue issue(BOOL reussi) {
     return reussi ? Issue::fait : issue_de(GetLastError());
 }
 
-/// The path as the system takes it. A zero byte, which would cut it, becomes one that no name may hold.
-std::wstring natif(std::string_view chemin) {
+/// A zero byte, which would cut the path, becomes a character that no name may hold.
+std::wstring ordinaire(std::string_view chemin) {
     std::wstring r = texte::large(chemin);
     std::replace(r.begin(), r.end(), L'/', L'\\');
     std::replace(r.begin(), r.end(), L'\0', L'?');
     return r;
+}
+
+/// The path as the system takes it: whole, and in the form that has no bound, when it is long.
+std::wstring natif(std::string_view chemin) {
+    const std::wstring court = ordinaire(chemin);
+    const DWORD n = GetFullPathNameW(court.c_str(), 0, nullptr, nullptr);
+    if (n <= longueur_ordinaire) return court;
+    std::wstring r(n, L'\0');
+    r.resize(std::min(n, GetFullPathNameW(court.c_str(), n, r.data(), nullptr)));
+    if (r.starts_with(L"\\\\?\\") || r.starts_with(L"\\\\.\\")) return r;
+    return r.starts_with(L"\\\\") ? L"\\\\?\\UNC" + r.substr(1) : L"\\\\?\\" + r;
 }
 
 /// A program that looks at every new file (a virus scanner) may hold it for a moment: the operation is tried again.
@@ -127,18 +141,18 @@ class FichierWindows final : public Fichier {
 };
 
 struct Acces {
-    DWORD droits, partage, creation;
+    DWORD droits, partage, creation, drapeaux;
 };
 
 Acces acces(Fichier::Ouverture mode) {
     constexpr DWORD tous = FILE_SHARE_READ | FILE_SHARE_WRITE;
     switch (mode) {
         case Fichier::Ouverture::lecture:
-            return {GENERIC_READ, tous | FILE_SHARE_DELETE, OPEN_EXISTING};
+            return {GENERIC_READ, tous | FILE_SHARE_DELETE, OPEN_EXISTING, 0};
         case Fichier::Ouverture::creation:
-            return {GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW};
+            return {GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW, FILE_FLAG_WRITE_THROUGH};
         case Fichier::Ouverture::lecture_ecriture:
-            return {GENERIC_READ | GENERIC_WRITE, tous, OPEN_ALWAYS};
+            return {GENERIC_READ | GENERIC_WRITE, tous, OPEN_ALWAYS, 0};
     }
     return {};
 }
@@ -165,11 +179,13 @@ std::string texte_de(Appel appel) {
 std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
     const Acces a = acces(mode);
     const std::wstring nom = natif(chemin);
-    HANDLE h = CreateFileW(nom.c_str(), a.droits, a.partage, nullptr, a.creation, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE) {
-        issue = issue_de(GetLastError());
-        return nullptr;
-    }
+    HANDLE h = INVALID_HANDLE_VALUE;
+    issue = insiste([&] {
+        h = CreateFileW(nom.c_str(), a.droits, a.partage, nullptr, a.creation, FILE_ATTRIBUTE_NORMAL | a.drapeaux,
+                        nullptr);
+        return h != INVALID_HANDLE_VALUE;
+    });
+    if (issue != Issue::fait) return nullptr;
     auto f = std::make_unique<FichierWindows>(h);
     issue = GetFileType(h) == FILE_TYPE_DISK ? Issue::fait : Issue::refuse;
     if (issue != Issue::fait) return nullptr;
@@ -219,7 +235,7 @@ Issue cree_repertoire(std::string_view chemin) {
 }
 
 bool entre_dans(std::string_view chemin) {
-    return SetCurrentDirectoryW(natif(chemin).c_str());
+    return SetCurrentDirectoryW(ordinaire(chemin).c_str());
 }
 
 std::string repertoire_courant() {
@@ -227,7 +243,7 @@ std::string repertoire_courant() {
 }
 
 std::string absolu(std::string_view chemin) {
-    const std::wstring nom = natif(chemin);
+    const std::wstring nom = ordinaire(chemin);
     return texte_de([&](DWORD n, wchar_t* t) { return GetFullPathNameW(nom.c_str(), n, t, nullptr); });
 }
 
