@@ -170,6 +170,7 @@ TEST_F(OuvrierTest, LeProgrammeFinitPendantQuUneOperationPend) {
             ouvrier::lance({[tube] { open(tube.c_str(), O_RDONLY); }, {}, 20});  // nobody will ever write there
             if (ouvrier::attends(1000)) std::_Exit(3);
             ouvrier::abandonne();
+            std::filesystem::remove_all(terrain.chemin());  // the end takes no ground with it
             std::exit(0);
         },
         testing::ExitedWithCode(0), "");
