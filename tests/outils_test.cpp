@@ -153,18 +153,21 @@ TEST_F(Outils, LesCouleursSeChoisissentEtSeRemettent) {
     EXPECT_EQ(record(1720), "#I#9                ");
 }
 
-/// A text colour that cannot be told from its ground is announced, and the example shows what screens put instead; the
-/// warning goes by the contrast that is written.
+/// A text colour that cannot be told from its ground is announced, and the example shows what screens put instead. A
+/// contrast just below the one wanted is not written as reached, and warned of.
 TEST_F(Outils, LExempleMontreCeQueLesEcransPeignent) {
     sans_mot_de_passe();
     t.regle(1701, "#I#7829367");   // 777777
-    t.regle(1711, "#I#16777215");  // 4.48 : 1
+    t.regle(1711, "#I#16777215");  // 4.478 : 1
     t.regle(1702, "#I#8289626");   // 5A7D7E: 4.497 : 1
     t.regle(1712, "#I#16777215");
+    t.regle(1703, "#I#7763574");  // 767676: 4.542 : 1
+    t.regle(1713, "#I#16777215");
     tient_texte(t, ouvre +
-                       "touche g1 32 0\nverifie Label4 \"Contraste 4.48 : 1\"\nverifie visible Label5 oui\n"
+                       "touche g1 32 0\nverifie Label4 \"Contraste 4.47 : 1\"\nverifie visible Label5 oui\n"
                        "verifie Label5 \"Texte peu lisible : il faut au moins 4.5 : 1\"\ntouche btx(2)\n"
-                       "verifie Label4 \"Contraste 4.50 : 1\"\nverifie visible Label5 non\ntouche bt_coul(0)\n"
+                       "verifie Label4 \"Contraste 4.49 : 1\"\nverifie visible Label5 oui\ntouche btx(3)\n"
+                       "verifie Label4 \"Contraste 4.54 : 1\"\nverifie visible Label5 non\ntouche bt_coul(0)\n"
                        "touche g1 0 2\ntouche bt_coul(1)\ntouche g1 0 2\nverifie image g1 0 2 101\n"
                        "verifie Label4 \"Contraste 1.00 : 1\"\nverifie visible Label5 oui\n"
                        "verifie Label5 \"Texte illisible : une autre couleur le remplace\"\n");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <string>
 
 #include "config/nuances.h"
@@ -369,12 +370,12 @@ class Choix {
         forme_(nom + "_place").aspect.fond = en_main();
     }
 
+    /// The figure is cut, not rounded: it never says that a contrast is reached which is not.
     void montre_lisibilite() {
         const Paire p = choisies(numero_);
         const double c = contraste(p.fond, p.encre);
-        const std::string montre = nombres::montant(c);
-        forme_("Label4").texte() = "Contraste " + montre + " : 1";
-        forme_("Label5").visible = nombres::lis(montre) < contraste_voulu;
+        forme_("Label4").texte() = "Contraste " + nombres::montant(std::floor(c * 100) / 100) + " : 1";
+        forme_("Label5").visible = c < contraste_voulu;
         forme_("Label5").texte() = c < formes::contraste_min
                                        ? std::string_view("Texte illisible : une autre couleur le remplace")
                                        : std::string_view("Texte peu lisible : il faut au moins 4.5 : 1");
