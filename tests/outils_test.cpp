@@ -31,6 +31,44 @@ TEST_F(Outils, LesRangeesEtLaBarre) {
     EXPECT_EQ(record(2), "#I#0:00554:00770    ");
 }
 
+/// The store keeps 17 characters of a value: what is longer is refused and told, never cut.
+TEST_F(Outils, UneValeurTropLongueEstRefusee) {
+    sans_mot_de_passe();
+    const std::string trop =
+        "verifie Label1 \"Valeur trop longue (17 caractères au plus), le réglage reste ce qu'il était !\"\n"
+        "touche btc(5)\nverifie ecran ch_outils\n";
+    tient_texte(t, ouvre + "touche g1 1 0\nattend 100\ntape \"3456789012345678\"\ntouche \"Valider\"\n" + trop +
+                       "verifie g1 1 1 \"12\"\ntouche g1 30 0\nattend 100\ntape \"345678901234567890\"\n"
+                       "touche \"Valider\"\n" +
+                       trop +
+                       "touche g1 1 0\nattend 100\ntape \"345678901234567\"\ntouche \"Valider\"\n"
+                       "verifie ecran ch_outils\nverifie g1 1 1 \"12345678901234567\"\n");
+    EXPECT_EQ(record(25), "#I#12345678901234567");
+    EXPECT_EQ(record(50), "#I#1                ");
+}
+
+/// However wide the screen, the rows have letters of one size, at which no label is cut; the size asked for where it
+/// fits.
+TEST_F(Outils, LesRangeesOntUneSeuleTaille) {
+    sans_mot_de_passe();
+    const struct {
+        const char *resolution, *voulue, *montree;
+    } cas[] = {
+        {"#I#0:01280:00770", "#I#20", "20"}, {"#I#0:01280:00770", "#I#60", "48"}, {"#I#0:00554:00770", "#I#60", "18"}};
+    for (const auto& c : cas) {
+        SCOPED_TRACE(std::string(c.resolution) + " " + c.voulue);
+        t.regle(2, c.resolution);
+        t.regle(3, c.voulue);
+        std::string verifie;
+        for (int l = 0; l < 42; ++l) {
+            for (const char* colonne : {" 0 ", " 1 "}) {
+                verifie += "verifie police g1 " + std::to_string(l) + colonne + c.montree + "\n";
+            }
+        }
+        tient_texte(t, ouvre + verifie);
+    }
+}
+
 TEST_F(Outils, UnMauvaisCodeNOuvrePas) {
     tient_texte(t,
                 "touche btx(2)\ntouche logil\nattend 100\ntouche \"5\"\ntouche \"8\"\ntouche \"2\"\ntouche g2 0 5\n"

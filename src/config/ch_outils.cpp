@@ -175,18 +175,23 @@ class Outils {
     void change_police(int points) {
         Controle& g = g1();
         g.aspect.police = points;
+        const int commune = police_commune(points);
         g.grille.hauteur_ligne =
-            std::min(g.cadre.hauteur, std::max(hauteur_rangee_min, points * twips_par_point * 32 / 15));
-        const int place = g.grille.largeurs[libelle] - marge_libelle;
+            std::min(g.cadre.hauteur, std::max(hauteur_rangee_min, commune * twips_par_point * 32 / 15));
         for (int l = 0; l < g.grille.lignes; ++l) {
-            Aspect& a = g.grille.cellule(l, libelle);
-            a.police = police_qui_tient(points, a, place);
+            g.grille.cellule(l, libelle).police = g.grille.cellule(l, valeur).police = commune;
         }
     }
 
-    /// The list's letters, or smaller ones for a label that would be cut: only its end tells it from its neighbours.
-    static int police_qui_tient(int points, const Aspect& a, int place) {
-        while (points > police_lisible && largeur_en_twips(points, a.gras, a.texte) > place) --points;
+    /// The size asked for, or a smaller one at which every label is shown whole: only its end tells it from its
+    /// neighbours, and the rows of one list have letters of one size.
+    int police_commune(int points) {
+        const Grille& g = g1().grille;
+        const int place = g.largeurs[libelle] - marge_libelle;
+        for (int l = 0; l < g.lignes; ++l) {
+            const Aspect& a = g.cellule(l, libelle);
+            while (points > police_lisible && largeur_en_twips(points, a.gras, a.texte) > place) --points;
+        }
         return points;
     }
 
@@ -238,17 +243,20 @@ class Outils {
         return question + "|" + cellule(ligne, valeur);
     }
 
-    /// Stores what was entered, whatever it is; readers make a number of it.
-    void range_valeur(int ligne, const std::string& entree) {
-        if (enregistre(record_de(cellule(ligne, code)), std::string(marque) + entree)) {
-            g1().grille.cellule(ligne, valeur).texte = entree;
+    /// Stores what was entered, whatever it is; readers make a number of it. False when it was not, which is told.
+    bool range_valeur(int ligne, const std::string& entree) {
+        if (entree.size() > reglages::longueur_valeur) {
+            mini_97::informe("Valeur trop longue (17 caractères au plus), le réglage reste ce qu'il était !"_t);
+            return false;
         }
+        if (!enregistre(record_de(cellule(ligne, code)), std::string(marque) + entree)) return false;
+        g1().grille.cellule(ligne, valeur).texte = entree;
+        return true;
     }
 
     void saisit_nombre(int ligne) {
         const auto entree = clav_num::demande("", demande_de_valeur(ligne));
-        if (!entree) return;
-        range_valeur(ligne, *entree);
+        if (!entree || !range_valeur(ligne, *entree)) return;
         if (record_de(cellule(ligne, code)) == reglages::taille_boites)
             mini_97::informe("Verification Boite de dialogue !");
     }

@@ -10,7 +10,6 @@ namespace reglages {
 namespace {
 
 constexpr std::string_view nom_fichier = "wwinqx42.wdo";
-constexpr std::size_t longueur_record = 20;
 constexpr std::uint64_t longueur_initialisee = 400;  ///< a shorter store is filled anew
 constexpr int nb_records = 2000, record_max = 32767;
 constexpr std::string_view marque = "#I#";

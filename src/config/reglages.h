@@ -24,6 +24,9 @@ enum Record {
 /// Records of the manager's colours: ground n is record fonds + n, text n is record encres + n, n from 1 to 9.
 inline constexpr int fonds = 1700, encres = 1710;
 
+/// Characters of a record, and of a value behind its "#I#".
+inline constexpr std::size_t longueur_record = 20, longueur_valeur = 17;
+
 /// Opens the store, and creates or repairs it when it is too short. False when the working directory cannot be used.
 bool ouvre();
 void ferme();

@@ -411,6 +411,9 @@ class Editeur {
         const auto valeur =
             mini_97::saisit(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
         if (!valeur || texte::rogne(*valeur).empty()) return;
+        if (texte::rogne(*valeur).size() > reglages::longueur_record) {
+            return mini_97::informe("Valeur trop longue (20 caractères au plus), le réglage reste ce qu'il était !"_t);
+        }
         if (reglages::ecrit(n, texte::rogne(*valeur)) == fichiers::Issue::fait) return;
         mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
     }
