@@ -1,4 +1,7 @@
 // The toolbox: its rows and actions, what it writes, how it ends the program, and the screens that follow its settings.
+#include "data/etat.h"
+#include "main_screen/attend_tempo.h"
+#include "platform/ecran/boucle.h"
 #include "rejeux.h"
 
 namespace {
@@ -163,6 +166,45 @@ TEST_F(Outils, LeReleveEcritMilleRecordsEtArrete) {
 
 TEST_F(Outils, LAttenteDuReseauCompteEtSeReferme) {
     tient(t, "attend_tempo.txt");
+}
+
+/// Looks at the box of the wait once it is shown, then closes it.
+struct RegardSurLAttente final : ecran::Pilote {
+    int largeur, hauteur;  ///< of the screen, pixels
+    RegardSurLAttente(int l, int h) : largeur(l), hauteur(h) {}
+    ecran::Evenement prochain() override {
+        ecran::Forme& f = *ecran::forme_du_dessus();
+        EXPECT_EQ(f.nom, "attend_tempo");
+        constexpr int px = ecran::twips_par_pixel;
+        EXPECT_GE(f.cadre.haut, ecran::hauteur_bandeau) << "the service pictures stay in view";
+        EXPECT_LE(f.cadre.bas(), hauteur * px);
+        EXPECT_GE(f.cadre.gauche, 0);
+        EXPECT_LE(f.cadre.droite(), largeur * px);
+        int bas = 0;
+        for (const char* nom : {"Label1", "Label4", "Label3", "p11"}) {
+            EXPECT_GE(f(nom).cadre.haut, bas) << nom << " lies upon the part above it";
+            bas = f(nom).cadre.bas();
+        }
+        EXPECT_LT(bas, f.cadre.hauteur);
+        EXPECT_GE(f("p11").cadre.hauteur, 54 * px) << "a finger would miss it";
+        f.ferme();
+        return {};
+    }
+};
+
+TEST(Attente, RienNeSeRecouvreSurUnPetitEcran) {
+    const auto largeur = etat::largeur_ecran, hauteur = etat::hauteur_ecran;
+    for (const auto& [l, h] : {std::pair(320, 440), {440, 320}, {480, 464}, {800, 480}, {554, 770}, {1280, 770}}) {
+        SCOPED_TRACE(std::to_string(l) + " x " + std::to_string(h));
+        RegardSurLAttente regard(l, h);
+        etat::largeur_ecran = l;
+        etat::hauteur_ecran = std::max(h, 440);  // no form is lower, even on a lower screen
+        ecran::ouvre_ecran(ecran::cree_fenetre_muette(l, h), &regard);
+        attend_tempo::montre_attend_tempo();
+        ecran::ferme_ecran();
+    }
+    etat::largeur_ecran = largeur;
+    etat::hauteur_ecran = hauteur;
 }
 
 TEST_F(Outils, LesPetitsBoutonsDuTechnicien) {

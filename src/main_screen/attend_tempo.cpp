@@ -19,6 +19,9 @@ constexpr int tic_ms = 1000;
 constexpr int dernier_compte = -2;  ///< below it the screen closes
 constexpr int largeur_boite = px(620), hauteur_boite = px(420), marge = px(24);
 constexpr int hauteur_message = px(110), hauteur_compte = px(120), hauteur_tentative = px(40), hauteur_touche = px(84);
+/// What the parts need one below the other; a lower box makes all of them lower.
+constexpr int hauteur_pleine =
+    marge + hauteur_message + hauteur_compte + hauteur_tentative + rythme + hauteur_touche + marge;
 constexpr int police_message = 18, police_compte = 64, police_tentative = 16, police_touche = 20;
 
 class Attente {
@@ -39,14 +42,17 @@ class Attente {
     Forme forme_;
 
     void construit() {
+        const int vue = std::min(formes::hauteur(), hauteur_ecran());  // a form may be higher than a small screen
         const int l = std::min(largeur_boite, formes::largeur() - 2 * rythme);
-        const int h = std::min(hauteur_boite, formes::hauteur() - 2 * hauteur_bandeau);
-        forme_.cadre = {(formes::largeur() - l) / 2, (formes::hauteur() - h) / 2, l, h};
+        const int h = std::min(hauteur_boite, vue - 2 * hauteur_bandeau);
+        forme_.cadre = {(formes::largeur() - l) / 2, (vue - h) / 2, l, h};
+        const double part = std::min(1.0, static_cast<double>(h) / hauteur_pleine);
+        const auto y = [part](int hauteur) { return static_cast<int>(hauteur * part); };
         const int utile = l - 2 * marge;
-        const Cadre message = {marge, marge, utile, hauteur_message};
-        const Cadre touche = {marge, h - marge - hauteur_touche, utile, hauteur_touche};
-        const Cadre tentative = {marge, touche.haut - hauteur_tentative - rythme, utile, hauteur_tentative};
-        const Cadre compte = {marge, tentative.haut - hauteur_compte, utile, hauteur_compte};
+        const Cadre message = {marge, y(marge), utile, y(hauteur_message)};
+        const Cadre touche = {marge, h - y(marge + hauteur_touche), utile, y(hauteur_touche)};
+        const Cadre tentative = {marge, touche.haut - y(hauteur_tentative + rythme), utile, y(hauteur_tentative)};
+        const Cadre compte = {marge, tentative.haut - y(hauteur_compte), utile, y(hauteur_compte)};
         const Plan plans[] = {
             {"Label1", -1, Genre::etiquette, message,
              "Impossible de se connecter au réseau, un nouvel essai sera fait dans         secondes..."_t, Role::rien,
