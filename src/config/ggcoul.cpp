@@ -24,7 +24,8 @@ using formes::px;
 constexpr int nb_numeros = 9;
 constexpr double contraste_voulu = 4.5;
 /// Records that "Par défaut" blanks: the first of each nine.
-constexpr int premiers_records[] = {reglages::fonds + 1, reglages::encres + 1, 1731, 1741};
+constexpr int premiers_records[] = {reglages::fonds + 1, reglages::encres + 1, reglages::fonds_anciens + 1,
+                                    reglages::encres_anciens + 1};
 
 /// What carries a number, and how it looks when the manager has set nothing.
 struct Sorte {

@@ -10,19 +10,32 @@
 
 namespace reglages {
 
-/// Records that a screen reads by name; the others are known by the rows of the toolbox and of `reglages_connus`.
+/// The records that a screen reads.
 enum Record {
     record_resolution = 2,
     police_outils = 3,
+    touches_articles = 5,   ///< the first of four: font size, width and height in cells, keys per page
+    touches_serveurs = 10,  ///< likewise
+    touches_familles = 20,  ///< likewise
+    colonnes_grille = 25,
+    lignes_grille = 26,
     police_note = 30,
+    police_article = 40,
+    police_remarques = 41,
+    police_complements = 42,
     taille_boites = 50,
     police_table = 51,
     verification_table = 55,
+    police_liste_tables = 60,
+    colonnes_liste_tables = 61,
+    lignes_liste_tables = 62,
     sans_mot_de_passe = 200,
+    grandes_images = 201,
 };
 
 /// Records of the manager's colours: ground n is record fonds + n, text n is record encres + n, n from 1 to 9.
-inline constexpr int fonds = 1700, encres = 1710;
+/// Those of the second pair are only ever blanked.
+inline constexpr int fonds = 1700, encres = 1710, fonds_anciens = 1730, encres_anciens = 1740;
 
 /// Characters of a record, and of a value behind its "#I#".
 inline constexpr std::size_t longueur_record = 20, longueur_valeur = 17;

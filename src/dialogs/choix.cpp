@@ -13,7 +13,6 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int record_police = 42;
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
 constexpr int sous_la_marque = px(24);  ///< where the label of a narrow key begins, its mark being in the corner
@@ -86,7 +85,7 @@ Cadre construit_menu(Forme& forme, int lignes) {
     };
     forme.construit(plans);
     forme("Label2").aspect.encre = palette::bleu;
-    forme("g1").aspect.police = reglages::nombre(record_police);
+    forme("g1").aspect.police = reglages::nombre(reglages::police_complements);
     forme("g1").grille.dimensionne(lignes, 2);
     forme("g1").grille.espace = espace;
     return carte;

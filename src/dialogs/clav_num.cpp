@@ -84,7 +84,7 @@ class Pave {
 
     void remplit_touches() {
         Controle& g3 = forme_("g3");
-        const int police = reglages::nombre(51);
+        const int police = reglages::nombre(reglages::police_table);
         g3.aspect.police = police;
         const std::span<const std::string_view> faces = choix_de_taille() ? std::span<const std::string_view>(tailles)
                                                                           : std::span<const std::string_view>(chiffres);

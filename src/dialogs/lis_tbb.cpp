@@ -50,11 +50,12 @@ class Liste {
     void remplit() {
         const std::vector<std::string> tables = catalogue::tables();
         Controle& g1 = forme_("g1");
-        const int colonnes = std::clamp(reglages::nombre(61), 1, combien(g1.cadre.largeur));
-        const int visibles = std::clamp(reglages::nombre(62), 1, combien(g1.cadre.hauteur));
+        const int colonnes =
+            std::clamp(reglages::nombre(reglages::colonnes_liste_tables), 1, combien(g1.cadre.largeur));
+        const int visibles = std::clamp(reglages::nombre(reglages::lignes_liste_tables), 1, combien(g1.cadre.hauteur));
         const int lignes = (static_cast<int>(tables.size()) + colonnes - 1) / colonnes;
         const std::vector<std::string_view> faces(tables.begin(), tables.end());
-        g1.aspect.police = reglages::nombre(60);
+        g1.aspect.police = reglages::nombre(reglages::police_liste_tables);
         formes::remplit_touches(g1, lignes, colonnes, faces, g1.aspect.police);
         g1.grille.hauteur_ligne = std::max(1, (g1.cadre.hauteur + rythme) / visibles - rythme);
         g1.grille.defile = true;

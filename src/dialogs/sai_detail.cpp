@@ -57,7 +57,7 @@ class Details {
                                carte.hauteur - 2 * marge};
         forme_.ajoute({"Shape1", k, Genre::forme, carte, "", Role::carte});
         Controle& g1 = forme_.ajoute({"g1", k, Genre::grille, touches, "", Role::rien});
-        g1.aspect.police = reglages::nombre(42);
+        g1.aspect.police = reglages::nombre(reglages::police_complements);
         g1.grille.dimensionne(choix_par_categorie, 1);
         g1.grille.espace = formes::est_etroit() ? marge : rythme;
         g1.grille.flots = flots;

@@ -120,8 +120,8 @@ class Validation {
 
     void charge() {
         const std::string& ligne = texte_de("Label7") = etat::texte_travail;
-        forme_("Label1").aspect.police = std::max(1, reglages::nombre(40));
-        forme_("g1").aspect.police = std::max(1, reglages::nombre(41));
+        forme_("Label1").aspect.police = std::max(1, reglages::nombre(reglages::police_article));
+        forme_("g1").aspect.police = std::max(1, reglages::nombre(reglages::police_remarques));
         if (const auto q = lignes::quantite_courte(ligne)) texte_de("Label6") = nombres::general(*q);
         texte_de("Label1") = lignes::libelle(ligne);
         if (const auto prix = lignes::prix(ligne)) texte_de("Label3") = nombres::montant(*prix) + " ";

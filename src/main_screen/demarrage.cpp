@@ -122,11 +122,11 @@ void execute() {
     prepare_fichiers();
     pages::raz_touches();
     form1::place_ecran();
-    etat::colonnes_grille = reglages::nombre(25);
-    etat::lignes_grille = reglages::nombre(26);
+    etat::colonnes_grille = reglages::nombre(reglages::colonnes_grille);
+    etat::lignes_grille = reglages::nombre(reglages::lignes_grille);
     etat::total_note = "0.00";
     prend_catalogue();
-    etat::decalage_images = reglages::texte(201) == "OUI" ? 50 : 0;
+    etat::decalage_images = reglages::texte(reglages::grandes_images) == "OUI" ? 50 : 0;
     if (fichiers::existe("prov.txt") && etat::nb_lignes_note == 0) note::charge_provisoire();
     note::calcule_total();
     deja_fait = true;

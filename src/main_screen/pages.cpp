@@ -35,7 +35,6 @@ struct Disposition {
     int premier_record;
     int police = 0, largeur = 0, hauteur = 0, par_page = 0;
 };
-constexpr int disposition_articles = 5, disposition_serveurs = 10, disposition_familles = 20;
 
 /// One key of a list page; without code its place stays empty.
 struct Entree {
@@ -281,7 +280,7 @@ void affiche_serveurs() {
     const auto& noms = catalogue::courant().noms_serveurs;
     const std::string& couleurs = catalogue::courant().couleurs_serveurs;
     const int premiere = premiere_entree(noms);
-    affiche_liste(lis_disposition(disposition_serveurs), derniere_entree(noms) + 1 - premiere, [&](int rang) {
+    affiche_liste(lis_disposition(reglages::touches_serveurs), derniere_entree(noms) + 1 - premiere, [&](int rang) {
         const int n = premiere + rang;
         const std::string& nom = noms[static_cast<std::size_t>(n)];
         if (texte::rogne(nom).empty()) return Entree{};
@@ -297,7 +296,7 @@ void affiche_familles() {
     const auto& noms = catalogue::courant().noms_familles;
     const int premiere = premiere_entree(noms);
     const int nb_pages =
-        affiche_liste(lis_disposition(disposition_familles), derniere_entree(noms) + 1 - premiere, [&](int rang) {
+        affiche_liste(lis_disposition(reglages::touches_familles), derniere_entree(noms) + 1 - premiere, [&](int rang) {
             const int n = premiere + rang;
             const std::string& nom = noms[static_cast<std::size_t>(n)];
             if (texte::rogne(nom).empty()) return Entree{};
@@ -317,7 +316,7 @@ void affiche_articles() {
     const bool connue = famille >= 0 && famille <= familles_max;
     const auto articles = connue ? catalogue::articles_de(famille) : std::span<const std::string_view>();
     const int nb_pages =
-        affiche_liste(lis_disposition(disposition_articles), static_cast<int>(articles.size()), [&](int rang) {
+        affiche_liste(lis_disposition(reglages::touches_articles), static_cast<int>(articles.size()), [&](int rang) {
             const std::string_view record = articles[static_cast<std::size_t>(rang)];
             return Entree{"#AJOU#" + std::string(record), std::string(lignes::libelle(record)),
                           lignes::prix_affiche(record), lignes::chiffre_couleur(record)};
@@ -337,7 +336,7 @@ void affiche_articles() {
 void dessine_touches() {
     commence(Vue::accueil);
     form1::forme()("Label_num").texte() = std::to_string(etat::page_programme);
-    const int police_familles = std::max(1, reglages::nombre(disposition_familles));
+    const int police_familles = std::max(1, reglages::nombre(reglages::touches_familles));
     const auto page = programme_touches::lis_page(etat::page_programme);
     for (int k = 1; k <= static_cast<int>(page.size()) && k <= nb_touches; ++k) {
         pose_ligne(k, page[static_cast<std::size_t>(k - 1)], police_familles);
