@@ -78,7 +78,8 @@ TEST_F(Programme, UneAutreActionChangeLaToucheEntiere) {
                     choisit + "touche \"Fonctions\"\ntouche \"Note\"\nverifie g1 1 2 \"Note de la table\"\n" +
                     "touche g1 30 2\ntape \"Midi\"\ntape entree\ntouche g1 30 7\n" + choisit +
                     "touche g2 0 0\ntouche \"Entrées\"\nverifie g1 30 2 \"Midi\"\nverifie g1 30 6 \"1\"\nverifie "
-                    "g1 30 3 \"11\"\n",
+                    "g1 30 3 \"22\"\ntouche g1 31 3\ntape \"31\"\ntape entree\ntouche g1 32 7\n" +
+                    choisit + "touche \"Menus\"\nverifie g1 32 3 \"22\"\nverifie g1 31 3 \"31\"\n",
                 "--service");
 }
 

@@ -62,6 +62,7 @@ constexpr CarteDeTete cartes[] = {{{"Shape1", "Label5", "Label1", "Page"}, 120, 
                                   {{"Shape4", "Label8", "Label4", "Opération"_t}, 250, 118}};
 constexpr int hauteur_cartes = px(78);
 
+constexpr std::string_view lh_ordinaire = "11";
 constexpr std::string_view copier = "COPIER", coller = "COLLER", couper = "COUPER";
 
 /// The keys below the grid, from the left.
@@ -357,7 +358,7 @@ class Editeur {
         const std::string avant = std::exchange(cellule(l, c), comme_garde(colonnes[c].champ, *reponse));
         if (c == reference) {
             cellule(l, visible) = "1";
-            if (cellule(l, lh).empty()) cellule(l, lh) = "11";
+            if (cellule(l, lh).empty()) cellule(l, lh) = lh_ordinaire;
         }
         if (choisi) complete(l, *choisi, !avant.empty() && avant != cellule(l, c));
     }
@@ -366,13 +367,21 @@ class Editeur {
     /// action goes with it: a key must not name one dish and order another. A hidden key stays hidden.
     void complete(int l, const w_prog_acte::Acte& choisi, bool remplace) {
         if (cellule(l, visible).empty()) cellule(l, visible) = "1";
-        if (cellule(l, lh).empty()) cellule(l, lh) = "11";
+        if (cellule(l, lh).empty()) cellule(l, lh) = lh_au_dessus(l);
         const std::string grap = choisi.image > 0 ? nombres::entier_complete(choisi.image, 3) : "";
         for (const auto& [c, valeur] :
              {std::pair(reference, choisi.reference), std::pair(libelle, choisi.libelle), std::pair(image, grap),
               std::pair(couleur, w_prog_coul::valeur_de(choisi.couleur))}) {
             if (remplace || cellule(l, c).empty()) cellule(l, c) = comme_garde(colonnes[c].champ, valeur);
         }
+    }
+
+    /// The size of the nearest key above: the keys of a page stay alike, and as large as a finger needs on this screen.
+    std::string lh_au_dessus(int l) {
+        while (--l >= 1) {
+            if (cellule(l, visible) == "1" && !cellule(l, lh).empty()) return cellule(l, lh);
+        }
+        return std::string(lh_ordinaire);
     }
 
     void choisit_image(int l) {
