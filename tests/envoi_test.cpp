@@ -99,7 +99,12 @@ TEST_F(Envoi, QuitterPropose) {
                                           "##QUA:002.00##\r\n"));
     fs::remove(t.chemin() / "prov.txt");
     fs::create_directory(t.chemin() / "prov.txt");
-    tient_texte(t, "touche \"Sophie\"\ntouche \"Quitter\"\ntouche \"Oui\"\nverifie arret\n");
+    const std::string quitte = "touche \"Quitter\"\ntouche \"Oui\"\n";
+    tient_texte(t, "touche \"Sophie\"\n" + quitte + "verifie arret\n");
+    tient_texte(t, "touche \"Sophie\"\ntouche \"Entrecôte\"\ntouche g2 0 5\n" + quitte +
+                       "verifie Label1 \"La note n'a pas pu être gardée dans prov.txt, fermer quand même ?\"\n"
+                       "touche \"Non\"\nverifie ecran Form1\n" +
+                       quitte + "touche \"Oui\"\nverifie arret\n");
 }
 
 TEST_F(Envoi, LesCommandesDeLaMemeSecondePrennentDesNomsDifferents) {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <thread>
 
@@ -112,7 +113,64 @@ TEST_F(Occupe, UnFichierTenuDansLeRepertoireReseauNEstNiEcraseNiPerdu) {
     Tenu copieur("reseau/worvalune.wdo");
     EXPECT_FALSE(livraison::copie_catalogue("reseau"));
     EXPECT_EQ(terrain.lis("worvalune.wdo"), "ancien");
+    copieur.lache();
+    terrain.pose("reseau/w_styl72.wdo", "choix");
+    Tenu styles("reseau/w_styl72.wdo");
+    EXPECT_FALSE(livraison::copie_catalogue("reseau")) << "the choices are to be fetched again";
+    EXPECT_EQ(terrain.lis("worvalune.wdo"), "neuf");
 }
+
+/// The program ends while another one still holds the order's file.
+TEST_F(Occupe, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
+    tests::Terrain t;
+    t.restaurant();
+    t.pose("a_.-A-", "commande a");
+    Tenu lecteur(page(t.chemin() / "a_.-A-"), FILE_SHARE_READ);
+    tests::tient_texte(t, "touche btx(1)\nverifie image g2 0 4 23\n");
+    EXPECT_EQ(t.lis("reseau/a_.txt"), "commande a");
+    fs::remove(t.reseau() / "a_.txt");  // the router has collected it
+    tests::tient_texte(t, "touche btx(1)\nverifie image g2 0 4 23\n");
+    lecteur.lache();
+    tests::tient_texte(t, "touche btx(1)\nverifie image g2 0 4 23\n");
+    EXPECT_TRUE(t.fichiers("reseau", ".txt").empty());
+    EXPECT_TRUE(t.fichiers(".", "-").empty()) << "neither the order nor its mark";
+}
+
+/// A file of the terminal's that another program holds while it starts, and lets go under its running.
+struct AuDepart {
+    const char *fichier, *pendant;
+};
+const AuDepart au_depart[] = {
+    {"progppb.wdo", "verifie btx(1) \"Sophie\"\n"},  {"worvalune.wdo", "verifie visible btx(1) non\n"},
+    {"wwinqx42.wdo", "verifie btx(1) \"Sophie\"\n"}, {"wfichdir.wdo", "verifie visible btx(1) non\n"},
+    {"w_styl72.wdo", "verifie btx(1) \"Sophie\"\n"},
+};
+class TenuAuDepart : public testing::TestWithParam<AuDepart> {};
+
+TEST_P(TenuAuDepart, LEcranLeReprendDesQuIlEstLibre) {
+    tests::Terrain t;
+    t.restaurant();
+    const std::string fichier = GetParam().fichier;
+    tests::tient_texte(t, "touche btx(1)\ncapture libre.png\n");  // makes what a first start makes
+    if (fichier == "worvalune.wdo") fs::remove_all(t.reseau());
+    Tenu autre(page(t.chemin() / fichier));
+    std::thread lache([&] {
+        for (int i = 0; i < 2000 && !t.existe("tenu.png"); ++i) std::this_thread::sleep_for(5ms);
+        autre.lache();
+    });
+    tests::tient_texte(t, "verifie ecran mini_97\nverifie Label1 \"Un autre programme utilise " + fichier +
+                              " : lecture dès que possible !\"\ntouche btc(5)\nverifie ecran Form1\n" +
+                              GetParam().pendant +
+                              "capture tenu.png\nattend 2000\nattend 2000\nattend 2000\n"
+                              "touche btx(1)\nverifie btx(1) \"Viandes\"\ncapture repris.png\n");
+    lache.join();
+    EXPECT_EQ(t.existe("reseau/Test.res"), fichier != "worvalune.wdo");
+    if (fichier != "worvalune.wdo") {
+        EXPECT_EQ(t.lis("repris.png"), t.lis("libre.png"));
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Fichiers, TenuAuDepart, testing::ValuesIn(au_depart),
+                         [](const auto& p) { return std::string(p.param.fichier, std::strlen(p.param.fichier) - 4); });
 
 /// A virus scanner looks at a file for a moment: what the waiter does meanwhile succeeds all the same.
 TEST_F(Occupe, CeQuiNEstTenuQuUnMomentReussit) {

@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "data/nombres.h"
+#include "data/tenus.h"
 #include "platform/texte.h"
 
 namespace reglages {
 namespace {
 
-constexpr std::string_view nom_fichier = "wwinqx42.wdo";
 constexpr std::uint64_t longueur_initialisee = 400;  ///< a shorter store is filled anew
 constexpr int nb_records = 2000, record_max = 32767;
 constexpr std::string_view marque = "#I#";
@@ -68,8 +69,11 @@ std::string cinq_chiffres(int n) {
 }  // namespace
 
 bool ouvre() {
-    if (fichier) return true;
-    fichier = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    if (fichier && !tenus::est_tenu(nom_fichier)) return true;
+    fichiers::Issue ecriture = fichiers::Issue::panne;
+    auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture);
+    if (ouvert || !fichier) fichier = std::move(ouvert);
+    tenus::note(nom_fichier, ecriture);
     // A store that is there but cannot be opened reads as blank records.
     if (!fichier) return fichiers::existe(nom_fichier);
     if (fichier->longueur() >= longueur_initialisee) return true;

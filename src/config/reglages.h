@@ -10,6 +10,8 @@
 
 namespace reglages {
 
+inline constexpr std::string_view nom_fichier = "wwinqx42.wdo";
+
 /// The records that a screen reads.
 enum Record {
     record_resolution = 2,

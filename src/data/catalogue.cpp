@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "data/nombres.h"
+#include "data/tenus.h"
 #include "platform/fichiers.h"
 #include "platform/texte.h"
 
@@ -35,7 +36,7 @@ void augmente(std::int16_t& n) {
 
 void lis_entete(Tables& t) {
     std::string contenu;
-    if (fichiers::lis_tout(fichier_entete, contenu) != fichiers::Issue::fait) return;
+    if (tenus::note(fichier_entete, fichiers::lis_tout(fichier_entete, contenu)) != fichiers::Issue::fait) return;
     pour_chaque_ligne(contenu, [&t](std::string_view ligne) {
         if (texte::rogne(ligne).empty()) return;
         augmente(t.nb_lignes_orvalune);
@@ -94,7 +95,7 @@ constexpr Genre genres[] = {
 
 void lis_lignes(Tables& t) {
     auto contenu = std::make_shared<std::string>();
-    t.lu = fichiers::lis_tout(fichier_catalogue, *contenu) == fichiers::Issue::fait;
+    t.lu = tenus::note(fichier_catalogue, fichiers::lis_tout(fichier_catalogue, *contenu)) == fichiers::Issue::fait;
     t.contenu = contenu;
     pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
         const std::string_view marque = ligne.substr(0, longueur_marque);
@@ -117,7 +118,7 @@ std::unique_ptr<Tables> lis() {
 void charge_catalogue() {
     auto neuves = lis();
     if (neuves->lu || !tables_courantes->lu) tables_courantes = std::move(neuves);
-    catalogue_charge = true;
+    catalogue_charge = !tenus::est_tenu(fichier_entete) && !tenus::est_tenu(fichier_catalogue);
 }
 
 const Tables& courant() {

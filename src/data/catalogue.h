@@ -34,7 +34,7 @@ std::unique_ptr<Tables> lis();
 /// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that
 /// cannot be read at the moment; only while no dialog is open.
 void charge_catalogue();
-/// Set once charge_catalogue() has ended.
+/// Set once charge_catalogue() has ended, unless another program held a file: then it is to be called again.
 inline bool catalogue_charge = false;
 
 /// The tables in use.

@@ -1,5 +1,7 @@
 #include "data/livraison.h"
 
+#include <algorithm>
+
 #include "data/commande.h"
 #include "platform/fichiers.h"
 
@@ -9,6 +11,8 @@ namespace {
 using fichiers::Issue;
 
 constexpr std::string_view motif_attente = "*.-a-", fichier_sonde = "Test.res";
+/// The mark beside an order that was delivered and could not be deleted, with the same content: a later run knows it.
+constexpr std::string_view motif_marque = "*.-l-", fin_de_marque = "-L-";
 constexpr std::size_t longueur_sonde = 64;
 constexpr std::string_view fichiers_du_catalogue[] = {"w_styl72.wdo", "orvalune.wdo", "worvalune.wdo"};
 
@@ -29,19 +33,59 @@ Sort sort_de(Issue i, const std::string& repertoire) {
     return i != Issue::plein && fichiers::est_repertoire(repertoire) ? Sort::attend : Sort::reseau_perdu;
 }
 
-bool copie(const std::string& repertoire, std::string_view nom) {
+Issue copie(const std::string& repertoire, std::string_view nom) {
     const std::string source = fichiers::joint(repertoire, nom);
     std::string distant, local;
-    if (fichiers::lis_tout(source, distant) != Issue::fait || distant.empty()) return false;
-    if (fichiers::longueur(source) != distant.size()) return false;
-    const bool pareil = fichiers::lis_tout(nom, local) == Issue::fait && local == distant;
-    return pareil || fichiers::ecrit_tout(nom, distant, fichiers::Remplace::oui) == Issue::fait;
+    const Issue lecture = fichiers::lis_tout(source, distant);
+    if (lecture != Issue::fait) return lecture;
+    if (distant.empty() || fichiers::longueur(source) != distant.size()) return Issue::absent;
+    if (fichiers::lis_tout(nom, local) == Issue::fait && local == distant) return Issue::fait;
+    return fichiers::ecrit_tout(nom, distant, fichiers::Remplace::oui);
+}
+
+bool est_partie(Issue suppression) {
+    return suppression == Issue::fait || suppression == Issue::absent;
+}
+
+/// The name of an order with another end.
+std::string avec_fin(const std::string& nom, std::string_view fin) {
+    return nom.substr(0, nom.size() - commande::fin_en_attente.size()) + std::string(fin);
+}
+
+/// Whether a mark speaks of the order that has its name now.
+bool marque_vaut(const std::string& marque) {
+    std::string marquee, presente;
+    if (fichiers::lis_tout(marque, marquee) == Issue::occupe) return true;
+    const Issue lecture = fichiers::lis_tout(avec_fin(marque, commande::fin_en_attente), presente);
+    return lecture == Issue::occupe || (lecture == Issue::fait && presente == marquee);
 }
 
 }  // namespace
 
 std::vector<std::string> en_attente() {
     return fichiers::liste(".", motif_attente);
+}
+
+std::vector<std::string> supprime_livrees(std::vector<std::string> connues) {
+    for (const std::string& marque : fichiers::liste(".", motif_marque)) {
+        const std::string nom = avec_fin(marque, commande::fin_en_attente);
+        if (std::find(connues.begin(), connues.end(), nom) != connues.end()) continue;
+        if (marque_vaut(marque)) {
+            connues.push_back(nom);
+        } else {
+            static_cast<void>(fichiers::supprime(marque));
+        }
+    }
+    // One that is held costs time: the others, and then it again, come with the next call.
+    while (!connues.empty()) {
+        if (!est_partie(fichiers::supprime(connues.front()))) {
+            std::rotate(connues.begin(), connues.begin() + 1, connues.end());
+            break;
+        }
+        static_cast<void>(fichiers::supprime(avec_fin(connues.front(), fin_de_marque)));
+        connues.erase(connues.begin());
+    }
+    return connues;
 }
 
 bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date) {
@@ -51,10 +95,14 @@ bool ecrit_sonde(const std::string& repertoire, int record, const std::string& d
 }
 
 bool copie_catalogue(const std::string& repertoire) {
-    bool entier = false;
-    if (repertoire.empty()) return entier;
-    for (const std::string_view nom : fichiers_du_catalogue) entier = copie(repertoire, nom);
-    return entier;
+    if (repertoire.empty()) return false;
+    Issue issue = Issue::absent;
+    bool tenu = false;
+    for (const std::string_view nom : fichiers_du_catalogue) {
+        issue = copie(repertoire, nom);
+        tenu = tenu || issue == Issue::occupe;
+    }
+    return issue == Issue::fait && !tenu;
 }
 
 Sort livre(const std::string& repertoire, const std::string& nom) {
@@ -62,10 +110,10 @@ Sort livre(const std::string& repertoire, const std::string& nom) {
     if (nom.size() < commande::fin_en_attente.size()) return Sort::attend;
     std::string contenu;
     if (fichiers::lis_tout(nom, contenu) != Issue::fait) return Sort::attend;
-    const std::string tige = nom.substr(0, nom.size() - commande::fin_en_attente.size());
-    const std::string cible = fichiers::joint(repertoire, tige + std::string(commande::fin_livree));
+    const std::string cible = fichiers::joint(repertoire, avec_fin(nom, commande::fin_livree));
     const Sort sort = sort_de(depose_commande(cible, contenu), repertoire);
-    if (sort == Sort::livree) static_cast<void>(fichiers::supprime(nom));
+    if (sort == Sort::livree && !est_partie(fichiers::supprime(nom)))
+        static_cast<void>(fichiers::ecrit_tout(avec_fin(nom, fin_de_marque), contenu, fichiers::Remplace::oui));
     return sort;
 }
 

@@ -11,11 +11,17 @@ namespace livraison {
 /// Orders of the working directory that wait, in name order.
 std::vector<std::string> en_attente();
 
+/// Deletes the orders that were delivered, but whose file another program kept from being deleted then: those of
+/// `connues` and those that an earlier run has marked. Those that still cannot be deleted come back: the router, which
+/// has perhaps collected them, gets none twice.
+std::vector<std::string> supprime_livrees(std::vector<std::string> connues);
+
 /// Writes the probe record into "Test.res" of the directory: the date in 64 characters.
 bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date);
 
 /// Copies the style and catalogue files into the working directory; what cannot be read, or is empty because it is just
-/// being written, leaves the local file as it is. True when the catalogue itself is here and whole.
+/// being written, leaves the local file as it is. True when the catalogue itself is here and whole, and no other
+/// program has kept one of the files from being copied.
 bool copie_catalogue(const std::string& repertoire);
 
 enum class Sort {

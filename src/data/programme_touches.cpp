@@ -2,14 +2,15 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "data/nombres.h"
+#include "data/tenus.h"
 #include "platform/texte.h"
 
 namespace programme_touches {
 namespace {
 
-constexpr std::string_view nom_fichier = "progppb.wdo";
 constexpr std::size_t longueur_record = 256, nb_records = 5000;
 constexpr std::uint64_t longueur_vide = 250;  ///< up to this length the file counts as not filled
 constexpr int records_par_page = 100;
@@ -103,8 +104,11 @@ std::int32_t Ligne::couleur() const {
 }
 
 bool prepare() {
-    if (fichier) return true;
-    fichier = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    if (fichier && !tenus::est_tenu(nom_fichier)) return true;
+    fichiers::Issue ecriture = fichiers::Issue::panne;
+    auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture);
+    if (ouvert || !fichier) fichier = std::move(ouvert);
+    tenus::note(nom_fichier, ecriture);
     if (!fichier) return false;
     if (fichier->longueur() > longueur_vide) return true;
     return fichier->ecrit_depuis_le_debut(programme_vide()) == fichiers::Issue::fait;

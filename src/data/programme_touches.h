@@ -11,6 +11,7 @@
 
 namespace programme_touches {
 
+inline constexpr std::string_view nom_fichier = "progppb.wdo";
 inline constexpr int nb_pages = 50, lignes_par_page = 95;
 
 /// The fields of a line. Those that the editor does not show keep their bytes.

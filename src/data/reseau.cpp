@@ -10,6 +10,7 @@
 #include "data/etat.h"
 #include "data/identite.h"
 #include "data/livraison.h"
+#include "data/tenus.h"
 #include "platform/horloge.h"
 #include "platform/ouvrier.h"
 #include "platform/texte.h"
@@ -117,15 +118,22 @@ void apres_la_sonde(bool repond) {
 
 /// Writes the probe; what another program kept from being deleted is deleted on the way.
 bool lance_sonde() {
-    auto repond = std::make_shared<bool>(false);
-    return ouvrier::lance(
-        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond, livrees = connexion.livrees,
-          date = horloge::jour(horloge::maintenant())] {
-             for (const std::string& nom : livrees) static_cast<void>(fichiers::supprime(nom));
-             *repond = livraison::ecrit_sonde(repertoire, record, date);
-         },
-         [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
-         limite_sonde_ms});
+    struct Constat {
+        bool repond = false;
+        std::vector<std::string> livrees;
+    };
+    auto constat = std::make_shared<Constat>();
+    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat,
+                            livrees = connexion.livrees, date = horloge::jour(horloge::maintenant())] {
+                               constat->livrees = livraison::supprime_livrees(livrees);
+                               constat->repond = livraison::ecrit_sonde(repertoire, record, date);
+                           },
+                           [constat](ouvrier::Reponse reponse) {
+                               const bool faite = reponse == ouvrier::Reponse::faite;
+                               if (faite) connexion.livrees = std::move(constat->livrees);
+                               apres_la_sonde(faite && constat->repond);
+                           },
+                           limite_sonde_ms});
 }
 
 }  // namespace
@@ -134,14 +142,15 @@ bool repertoire_connu() {
     return fichiers::existe(nom_fichier);
 }
 
-bool lis_repertoire() {
+fichiers::Issue lis_repertoire() {
     std::string contenu;
-    const bool lu = fichiers::lis_tout(nom_fichier, contenu, longueur_max) == fichiers::Issue::fait;
+    const auto lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu, longueur_max));
     const auto lignes = texte::lignes(contenu);
-    etat::repertoire_reseau = lignes.empty() ? "" : std::string(texte::rogne(lignes[0]));
+    if (lecture != fichiers::Issue::occupe)
+        etat::repertoire_reseau = lignes.empty() ? "" : std::string(texte::rogne(lignes[0]));
     etat::repertoire_test = etat::repertoire_reseau;
     etat::record_test = 1;
-    return lu;
+    return lecture;
 }
 
 fichiers::Issue ecrit_repertoire(std::string_view repertoire) {

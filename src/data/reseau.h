@@ -13,8 +13,8 @@ namespace reseau {
 /// Whether "wfichdir.wdo" exists.
 bool repertoire_connu();
 /// Reads its first line, without the blanks around it, into etat::repertoire_reseau and renews the probe's directory
-/// and record. False when the file cannot be read; the directory is then blank.
-bool lis_repertoire();
+/// and record. When the file cannot be read the directory is blank; while another program holds it, it stays.
+fichiers::Issue lis_repertoire();
 /// Writes the file anew: the directory, then 11 lines of one blank.
 fichiers::Issue ecrit_repertoire(std::string_view repertoire);
 

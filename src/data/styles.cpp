@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/nombres.h"
+#include "data/tenus.h"
 #include "platform/fichiers.h"
 #include "platform/horloge.h"
 #include "platform/texte.h"
@@ -10,7 +11,6 @@
 namespace styles {
 namespace {
 
-constexpr std::string_view nom_fichier = "w_styl72.wdo";
 constexpr std::size_t longueur_record = 128, nb_records = 501;
 constexpr std::size_t longueur_tete = 15, longueur_libelle = 40, longueur_reste = 61;
 constexpr std::size_t place_texte = 116, place_fond = 120;
@@ -82,7 +82,7 @@ std::string contenu_initial(std::string_view ancien) {
 
 bool init_styles() {
     std::string contenu;
-    const fichiers::Issue lecture = fichiers::lis_tout(nom_fichier, contenu);
+    const fichiers::Issue lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu));
     if (lecture == fichiers::Issue::fait && contenu.starts_with("#INIT#")) return true;
     if (lecture != fichiers::Issue::fait && lecture != fichiers::Issue::absent) return false;
     // All at once: a file that stopped behind its first record would count as initialised for ever.

@@ -3,9 +3,12 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace styles {
+
+inline constexpr std::string_view nom_fichier = "w_styl72.wdo";
 
 /// One detail choice. Colours have red in the low byte.
 struct Style {

@@ -12,6 +12,7 @@
 #include "data/programme_touches.h"
 #include "data/reseau.h"
 #include "data/styles.h"
+#include "data/tenus.h"
 #include "dialogs/mini_97.h"
 #include "main_screen/form1.h"
 #include "main_screen/note.h"
@@ -31,7 +32,9 @@ constexpr std::string_view programme_parametres = "orvapara.exe";
 constexpr int largeur_min = 320, hauteur_min = 440;
 constexpr int cote_max = 10000, cote_par_defaut = 800;
 
-bool deja_fait = false;  ///< the first run of the sequence is over
+bool deja_fait = false;       ///< the first run of the sequence is over
+bool format_pris = false;     ///< the screen has its format: another program may have held the store until now
+bool fichiers_prets = false;  ///< the local files are there; likewise
 
 [[noreturn]] void arrete(std::string_view message) {
     mini_97::informe(message);
@@ -60,15 +63,21 @@ void prend_resolution() {
     etat::hauteur_ecran = cote(r.hauteur, hauteur_min, ecran::hauteur_ecran());
 }
 
-/// The screen format is asked for once; nothing is laid out yet, so it counts at once.
+void prend_tout_l_ecran() {
+    etat::largeur_ecran = ecran::largeur_ecran() / ecran::twips_par_pixel;
+    etat::hauteur_ecran = ecran::hauteur_ecran() / ecran::twips_par_pixel - porpay::reserve;
+    form1::place_ecran();
+}
+
+/// The screen format is asked for once; nothing is laid out yet, so it counts at once. While another program holds the
+/// store it is not known, and not asked for.
 void choisit_format() {
-    if (deja_fait) return;
-    if (!reglages::resolution_choisie()) {
-        etat::largeur_ecran = ecran::largeur_ecran() / ecran::twips_par_pixel;
-        etat::hauteur_ecran = ecran::hauteur_ecran() / ecran::twips_par_pixel - porpay::reserve;
-        form1::place_ecran();
-        porpay::montre_porpay();
-    }
+    if (format_pris) return;
+    const bool choisi = reglages::resolution_choisie();
+    format_pris = choisi || !tenus::est_tenu(reglages::nom_fichier);
+    if (!choisi) prend_tout_l_ecran();
+    if (!format_pris) return;
+    if (!choisi) porpay::montre_porpay();
     prend_resolution();
     form1::place_ecran();
 }
@@ -89,16 +98,18 @@ void cherche_repertoire() {
 
 void prend_repertoire() {
     if (!reseau::repertoire_connu()) cherche_repertoire();
-    const bool lu = reseau::lis_repertoire();
-    if (deja_fait || (lu && !texte::rogne(etat::repertoire_reseau).empty())) return;
+    const fichiers::Issue lecture = reseau::lis_repertoire();
+    if (deja_fait || lecture == fichiers::Issue::occupe) return;
+    if (lecture == fichiers::Issue::fait && !texte::rogne(etat::repertoire_reseau).empty()) return;
     mini_97::informe("Le répertoire réseau n'est pas indiqué, les commandes attendront sur la tablette !"_t);
 }
 
 void prepare_fichiers() {
-    if (deja_fait) return;
-    fichiers::retire_temporaires(".");
+    if (fichiers_prets) return;
+    if (!deja_fait) fichiers::retire_temporaires(".");
     const bool choix = styles::init_styles(), touches = programme_touches::prepare();
-    if (!choix || !touches)
+    fichiers_prets = !tenus::est_tenu(styles::nom_fichier) && !tenus::est_tenu(programme_touches::nom_fichier);
+    if (fichiers_prets && (!choix || !touches))
         mini_97::informe("Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !"_t);
 }
 
@@ -110,6 +121,14 @@ void prend_catalogue() {
     }
     if (!reseau::catalogue_frais() && catalogue::catalogue_charge) return;
     catalogue::charge_catalogue();
+}
+
+/// What a held file makes of the screens (no keys, no names) is no fault of the tablet's.
+void annonce_tenus() {
+    if (deja_fait || tenus::noms().empty()) return;
+    std::string noms;
+    for (const std::string& nom : tenus::noms()) noms += (noms.empty() ? "" : ", ") + nom;
+    mini_97::informe("Un autre programme utilise " + noms + std::string(" : lecture dès que possible !"_t));
 }
 
 }  // namespace
@@ -129,6 +148,7 @@ void execute() {
     etat::decalage_images = reglages::texte(reglages::grandes_images) == "OUI" ? 50 : 0;
     if (fichiers::existe("prov.txt") && etat::nb_lignes_note == 0) note::charge_provisoire();
     note::calcule_total();
+    annonce_tenus();
     deja_fait = true;
 }
 

@@ -14,6 +14,7 @@
 #include "data/etat.h"
 #include "data/nombres.h"
 #include "data/reseau.h"
+#include "data/tenus.h"
 #include "dialogs/ch_numtab.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/eta_com.h"
@@ -29,6 +30,8 @@
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
 #include "platform/ecran/polices.h"
+#include "platform/fichiers.h"
+#include "platform/ouvrier.h"
 #include "platform/texte.h"
 
 namespace form1 {
@@ -40,6 +43,7 @@ using formes::px;
 constexpr std::string_view marque = "2021-05-19a";
 constexpr std::string_view code_outils = "5826";
 constexpr int police_etat = 12, police_etat_etroite = 11;
+constexpr int guet_ms = 2000, limite_guet_ms = 2000;
 constexpr int hauteur_command = 390, haut_command1 = 870;  ///< twips, the latter from the form's bottom edge
 
 std::unique_ptr<Forme> ecran_principal;
@@ -69,6 +73,20 @@ void recharge_sur_place() {
 /// Waking up, the tablet looks for the network again; an open dialog is left in peace.
 void au_reveil_du_systeme() {
     if (forme_du_dessus() == ecran_principal.get()) recharge_sur_place();
+}
+
+/// Another program holds a file: the worker looks whether it is free again, and the screen takes it up. The worker had
+/// no time for the network meanwhile.
+void guette_les_tenus(Minuterie& guet) {
+    if (tenus::noms().empty()) return guet.arrete();
+    auto libre = std::make_shared<bool>(false);
+    ouvrier::lance(
+        {[noms = tenus::noms(), libre] { *libre = !std::all_of(noms.begin(), noms.end(), fichiers::est_tenu); },
+         [libre](ouvrier::Reponse reponse) {
+             if (reponse == ouvrier::Reponse::faite && *libre) return au_reveil_du_systeme();
+             if (reseau::commandes_en_attente() > 0) reseau::passe();
+         },
+         limite_guet_ms});
 }
 
 /// The technician watches a wait for the network; at its end, unless broken off, the tablet looks for it again.
@@ -154,6 +172,8 @@ void construit() {
         c.au_toucher = k.agit;
     }
     if (etat::service) montre_service();
+    Minuterie& guet = f.ajoute_minuterie("guet");
+    guet.au_tic = [&guet] { guette_les_tenus(guet); };
 }
 
 void place_services() {
@@ -216,7 +236,9 @@ void quitte() {
         }
     }
     if (!mini_97::demande("Confirmez la fermeture de Orvalune ?")) return;
-    note::ecrit_donnees();
+    if (!note::ecrit_donnees() && etat::nb_lignes_note > 0 &&
+        !mini_97::demande("La note n'a pas pu être gardée dans prov.txt, fermer quand même ?"_t))
+        return;
     moduclav::quitte();
 }
 
@@ -262,8 +284,9 @@ void montre_form1() {
         if (pages::vue() == pages::Vue::accueil) pages::barre_accueil();
     });
     a_la_fermeture(ferme_par_le_systeme);
-    a_l_extinction(note::ecrit_donnees);
+    a_l_extinction([] { static_cast<void>(note::ecrit_donnees()); });  // nobody is there to be asked
     recharge();
+    if (!tenus::noms().empty()) ecran_principal->minuteries.front()->demarre(guet_ms);
     montre_modal(*ecran_principal);
 }
 

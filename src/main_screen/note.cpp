@@ -29,8 +29,8 @@ void calcule_total() {
     etat::total_note = nombres::montant(total);
 }
 
-void ecrit_donnees() {
-    static_cast<void>(provisoire::ecrit());
+bool ecrit_donnees() {
+    return provisoire::ecrit() == fichiers::Issue::fait;
 }
 
 void charge_provisoire() {}

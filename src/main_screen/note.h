@@ -8,8 +8,8 @@ void ajoute_ligne();
 /// Brings etat::total_note up to date: the sum of unit price times quantity.
 void calcule_total();
 
-/// Writes prov.txt; a failure is ignored.
-void ecrit_donnees();
+/// Writes prov.txt. False when that was not possible.
+bool ecrit_donnees();
 /// Deliberately nothing: a saved note is never read back, the terminal starts with an empty one.
 void charge_provisoire();
 

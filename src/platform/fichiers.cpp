@@ -127,6 +127,12 @@ bool est_repertoire(std::string_view chemin) {
     return systeme::nature(chemin, n) == systeme::Nature::repertoire;
 }
 
+bool est_tenu(std::string_view chemin) {
+    Issue issue = Issue::absent;
+    if (existe(chemin)) static_cast<void>(Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, issue));
+    return issue == Issue::occupe;
+}
+
 std::optional<std::uint64_t> longueur(std::string_view chemin) {
     std::uint64_t n = 0;
     if (systeme::nature(chemin, n) != systeme::Nature::fichier) return std::nullopt;
@@ -203,12 +209,18 @@ void retire_temporaires(std::string_view repertoire) {
     }
 }
 
-std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record) {
-    Issue issue = Issue::panne;
-    auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, issue);
-    if (!f) f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, issue);
+std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record,
+                                                      Issue& ecriture) {
+    Issue lecture = Issue::panne;
+    auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, ecriture);
+    if (!f) f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, lecture);
     if (!f) return nullptr;
     return std::make_unique<Records>(std::move(f), longueur_record);
+}
+
+std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record) {
+    Issue ecriture = Issue::panne;
+    return ouvre(chemin, longueur_record, ecriture);
 }
 
 bool entre_dans(std::string_view chemin) {

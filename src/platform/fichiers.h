@@ -28,6 +28,8 @@ std::string joint(std::string_view repertoire, std::string_view nom);
 
 bool existe(std::string_view chemin);
 bool est_repertoire(std::string_view chemin);
+/// Whether another program keeps this program from reading and writing the file at the moment (Issue::occupe).
+bool est_tenu(std::string_view chemin);
 /// Length in bytes; nothing when there is no such file.
 std::optional<std::uint64_t> longueur(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
@@ -67,7 +69,8 @@ inline constexpr std::string_view suffixe_temporaire = ".tmp_";
 class FichierRecords {
   public:
     /// Opens or creates; what may only be read is opened for reading, and a write to it fails. Nothing when none of
-    /// these is possible (a directory, no right at all).
+    /// these is possible (a directory, no right at all). `ecriture` tells whether it can be written, or why not.
+    static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record, Issue& ecriture);
     static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record);
     virtual ~FichierRecords() = default;
     virtual std::uint64_t longueur() const = 0;
