@@ -411,6 +411,9 @@ TEST(Polices, LesLegendesPassentALaLigneRetrecissentPuisSeCoupent) {
     EXPECT_EQ(met("Un\r\nDeux\nTrois   ", 400, 200).lignes, (Lignes{"Un", "Deux", "Trois"}));
     EXPECT_EQ(met("   Saignante", 400, 40).lignes, Lignes{"   Saignante"});
 
+    const int sans_signe = static_cast<int>(largeur_texte(Police::grasse, 28, "Dès que possible"_t)) + 2;
+    EXPECT_EQ(met("Dès que possible !"_t, sans_signe, 100).lignes, (Lignes{std::string("Dès que"_t), "possible !"}));
+
     const MiseEnLignes mot = met("Andouillette", 110, 100);
     EXPECT_EQ(mot.lignes, Lignes{"Andouillette"});
     EXPECT_LT(mot.taille, 28);

@@ -11,7 +11,8 @@ namespace {
 constexpr std::size_t mises_max = 4000;     ///< kept layouts; they are made anew beyond
 constexpr std::size_t longueur_max = 2000;  ///< of a caption; more never fits a screen
 constexpr float jambage = 0.15F;            ///< share of the em that a line box may stand over the room
-constexpr char suite = '\x85';              ///< "…" of the page 1252
+constexpr std::string_view signes_doubles = "!?:;\xBB";
+constexpr char suite = '\x85';  ///< "…" of the page 1252
 
 /// A caption measured once for an em of 1; every size is a multiple.
 class Mesure {
@@ -73,6 +74,15 @@ class Mesure {
 
     unsigned char octet(std::size_t i) const { return static_cast<unsigned char>(texte_[i]); }
 
+    /// The end of a word, with the sign behind a blank that French sets after it: that begins no line where there is
+    /// room.
+    std::size_t fin_du_mot(std::size_t mot, std::size_t fin_max, float largeur_max) const {
+        const std::size_t fin = std::min(texte_.find(' ', mot), fin_max), signe = fin + 1;
+        const bool double_ = signe < fin_max && signes_doubles.find(texte_[signe]) != std::string_view::npos;
+        const bool seul = double_ && (signe + 1 == fin_max || texte_[signe + 1] == ' ');
+        return seul && largeur({mot, signe + 1}) <= largeur_max ? signe + 1 : fin;
+    }
+
     /// Blanks at the beginning of a paragraph stay, those at the end of a line go.
     void coupe_paragraphe(Morceau p, float largeur_max, std::vector<Morceau>& lignes) const {
         while (p.fin > p.debut && texte_[p.fin - 1] == ' ') --p.fin;
@@ -80,8 +90,7 @@ class Mesure {
         for (std::size_t i = p.debut; i < p.fin;) {
             std::size_t mot = i;
             while (mot < p.fin && texte_[mot] == ' ') ++mot;
-            std::size_t fin = mot;
-            while (fin < p.fin && texte_[fin] != ' ') ++fin;
+            const std::size_t fin = fin_du_mot(mot, p.fin, largeur_max);
             if (ligne.fin > ligne.debut && largeur({ligne.debut, fin}) > largeur_max) {
                 lignes.push_back(ligne);
                 ligne.debut = mot;
