@@ -29,6 +29,9 @@ done
 
 dpkg-deb -R "$paquet" "$essai/paquet"
 programme=$essai/paquet/usr/bin/orvalune
+# A kiosk that fails is never given up; systemd reads that line in the first section only.
+sed '/^\[Service\]/,$d' "$essai/paquet/usr/lib/systemd/system/orvalune-kiosk.service" | grep -qx 'StartLimitIntervalSec=0' ||
+    echec "a kiosk that fails five times stays black"
 [[ $("$programme" --version) == "Orvalune $version ("* ]] || echec "the packaged program does not say its version"
 # Every picture that the manual shows lies beside it.
 manuel=$essai/paquet/usr/share/doc/orvalune
