@@ -1,10 +1,12 @@
 ; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, SORTIE, ICONE.
 ;
-; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes):
-;   /CurrentUser (default), /AllUsers   for whom
-;   /RESEAU=DIRECTORY                   the network directory; without it an existing one stays
-;   /DEMARRAGE, /DEMARRAGE=non          start at logon, or no more; without it the present choice stays
-; Exit codes: 0 installed, 1 given up by the user, 2 refused or failed, nothing having been replaced.
+; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
+;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
+;   /RESEAU=DIRECTORY            the network directory; without it an existing one stays
+;   /DEMARRAGE, /DEMARRAGE=non   start at logon, or no more; without it the present choice stays
+; A copy for one user and a copy for all would have two working directories: the second one is refused.
+; Exit codes: 0 installed, 1 given up by the user, 2 refused or failed, the program being as it was before. A silent
+; installation writes the reason to its standard error.
 
 Unicode true
 Target ${CIBLE}
@@ -13,6 +15,7 @@ Target ${CIBLE}
 !include LogicLib.nsh
 !include TextFunc.nsh
 !include WinMessages.nsh
+!include x64.nsh
 
 !define NOM "Orvalune"
 !define CLE_PROGRAMME "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NOM}"
@@ -21,6 +24,8 @@ Target ${CIBLE}
 !define PAGE_1252 1252
 !define SANS_APPROCHER 0x400      ; WC_NO_BEST_FIT_CHARS
 !define REMPLACE_ET_ECRIT 9       ; MOVEFILE_REPLACE_EXISTING, MOVEFILE_WRITE_THROUGH
+!define SORTIE_ERREUR -12         ; STD_ERROR_HANDLE
+!define CONSOLE_DU_PARENT -1      ; ATTACH_PARENT_PROCESS
 
 Name "${NOM}"
 Caption "Installation d'${NOM} ${VERSION}"
@@ -49,6 +54,13 @@ Var reseau        ; the network directory as typed or given, empty: none
 Var reseau_lu     ; the one that wfichdir.wdo holds already
 Var demarrage     ; 1 starts the terminal at logon
 Var repertoire_donne
+Var demande           ; what the command line says of the users: "tous", "moi" or nothing
+Var demarrage_demande ; 1, 0, or nothing when the command line does not say
+Var copie_tous        ; where the program lies that is installed for all users; empty: nowhere
+Var copie_moi         ; the one of the current user
+Var copie_autre       ; one of any user who is logged on
+Var ancien            ; where the program lay that is updated
+Var erreur            ; why the installation is refused, empty: it is not
 Var case_tous
 Var case_reseau
 Var case_demarrage
@@ -81,19 +93,42 @@ Function ${un}choisit_utilisateurs
   ${EndIf}
 FunctionEnd
 
-; Ends with a message when the terminal runs: its file cannot be opened for writing then.
+; Tells $erreur: in a message, or on the standard error when nobody looks.
+Function ${un}dit
+  ${IfNot} ${Silent}
+    MessageBox MB_OK|MB_ICONSTOP "$erreur"
+    Return
+  ${EndIf}
+  System::Call 'kernel32::GetStdHandle(i ${SORTIE_ERREUR}) p .R8'
+  ${If} $R8 P<= 0
+    System::Call 'kernel32::AttachConsole(i ${CONSOLE_DU_PARENT})'
+    System::Call 'kernel32::GetStdHandle(i ${SORTIE_ERREUR}) p .R8'
+  ${EndIf}
+  StrCpy $R7 "$erreur$\r$\n"
+  StrLen $R9 $R7
+  System::Call 'kernel32::WriteConsoleW(p R8, w R7, i R9, *i, p 0) i .R9'
+  ${If} $R9 = 0
+    FileWrite $R8 $R7   ; a file or a pipe
+  ${EndIf}
+FunctionEnd
+
+; Ends with a message when the terminal of the directory $1 runs: its file cannot be opened for writing then.
 Function ${un}exige_arret
   encore:
-  ${IfNot} ${FileExists} "$INSTDIR\orvalune.exe"
+  ${IfNot} ${FileExists} "$1\orvalune.exe"
     Return
   ${EndIf}
   ClearErrors
-  FileOpen $0 "$INSTDIR\orvalune.exe" a
+  FileOpen $0 "$1\orvalune.exe" a
   ${IfNot} ${Errors}
     FileClose $0
     Return
   ${EndIf}
-  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "${NOM} est ouvert, ou son dossier est protégé.$\r$\n$\r$\nQuittez ${NOM}, puis touchez Réessayer." /SD IDCANCEL IDRETRY encore
+  StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
+  ${If} ${Silent}
+    Call ${un}dit
+  ${EndIf}
+  MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$erreur$\r$\n$\r$\nQuittez ${NOM}, puis touchez Réessayer." /SD IDCANCEL IDRETRY encore
   SetErrorLevel ${REFUSE}
   Abort
 FunctionEnd
@@ -105,9 +140,21 @@ Function ${un}regarde_droits
   ${If} $0 == "Admin"
     StrCpy $administrateur 1
   ${EndIf}
+  ; The same list of programs for both editions.
   !if ${CIBLE} == amd64-unicode
     SetRegView 64
+  !else
+    ${If} ${RunningX64}
+      SetRegView 64
+    ${EndIf}
   !endif
+FunctionEnd
+
+; Ends before anything is done, telling $erreur.
+Function ${un}refuse
+  Call ${un}dit
+  SetErrorLevel ${REFUSE}
+  Quit
 FunctionEnd
 !macroend
 !insertmacro fonctions_communes ""
@@ -115,90 +162,222 @@ FunctionEnd
 
 ; --- What is asked, on the command line or on the pages
 
-; Ends a silent installation that cannot do what was asked; tells a present user why.
-!macro refuse texte
-  MessageBox MB_OK|MB_ICONSTOP "${texte}" /SD IDOK
-  SetErrorLevel ${REFUSE}
-  Quit
-!macroend
-
 Function .onInit
-  StrCpy $repertoire_donne $INSTDIR
   Call regarde_droits
-  ReadRegStr $0 HKLM "${CLE_PROGRAMME}" "InstallLocation"
-  ReadRegStr $1 HKCU "${CLE_PROGRAMME}" "InstallLocation"
-  StrCpy $pour_tous 0
-  ${IfNot} ${Silent}
-  ${AndIf} $0 != ""
-  ${AndIf} $1 == ""
-    StrCpy $pour_tous $administrateur
+  Call lis_options
+  ${If} $erreur == ""
+    Call cherche_copies
+    Call choisit_mode
   ${EndIf}
-
-  ${GetParameters} $R0
-  ClearErrors
-  ${GetOptions} $R0 "/AllUsers" $0
-  ${IfNot} ${Errors}
-    StrCpy $pour_tous 1
-    ${If} $administrateur = 0
-      !insertmacro refuse "Il faut être administrateur pour installer ${NOM} pour tous les utilisateurs."
-    ${EndIf}
-  ${EndIf}
-  ClearErrors
-  ${GetOptions} $R0 "/CurrentUser" $0
-  ${IfNot} ${Errors}
-    StrCpy $pour_tous 0
-  ${EndIf}
-  Call lis_reseau
-  Call verifie_reseau
-  ${If} $1 = 0
-    !insertmacro refuse "Le répertoire réseau contient un caractère que la tablette ne connaît pas."
+  ${If} $erreur != ""
+    Call refuse
   ${EndIf}
   Call prepare
 FunctionEnd
 
-; $reseau from the command line $R0: up to the next blank; with quotes around it or the whole word, up to the next quote.
-Function lis_reseau
-  StrCpy $reseau ""
-  StrCpy $0 -1   ; where the option may begin
-  StrLen $1 "/RESEAU="
+; Splits the command line as every program does, and reads its options; $erreur tells what is wrong with the first bad one.
+Function lis_options
+  ; Windows's command line goes on where the one of the installer ends: with the " /D=" that it has cut off and mended.
+  System::Call 'kernel32::GetCommandLineW() w .R0'
+  StrLen $0 $CMDLINE
+  StrCpy $repertoire_donne $R0 "" $0
+  ${If} $repertoire_donne != ""
+    StrCpy $repertoire_donne $repertoire_donne "" 4
+    Call verifie_repertoire
+  ${EndIf}
+  StrCpy $R0 $CMDLINE
+  System::Call 'shell32::CommandLineToArgvW(w R0, *i .R1) p .R2'
+  IntOp $R1 $R1 - 1
+  ${For} $R3 1 $R1   ; 0 is the installer itself
+    IntOp $R4 $R3 * ${NSIS_PTR_SIZE}
+    IntPtrOp $R4 $R2 + $R4
+    System::Call '*$R4(p .R4)'
+    System::Call 'kernel32::lstrcpynW(w .R5, p R4, i ${NSIS_MAX_STRLEN})'
+    StrCpy $R6 $erreur
+    Call lis_option
+    ${If} $R6 != ""
+      StrCpy $erreur $R6
+    ${EndIf}
+  ${Next}
+  System::Call 'kernel32::LocalFree(p R2)'
+FunctionEnd
+
+; Reads the option $R5.
+Function lis_option
+  StrCpy $0 $R5 8
+  StrCpy $1 $R5 3
+  ${If} $R5 == "/S"
+    SetSilent silent   ; the installer itself does not see it between quotes
+  ${ElseIf} $R5 == "/NCRC"
+    Nop   ; the installer itself has read it
+  ${ElseIf} $R5 == "/AllUsers"
+    StrCpy $R5 "tous"
+    Call demande_mode
+  ${ElseIf} $R5 == "/CurrentUser"
+    StrCpy $R5 "moi"
+    Call demande_mode
+  ${ElseIf} $R5 == "/DEMARRAGE"
+    StrCpy $demarrage_demande 1
+  ${ElseIf} $R5 == "/DEMARRAGE=non"
+    StrCpy $demarrage_demande 0
+  ${ElseIf} $0 == "/RESEAU="
+    StrCpy $reseau $R5 "" 8
+    Call enleve_guillemets
+    Call verifie_reseau
+  ${ElseIf} $1 == "/D="
+    StrCpy $repertoire_donne $R5 "" 3
+    Call verifie_repertoire
+  ${Else}
+    StrCpy $erreur "Option inconnue : $R5"
+  ${EndIf}
+FunctionEnd
+
+Function demande_mode
+  ${If} $demande != ""
+  ${AndIf} $demande != $R5
+    StrCpy $erreur "/AllUsers et /CurrentUser s'excluent."
+  ${EndIf}
+  StrCpy $demande $R5
+FunctionEnd
+
+; $reseau without the quotes that a command interpreter has left around it.
+Function enleve_guillemets
+  StrCpy $0 $reseau 1
+  StrCpy $1 $reseau 1 -1
+  ${If} $0$1 == '""'
+    StrCpy $reseau $reseau -1 1
+  ${EndIf}
+FunctionEnd
+
+; $erreur when $repertoire_donne is not a whole path: its options are within it then, or its quotes.
+Function verifie_repertoire
+  StrCpy $4 $repertoire_donne
+  Call cherche_interdit
+  StrCpy $0 $repertoire_donne 2
+  StrCpy $1 $repertoire_donne 2 1
+  ${If} $0 == "\\"
+    StrCpy $1 ":\"
+  ${EndIf}
+  ${If} $3 != ""
+  ${OrIf} $1 != ":\"
+  ${OrIf} $2 < 2   ; a whole drive
+    StrCpy $erreur "/D= veut le chemin complet d'un dossier, en dernier et sans guillemets : $repertoire_donne"
+  ${EndIf}
+FunctionEnd
+
+; $3: a character of the path $4 that no directory has, empty: none; $2: how many names it has.
+Function cherche_interdit
+  StrCpy $0 0
+  StrCpy $1 "\"   ; the character before
+  StrCpy $2 0
   ${Do}
-    IntOp $0 $0 + 1
-    StrCpy $2 $R0 $1 $0
-    ${If} $2 == ""
+    StrCpy $3 $4 1 $0
+    ${If} $3 == ""
+    ${OrIf} $3 == "/"
+    ${OrIf} $3 == '"'
+    ${OrIf} $3 == "|"
+    ${OrIf} $3 == "<"
+    ${OrIf} $3 == ">"
+    ${OrIf} $3 == "*"
+    ${OrIf} $3 == "?"
       Return
     ${EndIf}
-  ${LoopUntil} $2 == "/RESEAU="
-  StrCpy $3 " "  ; what ends the value
-  ${If} $0 > 0
-    IntOp $2 $0 - 1
-    StrCpy $2 $R0 1 $2
-    ${If} $2 == '"'
-      StrCpy $3 '"'
+    ${If} $1 == "\"
+    ${AndIf} $3 != "\"
+    ${AndIf} $3 != " "
+      IntOp $2 $2 + 1
     ${EndIf}
-  ${EndIf}
-  IntOp $0 $0 + $1
-  StrCpy $2 $R0 1 $0
-  ${If} $2 == '"'
-    StrCpy $3 '"'
+    StrCpy $1 $3
     IntOp $0 $0 + 1
-  ${EndIf}
-  ${Do}
-    StrCpy $2 $R0 1 $0
-    IntOp $0 $0 + 1
-    ${If} $2 == ""
-    ${OrIf} $2 == $3
-      Return
-    ${EndIf}
-    StrCpy $reseau "$reseau$2"
   ${Loop}
+FunctionEnd
+
+; $erreur when $reseau cannot be the network directory of a restaurant.
+Function verifie_reseau
+  StrCpy $erreur ""
+  StrCpy $4 $reseau
+  Call cherche_interdit
+  StrCpy $0 $reseau 2
+  ${If} $0 == "\\"
+    IntOp $2 $2 - 1   ; a server alone has no directory
+  ${EndIf}
+  Call compte_octets
+  ${If} $3 != ""
+    StrCpy $erreur "Un répertoire réseau ne contient pas le signe $3 : $reseau"
+  ${ElseIf} $2 < 1
+    StrCpy $erreur "Le répertoire réseau n'est pas complet, par exemple \\serveur\orvalune : $reseau"
+  ${ElseIf} $1 = 0
+    StrCpy $erreur "Le répertoire réseau contient un caractère que la tablette ne connaît pas : $reseau"
+  ${EndIf}
+FunctionEnd
+
+; $1: bytes of $reseau in the code page of the files, its end included; 0 when it has a character that is not there.
+Function compte_octets
+  StrCpy $0 $reseau
+  System::Call 'kernel32::WideCharToMultiByte(i ${PAGE_1252}, i ${SANS_APPROCHER}, w r0, i -1, p 0, i 0, p 0, *i .r5) i .r1'
+  ${If} $5 <> 0
+    StrCpy $1 0
+  ${EndIf}
+FunctionEnd
+
+; --- Where the terminal is installed already
+
+Function cherche_copies
+  ReadRegStr $copie_tous HKLM "${CLE_PROGRAMME}" "InstallLocation"
+  ReadRegStr $copie_moi HKCU "${CLE_PROGRAMME}" "InstallLocation"
+  ; An administrator is often not the one who has installed it for himself.
+  StrCpy $copie_autre ""
+  StrCpy $0 0
+  ${Do}
+    EnumRegKey $1 HKU "" $0
+    ${If} $1 == ""
+      ${ExitDo}
+    ${EndIf}
+    ReadRegStr $2 HKU "$1\${CLE_PROGRAMME}" "InstallLocation"
+    ${If} $2 != ""
+    ${AndIf} ${FileExists} "$2\orvalune.exe"
+      StrCpy $copie_autre $2
+    ${EndIf}
+    IntOp $0 $0 + 1
+  ${Loop}
+FunctionEnd
+
+; $pour_tous as the command line asks, else as what is there.
+Function choisit_mode
+  StrCpy $pour_tous 0
+  ${If} $demande == "tous"
+    StrCpy $pour_tous 1
+  ${ElseIf} $demande == ""
+  ${AndIf} $copie_tous != ""
+    StrCpy $pour_tous 1
+  ${EndIf}
+  Call verifie_mode
+FunctionEnd
+
+; $erreur when $pour_tous cannot be.
+Function verifie_mode
+  StrCpy $erreur ""
+  ${If} $pour_tous = 1
+    ${If} $administrateur = 0
+      StrCpy $erreur "Il faut être administrateur pour installer ou mettre à jour ${NOM} pour tous les utilisateurs."
+    ${ElseIf} $copie_tous == ""
+    ${AndIf} $copie_autre != ""
+      StrCpy $erreur "${NOM} est déjà installé pour un seul utilisateur, dans $copie_autre. Désinstallez-le d'abord ; ses commandes et ses réglages resteront."
+    ${EndIf}
+  ${ElseIf} $copie_moi == ""
+  ${AndIf} $copie_tous != ""
+  ${AndIf} ${FileExists} "$copie_tous\orvalune.exe"
+    StrCpy $erreur "${NOM} est déjà installé pour tous les utilisateurs, dans $copie_tous. Désinstallez-le d'abord ; ses commandes et ses réglages resteront."
+  ${EndIf}
 FunctionEnd
 
 ; What follows from the choice of the users: directories, and what an earlier installation holds.
 Function prepare
   Call choisit_utilisateurs
+  ReadRegStr $ancien SHCTX "${CLE_PROGRAMME}" "InstallLocation"
   StrCpy $INSTDIR $repertoire_donne
   ${If} $INSTDIR == ""
-    ReadRegStr $INSTDIR SHCTX "${CLE_PROGRAMME}" "InstallLocation"
+    StrCpy $INSTDIR $ancien
   ${EndIf}
   ${If} $INSTDIR == ""
     ${If} $pour_tous = 0
@@ -217,14 +396,8 @@ Function prepare
   ${If} $0 != ""
     StrCpy $demarrage 1
   ${EndIf}
-  ${GetParameters} $R0
-  ClearErrors
-  ${GetOptions} $R0 "/DEMARRAGE" $0
-  ${IfNot} ${Errors}
-    StrCpy $demarrage 1
-    ${If} $0 == "=non"
-      StrCpy $demarrage 0
-    ${EndIf}
+  ${If} $demarrage_demande != ""
+    StrCpy $demarrage $demarrage_demande
   ${EndIf}
 
   StrCpy $reseau_lu ""
@@ -237,17 +410,10 @@ Function prepare
   ${EndIf}
 FunctionEnd
 
-; $1: bytes of $reseau in the code page of the files, its end included; 0 when it has a character that is not there.
-Function verifie_reseau
-  StrCpy $0 $reseau
-  System::Call 'kernel32::WideCharToMultiByte(i ${PAGE_1252}, i ${SANS_APPROCHER}, w r0, i -1, p 0, i 0, p 0, *i .r2) i .r1'
-  ${If} $2 <> 0
-    StrCpy $1 0
-  ${EndIf}
-FunctionEnd
-
 Function page_utilisateurs
+  ; An update is for whom the installation was.
   ${If} $administrateur = 0
+  ${OrIf} $copie_tous$copie_moi != ""
     Abort
   ${EndIf}
   !insertmacro MUI_HEADER_TEXT "Utilisateurs" "Qui se servira d'${NOM} sur cette tablette ?"
@@ -269,6 +435,11 @@ FunctionEnd
 
 Function quitte_utilisateurs
   ${NSD_GetState} $case_tous $pour_tous
+  Call verifie_mode
+  ${If} $erreur != ""
+    Call dit
+    Abort
+  ${EndIf}
   Call prepare
 FunctionEnd
 
@@ -307,13 +478,15 @@ FunctionEnd
 Function quitte_reseau
   ${NSD_GetText} $case_reseau $reseau
   ${NSD_GetState} $case_demarrage $demarrage
-  Call verifie_reseau
-  ${If} $1 = 0
-    MessageBox MB_OK|MB_ICONEXCLAMATION "Ce répertoire contient un caractère que la tablette ne connaît pas."
-    Abort
-  ${EndIf}
   ${If} $reseau == $reseau_lu
     StrCpy $reseau ""
+  ${EndIf}
+  ${If} $reseau != ""
+    Call verifie_reseau
+    ${If} $erreur != ""
+      Call dit
+      Abort
+    ${EndIf}
   ${EndIf}
 FunctionEnd
 
@@ -322,7 +495,8 @@ FunctionEnd
 ; Ends the installation when the step before has failed.
 !macro exige_reussite texte
   ${If} ${Errors}
-    MessageBox MB_OK|MB_ICONSTOP "${texte}" /SD IDOK
+    StrCpy $erreur "${texte}"
+    Call dit
     SetErrorLevel ${REFUSE}
     Abort
   ${EndIf}
@@ -342,7 +516,7 @@ FunctionEnd
 
 ; The settings of the terminal that hold the network directory: it on line 1, then eleven lines of one blank.
 Function ecrit_wfichdir
-  Call verifie_reseau
+  Call compte_octets
   System::Alloc $1
   Pop $2
   System::Call 'kernel32::WideCharToMultiByte(i ${PAGE_1252}, i ${SANS_APPROCHER}, w r0, i -1, p r2, i r1, p 0, p 0)'
@@ -367,32 +541,59 @@ Function ecrit_wfichdir
   !insertmacro exige_reussite "Le fichier wfichdir.wdo n'a pas pu être écrit dans $dossier."
 FunctionEnd
 
+; The working directory; everyone writes there when it is for all.
+Function prepare_dossier
+  ClearErrors
+  CreateDirectory $dossier
+  !insertmacro exige_reussite "Le dossier $dossier n'a pas pu être créé."
+  ${If} $pour_tous = 1
+    ; The group is named by its number, the same in all languages; /T: what lies there already, too.
+    nsExec::Exec '"$SYSDIR\icacls.exe" "$dossier" /grant *S-1-5-32-545:(OI)(CI)M /T /Q'
+    Pop $0
+    ${If} $0 != 0
+      SetErrors
+      !insertmacro exige_reussite "Les droits du dossier $dossier n'ont pas pu être donnés à tous les utilisateurs."
+    ${EndIf}
+  ${EndIf}
+FunctionEnd
+
+; Removes the program from where it was before, when the new one is elsewhere.
+Function retire_ancien
+  GetFullPathName /SHORT $0 "$ancien\orvalune.exe"
+  GetFullPathName /SHORT $1 "$INSTDIR\orvalune.exe"
+  ${If} $ancien == ""
+  ${OrIf} $0 == ""
+  ${OrIf} $0 == $1
+    Return
+  ${EndIf}
+  Delete "$ancien\orvalune.exe"
+  Delete "$ancien\licences.txt"
+  Delete "$ancien\desinstalle.exe"
+  RMDir $ancien
+FunctionEnd
+
 Section
+  StrCpy $1 $INSTDIR
   Call exige_arret
+  ${If} $ancien != ""
+    StrCpy $1 $ancien
+    Call exige_arret
+  ${EndIf}
+  Call prepare_dossier
   ClearErrors
   SetOutPath $INSTDIR
   SetOverwrite try
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  ${If} $reseau != ""
+    Call ecrit_wfichdir
+  ${EndIf}
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ClearErrors
   File "/oname=licences.txt" "${LICENCES}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
-  CreateDirectory $dossier
-  !insertmacro exige_reussite "Le dossier $dossier n'a pas pu être créé."
-  ${If} $pour_tous = 1
-    ; Every user may write there; the group is named by its number, the same in all languages.
-    nsExec::Exec '"$SYSDIR\icacls.exe" "$dossier" /grant *S-1-5-32-545:(OI)(CI)M'
-    Pop $0
-    ${If} $0 != 0
-      SetErrors
-      !insertmacro exige_reussite "Les droits du dossier $dossier n'ont pas pu être donnés."
-    ${EndIf}
-  ${EndIf}
-  ${If} $reseau != ""
-    Call ecrit_wfichdir
-  ${EndIf}
+  !insertmacro exige_reussite "Le programme n'a pas pu être écrit entièrement dans $INSTDIR."
 
   SetOutPath $dossier   ; where the shortcut starts
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
@@ -413,7 +614,14 @@ Section
   ${GetSize} "$INSTDIR" "/S=0K" $0 $1 $2
   IntFmt $0 "0x%08X" $0
   WriteRegDWORD SHCTX "${CLE_PROGRAMME}" "EstimatedSize" "$0"
+  Call retire_ancien
 SectionEnd
+
+Function .onInstFailed
+  Delete "$INSTDIR\orvalune.nouveau"
+  SetOutPath $TEMP
+  RMDir $INSTDIR
+FunctionEnd
 
 ; --- The uninstaller: the program goes, the working directory stays
 
@@ -425,13 +633,15 @@ Function un.onInit
   ${OrIf} "$0\" == $INSTDIR
     StrCpy $pour_tous 1
     ${If} $administrateur = 0
-      !insertmacro refuse "Il faut être administrateur pour désinstaller ${NOM}."
+      StrCpy $erreur "Il faut être administrateur pour désinstaller ${NOM} de tous les utilisateurs."
+      Call un.refuse
     ${EndIf}
   ${EndIf}
   Call un.choisit_utilisateurs
 FunctionEnd
 
 Section Uninstall
+  StrCpy $1 $INSTDIR
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
   Delete "$INSTDIR\licences.txt"
