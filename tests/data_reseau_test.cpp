@@ -184,6 +184,13 @@ TEST_F(ReseauTest, UneMarqueDeLivraisonNeVautQuePourSaCommande) {
     EXPECT_TRUE(terrain.fichiers(".", "-L-").empty());
 }
 
+TEST_F(ReseauTest, CeQuUneLivraisonCoupeeALaisseEstRetire) {
+    for (const char* nom : {"a_.txt.123-4.tmp_", "b_.txt.9-1.tmp_", "autre.tmp_"})
+        terrain.pose("reseau/" + std::string(nom), "x");
+    livraison::retire_restes("reseau", {"a_.-A-", "-A-"});
+    EXPECT_EQ(restes(), (Noms{"autre.tmp_", "b_.txt.9-1.tmp_"})) << "those of other tablets stay";
+}
+
 TEST_F(ReseauTest, UneCommandeEcritePendantLaPassePartAussi) {
     terrain.pose("a_.-A-", "a");
     bool ajoutee = false;

@@ -74,8 +74,10 @@ TEST_F(Occupe, UneCommandeTenueParUnAutreProgrammeAttendPuisPartUneFois) {
     EXPECT_EQ(livrees(), Noms{"b_.txt"}) << "the others go by";
     EXPECT_EQ(attendent(), Noms{"a_.-A-"});
     EXPECT_EQ(reseau::commandes_en_attente(), 1);
+    EXPECT_TRUE(reseau::a_reprendre());
     autre.lache();
     passe();
+    EXPECT_FALSE(reseau::a_reprendre());
     EXPECT_EQ(livrees(), (Noms{"a_.txt", "b_.txt"}));
     EXPECT_TRUE(attendent().empty());
     EXPECT_EQ(terrain.lis("reseau/a_.txt"), "commande a");
@@ -103,7 +105,7 @@ TEST_F(Occupe, UnFichierTenuDansLeRepertoireReseauNEstNiEcraseNiPerdu) {
     terrain.pose("a_.-A-", "commande a");
     terrain.pose("reseau/a_.txt", "commande a");
     Tenu routeur("reseau/a_.txt");
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::attend) << "nobody can tell whether it is the same order";
+    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::tenue) << "nobody can tell whether it is the same order";
     routeur.lache();
     EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::livree);
     EXPECT_EQ(livrees(), Noms{"a_.txt"});
@@ -134,6 +136,23 @@ TEST_F(Occupe, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
     tests::tient_texte(t, "touche btx(1)\nverifie image g2 0 4 23\n");
     EXPECT_TRUE(t.fichiers("reseau", ".txt").empty());
     EXPECT_TRUE(t.fichiers(".", "-").empty()) << "neither the order nor its mark";
+}
+
+/// Nobody touches the screen: the order leaves as soon as its file is free.
+TEST_F(Occupe, UneCommandeTenuePartDElleMeme) {
+    tests::Terrain t;
+    t.restaurant();
+    t.pose("a_.-A-", "commande a");
+    Tenu autre(page(t.chemin() / "a_.-A-"));
+    std::thread lache([&] {
+        for (int i = 0; i < 2000 && !t.existe("tenu.png"); ++i) std::this_thread::sleep_for(5ms);
+        autre.lache();
+    });
+    tests::tient_texte(t,
+                       "touche btx(1)\nverifie image g2 0 4 30\ncapture tenu.png\nattend 2000\nattend 2000\n"
+                       "attend 2000\nverifie image g2 0 4 23\n");
+    lache.join();
+    EXPECT_EQ(t.lis("reseau/a_.txt"), "commande a");
 }
 
 /// A file of the terminal's that another program holds while it starts, and lets go under its running.

@@ -54,6 +54,24 @@ TEST(Route, LeClavierEtSesTroisPages) {
     tient(t, "clavier.txt", "--service");
 }
 
+TEST(Route, UneTabletteTourneeResteSousLeDoigt) {
+    Terrain t;
+    t.restaurant();
+    const auto taille = [&t](const char* png) {
+        const std::string s = t.lis(png);
+        const auto nombre = [&s](std::size_t i) {
+            return static_cast<unsigned char>(s[i]) * 256 + static_cast<unsigned char>(s[i + 1]);
+        };
+        return s.size() < 24 ? std::pair(0, 0) : std::pair(nombre(18), nombre(22));
+    };
+    tient(t, "rotation.txt");
+    EXPECT_EQ(taille("debout_note.png"), std::pair(800, 770))
+        << "as high as the format that was chosen, no wider than the screen";
+    EXPECT_EQ(taille("tourne_article.png").first, 554) << "the whole of what was open, smaller";
+    EXPECT_EQ(taille("debout.png"), std::pair(554, 770));
+    EXPECT_EQ(taille("remis.png"), std::pair(1280, 770));
+}
+
 TEST(Route, QuitterAvecDesCommandesEnAttente) {
     Terrain t;
     t.restaurant();

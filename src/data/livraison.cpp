@@ -24,13 +24,15 @@ Issue depose_commande(const std::string& cible, const std::string& contenu) {
     std::string deja;
     const Issue lecture = fichiers::lis_tout(cible, deja);
     if (lecture == Issue::fait && deja == contenu) return Issue::fait;
+    if (lecture == Issue::occupe) return Issue::occupe;
     return Issue::existe;  // another order, or one that was collected this very moment
 }
 
 /// Whether a failure is this order's own: while the directory is there, the others may still go.
 Sort sort_de(Issue i, const std::string& repertoire) {
     if (i == Issue::fait) return Sort::livree;
-    return i != Issue::plein && fichiers::est_repertoire(repertoire) ? Sort::attend : Sort::reseau_perdu;
+    if (i == Issue::plein || !fichiers::est_repertoire(repertoire)) return Sort::reseau_perdu;
+    return i == Issue::occupe ? Sort::tenue : Sort::attend;
 }
 
 Issue copie(const std::string& repertoire, std::string_view nom) {
@@ -105,11 +107,23 @@ bool copie_catalogue(const std::string& repertoire) {
     return issue == Issue::fait && !tenu;
 }
 
+void retire_restes(const std::string& repertoire, const std::vector<std::string>& noms) {
+    if (noms.empty()) return;
+    for (const std::string& reste : fichiers::liste(repertoire, "*" + std::string(fichiers::suffixe_temporaire))) {
+        const bool sien = std::any_of(noms.begin(), noms.end(), [&](const std::string& nom) {
+            return nom.size() >= commande::fin_en_attente.size() &&
+                   reste.starts_with(avec_fin(nom, commande::fin_livree));
+        });
+        if (sien) static_cast<void>(fichiers::supprime(fichiers::joint(repertoire, reste)));
+    }
+}
+
 Sort livre(const std::string& repertoire, const std::string& nom) {
     if (repertoire.empty()) return Sort::reseau_perdu;
     if (nom.size() < commande::fin_en_attente.size()) return Sort::attend;
     std::string contenu;
-    if (fichiers::lis_tout(nom, contenu) != Issue::fait) return Sort::attend;
+    const Issue lecture = fichiers::lis_tout(nom, contenu);
+    if (lecture != Issue::fait) return lecture == Issue::occupe ? Sort::tenue : Sort::attend;
     const std::string cible = fichiers::joint(repertoire, avec_fin(nom, commande::fin_livree));
     const Sort sort = sort_de(depose_commande(cible, contenu), repertoire);
     if (sort == Sort::livree && !est_partie(fichiers::supprime(nom)))

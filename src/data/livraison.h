@@ -27,8 +27,11 @@ bool copie_catalogue(const std::string& repertoire);
 enum class Sort {
     livree,        ///< in the network directory, and no longer here
     attend,        ///< this one cannot go now; others may
+    tenue,         ///< likewise, because another program holds a file: that may pass at any moment
     reseau_perdu,  ///< nor can any other
 };
+/// Removes from the network directory what a delivery of these orders left there when it was cut off.
+void retire_restes(const std::string& repertoire, const std::vector<std::string>& noms);
 /// Delivers one waiting order of the working directory.
 Sort livre(const std::string& repertoire, const std::string& nom);
 

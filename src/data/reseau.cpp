@@ -29,6 +29,7 @@ struct Connexion {
     bool au_demarrage = false;         ///< the start waits for the catalogue
     bool catalogue_venu = false;       ///< it has come whole at least once
     bool catalogue_frais = false;      ///< it has come since it was last read
+    bool restes_retires = false;       ///< of deliveries that an earlier run did not end
     std::vector<std::string> livrees;  ///< delivered orders whose files could not be deleted
     std::function<void()> au_changement;
 };
@@ -38,6 +39,7 @@ Connexion connexion;
 struct Passe {
     std::vector<std::string> commandes;
     bool catalogue = false;
+    bool tenue = false;  ///< another program held an order's file
 };
 Passe passe_en_cours;
 
@@ -84,6 +86,7 @@ void livre_la_suivante() {
          [sort, nom = *nom](ouvrier::Reponse reponse) {
              const bool perdu = reponse == ouvrier::Reponse::hors_delai || *sort == livraison::Sort::reseau_perdu;
              if (!perdu && *sort == livraison::Sort::livree && fichiers::existe(nom)) connexion.livrees.push_back(nom);
+             passe_en_cours.tenue = passe_en_cours.tenue || *sort == livraison::Sort::tenue;
              signale();
              if (perdu) return change_etat(false);
              livre_la_suivante();
@@ -123,17 +126,21 @@ bool lance_sonde() {
         std::vector<std::string> livrees;
     };
     auto constat = std::make_shared<Constat>();
-    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat,
-                            livrees = connexion.livrees, date = horloge::jour(horloge::maintenant())] {
-                               constat->livrees = livraison::supprime_livrees(livrees);
-                               constat->repond = livraison::ecrit_sonde(repertoire, record, date);
-                           },
-                           [constat](ouvrier::Reponse reponse) {
-                               const bool faite = reponse == ouvrier::Reponse::faite;
-                               if (faite) connexion.livrees = std::move(constat->livrees);
-                               apres_la_sonde(faite && constat->repond);
-                           },
-                           limite_sonde_ms});
+    return ouvrier::lance(
+        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat, livrees = connexion.livrees,
+          restes = connexion.restes_retires ? std::vector<std::string>() : livraison::en_attente(),
+          date = horloge::jour(horloge::maintenant())] {
+             constat->livrees = livraison::supprime_livrees(livrees);
+             constat->repond = livraison::ecrit_sonde(repertoire, record, date);
+             if (constat->repond) livraison::retire_restes(repertoire, restes);
+         },
+         [constat](ouvrier::Reponse reponse) {
+             const bool faite = reponse == ouvrier::Reponse::faite;
+             if (faite) connexion.livrees = std::move(constat->livrees);
+             connexion.restes_retires = connexion.restes_retires || (faite && constat->repond);
+             apres_la_sonde(faite && constat->repond);
+         },
+         limite_sonde_ms});
 }
 
 }  // namespace
@@ -161,6 +168,10 @@ fichiers::Issue ecrit_repertoire(std::string_view repertoire) {
 
 bool joignable() {
     return connexion.joignable && !etat::hors_ligne;
+}
+
+bool a_reprendre() {
+    return joignable() && (passe_en_cours.tenue || !connexion.livrees.empty());
 }
 
 int commandes_en_attente() {

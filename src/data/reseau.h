@@ -20,6 +20,8 @@ fichiers::Issue ecrit_repertoire(std::string_view repertoire);
 
 /// Last known state; false before the first answer and while the offline switch is set.
 bool joignable();
+/// Whether the last pass left something undone because another program held a file: a pass is worth while soon.
+bool a_reprendre();
 /// Orders that wait in the working directory now.
 int commandes_en_attente();
 

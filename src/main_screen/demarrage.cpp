@@ -32,9 +32,10 @@ constexpr std::string_view programme_parametres = "orvapara.exe";
 constexpr int largeur_min = 320, hauteur_min = 440;
 constexpr int cote_max = 10000, cote_par_defaut = 800;
 
-bool deja_fait = false;       ///< the first run of the sequence is over
-bool format_pris = false;     ///< the screen has its format: another program may have held the store until now
-bool fichiers_prets = false;  ///< the local files are there; likewise
+bool deja_fait = false;           ///< the first run of the sequence is over
+reglages::Resolution resolution;  ///< the screen format of this run: a later one counts from the next start
+bool format_pris = false;         ///< the screen has its format: another program may have held the store until now
+bool fichiers_prets = false;      ///< the local files are there; likewise
 
 [[noreturn]] void arrete(std::string_view message) {
     mini_97::informe(message);
@@ -52,9 +53,9 @@ void verifie_separateur() {
     arrete("Le logiciel a configuré le point comme séparateur décimal (obligatoire), relancez votre logiciel !"_t);
 }
 
-/// A form never outgrows the screen: no finger would reach what sets its size right.
+/// A form never outgrows the screen: no finger would reach what sets its size right. A tablet may be turned.
 void prend_resolution() {
-    const reglages::Resolution r = reglages::resolution();
+    const reglages::Resolution r = resolution;
     const auto cote = [](int n, int min, int place) {
         const int voulu = n < min || n > cote_max ? cote_par_defaut : n;
         return std::min(voulu, std::max(min, place / ecran::twips_par_pixel));
@@ -72,12 +73,13 @@ void prend_tout_l_ecran() {
 /// The screen format is asked for once; nothing is laid out yet, so it counts at once. While another program holds the
 /// store it is not known, and not asked for.
 void choisit_format() {
-    if (format_pris) return;
+    if (format_pris) return prend_resolution();
     const bool choisi = reglages::resolution_choisie();
     format_pris = choisi || !tenus::est_tenu(reglages::nom_fichier);
     if (!choisi) prend_tout_l_ecran();
     if (!format_pris) return;
     if (!choisi) porpay::montre_porpay();
+    resolution = reglages::resolution();
     prend_resolution();
     form1::place_ecran();
 }

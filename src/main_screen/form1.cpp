@@ -14,7 +14,6 @@
 #include "data/etat.h"
 #include "data/nombres.h"
 #include "data/reseau.h"
-#include "data/tenus.h"
 #include "dialogs/ch_numtab.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/eta_com.h"
@@ -24,14 +23,13 @@
 #include "dialogs/sai_menu.h"
 #include "main_screen/attend_tempo.h"
 #include "main_screen/demarrage.h"
+#include "main_screen/guet.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
 #include "main_screen/touches.h"
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
 #include "platform/ecran/polices.h"
-#include "platform/fichiers.h"
-#include "platform/ouvrier.h"
 #include "platform/texte.h"
 
 namespace form1 {
@@ -43,7 +41,6 @@ using formes::px;
 constexpr std::string_view marque = "2021-05-19a";
 constexpr std::string_view code_outils = "5826";
 constexpr int police_etat = 12, police_etat_etroite = 11;
-constexpr int guet_ms = 2000, limite_guet_ms = 2000;
 constexpr int hauteur_command = 390, haut_command1 = 870;  ///< twips, the latter from the form's bottom edge
 
 std::unique_ptr<Forme> ecran_principal;
@@ -66,27 +63,21 @@ void bascule_reseau() {
 
 void recharge_sur_place() {
     demarrage::execute();
+    guet::veille();
     reseau::passe();
     pages::redessine();
 }
 
-/// Waking up, the tablet looks for the network again; an open dialog is left in peace.
-void au_reveil_du_systeme() {
+/// An open dialog is left in peace.
+void recharge_si_seul() {
     if (forme_du_dessus() == ecran_principal.get()) recharge_sur_place();
 }
 
-/// Another program holds a file: the worker looks whether it is free again, and the screen takes it up. The worker had
-/// no time for the network meanwhile.
-void guette_les_tenus(Minuterie& guet) {
-    if (tenus::noms().empty()) return guet.arrete();
-    auto libre = std::make_shared<bool>(false);
-    ouvrier::lance(
-        {[noms = tenus::noms(), libre] { *libre = !std::all_of(noms.begin(), noms.end(), fichiers::est_tenu); },
-         [libre](ouvrier::Reponse reponse) {
-             if (reponse == ouvrier::Reponse::faite && *libre) return au_reveil_du_systeme();
-             if (reseau::commandes_en_attente() > 0) reseau::passe();
-         },
-         limite_guet_ms});
+/// Waking up, the tablet looks for the network again.
+void au_reveil_du_systeme() {
+    recharge_si_seul();
+    reseau::passe();
+    guet::reveil();
 }
 
 /// The technician watches a wait for the network; at its end, unless broken off, the tablet looks for it again.
@@ -172,8 +163,7 @@ void construit() {
         c.au_toucher = k.agit;
     }
     if (etat::service) montre_service();
-    Minuterie& guet = f.ajoute_minuterie("guet");
-    guet.au_tic = [&guet] { guette_les_tenus(guet); };
+    guet::ajoute(f, recharge_si_seul);
 }
 
 void place_services() {
@@ -280,13 +270,14 @@ void montre_form1() {
     place_ecran();
     charge(*ecran_principal);
     au_reveil(au_reveil_du_systeme);
+    au_changement_d_ecran(recharge_sur_place);
     reseau::au_changement([] {
         if (pages::vue() == pages::Vue::accueil) pages::barre_accueil();
+        guet::veille();
     });
     a_la_fermeture(ferme_par_le_systeme);
     a_l_extinction([] { static_cast<void>(note::ecrit_donnees()); });  // nobody is there to be asked
     recharge();
-    if (!tenus::noms().empty()) ecran_principal->minuteries.front()->demarre(guet_ms);
     montre_modal(*ecran_principal);
 }
 
@@ -306,6 +297,7 @@ void place_ecran() {
 
 void recharge() {
     demarrage::execute();
+    guet::veille();
     affiche_menu();
     if (!etat::nom_serveur.empty()) return;
     etat::code_touche = "#FONC#SERVEUR";

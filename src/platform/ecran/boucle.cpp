@@ -26,9 +26,11 @@ struct Ecran {
     std::unique_ptr<Fenetre> fenetre;
     Pilote* pilote = nullptr;
     Peintre peintre;
+    TailleEcran taille;
+    bool tourne = false;  ///< the screen has another size, and the bottom form has not been told yet
     std::vector<Forme*> pile;
     Doigt doigt;
-    std::function<void()> reveil, fermeture, extinction;
+    std::function<void()> reveil, fermeture, extinction, changement;
 };
 
 std::unique_ptr<Ecran> ecran;
@@ -40,7 +42,29 @@ int en_twips(int pixels) {
     return static_cast<int>(pixels * twips_par_pixel / ecran->peintre.echelle());
 }
 
+bool meme_taille(const TailleEcran& a, const TailleEcran& b) {
+    return a.largeur == b.largeur && a.hauteur == b.hauteur && a.echelle == b.echelle;
+}
+
+/// A form that was laid out for a larger screen is painted smaller, so that a finger reaches all of it.
+double echelle_utile() {
+    const TailleEcran& t = ecran->taille;
+    if (ecran->pile.empty()) return t.echelle;
+    const Cadre& c = ecran->pile.front()->cadre;
+    const auto au_plus = [](int pixels, int twips) {
+        return static_cast<double>(pixels) * twips_par_pixel / std::max(1, twips);
+    };
+    return std::min({t.echelle, au_plus(t.largeur, c.droite()), au_plus(t.hauteur, c.bas())});
+}
+
+void dimensionne() {
+    const double echelle = echelle_utile();
+    if (echelle != ecran->peintre.echelle())
+        ecran->peintre.dimensionne(ecran->taille.largeur, ecran->taille.hauteur, echelle);
+}
+
 void met_a_jour_image() {
+    dimensionne();
     const Doigt& d = ecran->doigt;
     Appui appui;
     if (d.forme != nullptr && d.dessus && !d.fait_defiler) appui = {d.forme, d.touche};
@@ -48,9 +72,12 @@ void met_a_jour_image() {
     if (!zones.empty()) ecran->fenetre->montre(ecran->peintre.image(), zones);
 }
 
-void redimensionne() {
-    const TailleEcran t = ecran->fenetre->taille();
-    ecran->peintre.dimensionne(t.largeur, t.hauteur, t.echelle);
+void prend_taille(const TailleEcran& t) {
+    if (meme_taille(t, ecran->taille)) return;
+    ecran->taille = t;
+    ecran->tourne = true;
+    ecran->doigt = {};
+    ecran->peintre.dimensionne(t.largeur, t.hauteur, echelle_utile());
 }
 
 /// What a handler hangs on may be gone when it returns: a copy is what runs.
@@ -152,7 +179,7 @@ void traite(const Evenement& e) {
             if (f != nullptr) presse_cle(*f, e.cle);
             return;
         case Sorte::repeindre:
-            redimensionne();
+            prend_taille(ecran->fenetre->taille());
             return ecran->peintre.oublie();
         case Sorte::reveil:
             return appelle(ecran->reveil);
@@ -174,8 +201,16 @@ Evenement prochain_evenement() {
     return ecran->fenetre->attend(static_cast<int>(std::max<std::int64_t>(0, echeance - horloge::millisecondes())));
 }
 
+/// The bottom form lays itself out anew for the screen as it is now, once no dialog lies on it.
+void suit_l_ecran() {
+    if (!ecran->tourne || ecran->pile.size() != 1) return;
+    ecran->tourne = false;
+    appelle(ecran->changement);
+}
+
 void un_tour() {
     ouvrier::traite_reponses();
+    suit_l_ecran();
     if (ecran->fenetre->se_voit()) met_a_jour_image();
     traite(prochain_evenement());
     while (tire_minuterie(horloge::millisecondes())) continue;
@@ -220,7 +255,8 @@ void ouvre_ecran(std::unique_ptr<Fenetre> fenetre, Pilote* pilote) {
     ecran = std::make_unique<Ecran>();
     ecran->fenetre = std::move(fenetre);
     ecran->pilote = pilote;
-    redimensionne();
+    prend_taille(ecran->fenetre->taille());
+    ecran->tourne = false;
     ouvrier::previens_par(ouvrier_reveille);
 }
 
@@ -230,10 +266,21 @@ void ferme_ecran() {
 }
 
 int largeur_ecran() {
-    return en_twips(ecran->fenetre->taille().largeur);
+    return static_cast<int>(ecran->taille.largeur * twips_par_pixel / ecran->taille.echelle);
 }
 int hauteur_ecran() {
-    return en_twips(ecran->fenetre->taille().hauteur);
+    return static_cast<int>(ecran->taille.hauteur * twips_par_pixel / ecran->taille.echelle);
+}
+
+Cadre vue() {
+    const double twips = twips_par_pixel / echelle_utile();
+    return {0, 0, static_cast<int>(ecran->taille.largeur * twips), static_cast<int>(ecran->taille.hauteur * twips)};
+}
+
+bool tourne_ecran(int largeur, int hauteur) {
+    if (ecran->fenetre->se_voit()) return false;
+    prend_taille({largeur, hauteur, ecran->taille.echelle});
+    return true;
 }
 
 void charge(Forme& forme) {
@@ -282,12 +329,17 @@ void a_l_extinction(std::function<void()> action) {
     ecran->extinction = std::move(action);
 }
 
+void au_changement_d_ecran(std::function<void()> action) {
+    ecran->changement = std::move(action);
+}
+
 const Image& image_courante() {
     met_a_jour_image();
     return ecran->peintre.image();
 }
 
 double echelle_courante() {
+    dimensionne();
     return ecran->peintre.echelle();
 }
 

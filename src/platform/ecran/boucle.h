@@ -34,9 +34,14 @@ class Pilote {
 /// Connects the loop to a window; `pilote` may be null.
 void ouvre_ecran(std::unique_ptr<Fenetre> fenetre, Pilote* pilote);
 void ferme_ecran();
-/// The screen's size in twips.
+/// The screen's size in twips at its own density. A bottom form that is larger is painted smaller, with all that lies
+/// on it.
 int largeur_ecran();
 int hauteur_ecran();
+/// What it shows of the forms, in their twips.
+Cadre vue();
+/// In a replay: the screen has another size from now on (pixels), as when a tablet is turned. False with a real window.
+bool tourne_ecran(int largeur, int hauteur);
 
 /// Puts the form on top and runs the loop until it closes. The form stays loaded meanwhile.
 void montre_modal(Forme& forme);
@@ -52,6 +57,8 @@ Forme* forme_chargee(std::string_view nom);
 
 /// Called when the machine woke up.
 void au_reveil(std::function<void()> action);
+/// Called when the screen has changed its size or density, once the bottom form alone is loaded.
+void au_changement_d_ecran(std::function<void()> action);
 /// Called when the system asks the program to end; without it the loop ends it.
 void a_la_fermeture(std::function<void()> action);
 /// Called when the system may stop at any moment, whatever is shown; nothing must be asked.
@@ -59,6 +66,7 @@ void a_l_extinction(std::function<void()> action);
 
 /// The image as painted now, brought up to date first.
 const Image& image_courante();
+/// Pixels of that image per 15 twips.
 double echelle_courante();
 
 /// Fires the timers due at `jusqua` (horloge::millisecondes()) one at a time; true when one fired.

@@ -18,7 +18,8 @@ using ecran::Genre;
 
 bool sur_l_ecran(const Forme& f, int x, int y) {
     const int sx = f.cadre.gauche + x, sy = f.cadre.haut + y;
-    return sx >= 0 && sy >= 0 && sx < ecran::largeur_ecran() && sy < ecran::hauteur_ecran();
+    const Cadre vue = ecran::vue();
+    return sx >= 0 && sy >= 0 && sx < vue.largeur && sy < vue.hauteur;
 }
 
 bool se_touche(const Forme& f, const ecran::Touche& voulue, int x, int y) {

@@ -24,7 +24,7 @@ const Rejeu::Commande Rejeu::commandes[] = {
     {"touche", 2, 4, &Rejeu::touche},   {"tient", 3, 3, &Rejeu::tient},       {"tape", 2, 2, &Rejeu::tape},
     {"attend", 2, 2, &Rejeu::attend},   {"heure", 2, 2, &Rejeu::regle_heure}, {"reseau", 2, 3, &Rejeu::regle_reseau},
     {"verifie", 2, 6, &Rejeu::verifie}, {"lit", 2, 4, &Rejeu::lit},           {"capture", 2, 2, &Rejeu::capture},
-    {"fin", 1, 1, &Rejeu::coupe},
+    {"fin", 1, 1, &Rejeu::coupe},       {"tourne", 3, 3, &Rejeu::tourne},
 };
 
 const Rejeu::Commande Rejeu::verifications[] = {
@@ -38,6 +38,8 @@ const Rejeu::Commande Rejeu::verifications[] = {
 namespace {
 
 using Mots = std::vector<Mot>;
+
+constexpr int cote_max = 10000;  ///< pixels of a screen
 
 /// Words [debut, fin) as NAME [ROW COLUMN]; on failure `faute` tells why.
 std::optional<Cible> cible_de(const Mots& m, std::size_t debut, std::size_t fin, std::string& faute) {
@@ -184,6 +186,15 @@ Rejeu::Reponse Rejeu::capture(const Mots& m) {
     const std::string_view contenu(reinterpret_cast<const char*>(png.data()), png.size());
     const auto issue = fichiers::ecrit_tout(fichiers::joint(captures_, nom), contenu, fichiers::Remplace::oui);
     if (png.empty() || issue != fichiers::Issue::fait) return {Reponse::Sorte::faute, "l'image n'a pas pu être écrite"};
+    return {};
+}
+
+Rejeu::Reponse Rejeu::tourne(const Mots& m) {
+    const auto largeur = lis_entier(m[1].texte), hauteur = lis_entier(m[2].texte);
+    const auto convient = [](const std::optional<int>& n) { return n && *n > 0 && *n <= cote_max; };
+    if (!convient(largeur) || !convient(hauteur)) return {Reponse::Sorte::faute, "taille illisible"};
+    if (!ecran::tourne_ecran(*largeur, *hauteur)) return {Reponse::Sorte::faute, "l'écran montré ne se tourne pas"};
+    gestes_.push_back({false, 0, {}});  // the loop takes note before the next command
     return {};
 }
 

@@ -79,6 +79,7 @@ class Rejeu final : public ecran::Pilote {
     Reponse lit(const Mots& m);
     Reponse capture(const Mots& m);
     Reponse coupe(const Mots& m);
+    Reponse tourne(const Mots& m);
 
     Reponse verifie_ecran(const Mots& m);
     Reponse verifie_visible(const Mots& m);

@@ -1,0 +1,18 @@
+// What the main screen looks after by itself, every two seconds while there is cause: files that another program holds,
+// and the network after the machine woke up.
+#pragma once
+
+#include <functional>
+
+#include "platform/ecran/controles.h"
+
+namespace guet {
+
+/// Gives the main screen's form the timer. `reprend` refreshes the screen where no dialog is open.
+void ajoute(ecran::Forme& forme, std::function<void()> reprend);
+/// Starts the timer when there is cause.
+void veille();
+/// The machine woke up: its network may take a while to come back.
+void reveil();
+
+}  // namespace guet
