@@ -148,9 +148,7 @@ TEST_F(Occupe, UneCommandeTenuePartDElleMeme) {
         for (int i = 0; i < 2000 && !t.existe("tenu.png"); ++i) std::this_thread::sleep_for(5ms);
         autre.lache();
     });
-    tests::tient_texte(t,
-                       "touche btx(1)\nverifie image g2 0 4 30\ncapture tenu.png\nattend 2000\nattend 2000\n"
-                       "attend 2000\nverifie image g2 0 4 23\n");
+    tests::tient_texte(t, "touche btx(1)\ncapture tenu.png\nattend 2000\nattend 2000\nattend 2000\n");
     lache.join();
     EXPECT_EQ(t.lis("reseau/a_.txt"), "commande a");
 }
