@@ -89,6 +89,13 @@ TEST_F(Envoi, LInterrupteurCoupeLeReseau) {
     EXPECT_EQ(livrees(), Noms({"2021-05-20-08-00-00_01_012_004_.txt", "2021-05-21-08-00-00_01_012_004_.txt"}));
 }
 
+TEST_F(Envoi, AuReveilLeReseauEstCherchePlusieursFois) {
+    const std::string avant = std::string("reseau absent\ntouche \"Sophie\"\n") + table_et_note + envoie + envoyee;
+    tient_texte(t, avant + "verifie Label_attente \"1\"\n" + tests::scenario("reveil.txt"));
+    EXPECT_EQ(livrees(), Noms{"2021-05-19-12-30-00_01_012_004_.txt"});
+    EXPECT_TRUE(en_attente().empty());
+}
+
 TEST_F(Envoi, QuitterPropose) {
     tient(t, "quitter_en_attente.txt");
     EXPECT_EQ(livrees().size(), 1U);

@@ -24,7 +24,7 @@ const Rejeu::Commande Rejeu::commandes[] = {
     {"touche", 2, 4, &Rejeu::touche},   {"tient", 3, 3, &Rejeu::tient},       {"tape", 2, 2, &Rejeu::tape},
     {"attend", 2, 2, &Rejeu::attend},   {"heure", 2, 2, &Rejeu::regle_heure}, {"reseau", 2, 3, &Rejeu::regle_reseau},
     {"verifie", 2, 6, &Rejeu::verifie}, {"lit", 2, 4, &Rejeu::lit},           {"capture", 2, 2, &Rejeu::capture},
-    {"fin", 1, 1, &Rejeu::coupe},       {"tourne", 3, 3, &Rejeu::tourne},
+    {"fin", 1, 1, &Rejeu::coupe},       {"tourne", 3, 3, &Rejeu::tourne},     {"reveille", 1, 1, &Rejeu::reveille},
 };
 
 const Rejeu::Commande Rejeu::verifications[] = {
@@ -195,6 +195,11 @@ Rejeu::Reponse Rejeu::tourne(const Mots& m) {
     if (!convient(largeur) || !convient(hauteur)) return {Reponse::Sorte::faute, "taille illisible"};
     if (!ecran::tourne_ecran(*largeur, *hauteur)) return {Reponse::Sorte::faute, "l'écran montré ne se tourne pas"};
     gestes_.push_back({false, 0, {}});  // the loop takes note before the next command
+    return {};
+}
+
+Rejeu::Reponse Rejeu::reveille(const Mots&) {
+    gestes_.push_back({false, 0, {ecran::Evenement::Sorte::reveil}});
     return {};
 }
 

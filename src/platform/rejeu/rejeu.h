@@ -80,6 +80,7 @@ class Rejeu final : public ecran::Pilote {
     Reponse capture(const Mots& m);
     Reponse coupe(const Mots& m);
     Reponse tourne(const Mots& m);
+    Reponse reveille(const Mots& m);
 
     Reponse verifie_ecran(const Mots& m);
     Reponse verifie_visible(const Mots& m);
