@@ -13,6 +13,7 @@ echec() {
 export WINEPREFIX=$essai/windows WINEDLLOVERRIDES="mscoree,mshtml=;icacls.exe=n" WINEDEBUG=-all
 rm -rf "$essai"
 mkdir -p "$WINEPREFIX"
+touch "$essai/ligne"   # the last command line tried as it is
 "$compilateur" -std=c++20 -static -s -o "$essai/lance.exe" "$sources/tests/livraison/lance.cpp"
 # Wine's helpers would keep the output of the test open: they are started apart.
 wineserver -p >/dev/null 2>&1 </dev/null
@@ -36,7 +37,7 @@ statut() {
     local attendu=$1 trouve=0
     shift
     timeout 60 "$@" >"$essai/sortie" 2>&1 </dev/null || trouve=$?
-    [ "$trouve" -eq "$attendu" ] || { cat "$essai/sortie"; echec "status $trouve, not $attendu: $*"; }
+    [ "$trouve" -eq "$attendu" ] || { cat "$essai/sortie" "$essai/ligne"; echec "status $trouve, not $attendu: $*"; }
 }
 installe() { statut "$1" wine "$installeur" /S "${@:2}" '/D=C:\Été\Orvalune'; }
 desinstalle() { statut "$1" wine "$programme/desinstalle.exe" /S '_?=C:\Été\Orvalune'; }
