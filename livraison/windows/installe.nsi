@@ -410,10 +410,18 @@ Function prepare
   ${EndIf}
 FunctionEnd
 
-Function page_utilisateurs
-  ; An update is for whom the installation was.
+; $0: 1 when for whom the installation is needs no question: an update is for whom the first one was.
+Function sans_choix
+  StrCpy $0 0
   ${If} $administrateur = 0
   ${OrIf} $copie_tous$copie_moi != ""
+    StrCpy $0 1
+  ${EndIf}
+FunctionEnd
+
+Function page_utilisateurs
+  Call sans_choix
+  ${If} $0 = 1
     Abort
   ${EndIf}
   !insertmacro MUI_HEADER_TEXT "Utilisateurs" "Qui se servira d'${NOM} sur cette tablette ?"
@@ -464,6 +472,11 @@ Function page_reseau
   ${NSD_CreateCheckBox} 0 76u 100% 12u "&Démarrer ${NOM} à l'ouverture de session"
   Pop $case_demarrage
   ${NSD_SetState} $case_demarrage $demarrage
+  Call sans_choix
+  ${If} $0 = 1
+    GetDlgItem $0 $HWNDPARENT 3   ; "back" would leave by the first page, which is not shown
+    EnableWindow $0 0
+  ${EndIf}
   nsDialogs::Show
 FunctionEnd
 
