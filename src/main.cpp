@@ -87,7 +87,15 @@ const Option options[] = {
     {"--aide", false, [](const std::string&, Options& o) { return o.montre_aide = true; }},
 };
 
-/// Nothing when an option is unknown or lacks a right value; the fault goes to standard error.
+/// To standard error; on a tablet, where nobody reads that, in a box.
+void dit(const std::string& message) {
+    std::cerr << message << "\n";
+#ifdef _WIN32
+    console::montre(message);
+#endif
+}
+
+/// Nothing when an option is unknown or lacks a right value: that is said.
 std::optional<Options> lis_options(const std::vector<std::string>& mots) {
     Options o;
     for (std::size_t i = 0; i < mots.size(); ++i) {
@@ -98,7 +106,7 @@ std::optional<Options> lis_options(const std::vector<std::string>& mots) {
         const bool complete = trouvee != nullptr && (!trouvee->avec_valeur || i + 1 < mots.size());
         const std::string& nom = mots[i];
         if (!complete || !trouvee->lis(trouvee->avec_valeur ? mots[++i] : std::string(), o)) {
-            std::cerr << "option inconnue ou incomplète : " << texte::vers_utf8(nom) << "\n\n" << aide;
+            dit("option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + aide);
             return std::nullopt;
         }
     }
@@ -108,9 +116,10 @@ std::optional<Options> lis_options(const std::vector<std::string>& mots) {
 /// The scenario and the captures are named from where the program was started; everything else from the working
 /// directory.
 void fixe_chemins(Options& o) {
-    if (o.rejoue && *o.rejoue != "-") o.rejoue = fichiers::absolu(*o.rejoue);
+    const bool ailleurs = !o.dossier.empty() && o.dossier != ".";
+    if (ailleurs && o.rejoue && *o.rejoue != "-") o.rejoue = fichiers::absolu(*o.rejoue);
     if (o.captures.empty()) return;
-    o.captures = fichiers::absolu(o.captures);
+    if (ailleurs) o.captures = fichiers::absolu(o.captures);
     if (!fichiers::existe(o.captures)) static_cast<void>(fichiers::cree_repertoire(o.captures));
 }
 
@@ -157,7 +166,11 @@ int lance(const std::vector<std::string>& mots) {
     etat::service = o.service;
     // Before any file of the directory is touched. A replay has a simulated world to itself.
     std::unique_ptr<instance::Prise> prise;
-    if (dossier_utilisable && !o.rejoue && !(prise = instance::prend())) return 0;
+    bool appelee = false;
+    if (dossier_utilisable && !o.rejoue && !(prise = instance::prend(appelee))) {
+        if (!appelee) dit("Orvalune est déjà ouvert : il ne répond pas, ou un autre utilisateur s'en sert.");
+        return 0;
+    }
 
     std::unique_ptr<rejeu::Rejeu> joue;
     if (o.rejoue) joue = std::make_unique<rejeu::Rejeu>(*o.rejoue, o.captures.empty() ? "." : o.captures);
@@ -167,9 +180,12 @@ int lance(const std::vector<std::string>& mots) {
     }
     auto fenetre = cree_fenetre(o);
     if (!fenetre) {
-        std::cerr << "aucun écran n'a été trouvé\n";
+        dit("aucun écran n'a été trouvé");
         return rejeu::faute_usage;
     }
+#ifdef _WIN32
+    if (!o.rejoue) console::detache();
+#endif
     if (prise) prise->ecoute([f = fenetre.get()] { f->vient_devant(); });
     ecran::ouvre_ecran(std::move(fenetre), joue.get());
     sert(dossier_utilisable, joue.get());
@@ -185,13 +201,7 @@ int lance(const std::vector<std::string>& mots) {
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
     console::rattache();
-    std::vector<std::string> mots;
-    for (int i = 1; i < argc; ++i) {
-        std::string mot;
-        for (const wchar_t* c = argv[i]; *c != 0; ++c) mot += static_cast<char>(texte::octet(*c).value_or('?'));
-        mots.push_back(mot);
-    }
-    return lance(mots);
+    return lance(console::mots(argc, argv));
 }
 #else
 int main(int argc, char** argv) {

@@ -16,11 +16,16 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
 
+std::unique_ptr<instance::Prise> prend() {
+    bool appelee = false;
+    return instance::prend(appelee);
+}
+
 class Instance : public tests::Atelier {
   protected:
     /// A later start on the working directory. What it claims it gives back at once: whether it could is told.
     static std::future<bool> second() {
-        return std::async(std::launch::async, [] { return instance::prend() != nullptr; });
+        return std::async(std::launch::async, [] { return prend() != nullptr; });
     }
     static bool second_prend() { return second().get(); }
     static std::chrono::milliseconds duree(const std::function<void()>& f) {
@@ -32,7 +37,7 @@ class Instance : public tests::Atelier {
 
 TEST_F(Instance, UnSecondDepartAppelleLePremierEtFinit) {
     std::atomic<int> appels = 0;
-    auto prise = instance::prend();
+    auto prise = prend();
     ASSERT_TRUE(prise);
     prise->ecoute([&] { ++appels; });
     for (int n = 1; n <= 3; ++n) {
@@ -53,7 +58,7 @@ TEST_F(Instance, UnSecondDepartAppelleLePremierEtFinit) {
 
 TEST_F(Instance, UnPremierMuetNeRetientLeSecondQuUnMoment) {
     std::atomic<int> appels = 0;
-    const auto prise = instance::prend();
+    const auto prise = prend();
     ASSERT_TRUE(prise);
     EXPECT_LT(duree([] { EXPECT_FALSE(second_prend()); }), instance::attente_ms * 1ms + 2s);
     prise->ecoute([&] { ++appels; });
@@ -66,7 +71,7 @@ TEST_F(Instance, UnPremierMuetNeRetientLeSecondQuUnMoment) {
 }
 
 TEST_F(Instance, LeSecondPrendLaPlaceDUnPremierQuiFinit) {
-    auto prise = instance::prend();
+    auto prise = prend();
     ASSERT_TRUE(prise);
     auto plus_tard = second();
     EXPECT_EQ(plus_tard.wait_for(100ms), std::future_status::timeout);
@@ -82,7 +87,7 @@ TEST_F(Instance, DeTousLesDepartsUnSeulPrend) {
         std::vector<std::thread> fils;
         for (int i = 0; i < departs; ++i) {
             fils.emplace_back([&] {
-                const auto prise = instance::prend();
+                const auto prise = prend();
                 if (prise) {
                     ++prises;
                     prise->ecoute([] {});

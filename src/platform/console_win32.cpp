@@ -4,6 +4,9 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
+
+#include "platform/texte_win32.h"
 
 namespace console {
 namespace {
@@ -20,11 +23,12 @@ bool mene_quelque_part(DWORD numero) {
     return h != nullptr && h != INVALID_HANDLE_VALUE && GetFileType(h) != FILE_TYPE_UNKNOWN;
 }
 
+bool empruntee = false;  ///< the console is that of the program that started this one
 UINT page_precedente = 0;
 
 /// The console belongs to the program that started this one: it gets its code page back.
 void rend_page() {
-    SetConsoleOutputCP(page_precedente);
+    if (page_precedente != 0) SetConsoleOutputCP(std::exchange(page_precedente, 0));
 }
 
 }  // namespace
@@ -39,8 +43,31 @@ void rattache() {
     for (int i = 0; i < 3; ++i) {
         if (perdus[i]) static_cast<void>(std::freopen(flux[i].nom, flux[i].mode, flux[i].fichier));
     }
+    empruntee = true;
     page_precedente = GetConsoleOutputCP();
     if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);
+}
+
+std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
+    std::vector<std::string> r;
+    for (int i = 1; i < argc; ++i) {
+        const bool etranger = !texte::etroit(argv[i]) && !r.empty() && r.back() == "--dossier";
+        r.push_back(etranger && SetCurrentDirectoryW(argv[i]) ? "." : texte::etroit_tolerant(argv[i]));
+    }
+    return r;
+}
+
+void detache() {
+    if (!empruntee) return;
+    empruntee = false;
+    rend_page();
+    FreeConsole();
+}
+
+void montre(const std::string& message) {
+    if (empruntee || mene_quelque_part(STD_ERROR_HANDLE)) return;
+    const auto page = texte::depuis_utf8_tolerant(message);
+    MessageBoxW(nullptr, texte::large(page).c_str(), L"Orvalune", MB_OK | MB_ICONWARNING | MB_SETFOREGROUND);
 }
 
 }  // namespace console

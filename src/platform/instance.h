@@ -22,7 +22,8 @@ class Prise {
 inline constexpr int attente_ms = 1000;
 
 /// Claims the working directory of the process. Null when another process has it: that one has been called, and has
-/// answered or kept silent for `attente_ms`. Where the system cannot say, the claim holds nothing.
-std::unique_ptr<Prise> prend();
+/// answered or kept silent for `attente_ms`; `appelee` tells whether its window is in front now (it may be frozen, have
+/// higher rights, or be another user's). Where the system cannot say, the claim holds nothing.
+std::unique_ptr<Prise> prend(bool& appelee);
 
 }  // namespace instance

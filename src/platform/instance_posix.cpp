@@ -107,19 +107,21 @@ int reste_ms(steady_clock::time_point jusqua) {
 }
 
 /// Calls the process that has the address. False when that one has gone in the meantime, so that the address is free.
-bool appelle(const Adresse& a, steady_clock::time_point jusqua) {
+bool appelle(const Adresse& a, steady_clock::time_point jusqua, bool& appelee) {
     const Descripteur d = douille();
     // A full queue belongs to a process that has not answered for long.
     if (::connect(d, a.lue(), a.longueur) != 0) return errno == EAGAIN;
     pollfd veille = {d, POLLIN, 0};
     while (::poll(&veille, 1, reste_ms(jusqua)) < 0 && errno == EINTR) continue;
     char lu = 0;
-    return veille.revents == 0 || ::recv(d, &lu, 1, MSG_DONTWAIT) == 1;
+    if (veille.revents == 0) return true;
+    return appelee = ::recv(d, &lu, 1, MSG_DONTWAIT) == 1;
 }
 
 }  // namespace
 
-std::unique_ptr<Prise> prend() {
+std::unique_ptr<Prise> prend(bool& appelee) {
+    appelee = false;
     const auto jusqua = steady_clock::now() + milliseconds(attente_ms);
     Adresse a;
     if (!adresse_du_repertoire(a)) return std::make_unique<PriseLinux>(Descripteur());
@@ -131,7 +133,7 @@ std::unique_ptr<Prise> prend() {
             return std::make_unique<PriseLinux>(std::move(d));
         }
         if (errno != EADDRINUSE) return std::make_unique<PriseLinux>(Descripteur());
-        if (appelle(a, jusqua)) return nullptr;
+        if (appelle(a, jusqua, appelee)) return nullptr;
     } while (steady_clock::now() < jusqua);
     return nullptr;
 }

@@ -1,5 +1,6 @@
-// The claim is a mutex of the session by the directory's name, which the system gives up with the process; two events
-// beside it carry the call and the answer.
+// The claim is a mutex of the machine by the directory's name, which the system gives up with the process: two users
+// may share a directory. Two events beside it carry the call and the answer, and a mutex of the session tells a later
+// start whether it is in the same one.
 #include <windows.h>
 
 #include <cstdint>
@@ -17,7 +18,10 @@ class Objet {
   public:
     explicit Objet(HANDLE h = nullptr) : h_(h) {}
     Objet(Objet&& o) noexcept : h_(std::exchange(o.h_, nullptr)) {}
-    Objet& operator=(Objet&&) = delete;
+    Objet& operator=(Objet&& o) noexcept {
+        std::swap(h_, o.h_);
+        return *this;
+    }
     ~Objet() {
         if (h_ != nullptr) CloseHandle(h_);
     }
@@ -45,20 +49,34 @@ std::wstring vrai_chemin() {
 std::wstring nom_de(const std::wstring& chemin) {
     std::uint64_t h = 0xCBF29CE484222325u;
     for (const wchar_t c : chemin) h = (h ^ static_cast<std::uint16_t>(c)) * 0x100000001B3u;
-    return L"Local\\Orvalune-" + std::to_wstring(h);
+    return L"Orvalune-" + std::to_wstring(h);
+}
+
+/// Every user of the machine may open what one has made.
+SECURITY_ATTRIBUTES* pour_tous() {
+    static SECURITY_DESCRIPTOR descripteur;
+    static SECURITY_ATTRIBUTES attributs = {sizeof attributs, &descripteur, FALSE};
+    InitializeSecurityDescriptor(&descripteur, SECURITY_DESCRIPTOR_REVISION);
+    SetSecurityDescriptorDacl(&descripteur, TRUE, nullptr, FALSE);
+    return &attributs;
 }
 
 struct Objets {
     Objet prise;
     bool refusee;  ///< the claim is that of a process with higher rights
     Objet appel, reponse;
+    Objet seance;  ///< made by the first one when it has the claim
 
     explicit Objets(const std::wstring& nom)
-        : prise(CreateMutexW(nullptr, FALSE, nom.c_str())),
+        : prise(CreateMutexW(pour_tous(), FALSE, (L"Global\\" + nom).c_str())),
           refusee(prise == nullptr && GetLastError() == ERROR_ACCESS_DENIED),
-          appel(CreateEventW(nullptr, FALSE, FALSE, (nom + L"-appel").c_str())),
-          reponse(CreateEventW(nullptr, FALSE, FALSE, (nom + L"-reponse").c_str())) {}
+          appel(CreateEventW(pour_tous(), FALSE, FALSE, (L"Global\\" + nom + L"-appel").c_str())),
+          reponse(CreateEventW(pour_tous(), FALSE, FALSE, (L"Global\\" + nom + L"-reponse").c_str())) {}
 };
+
+bool meme_seance(const std::wstring& nom) {
+    return Objet(OpenMutexW(SYNCHRONIZE, FALSE, (L"Local\\" + nom).c_str())) != nullptr;
+}
 
 bool est_prise(DWORD attente) {
     return attente == WAIT_OBJECT_0 || attente == WAIT_ABANDONED_0;
@@ -103,21 +121,30 @@ class PriseWindows final : public Prise {
     }
 };
 
+std::unique_ptr<Prise> prise_de(Objets o, const std::wstring& nom) {
+    o.seance = Objet(CreateMutexW(nullptr, FALSE, (L"Local\\" + nom).c_str()));
+    return std::make_unique<PriseWindows>(std::move(o), true);
+}
+
 }  // namespace
 
-std::unique_ptr<Prise> prend() {
-    Objets o(nom_de(vrai_chemin()));
+std::unique_ptr<Prise> prend(bool& appelee) {
+    appelee = false;
+    const std::wstring nom = nom_de(vrai_chemin());
+    Objets o(nom);
     if (o.refusee) return nullptr;
     if (o.prise == nullptr || o.appel == nullptr || o.reponse == nullptr) {
         return std::make_unique<PriseWindows>(std::move(o), false);
     }
-    if (est_prise(WaitForSingleObject(o.prise, 0))) return std::make_unique<PriseWindows>(std::move(o), true);
+    if (est_prise(WaitForSingleObject(o.prise, 0))) return prise_de(std::move(o), nom);
     AllowSetForegroundWindow(ASFW_ANY);  // the first one may come to the front, as this one might
     SetEvent(o.appel);
     // The claim comes first: when the first one ends while it is called, this one takes its place.
     const HANDLE veille[] = {o.prise, o.reponse};
     const DWORD fin = WaitForMultipleObjects(2, veille, FALSE, attente_ms);
-    return est_prise(fin) ? std::make_unique<PriseWindows>(std::move(o), true) : nullptr;
+    if (est_prise(fin)) return prise_de(std::move(o), nom);
+    appelee = fin == WAIT_OBJECT_0 + 1 && meme_seance(nom);
+    return nullptr;
 }
 
 }  // namespace instance
