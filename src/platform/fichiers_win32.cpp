@@ -161,9 +161,25 @@ bool est_fichier(DWORD attributs) {
     return (attributs & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)) == 0;
 }
 
+/// Another program holds the file so that it can be neither replaced nor deleted.
+bool est_retenu(const std::wstring& nom) {
+    HANDLE h = CreateFileW(nom.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                           OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (h == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
+    CloseHandle(h);
+    return false;
+}
+
 Issue deplace(std::string_view de, std::string_view vers, DWORD drapeaux) {
     const std::wstring source = natif(de), cible = natif(vers);
-    return insiste([&] { return MoveFileExW(source.c_str(), cible.c_str(), MOVEFILE_WRITE_THROUGH | drapeaux); });
+    return insiste([&]() -> BOOL {
+        if (MoveFileExW(source.c_str(), cible.c_str(), MOVEFILE_WRITE_THROUGH | drapeaux)) return TRUE;
+        // The system calls a held target a refusal.
+        if (GetLastError() != ERROR_ACCESS_DENIED) return FALSE;
+        const bool retenu = est_retenu(cible);
+        SetLastError(retenu ? ERROR_SHARING_VIOLATION : ERROR_ACCESS_DENIED);
+        return FALSE;
+    });
 }
 
 /// The text that one of the calls gives which first tell the room they need.

@@ -4,6 +4,9 @@
 #include <chrono>
 #include <cstdio>
 #include <ctime>
+#ifdef _WIN32
+#include <windows.h>
+#endif
 
 namespace horloge {
 namespace {
@@ -61,14 +64,16 @@ std::int64_t reelles() {
 
 DateHeure maintenant() {
     if (virtuelle.active) return plus_secondes(virtuelle.base, (virtuelle.ms - virtuelle.base_ms) / 1000);
+#ifdef _WIN32
+    SYSTEMTIME t;  // the system's own zone, whatever the environment says
+    GetLocalTime(&t);
+    return {t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond};
+#else
     const std::time_t t = std::time(nullptr);
     std::tm tm{};
-#ifdef _WIN32
-    localtime_s(&tm, &t);
-#else
     localtime_r(&t, &tm);
-#endif
     return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec > 59 ? 59 : tm.tm_sec};
+#endif
 }
 
 std::int64_t millisecondes() {

@@ -24,12 +24,16 @@ bool lance(std::string_view commande, Fenetre fenetre) {
 }
 
 std::string identifiant_machine() {
-    wchar_t t[64] = {};
-    DWORD octets = sizeof t;
     // The 64-bit view, so that programs of both widths read the same identifier.
-    const LSTATUS lu = RegGetValueW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Cryptography", L"MachineGuid",
-                                    RRF_RT_REG_SZ | 0x00010000 /* RRF_SUBKEY_WOW6464KEY */, nullptr, t, &octets);
-    return lu == ERROR_SUCCESS ? texte::etroit_tolerant(t) : std::string();
+    HKEY cle = nullptr;
+    if (RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Cryptography", 0, KEY_QUERY_VALUE | KEY_WOW64_64KEY,
+                      &cle) != ERROR_SUCCESS)
+        return {};
+    wchar_t t[64] = {};
+    DWORD octets = sizeof t - sizeof t[0], sorte = 0;
+    const LSTATUS lu = RegQueryValueExW(cle, L"MachineGuid", nullptr, &sorte, reinterpret_cast<BYTE*>(t), &octets);
+    RegCloseKey(cle);
+    return lu == ERROR_SUCCESS && sorte == REG_SZ ? texte::etroit_tolerant(t) : std::string();
 }
 
 }  // namespace processus::systeme

@@ -1,0 +1,99 @@
+// How Windows starts programs: this one from directories with names of every kind, and others from it.
+#include <windows.h>
+
+#include <chrono>
+#include <fstream>
+#include <optional>
+#include <thread>
+
+#include "atelier.h"
+#include "platform/processus.h"
+#include "platform/texte_win32.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using processus::Fenetre;
+
+/// Runs the program to its end; its exit code, or nothing when it did not start.
+std::optional<DWORD> lance(std::wstring mots) {
+    std::wstring ligne = L"\"" + fs::path(PROGRAMME).wstring() + L"\" " + mots;
+    STARTUPINFOW depart{};
+    depart.cb = sizeof depart;
+    PROCESS_INFORMATION p{};
+    if (!CreateProcessW(nullptr, ligne.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &depart, &p)) return {};
+    DWORD code = STILL_ACTIVE;
+    WaitForSingleObject(p.hProcess, 20000);
+    GetExitCodeProcess(p.hProcess, &code);
+    CloseHandle(p.hThread);
+    CloseHandle(p.hProcess);
+    return code;
+}
+
+class Depart : public tests::Atelier {
+  protected:
+    /// Whether a file comes within a while.
+    static bool vient(const fs::path& p) {
+        for (int i = 0; i < 1000 && !fs::exists(p); ++i) std::this_thread::sleep_for(10ms);
+        return fs::exists(p);
+    }
+};
+
+TEST_F(Depart, LeRepertoireDUnUtilisateurDeNImporteQuelNom) {
+    terrain.restaurant();
+    for (const std::wstring nom : {L"\u0141ukasz Mu\u015Fat", L"\u00C9lodie \u0026 Cie", L"\u5317\u4EAC"}) {
+        fs::create_directory(nom);
+        for (const auto& e : fs::directory_iterator(".")) {
+            if (e.is_regular_file()) fs::copy_file(e.path(), fs::path(nom) / e.path().filename());
+        }
+        fs::copy(terrain.reseau(), fs::path(nom) / "reseau");
+        std::ofstream(fs::path(nom) / "s.txt") << "touche \"Sophie\"\nverifie btx(1) \"Viandes\"\ncapture vu.png\n";
+        const bool de_la_page = texte::etroit(nom).has_value();
+        const std::wstring rejeu = de_la_page ? L"\"" + nom + L"/s.txt\"" : L"s.txt";
+        EXPECT_EQ(lance(L"--dossier \"" + nom + L"\" --rejoue " + rejeu), 0u) << fs::path(nom);
+        EXPECT_TRUE(fs::exists(fs::path(nom) / "vu.png")) << fs::path(nom);
+        EXPECT_TRUE(fs::exists(fs::path(nom) / "reseau" / "Test.res")) << fs::path(nom);
+    }
+    EXPECT_EQ(lance(L"--dossier \u0141odz --rejoue s.txt"), 2u) << "there is no such directory";
+}
+
+TEST_F(Depart, UnAutreProgrammeRecoitSesMots) {
+    terrain.restaurant();
+    const fs::path chez = fs::path(terrain.chemin()) / L"Outils de la salle \u00E9t\u00E9";
+    fs::create_directory(chez);
+    fs::copy_file(PROGRAMME, chez / "orvapara.exe");
+    terrain.pose("s.txt", "capture vu.png\n");
+    const std::string programme = texte::etroit_tolerant((chez / "orvapara.exe").wstring());
+    for (const std::string& commande : {programme, "\"" + programme + "\""}) {
+        fs::create_directory("images");
+        ASSERT_TRUE(processus::lance(commande + " --rejoue s.txt --captures images", Fenetre::agrandie)) << commande;
+        EXPECT_TRUE(vient("images/vu.png")) << commande;
+        std::this_thread::sleep_for(200ms);
+        std::error_code ignoree;
+        fs::remove_all("images", ignoree);
+    }
+    EXPECT_FALSE(processus::lance(texte::etroit_tolerant((chez / "absent.exe").wstring()), Fenetre::normale));
+}
+
+/// The installation gives every Windows one; the emulator's prefix may have none.
+TEST_F(Depart, LaMachineAUnIdentifiant) {
+    HKEY cle = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Cryptography", 0, nullptr, 0,
+                              KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_WOW64_64KEY, nullptr, &cle, nullptr),
+              ERROR_SUCCESS);
+    wchar_t lu[64] = {};
+    DWORD octets = sizeof lu;
+    if (RegQueryValueExW(cle, L"MachineGuid", nullptr, nullptr, reinterpret_cast<BYTE*>(lu), &octets) !=
+        ERROR_SUCCESS) {
+        const std::wstring neuf = L"0c8a4a4e-5e9e-4b8c-9d2a-7b1c5a3f2e10";
+        RegSetValueExW(cle, L"MachineGuid", 0, REG_SZ, reinterpret_cast<const BYTE*>(neuf.c_str()),
+                       static_cast<DWORD>((neuf.size() + 1) * sizeof(wchar_t)));
+        neuf.copy(lu, neuf.size());
+    }
+    RegCloseKey(cle);
+    EXPECT_EQ(processus::identifiant_machine(), texte::etroit_tolerant(lu));
+    EXPECT_GE(processus::identifiant_machine().size(), 10u);
+}
+
+}  // namespace
