@@ -2,6 +2,7 @@
 # Needs the target orvalune, ORVALUNE_EDITION, and PROJECT_VERSION of the form 2.01.
 enable_language(RC)
 set(CMAKE_RC_FLAGS "-c 65001")
+string(REGEX REPLACE "^0+(.)" "\\1" MINEUR "${PROJECT_VERSION_MINOR}")  # "01" is 1 where a number is wanted
 configure_file(${CMAKE_SOURCE_DIR}/livraison/windows/orvalune.rc.in ${CMAKE_BINARY_DIR}/orvalune.rc @ONLY)
 set_source_files_properties(${CMAKE_BINARY_DIR}/orvalune.rc PROPERTIES
   OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/assets/orvalune.ico;${CMAKE_SOURCE_DIR}/livraison/windows/orvalune.manifest")
@@ -23,7 +24,6 @@ else()
   set(CIBLE x86-unicode)
   set(INSTALLEUR ${CMAKE_BINARY_DIR}/orvalune-${PROJECT_VERSION}-windows32.exe)
 endif()
-math(EXPR MINEUR ${PROJECT_VERSION_MINOR})  # "01" is 1 here
 add_custom_command(OUTPUT ${INSTALLEUR}
   COMMAND ${MAKENSIS} -V2 -WX -INPUTCHARSET UTF8 -DCIBLE=${CIBLE} -DVERSION=${PROJECT_VERSION}
     -DVERSION_W=${PROJECT_VERSION_MAJOR}.${MINEUR}.0.0 -DPROGRAMME=$<TARGET_FILE:orvalune> -DSORTIE=${INSTALLEUR}

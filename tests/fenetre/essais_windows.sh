@@ -7,4 +7,5 @@ ouvre_ecran
 statut=$?
 cat "$terrain/essais.txt"
 [ "$statut" = 0 ] || echoue "status $statut"
+grep -qE '^\[  PASSED  \] [1-9]' "$terrain/essais.txt" || echoue "no test was run"
 ! grep -q SKIPPED "$terrain/essais.txt" || echoue "no window was made"
