@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "data/nombres.h"
@@ -58,6 +59,15 @@ const Reglage* reglage_de(int record) {
     return i == std::end(reglages_connus) ? nullptr : i;
 }
 
+/// The record, whole; nothing when the store cannot be read at the moment.
+std::optional<std::string> lis(int record) {
+    if (!fichier || record < 1) return std::nullopt;
+    auto r = fichier->lis(static_cast<std::size_t>(record));
+    if (!r) return std::nullopt;
+    std::replace(r->begin(), r->end(), '\0', ' ');  // a power cut leaves zero bytes where nothing was written
+    return texte::complete(*r, longueur_record);
+}
+
 int lis_nombre(std::string_view record) {
     return nombres::entier_int(texte::rogne(texte::colonnes(record, 4)));
 }
@@ -87,10 +97,7 @@ void ferme() {
 }
 
 std::string brut(int record) {
-    std::string r;
-    if (fichier && record >= 1) r = fichier->lis(static_cast<std::size_t>(record));
-    std::replace(r.begin(), r.end(), '\0', ' ');  // a power cut leaves zero bytes where nothing was written
-    return texte::complete(r, longueur_record);
+    return lis(record).value_or(std::string(longueur_record, ' '));
 }
 
 std::string texte(int record) {
@@ -103,10 +110,11 @@ std::string valeur(int record) {
 
 int nombre(int record) {
     const Reglage* reglage = reglage_de(record);
-    const std::string t = brut(record);
+    const auto lu = lis(record);
+    const std::string t = lu.value_or("");
     const bool pose = t.starts_with(marque);
     if (!reglage) return pose ? lis_nombre(t) : 0;
-    if (!pose && fichier) static_cast<void>(ecrit(record, reglage->defaut));
+    if (!pose && lu) static_cast<void>(ecrit(record, reglage->defaut));
     const int n = pose ? lis_nombre(t) : 0;
     return n < reglage->min ? lis_nombre(reglage->defaut) : std::min(n, reglage->max);
 }
@@ -140,10 +148,11 @@ fichiers::Issue ecrit_resolution(Resolution r, Forme forme) {
 }
 
 fichiers::Issue retouche_resolution(Resolution r) {
-    std::string t = brut(record_resolution);
-    t.replace(5, 5, cinq_chiffres(r.largeur));
-    t.replace(11, 5, cinq_chiffres(r.hauteur));
-    return ecrit(record_resolution, t);
+    auto t = lis(record_resolution);
+    if (!t) return fichiers::Issue::panne;
+    t->replace(5, 5, cinq_chiffres(r.largeur));
+    t->replace(11, 5, cinq_chiffres(r.hauteur));
+    return ecrit(record_resolution, *t);
 }
 
 }  // namespace reglages

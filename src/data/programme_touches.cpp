@@ -45,7 +45,8 @@ std::size_t record_de(int page, int numero) {
 }
 
 Ligne lis(int page, int numero) {
-    Ligne l{fichier->lis(record_de(page, numero))};
+    const auto lu = fichier->lis(record_de(page, numero));
+    Ligne l{lu.value_or(""), lu.has_value()};
     for (const Place& p : places) {  // where a power cut left the file unwritten; bytes that nobody is shown stay
         const std::size_t debut = std::min(p.debut, l.record.size()),
                           fin = std::min(debut + p.longueur, l.record.size());
@@ -57,6 +58,7 @@ Ligne lis(int page, int numero) {
 
 fichiers::Issue ecrit(int page, int numero, const Ligne& ligne) {
     if (!existe(page, numero)) return fichiers::Issue::refuse;
+    if (!ligne.lue) return fichiers::Issue::panne;
     const std::size_t utile = longueur_record - fin_de_record.size();
     const std::string record = texte::complete(ligne.record, utile) + std::string(fin_de_record);
     return fichier->ecrit(record_de(page, numero), record);
@@ -130,7 +132,7 @@ fichiers::Issue ecrit_ligne(int page, int numero, const Ligne& ligne) {
 }
 
 Ligne lis_titres(int page) {
-    return existe(page, ligne_des_titres) ? lis(page, ligne_des_titres) : Ligne{};
+    return existe(page, ligne_des_titres) ? lis(page, ligne_des_titres) : Ligne{"", false};
 }
 
 fichiers::Issue ecrit_titres(int page, const Ligne& ligne) {

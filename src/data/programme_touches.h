@@ -20,6 +20,7 @@ enum class Champ { reference, libelle, lh, image, visible, taille, couleur, acti
 /// One line; the record's bytes as they stand in the file.
 struct Ligne {
     std::string record;  ///< may be shorter than a whole record
+    bool lue = true;     ///< false: the medium did not give the record, which then is not written either
 
     /// A field without the blanks around it.
     std::string_view champ(Champ c) const;

@@ -93,7 +93,7 @@ bool init_styles() {
 std::vector<Style> lis() {
     std::vector<Style> styles(nb_records + 1);
     const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
-    for (std::size_t code = 2; f && code <= nb_records; ++code) styles[code] = style(f->lis(code));
+    for (std::size_t code = 2; f && code <= nb_records; ++code) styles[code] = style(f->lis(code).value_or(""));
     return styles;
 }
 

@@ -76,11 +76,12 @@ class Records final : public FichierRecords {
 
     std::uint64_t longueur() const override { return fichier_->longueur(); }
 
-    std::string lis(std::size_t numero) override {
-        if (numero == 0) return {};
+    std::optional<std::string> lis(std::size_t numero) override {
+        if (numero == 0) return std::string();
         std::string r(taille_, ' ');
         const auto lus = fichier_->lis(place(numero), r.data(), taille_);
-        r.resize(lus < 0 ? 0 : static_cast<std::size_t>(lus));
+        if (lus < 0) return std::nullopt;
+        r.resize(static_cast<std::size_t>(lus));
         return r;
     }
 
@@ -158,9 +159,11 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
     Issue issue = Issue::panne;
     const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, issue);
     if (!f) return issue;
-    if (f->longueur() > borne) return Issue::trop_long;
+    const std::uint64_t attendue = f->longueur();
+    if (attendue == longueur_inconnue) return Issue::panne;
+    if (attendue > borne) return Issue::trop_long;
     // More than expected is asked for, so that a file that grows meanwhile is read to its end.
-    const std::size_t pas = std::max<std::size_t>(static_cast<std::size_t>(f->longueur()) + 1, 4096);
+    const std::size_t pas = std::max<std::size_t>(static_cast<std::size_t>(attendue) + 1, 4096);
     std::string lu;
     std::int64_t lus = 0;
     std::size_t total = 0;

@@ -65,6 +65,9 @@ inline constexpr std::string_view repertoire_maintenance = "maintenance";
 /// The end of the name of every temporary file: it matches neither "*.txt" nor "*.-a-".
 inline constexpr std::string_view suffixe_temporaire = ".tmp_";
 
+/// The length of a file that the system does not tell: more than any, so that nobody takes the file for an empty one.
+inline constexpr std::uint64_t longueur_inconnue = UINT64_MAX;
+
 /// A file of fixed-length records, kept open for reading and writing. Record numbers start at 1.
 class FichierRecords {
   public:
@@ -75,7 +78,8 @@ class FichierRecords {
     virtual ~FichierRecords() = default;
     virtual std::uint64_t longueur() const = 0;
     /// The record's bytes; what lies behind the end of the file is missing, so the text may be shorter or empty.
-    virtual std::string lis(std::size_t numero) = 0;
+    /// Nothing when the medium does not give them.
+    virtual std::optional<std::string> lis(std::size_t numero) = 0;
     /// Writes one record whole (cut or padded with blanks) and flushes it to the medium.
     /// A gap behind the old end is filled with blanks, never with zero bytes.
     virtual Issue ecrit(std::size_t numero, std::string_view contenu) = 0;

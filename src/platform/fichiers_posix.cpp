@@ -70,7 +70,7 @@ class FichierPosix final : public Fichier {
 
     std::uint64_t longueur() override {
         struct stat s {};
-        return ::fstat(fd_, &s) == 0 ? static_cast<std::uint64_t>(s.st_size) : 0;
+        return ::fstat(fd_, &s) == 0 ? static_cast<std::uint64_t>(s.st_size) : longueur_inconnue;
     }
 
     std::int64_t lis(std::uint64_t place, char* vers, std::size_t nombre) override {

@@ -22,6 +22,7 @@ class Fichier {
     /// Null on failure, with the reason in `issue`.
     static std::unique_ptr<Fichier> ouvre(std::string_view chemin, Ouverture mode, Issue& issue);
     virtual ~Fichier() = default;
+    /// Bytes, or longueur_inconnue.
     virtual std::uint64_t longueur() = 0;
     /// Reads up to `nombre` bytes at `place`; the count read, or -1.
     virtual std::int64_t lis(std::uint64_t place, char* vers, std::size_t nombre) = 0;

@@ -65,7 +65,9 @@ std::wstring natif(std::string_view chemin) {
     const DWORD n = GetFullPathNameW(court.c_str(), 0, nullptr, nullptr);
     if (n <= longueur_ordinaire) return court;
     std::wstring r(n, L'\0');
-    r.resize(std::min(n, GetFullPathNameW(court.c_str(), n, r.data(), nullptr)));
+    const DWORD ecrits = GetFullPathNameW(court.c_str(), n, r.data(), nullptr);
+    if (ecrits == 0 || ecrits >= n) return court;
+    r.resize(ecrits);
     if (r.starts_with(L"\\\\?\\") || r.starts_with(L"\\\\.\\")) return r;
     return r.starts_with(L"\\\\") ? L"\\\\?\\UNC" + r.substr(1) : L"\\\\?\\" + r;
 }
@@ -101,7 +103,7 @@ class FichierWindows final : public Fichier {
 
     std::uint64_t longueur() override {
         LARGE_INTEGER l;
-        return GetFileSizeEx(h_, &l) ? static_cast<std::uint64_t>(l.QuadPart) : 0;
+        return GetFileSizeEx(h_, &l) ? static_cast<std::uint64_t>(l.QuadPart) : longueur_inconnue;
     }
 
     std::int64_t lis(std::uint64_t debut, char* vers, std::size_t nombre) override {
@@ -182,11 +184,13 @@ Issue deplace(std::string_view de, std::string_view vers, DWORD drapeaux) {
     });
 }
 
-/// The text that one of the calls gives which first tell the room they need.
+/// The text that one of the calls gives which first tell the room they need; `sinon` when it fails.
 template <typename Appel>
-std::string texte_de(Appel appel) {
+std::string texte_de(Appel appel, std::string_view sinon) {
     std::wstring r(appel(0, nullptr), L'\0');
-    r.resize(std::min<std::size_t>(r.size(), appel(static_cast<DWORD>(r.size()), r.data())));
+    const DWORD ecrits = appel(static_cast<DWORD>(r.size()), r.data());
+    if (ecrits == 0 || ecrits >= r.size()) return std::string(sinon);
+    r.resize(ecrits);
     return texte::etroit_tolerant(r);
 }
 
@@ -255,12 +259,12 @@ bool entre_dans(std::string_view chemin) {
 }
 
 std::string repertoire_courant() {
-    return texte_de([](DWORD n, wchar_t* t) { return GetCurrentDirectoryW(n, t); });
+    return texte_de([](DWORD n, wchar_t* t) { return GetCurrentDirectoryW(n, t); }, ".");
 }
 
 std::string absolu(std::string_view chemin) {
     const std::wstring nom = ordinaire(chemin);
-    return texte_de([&](DWORD n, wchar_t* t) { return GetFullPathNameW(nom.c_str(), n, t, nullptr); });
+    return texte_de([&](DWORD n, wchar_t* t) { return GetFullPathNameW(nom.c_str(), n, t, nullptr); }, chemin);
 }
 
 unsigned long identite() {
