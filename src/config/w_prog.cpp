@@ -123,6 +123,8 @@ class Editeur {
 
   private:
     Forme forme_;
+    std::vector<Ligne> lignes_;  ///< of the page, as they were read
+    Ligne titres_;
 
     Grille& g1() { return forme_("g1").grille; }
     std::string& cellule(int l, int c) { return g1().cellule(l, c).texte; }
@@ -190,23 +192,24 @@ class Editeur {
     /// All lines of the page, blank ones where the file cannot be read.
     static std::vector<Ligne> lignes_de_la_page() {
         std::vector<Ligne> r = programme_touches::lis_page(page());
-        r.resize(lignes_par_page);
+        r.resize(lignes_par_page, Ligne{"", false});
         for (Ligne& l : r) allonge(l);
         return r;
     }
 
     void charge_page() {
         forme_("Label1").texte() = std::to_string(page());
-        const Ligne titres = programme_touches::lis_titres(page());
-        forme_("Text1").texte() = titres.libelle();
-        forme_("Text2").texte() = titres.action();
+        titres_ = programme_touches::lis_titres(page());
+        allonge(titres_);
+        forme_("Text1").texte() = titres_.libelle();
+        forme_("Text2").texte() = titres_.action();
         Grille& g = g1();
         for (int c = 0; c < nb_colonnes; ++c) cellule(0, c) = colonnes[c].entete;
-        const std::vector<Ligne> lignes = lignes_de_la_page();
+        lignes_ = lignes_de_la_page();
         for (int l = 1; l <= lignes_par_page; ++l) {
             cellule(l, numero) = nombres::entier_complete(l, 2);
             for (int c = 1; c < nb_colonnes; ++c) {
-                cellule(l, c) = lignes[static_cast<std::size_t>(l - 1)].champ(colonnes[c].champ);
+                cellule(l, c) = lignes_[static_cast<std::size_t>(l - 1)].champ(colonnes[c].champ);
             }
         }
         g.ligne = g.colonne = -1;
@@ -214,24 +217,26 @@ class Editeur {
         peint();
     }
 
-    /// Writes the lines that have changed, and the titles; what the editor does not show stays as it is in the file.
+    /// Writes the lines that differ from what was read, and the titles; what the editor does not show stays as it is in
+    /// the file. A line that could not be read was shown blank, and must not take the place of the true one.
     bool valide_donnees() {
         bool juste = true;
-        const std::vector<Ligne> lignes = lignes_de_la_page();
         for (int l = 1; l <= lignes_par_page; ++l) {
-            Ligne ligne = lignes[static_cast<std::size_t>(l - 1)];
-            const std::string avant = ligne.record;
+            Ligne& lue = lignes_[static_cast<std::size_t>(l - 1)];
+            Ligne ligne = lue;
             for (int c = 1; c < nb_colonnes; ++c) ligne.pose(colonnes[c].champ, texte::rogne(cellule(l, c)));
-            if (ligne.record == avant) continue;
-            juste = programme_touches::ecrit_ligne(page(), l, ligne) == fichiers::Issue::fait && juste;
+            if (ligne.record == lue.record) continue;
+            const bool ecrite = programme_touches::ecrit_ligne(page(), l, ligne) == fichiers::Issue::fait;
+            if (ecrite) lue = ligne;
+            juste = ecrite && juste;
         }
-        Ligne titres = programme_touches::lis_titres(page());
-        allonge(titres);
-        const std::string avant = titres.record;
+        Ligne titres = titres_;
         titres.pose(Champ::libelle, texte::rogne(forme_("Text1").texte()));
         titres.pose(Champ::action, texte::rogne(forme_("Text2").texte()));
-        if (titres.record == avant) return juste;
-        return programme_touches::ecrit_titres(page(), titres) == fichiers::Issue::fait && juste;
+        if (titres.record == titres_.record) return juste;
+        const bool ecrits = programme_touches::ecrit_titres(page(), titres) == fichiers::Issue::fait;
+        if (ecrits) titres_ = titres;
+        return ecrits && juste;
     }
 
     // --- Painting
