@@ -72,4 +72,28 @@ TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {
     EXPECT_EQ(extinctions, 1);
 }
 
+/// Rows were taken away while the list was scrolled to its end: the end fills the list, as far as there are rows.
+TEST(Liste, UneListeRaccourcieMontreSaFin) {
+    Grille g;
+    g.dimensionne(13, 1);
+    g.lignes_fixes = 1;
+    g.defile = true;
+    g.hauteur_ligne = px(54);
+    g.hauteurs.assign(13, px(54));
+    g.hauteurs[0] = px(40);
+    const Cadre cadre = {0, 0, px(300), px(40) + 5 * px(54) + 6 * g.espace};
+    g.defile_de(100, cadre);
+    EXPECT_EQ(g.premiere_ligne, 8);
+    EXPECT_EQ(g.lignes_visibles(cadre), 5);
+    g.dimensionne(10, 1);
+    g.hauteurs.resize(10);
+    g.premiere_ligne = 8;
+    g.defile_de(0, cadre);
+    EXPECT_EQ(g.premiere_ligne, 5);
+    g.dimensionne(3, 1);
+    g.hauteurs.resize(3);
+    g.defile_de(0, cadre);
+    EXPECT_EQ(g.premiere_ligne, 1) << "all rows are in view";
+}
+
 }  // namespace

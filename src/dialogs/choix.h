@@ -2,7 +2,6 @@
 // courses of menus are shown so.
 #pragma once
 
-#include <functional>
 #include <string_view>
 
 #include "platform/ecran/controles.h"

@@ -15,6 +15,7 @@
 #include "dialogs/sel_arti.h"
 #include "platform/ecran/boucle.h"
 #include "platform/ecran/images.h"
+#include "platform/ecran/polices.h"
 #include "platform/texte.h"
 
 namespace eta_com {
@@ -91,8 +92,6 @@ class Recapitulatif {
         Controle& g1 =
             forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 20, false, Alignement::gauche, 9});
         g1.aspect.police = std::max(1, reglages::nombre(reglages::police_note));
-        const int largeur_nombre = px(etroit ? 58 : 110);
-        g1.grille.largeurs = {largeur_nombre, liste.largeur - largeur_nombre, 0};
         formes::ajoute_barre(forme_, barre);
     }
 
@@ -120,11 +119,25 @@ class Recapitulatif {
         g.hauteur_ligne = std::max(hauteur_ligne_min, g1.aspect.police * twips_par_point * 2);
         g.hauteurs.assign(static_cast<std::size_t>(g.lignes), g.hauteur_ligne);
         g.hauteurs[0] = hauteur_entete;
+        largeur_des_quantites(g1);
         g.premiere_ligne = premiere;
         g.defile_de(0, g1.cadre);
         forme_("Label4").texte() = nombres::entier_complete(table(), 1);
         forme_("Label5").texte() = nombres::entier_complete(couverts(), 1);
         forme_("Label6").texte() = nombres::entier_complete(total, 1);
+    }
+
+    /// The quantities are read whole at every size: their column widens up to a third of the list, then they shrink.
+    static void largeur_des_quantites(Controle& g1) {
+        Grille& g = g1.grille;
+        const int marge = px(16), au_plus = g1.cadre.largeur / 3;
+        int voulue = px(formes::est_etroit() ? 58 : 110);
+        for (int l = 1; l < g.lignes; ++l)
+            voulue = std::max(voulue, marge + largeur_en_twips(g1.aspect.police, true, g.texte(l, nombre)));
+        const int largeur = std::min(voulue, au_plus);
+        g.largeurs = {largeur, g1.cadre.largeur - largeur, 0};
+        for (int l = 1; l < g.lignes && largeur < voulue; ++l)
+            g.cellule(l, nombre).police = std::max(1, g1.aspect.police * largeur / voulue);
     }
 
     static void entetes(Grille& g) {
@@ -179,8 +192,9 @@ class Recapitulatif {
         };
         forme_("g2").a_la_cellule = [this](int, int colonne) {
             Controle& g1 = forme_("g1");
-            if (colonne == bas) g1.grille.defile_de(pas_defilement, g1.cadre);
-            if (colonne == haut) g1.grille.defile_de(-pas_defilement, g1.cadre);
+            const int pas = std::min(pas_defilement, g1.grille.lignes_visibles(g1.cadre));  // no row is passed unseen
+            if (colonne == bas) g1.grille.defile_de(pas, g1.cadre);
+            if (colonne == haut) g1.grille.defile_de(-pas, g1.cadre);
             if (colonne == envoie) envoie_commande();
             if (colonne == ferme) forme_.ferme();
         };

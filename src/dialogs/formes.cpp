@@ -173,8 +173,4 @@ void demande_reinitialisation() {
     }
 }
 
-void annonce_absent() {
-    mini_97::informe("Cet écran ne fait pas encore partie de cette version."_t);
-}
-
 }  // namespace formes

@@ -73,7 +73,5 @@ void colore_chiffre(ecran::Aspect& aspect, int chiffre);
 
 /// Asks whether to start anew; on yes the program ends at once and nothing is written.
 void demande_reinitialisation();
-/// Says that a screen is not part of this version.
-void annonce_absent();
 
 }  // namespace formes

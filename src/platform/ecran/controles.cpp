@@ -92,8 +92,18 @@ int Grille::lignes_visibles(const Cadre& cadre) const {
     return std::max(1, n);
 }
 
+/// The first row of a list that is scrolled to its end.
+static int premiere_de_la_fin(const Grille& g, const Cadre& cadre) {
+    if (g.hauteurs.empty() || rangees_partagees(g)) return g.lignes - g.lignes_visibles(cadre);
+    int reste = cadre.hauteur;
+    for (int l = 0; l < g.lignes_fixes; ++l) reste -= hauteur_de(g, l) + g.espace;
+    int l = g.lignes;
+    for (; l > g.lignes_fixes && reste >= hauteur_de(g, l - 1); --l) reste -= hauteur_de(g, l - 1) + g.espace;
+    return std::min(l, g.lignes - 1);
+}
+
 void Grille::defile_de(int pas, const Cadre& cadre) {
-    const int derniere = std::max(lignes_fixes, lignes - lignes_visibles(cadre));
+    const int derniere = std::max(lignes_fixes, premiere_de_la_fin(*this, cadre));
     premiere_ligne = std::clamp(std::max(premiere_ligne, lignes_fixes) + pas, lignes_fixes, derniere);
 }
 
