@@ -1,4 +1,5 @@
 // Command line, then the main screen.
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <memory>
@@ -87,11 +88,13 @@ const Option options[] = {
     {"--aide", false, [](const std::string&, Options& o) { return o.montre_aide = true; }},
 };
 
-/// To standard error; on a tablet, where nobody reads that, in a box.
-void dit(const std::string& message) {
+/// To standard error; on a tablet, where nobody reads that, in a box. A replay waits for nobody.
+void dit(const std::string& message, bool en_rejeu = false) {
     std::cerr << message << "\n";
 #ifdef _WIN32
-    console::montre(message);
+    if (!en_rejeu) console::montre(message);
+#else
+    static_cast<void>(en_rejeu);
 #endif
 }
 
@@ -106,7 +109,8 @@ std::optional<Options> lis_options(const std::vector<std::string>& mots) {
         const bool complete = trouvee != nullptr && (!trouvee->avec_valeur || i + 1 < mots.size());
         const std::string& nom = mots[i];
         if (!complete || !trouvee->lis(trouvee->avec_valeur ? mots[++i] : std::string(), o)) {
-            dit("option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + aide);
+            dit("option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + aide,
+                std::find(mots.begin(), mots.end(), "--rejoue") != mots.end());
             return std::nullopt;
         }
     }
@@ -180,7 +184,7 @@ int lance(const std::vector<std::string>& mots) {
     }
     auto fenetre = cree_fenetre(o);
     if (!fenetre) {
-        dit("aucun écran n'a été trouvé");
+        dit("aucun écran n'a été trouvé", o.rejoue.has_value());
         return rejeu::faute_usage;
     }
 #ifdef _WIN32

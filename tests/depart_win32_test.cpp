@@ -2,7 +2,6 @@
 #include <windows.h>
 
 #include <chrono>
-#include <fstream>
 #include <optional>
 #include <thread>
 
@@ -42,20 +41,21 @@ class Depart : public tests::Atelier {
 
 TEST_F(Depart, LeRepertoireDUnUtilisateurDeNImporteQuelNom) {
     terrain.restaurant();
+    fs::create_directory("scenes");
+    terrain.pose("scenes/s.txt", "touche \"Sophie\"\nverifie btx(1) \"Viandes\"\ncapture vu.png\n");
+    const std::wstring a_cote = L"vues d'\u00E9t\u00E9";
     for (const std::wstring nom : {L"\u0141ukasz Mu\u015Fat", L"\u00C9lodie \u0026 Cie", L"\u5317\u4EAC"}) {
         fs::create_directory(nom);
         for (const auto& e : fs::directory_iterator(".")) {
             if (e.is_regular_file()) fs::copy_file(e.path(), fs::path(nom) / e.path().filename());
         }
         fs::copy(terrain.reseau(), fs::path(nom) / "reseau");
-        std::ofstream(fs::path(nom) / "s.txt") << "touche \"Sophie\"\nverifie btx(1) \"Viandes\"\ncapture vu.png\n";
-        const bool de_la_page = texte::etroit(nom).has_value();
-        const std::wstring rejeu = de_la_page ? L"\"" + nom + L"/s.txt\"" : L"s.txt";
-        EXPECT_EQ(lance(L"--dossier \"" + nom + L"\" --rejoue " + rejeu), 0u) << fs::path(nom);
-        EXPECT_TRUE(fs::exists(fs::path(nom) / "vu.png")) << fs::path(nom);
+        EXPECT_EQ(lance(L"--captures \"" + a_cote + L"\" --dossier \"" + nom + L"\" --rejoue scenes/s.txt"), 0u)
+            << fs::path(nom);
+        EXPECT_TRUE(fs::remove(fs::path(a_cote) / "vu.png")) << "beside, where the program was started";
         EXPECT_TRUE(fs::exists(fs::path(nom) / "reseau" / "Test.res")) << fs::path(nom);
     }
-    EXPECT_EQ(lance(L"--dossier \u0141odz --rejoue s.txt"), 2u) << "there is no such directory";
+    EXPECT_EQ(lance(L"--dossier \u0141odz --rejoue scenes/s.txt"), 2u) << "there is no such directory";
 }
 
 TEST_F(Depart, UnAutreProgrammeRecoitSesMots) {

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/fichiers.h"
 #include "platform/texte_win32.h"
 
 namespace console {
@@ -50,10 +51,17 @@ void rattache() {
 
 std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
     std::vector<std::string> r;
+    std::size_t etranger = 0;
     for (int i = 1; i < argc; ++i) {
-        const bool etranger = !texte::etroit(argv[i]) && !r.empty() && r.back() == "--dossier";
-        r.push_back(etranger && SetCurrentDirectoryW(argv[i]) ? "." : texte::etroit_tolerant(argv[i]));
+        if (!r.empty() && r.back() == "--dossier" && !texte::etroit(argv[i])) etranger = r.size();
+        r.push_back(texte::etroit_tolerant(argv[i]));
     }
+    if (etranger == 0) return r;
+    for (std::size_t i = 1; i < r.size(); ++i) {
+        const bool chemin = r[i - 1] == "--captures" || (r[i - 1] == "--rejoue" && r[i] != "-");
+        if (chemin) r[i] = fichiers::absolu(r[i]);
+    }
+    if (SetCurrentDirectoryW(argv[etranger + 1])) r[etranger] = ".";
     return r;
 }
 

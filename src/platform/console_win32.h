@@ -15,7 +15,8 @@ void detache();
 void montre(const std::string& texte);
 
 /// The words of the command line behind the program's name, in the page 1252. A directory behind "--dossier" may bear a
-/// user's name that the page cannot hold: it is entered at once, and "." stands for it.
+/// user's name that the page cannot hold: it is entered at once, and "." stands for it; the
+/// paths of a replay are made absolute before.
 std::vector<std::string> mots(int argc, const wchar_t* const* argv);
 
 }  // namespace console
