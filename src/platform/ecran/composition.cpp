@@ -79,7 +79,9 @@ void Composition::controle(const Controle& c) {
     const bool appuye = !c.est_grille() && presse(c, -1, -1);
     fond(z, c.aspect, appuye);
     if (c.est_grille()) return grille(c, z);
-    const Sujet s = {z, c.aspect, c.aspect.police, c.aspect.gras};
+    const bool sans_fond = c.genre == Genre::etiquette && teintes(c.aspect).fond == sans_couleur;
+    const int debord = sans_fond ? 1 + p_.em(c.aspect.police) / 10 : 0;
+    const Sujet s = {z, c.aspect, c.aspect.police, c.aspect.gras, {}, debord};
     if (c.genre == Genre::champ) return saisie(s, c.curseur);
     if (c.genre == Genre::case_) return case_a_cocher(s, c.coche);
     contenu(s);
@@ -175,7 +177,8 @@ void Composition::contenu(const Sujet& s) {
 void Composition::texte(const Sujet& s, const Zone& place) {
     const std::string_view t = legende(s.aspect);
     if (t.empty() || place.vide()) return;
-    Element* e = ajoute(Part::texte, Sorte::texte, place, s.z, teintes(s.aspect).encre);
+    const Zone visible = {s.z.gauche, s.z.haut - s.debord, s.z.droite, s.z.bas + s.debord};
+    Element* e = ajoute(Part::texte, Sorte::texte, place, visible, teintes(s.aspect).encre);
     if (e == nullptr) return;
     e->texte = t;
     e->police = s.gras ? Police::grasse : Police::normale;

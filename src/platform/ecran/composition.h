@@ -104,6 +104,7 @@ class Composition {
         int police;  ///< points
         bool gras;
         Rang rang{};
+        int debord = 0;  ///< pixels that the caption's accents and tails may stand over the zone, above and below
     };
     void contenu(const Sujet& s);
     void texte(const Sujet& s, const Zone& place);

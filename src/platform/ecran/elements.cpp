@@ -6,9 +6,6 @@
 namespace ecran {
 namespace {
 
-/// Rows of a list shrink no further than this share of their size, in percent, before they are cut.
-constexpr int reduction_une_ligne = 80;
-
 std::uint64_t mele(std::uint64_t h, std::uint64_t v) {
     h = (h ^ v) * 0x9E3779B97F4A7C15ULL;
     return h ^ (h >> 29);
@@ -27,7 +24,6 @@ float part(Alignement a) {
 void dessine_texte(const Element& e, Toile toile) {
     const int l = e.cadre.droite - e.cadre.gauche, h = e.cadre.bas - e.cadre.haut;
     Place place{l, h, e.lignes_max};
-    if (e.lignes_max == 1) place.taille_minimale = std::max(taille_lisible, e.taille * reduction_une_ligne / 100);
     const MiseEnLignes& m = met_en_lignes(e.police, e.taille, e.texte, place);
     const Metrique mesures = metrique(e.police, m.taille);
     float y = static_cast<float>(e.cadre.haut) +
