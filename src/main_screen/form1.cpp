@@ -186,7 +186,7 @@ void accorde_au_bandeau() {
     forme()("Label_num").aspect.encre = propre ? encre_lisible(fond) : palette::pale;
 }
 
-/// Who, which table, how many covers and lines, and the total; the narrow screen leaves the lines out.
+/// Who, which table, how many covers and lines, and the total; the narrow screen has room for abbreviations.
 std::string texte_etat() {
     if (!pages::a_des_serveurs()) return "Aucun catalogue";
     if (etat::nom_serveur.empty()) return "Choisissez votre nom";
@@ -199,10 +199,8 @@ std::string texte_etat() {
     if (nombres::lis(couverts) != 0) {
         ajoute(couverts + (formes::est_etroit() ? " couv." : nombres::lis(couverts) == 1 ? " couvert" : " couverts"));
     }
-    if (!formes::est_etroit()) {
-        const int n = std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
-        ajoute(std::to_string(n) + (n > 1 ? " lignes" : " ligne"));
-    }
+    const int n = std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
+    ajoute(std::to_string(n) + (formes::est_etroit() ? " l." : n > 1 ? " lignes" : " ligne"));
     ajoute(etat::total_note);
     return t;
 }
