@@ -74,9 +74,25 @@ void declare_densite() {
     if (!faite) SetProcessDPIAware();  // no effect where the manifest has said it already
 }
 
+namespace {
+
+/// Windows 8.1 and the first Windows 10 tell the density of a monitor, not yet that of a window. 0: unknown.
+int densite_du_moniteur(HWND fenetre) {
+    using Lis = HRESULT(WINAPI*)(HMONITOR, int, UINT*, UINT*);
+    static const HMODULE shcore = LoadLibraryExW(L"shcore.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    static const auto lis = fonction<Lis>(shcore, "GetDpiForMonitor");
+    UINT x = 0, y = 0;
+    constexpr int effective = 0;  // MDT_EFFECTIVE_DPI
+    const HMONITOR moniteur = MonitorFromWindow(fenetre, MONITOR_DEFAULTTONEAREST);
+    return lis != nullptr && SUCCEEDED(lis(moniteur, effective, &x, &y)) ? static_cast<int>(x) : 0;
+}
+
+}  // namespace
+
 double densite(HWND fenetre) {
     const auto lis = fonction<decltype(&GetDpiForWindow)>(user32(), "GetDpiForWindow");
     int points = lis != nullptr ? static_cast<int>(lis(fenetre)) : 0;
+    if (points == 0) points = densite_du_moniteur(fenetre);
     if (points == 0) {
         const HDC dc = GetDC(fenetre);
         points = GetDeviceCaps(dc, LOGPIXELSX);
