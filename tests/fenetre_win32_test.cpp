@@ -209,6 +209,10 @@ TEST_F(EntreesWin32, Keyboard) {
     for (const WPARAM cle : {VK_RETURN, VK_ESCAPE, VK_BACK}) recoit(WM_KEYDOWN, cle);
     EXPECT_EQ(recoit(WM_KEYDOWN, 'A'), std::nullopt);
     EXPECT_EQ(lues(), "cle:0 cle:1 cle:2");
+    constexpr LPARAM tenue = 1 << 30;
+    for (const WPARAM cle : {VK_RETURN, VK_ESCAPE, VK_BACK}) recoit(WM_KEYDOWN, cle, tenue);
+    recoit(WM_CHAR, 'a', tenue);
+    EXPECT_EQ(lues(), "cle:2 car:97") << "held down";
 
     EXPECT_EQ(recoit(WM_SYSKEYDOWN, VK_F4), std::nullopt) << "the system makes the end of it";
     EXPECT_EQ(recoit(WM_SYSCHAR, 'a'), 0) << "it would beep";
@@ -352,9 +356,21 @@ TEST_F(FenetreWin32, AFingerAnEndAndATurnReachTheLoop) {
 
     const TailleEcran t = fenetre->taille();
     SetWindowPos(poignee, nullptr, 0, 0, 300, 200, SWP_NOZORDER);  // the size of before the turn
-    vide_la_file();
     ASSERT_EQ(fenetre->taille().largeur, 300);
     EXPECT_EQ(apres(WM_DISPLAYCHANGE, 32, MAKELPARAM(t.largeur, t.hauteur)).sorte, Sorte::repeindre);
+    vide_la_file();
+    EXPECT_EQ(fenetre->taille().largeur, t.largeur);
+
+    WINDOWPLACEMENT turned{};  // turned while it was hidden away
+    turned.length = sizeof turned;
+    ShowWindow(poignee, SW_MINIMIZE);
+    GetWindowPlacement(poignee, &turned);
+    turned.rcNormalPosition = {0, 0, 300, 200};
+    SetWindowPlacement(poignee, &turned);
+    SendMessageW(poignee, WM_DISPLAYCHANGE, 32, MAKELPARAM(t.largeur, t.hauteur));
+    ShowWindow(poignee, SW_RESTORE);
+    ASSERT_EQ(fenetre->taille().largeur, 300);
+    vide_la_file();
     EXPECT_EQ(fenetre->taille().largeur, t.largeur);
     EXPECT_EQ(fenetre->taille().hauteur, t.hauteur);
 }

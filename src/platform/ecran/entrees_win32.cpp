@@ -23,6 +23,9 @@ constexpr DWORD souris = ~DWORD{0};  ///< its contact number: none that the syst
 /// What GetMessageExtraInfo() tells of a mouse message made of a pen or a finger, and the mark of the finger.
 constexpr LPARAM masque_simulee = 0xFFFFFF00, simulee = 0xFF515700, simulee_doigt = 0x80;
 
+/// In the second argument of a key message: the key was down already.
+constexpr LPARAM touche_repetee = 1 << 30;
+
 POINT point(LPARAM lp) {
     return {GET_X_LPARAM(lp), GET_Y_LPARAM(lp)};
 }
@@ -77,7 +80,7 @@ std::optional<LRESULT> Entrees::decode(HWND fenetre, UINT message, WPARAM wp, LP
     if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == WM_CAPTURECHANGED) {
         return decode_souris(fenetre, message, wp, lp);
     }
-    if (message >= WM_KEYFIRST && message <= WM_KEYLAST) return decode_clavier(message, wp);
+    if (message >= WM_KEYFIRST && message <= WM_KEYLAST) return decode_clavier(message, wp, lp);
     return decode_systeme(message, wp, lp);
 }
 
@@ -180,11 +183,13 @@ std::optional<LRESULT> Entrees::decode_souris(HWND fenetre, UINT message, WPARAM
 }
 
 /// Alt alone opens no menu and Alt with a letter does not beep; Alt+F4 is left to the system, which makes a WM_CLOSE of
-/// it.
-std::optional<LRESULT> Entrees::decode_clavier(UINT message, WPARAM wp) {
+/// it. Escape or Enter held down acts once: its repetitions would close one dialog after the other.
+std::optional<LRESULT> Entrees::decode_clavier(UINT message, WPARAM wp, LPARAM lp) {
     Evenement e;
+    const bool repetee = (lp & touche_repetee) != 0;
     if (message == WM_SYSCHAR) return 0;
     if (message == WM_KEYDOWN && (wp == VK_RETURN || wp == VK_ESCAPE || wp == VK_BACK)) {
+        if (repetee && wp != VK_BACK) return 0;
         e.sorte = Sorte::cle;
         e.cle = wp == VK_RETURN ? Cle::entree : wp == VK_ESCAPE ? Cle::echappement : Cle::retour_arriere;
         return ajoute(e), 0;

@@ -52,7 +52,7 @@ class Entrees {
     std::optional<LRESULT> decode_pointeur(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
     std::optional<LRESULT> decode_touches(HWND fenetre, WPARAM wp, LPARAM lp);
     std::optional<LRESULT> decode_souris(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
-    std::optional<LRESULT> decode_clavier(UINT message, WPARAM wp);
+    std::optional<LRESULT> decode_clavier(UINT message, WPARAM wp, LPARAM lp);
     std::optional<LRESULT> decode_systeme(UINT message, WPARAM wp, LPARAM lp);
     bool est_souris_simulee() const;
     void decode_alimentation(WPARAM wp, LPARAM lp);

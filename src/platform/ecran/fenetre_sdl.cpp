@@ -130,7 +130,7 @@ class FenetreSdl final : public Fenetre {
                 }
                 return;
             case SDL_KEYDOWN:
-                return range_cle(e.key.keysym.sym);
+                return range_cle(e.key.keysym.sym, e.key.repeat != 0);
             case SDL_WINDOWEVENT:
                 if (e.window.event == SDL_WINDOWEVENT_EXPOSED || e.window.event == SDL_WINDOWEVENT_SIZE_CHANGED) {
                     ajoute(Sorte::repeindre);
@@ -144,8 +144,10 @@ class FenetreSdl final : public Fenetre {
         }
     }
 
-    void range_cle(SDL_Keycode cle) {
+    /// Escape or Enter held down acts once: its repetitions would close one dialog after the other.
+    void range_cle(SDL_Keycode cle, bool repetee) {
         using Sorte = Evenement::Sorte;
+        if (repetee && cle != SDLK_BACKSPACE) return;
         if (cle == SDLK_RETURN || cle == SDLK_KP_ENTER) ajoute(Sorte::cle, 0, 0, 0, Cle::entree);
         if (cle == SDLK_ESCAPE) ajoute(Sorte::cle, 0, 0, 0, Cle::echappement);
         if (cle == SDLK_BACKSPACE) ajoute(Sorte::cle, 0, 0, 0, Cle::retour_arriere);

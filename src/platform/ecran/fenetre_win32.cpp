@@ -14,7 +14,8 @@ namespace ecran {
 namespace {
 
 constexpr const wchar_t* classe = L"Orvalune";
-constexpr UINT message_reveil = WM_APP, message_devant = WM_APP + 1, message_rang = WM_APP + 2;
+constexpr UINT message_reveil = WM_APP, message_devant = WM_APP + 1, message_rang = WM_APP + 2,
+               message_place = WM_APP + 3;
 constexpr int icone_du_programme = 1;  ///< its number among the resources
 
 /// The kept image. Only the interface's thread uses it.
@@ -74,8 +75,8 @@ class Copie {
 RECT moniteur(HMONITOR m) {
     MONITORINFO lu{};
     lu.cbSize = sizeof lu;
-    GetMonitorInfoW(m, &lu);
-    return lu.rcMonitor;
+    if (GetMonitorInfoW(m, &lu)) return lu.rcMonitor;
+    return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};  // it has just been unplugged
 }
 
 /// Where the program was started from, as far as the system tells: where its pointer, or the last finger, is.
@@ -202,9 +203,12 @@ class FenetreWin32 final : public Fenetre {
         SetWindowPos(fenetre_, nullptr, r.left + x, r.top + y, l, h, SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
-    /// After a turn of the tablet, or of its density.
+    /// After a turn of the tablet, a change of its density, or a way to another monitor.
     void couvre_le_moniteur() const {
+        if (mode_ != Mode::plein_ecran || IsIconic(fenetre_)) return;  // hidden away, it does so when it comes back
         const RECT r = moniteur(MonitorFromWindow(fenetre_, MONITOR_DEFAULTTONEAREST));
+        RECT la{};
+        if (GetWindowRect(fenetre_, &la) && EqualRect(&la, &r)) return;
         SetWindowPos(fenetre_, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     }
@@ -225,6 +229,7 @@ class FenetreWin32 final : public Fenetre {
 
     void repond_a_l_appel() {
         if (IsIconic(fenetre_)) ShowWindow(fenetre_, SW_RESTORE);
+        couvre_le_moniteur();
         se_met_devant();
         signale(Evenement::Sorte::reveil);
     }
@@ -267,7 +272,16 @@ class FenetreWin32 final : public Fenetre {
                 reinterpret_cast<MINMAXINFO*>(lp)->ptMaxTrackSize = {32767, 32767};
                 return 0;
             case WM_DISPLAYCHANGE:
-                if (mode_ == Mode::plein_ecran) couvre_le_moniteur();
+                couvre_le_moniteur();
+                break;
+            case WM_SIZE:  // restored: the tablet may have been turned meanwhile
+            case WM_MOVE:
+                if (message == WM_MOVE || wp == SIZE_RESTORED) PostMessageW(fenetre, message_place, 0, 0);
+                break;
+            case message_place:
+                return couvre_le_moniteur(), 0;
+            case WM_DESTROY:
+                RemovePropW(fenetre, L"MicrosoftTabletPenServiceProperty");
                 break;
             case 0x02E0 /* WM_DPICHANGED */:
                 suit_la_densite(lp);
