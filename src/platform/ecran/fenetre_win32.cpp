@@ -109,7 +109,6 @@ class FenetreWin32 final : public Fenetre {
         taille();  // known from now on, should it be hidden away
         reserve_les_doigts(fenetre_);
         alimentation_ = RegisterPowerSettingNotification(fenetre_, &etat_de_l_ecran, DEVICE_NOTIFY_WINDOW_HANDLE);
-        SetThreadExecutionState(ES_CONTINUOUS | ES_DISPLAY_REQUIRED);
         ShowWindow(fenetre_, SW_SHOWNORMAL);
         se_met_devant();
         return true;
@@ -243,6 +242,13 @@ class FenetreWin32 final : public Fenetre {
         SetWindowPos(fenetre_, rang, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
 
+    bool est_active() const { return GetForegroundWindow() == fenetre_ && !IsIconic(fenetre_); }
+
+    /// The screen stays lit while the order taking is in front, and no longer.
+    void tient_l_ecran_allume() const {
+        SetThreadExecutionState(est_active() ? ES_CONTINUOUS | ES_DISPLAY_REQUIRED : ES_CONTINUOUS);
+    }
+
     LRESULT repeint(HWND fenetre) const {
         PAINTSTRUCT p;
         const HDC dc = BeginPaint(fenetre, &p);
@@ -264,7 +270,7 @@ class FenetreWin32 final : public Fenetre {
             case message_devant:
                 return repond_a_l_appel(), 0;
             case message_rang:
-                return prend_son_rang(), 0;
+                return prend_son_rang(), tient_l_ecran_allume(), 0;
             case WM_ACTIVATE:  // who is in front is known only when the change is done
                 PostMessageW(fenetre, message_rang, 0, 0);
                 break;
@@ -280,6 +286,9 @@ class FenetreWin32 final : public Fenetre {
                 break;
             case message_place:
                 return couvre_le_moniteur(), 0;
+            case WM_SYSCOMMAND:
+                if ((wp & 0xFFF0) == SC_SCREENSAVE && est_active()) return 0;
+                break;
             case WM_DESTROY:
                 RemovePropW(fenetre, L"MicrosoftTabletPenServiceProperty");
                 break;
