@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# A working directory that may only be read: what cannot be kept is said, and nothing is shown as sent.
+# Usage: lecture_seule.sh PROGRAM SOURCES [EMULATOR]
+. "$(dirname "$0")/lieu.sh"
+garnit
+mkdir "$terrain/vide"
+if [ "$(id -u)" = 0 ]; then # nothing is read-only for root
+    comme=(setpriv --reuid 65534 --regid 65534 --clear-groups env "HOME=$terrain/maison")
+    "${comme[@]}" test -x "$programme" || exit 77
+    mkdir "$terrain/maison"
+    chown -R 65534:65534 "$terrain"
+    if [ -n "$emulateur" ]; then
+        prefixe_propre=oui
+        comme+=("WINEPREFIX=$terrain/maison/wine" "WINEDLLOVERRIDES=mscoree,mshtml=" WINEDEBUG=-all)
+        "${comme[@]}" wineboot -i >/dev/null 2>&1 </dev/null || exit 77
+    fi
+fi
+chmod -R a-w "$tablette" "$terrain/vide"
+
+{
+    prend_une_commande
+    cat <<'COMMANDES'
+verifie Label1 "La commande n'a pas pu être écrite, elle reste dans la note !"
+touche "Fermer"
+verifie lignes g1 2
+touche "Fermer"
+touche "Quitter"
+touche "Oui"
+verifie Label1 "La note n'a pas pu être gardée dans prov.txt, fermer quand même ?"
+touche "Oui"
+verifie arret
+COMMANDES
+} | joue "$tablette"
+[ "$(livrees)" = 0 ] && [ "$(attentes)" = 0 ] || echoue "$(livrees) delivered, $(attentes) waiting"
+echo "a tablet that was set up"
+
+joue "$terrain/vide" <<'COMMANDES'
+verifie Label1 "Le répertoire de travail ne peut pas être utilisé, le logiciel s'arrête !"
+touche "Fermer"
+verifie arret
+COMMANDES
+echo "an empty one"
