@@ -70,6 +70,11 @@ TEST_F(Boucle, UnDoigtPerduNeToucheRien) {
 TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {
     joue({{Sorte::extinction}});
     EXPECT_EQ(extinctions, 1);
+    forme.fermee = false;
+    EXPECT_THROW(joue({{Sorte::fin}, {Sorte::appui, 50, 50}, {Sorte::relache, 50, 50}}), FinDuProgramme);
+    ferme_ecran();
+    EXPECT_EQ(extinctions, 2) << "what is in hand is kept before the end";
+    EXPECT_EQ(touches, 0);
 }
 
 /// Rows were taken away while the list was scrolled to its end: the end fills the list, as far as there are rows.

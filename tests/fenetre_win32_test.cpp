@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <chrono>
 #include <string>
 #include <thread>
@@ -57,6 +58,9 @@ std::string vide(Entrees& entrees) {
             case Sorte::extinction:
                 t += "extinction";
                 break;
+            case Sorte::fin:
+                t += "fin";
+                break;
         }
     }
     return t;
@@ -67,7 +71,11 @@ constexpr WPARAM seul = POINTER_MESSAGE_FLAG_PRIMARY, autre = 0, annule = POINTE
 /// Messages to a decoder, and what it made of them.
 struct EntreesWin32 : testing::Test {
     std::vector<TOUCHINPUT> touches;  ///< what the next WM_TOUCH brings
-    Entrees entrees{[this](WPARAM, LPARAM) { return touches; }};
+    std::vector<DWORD> stylos;        ///< contacts that are pens
+    Entrees entrees{[this](WPARAM, LPARAM) { return touches; },
+                    [this](DWORD contact) -> DWORD {
+                        return std::count(stylos.begin(), stylos.end(), contact) > 0 ? PT_PEN : PT_TOUCH;
+                    }};
 
     void TearDown() override { SetMessageExtraInfo(0); }
 
@@ -135,6 +143,32 @@ TEST_F(EntreesWin32, AFingerThatIsTakenAwayFiresNoKeyAndDoesNotDeafenTheScreen) 
     pointeur(WM_POINTERDOWN, 5, seul, 60, 60);
     pointeur(WM_POINTERUP, 5, seul, 60, 60);
     EXPECT_EQ(lues(), "appui:10,10 perdu appui:60,60 relache:60,60");
+}
+
+TEST_F(EntreesWin32, APalmBesideThePenNeitherActsNorTakesThePressAway) {
+    stylos = {1, 3};
+    pointeur(WM_POINTERDOWN, 1, seul, 10, 10);
+    pointeur(WM_POINTERDOWN, 2, seul, 80, 80);
+    pointeur(WM_POINTERUPDATE, 2, seul, 81, 81);
+    pointeur(WM_POINTERUP, 1, seul, 11, 11);
+    pointeur(WM_POINTERDOWN, 3, seul, 20, 20);  // the palm lies there still
+    pointeur(WM_POINTERUP, 2, seul, 81, 81);
+    EXPECT_EQ(recoit(WM_POINTERLEAVE, MAKEWPARAM(3, seul)), std::nullopt);
+    pointeur(WM_POINTERDOWN, 4, seul, 30, 30);
+    souris(WM_LBUTTONDOWN, 50, 50);
+    pointeur(WM_POINTERUP, 4, seul, 30, 30);
+    EXPECT_EQ(lues(), "appui:10,10 relache:11,11 appui:20,20 perdu appui:30,30 relache:30,30");
+    souris(WM_LBUTTONDOWN, 50, 50);
+    EXPECT_EQ(lues(), "appui:50,50") << "a contact that was lost does not deafen the mouse";
+}
+
+TEST_F(EntreesWin32, AnInstallerThatNeedsTheFileEndsTheProgram) {
+    EXPECT_EQ(recoit(WM_QUERYENDSESSION, 0, ENDSESSION_CLOSEAPP), TRUE);
+    EXPECT_EQ(recoit(WM_ENDSESSION, FALSE, ENDSESSION_CLOSEAPP), std::nullopt);
+    EXPECT_EQ(lues(), "extinction");
+    EXPECT_EQ(recoit(WM_ENDSESSION, TRUE, ENDSESSION_CLOSEAPP), 0);
+    EXPECT_EQ(lues(), "fin");
+    EXPECT_EQ(recoit(WM_ENDSESSION, TRUE, 0), std::nullopt) << "the system ends it itself";
 }
 
 TEST_F(EntreesWin32, TheMouseThatTheSystemMakesOfAFingerDoesNotCount) {

@@ -188,6 +188,9 @@ void traite(const Evenement& e) {
             return appelle(ecran->fermeture);
         case Sorte::extinction:
             return appelle(ecran->extinction);
+        case Sorte::fin:
+            appelle(ecran->extinction);
+            termine();
     }
 }
 

@@ -60,6 +60,14 @@ std::vector<TOUCHINPUT> lis_touches(WPARAM nombre, LPARAM contacts) {
     return lues;
 }
 
+DWORD sorte_de_contact(DWORD contact) {
+    using Fonction = BOOL(WINAPI*)(UINT32, POINTER_INPUT_TYPE*);
+    static const auto lis = reinterpret_cast<Fonction>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"user32"), "GetPointerType")));
+    POINTER_INPUT_TYPE sorte = PT_TOUCH;
+    return lis != nullptr && lis(contact, &sorte) ? static_cast<DWORD>(sorte) : static_cast<DWORD>(PT_TOUCH);
+}
+
 void Entrees::ajoute(Evenement e) {
     if (!file_.empty() && remplace(file_.back().sorte, e.sorte)) file_.pop_back();
     file_.push_back(e);
@@ -84,12 +92,15 @@ std::optional<LRESULT> Entrees::decode(HWND fenetre, UINT message, WPARAM wp, LP
     return decode_systeme(message, wp, lp);
 }
 
-void Entrees::pose(DWORD contact, POINT p) {
-    if (poses_.empty()) {
-        premier_ = contact;
-        ajoute(evenement(Sorte::appui, p));
-    }
-    poses_.push_back(contact);
+/// A palm beside the pen is of another sort: it neither acts nor takes the pen's press away. One that comes down alone
+/// while one of its own sort still counts shows that the end of that one was lost.
+void Entrees::pose(DWORD contact, DWORD sorte, bool seul, POINT p) {
+    if (!seul) return;
+    if (premier_ && sorte_ == sorte) perd(*premier_);
+    if (premier_) return;
+    premier_ = contact;
+    sorte_ = sorte;
+    ajoute(evenement(Sorte::appui, p));
 }
 
 void Entrees::glisse(DWORD contact, POINT p) {
@@ -97,14 +108,12 @@ void Entrees::glisse(DWORD contact, POINT p) {
 }
 
 void Entrees::leve(DWORD contact, POINT p) {
-    std::erase(poses_, contact);
     if (premier_ != contact) return;
     premier_.reset();
     ajoute(evenement(Sorte::relache, p));
 }
 
 void Entrees::perd(DWORD contact) {
-    std::erase(poses_, contact);
     if (premier_ != contact) return;
     premier_.reset();
     ajoute(evenement(Sorte::perdu));
@@ -112,7 +121,6 @@ void Entrees::perd(DWORD contact) {
 
 void Entrees::perd_tout() {
     if (premier_) perd(*premier_);
-    poses_.clear();
 }
 
 /// Fingers and pens since Windows 8; the message itself tells all that is needed of them.
@@ -122,8 +130,7 @@ std::optional<LRESULT> Entrees::decode_pointeur(HWND fenetre, UINT message, WPAR
     switch (message) {
         case WM_POINTERDOWN:
             source_ = Source::pointeurs;
-            if (IS_POINTER_PRIMARY_WPARAM(wp)) perd_tout();  // it comes down alone: what still counts was lost
-            pose(contact, p);
+            pose(contact, sorte_de_(contact), IS_POINTER_PRIMARY_WPARAM(wp), p);
             return 0;
         case WM_POINTERUPDATE:
             glisse(contact, p);
@@ -134,6 +141,9 @@ std::optional<LRESULT> Entrees::decode_pointeur(HWND fenetre, UINT message, WPAR
         case WM_POINTERCAPTURECHANGED:
             perd(contact);
             return 0;
+        case WM_POINTERLEAVE:  // it is no longer near the glass
+            perd(contact);
+            return std::nullopt;
         default:
             return std::nullopt;
     }
@@ -146,9 +156,8 @@ std::optional<LRESULT> Entrees::decode_touches(HWND fenetre, WPARAM wp, LPARAM l
     source_ = Source::touches;
     for (const TOUCHINPUT& t : lues) {
         const POINT p = dans_la_fenetre(fenetre, {TOUCH_COORD_TO_PIXEL(t.x), TOUCH_COORD_TO_PIXEL(t.y)});
-        const bool pose_seule = (t.dwFlags & TOUCHEVENTF_DOWN) != 0 && (t.dwFlags & TOUCHEVENTF_PRIMARY) != 0;
-        if (pose_seule) perd_tout();
-        if ((t.dwFlags & TOUCHEVENTF_DOWN) != 0) pose(t.dwID, p);
+        const bool seul = (t.dwFlags & TOUCHEVENTF_PRIMARY) != 0;
+        if ((t.dwFlags & TOUCHEVENTF_DOWN) != 0) pose(t.dwID, PT_TOUCH, seul, p);
         if ((t.dwFlags & TOUCHEVENTF_MOVE) != 0) glisse(t.dwID, p);
         if ((t.dwFlags & TOUCHEVENTF_UP) != 0) leve(t.dwID, p);
     }
@@ -166,8 +175,7 @@ std::optional<LRESULT> Entrees::decode_souris(HWND fenetre, UINT message, WPARAM
     if (est_souris_simulee()) return 0;
     switch (message) {
         case WM_LBUTTONDOWN:
-            perd(souris);
-            pose(souris, point(lp));
+            pose(souris, PT_MOUSE, true, point(lp));
             SetCapture(fenetre);
             return 0;
         case WM_MOUSEMOVE:
@@ -214,6 +222,9 @@ std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM l
             return ajoute(evenement(Sorte::fermeture)), 0;
         case WM_QUERYENDSESSION:  // another program may still refuse; the end itself leaves no time for anything
             return ajoute(evenement(Sorte::extinction)), TRUE;
+        case WM_ENDSESSION:  // an installer needs the program's file: it waits for the end, and starts it again
+            if (wp == 0 || (lp & ENDSESSION_CLOSEAPP) == 0) return std::nullopt;
+            return ajoute(evenement(Sorte::fin)), 0;
         case WM_SIZE:
             if (wp != SIZE_MINIMIZED) ajoute(evenement(Sorte::repeindre));
             return 0;

@@ -17,12 +17,17 @@ namespace ecran {
 using LectureTouches = std::function<std::vector<TOUCHINPUT>(WPARAM, LPARAM)>;
 std::vector<TOUCHINPUT> lis_touches(WPARAM nombre, LPARAM contacts);
 
+/// What a contact is: PT_TOUCH, PT_PEN … Where the system cannot tell, a finger.
+using SorteDeContact = std::function<DWORD(DWORD contact)>;
+DWORD sorte_de_contact(DWORD contact);
+
 /// The setting of which the system must tell the window that its screen went dark or was lit again.
 extern const GUID etat_de_l_ecran;
 
 class Entrees {
   public:
-    explicit Entrees(LectureTouches lecture = lis_touches) : lecture_(std::move(lecture)) {}
+    explicit Entrees(LectureTouches lecture = lis_touches, SorteDeContact sorte = sorte_de_contact)
+        : lecture_(std::move(lecture)), sorte_de_(std::move(sorte)) {}
 
     /// Queues what the message says. The answer to the message, or nothing when the system must treat it as well.
     std::optional<LRESULT> decode(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
@@ -37,13 +42,15 @@ class Entrees {
     enum class Source { souris, touches, pointeurs };
 
     LectureTouches lecture_;
+    SorteDeContact sorte_de_;
     std::deque<Evenement> file_;
-    std::vector<DWORD> poses_;      ///< contacts that are down, by the system's number
-    std::optional<DWORD> premier_;  ///< the one of them that acts: it came down alone
+    /// The contact that acts, by the system's number: of its sort it came down alone, and no other one acted.
+    std::optional<DWORD> premier_;
+    DWORD sorte_ = 0;  ///< what that one is
     Source source_ = Source::souris;
     bool ecran_eteint_ = false;
 
-    void pose(DWORD contact, POINT p);
+    void pose(DWORD contact, DWORD sorte, bool seul, POINT p);
     void glisse(DWORD contact, POINT p);
     void leve(DWORD contact, POINT p);
     void perd(DWORD contact);

@@ -25,6 +25,7 @@ struct Evenement {
         reveil,      ///< the machine woke up, or the program was asked to come to the front
         fermeture,   ///< the system asks the program to end
         extinction,  ///< the system may stop at any moment: what is in hand must be kept at once
+        fin,         ///< the program must end now, without a question
     };
     Sorte sorte = Sorte::rien;
     int x = 0, y = 0;  ///< pixels of the image
