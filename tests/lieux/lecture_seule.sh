@@ -34,6 +34,29 @@ COMMANDES
 [ "$(livrees)" = 0 ] && [ "$(attentes)" = 0 ] || echoue "$(livrees) delivered, $(attentes) waiting"
 echo "a tablet that was set up"
 
+joue "$tablette" <<'COMMANDES'
+touche "Sophie"
+touche logil
+attend 100
+touche "5"
+touche "8"
+touche "2"
+touche "6"
+touche "Valider"
+verifie ecran ch_outils
+attend 300
+verifie g1 1 1 "12"
+touche g1 1 0
+verifie ecran clav_num
+attend 100
+touche "C"
+touche "Valider"
+verifie Label1 "Le réglage n'a pas pu être enregistré !"
+touche "Fermer"
+verifie g1 1 1 "12"
+COMMANDES
+echo "a setting"
+
 joue "$terrain/vide" <<'COMMANDES'
 verifie Label1 "Le répertoire de travail ne peut pas être utilisé, le logiciel s'arrête !"
 touche "Fermer"

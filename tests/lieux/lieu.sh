@@ -1,5 +1,6 @@
 # A copy of the demonstration restaurant whose network directory lies elsewhere, and the program replayed on it.
 # Source it with PROGRAM, the folder of the sources and, for a program of Windows, the emulator that runs it as arguments.
+shopt -s lastpipe # what ends a pipeline can end the script
 programme=$1 sources=$2 emulateur=${3:-}
 terrain=$(mktemp -d)
 tablette=$terrain/tablette
