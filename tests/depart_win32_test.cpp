@@ -37,6 +37,12 @@ class Depart : public tests::Atelier {
         for (int i = 0; i < 1000 && !fs::exists(p); ++i) std::this_thread::sleep_for(10ms);
         return fs::exists(p);
     }
+    /// Removes a program, which the system allows once it has ended.
+    static bool emporte(const fs::path& p) {
+        std::error_code faute;
+        for (int i = 0; i < 1000 && !fs::remove(p, faute); ++i) std::this_thread::sleep_for(10ms);
+        return !fs::exists(p);
+    }
 };
 
 TEST_F(Depart, LeRepertoireDUnUtilisateurDeNImporteQuelNom) {
@@ -58,22 +64,40 @@ TEST_F(Depart, LeRepertoireDUnUtilisateurDeNImporteQuelNom) {
     EXPECT_EQ(lance(L"--dossier \u0141odz --rejoue scenes/s.txt"), 2u) << "there is no such directory";
 }
 
-TEST_F(Depart, UnAutreProgrammeRecoitSesMots) {
-    terrain.restaurant();
-    const fs::path chez = fs::path(terrain.chemin()) / L"Outils de la salle \u00E9t\u00E9";
+TEST_F(Depart, UnAutreProgrammeRecoitSesMotsEtSaFenetre) {
+    const fs::path chez = terrain.chemin() / L"Outils de la salle \u00E9t\u00E9";
     fs::create_directory(chez);
-    fs::copy_file(PROGRAMME, chez / "orvapara.exe");
-    terrain.pose("s.txt", "capture vu.png\n");
-    const std::string programme = texte::etroit_tolerant((chez / "orvapara.exe").wstring());
-    for (const std::string& commande : {programme, "\"" + programme + "\""}) {
-        fs::create_directory("images");
-        ASSERT_TRUE(processus::lance(commande + " --rejoue s.txt --captures images", Fenetre::agrandie)) << commande;
-        EXPECT_TRUE(vient("images/vu.png")) << commande;
-        std::this_thread::sleep_for(200ms);
-        std::error_code ignoree;
-        fs::remove_all("images", ignoree);
+    fs::copy_file(TEMOIN, chez / "orvapara.exe");
+    fs::copy_file(TEMOIN, "orvapara.exe");
+    const std::string la_bas = texte::etroit_tolerant((chez / "orvapara.exe").wstring());
+    const struct {
+        std::string commande;
+        Fenetre fenetre;
+        std::string vu;
+    } cas[] = {
+        {"orvapara.exe vu", Fenetre::normale, "1\n"},
+        {la_bas + " vu", Fenetre::agrandie, "3\n"},
+        {"\"" + la_bas + "\" vu http://x/?a=1&b=%PATH%", Fenetre::agrandie, "3\nhttp://x/?a=1&b=%PATH%\n"},
+        {"\"" + la_bas + "\" vu \"deux mots\" caf\xE9 \x80", Fenetre::normale,
+         "1\ndeux mots\ncaf\xC3\xA9\n\xE2\x82\xAC\n"},
+    };
+    for (const auto& c : cas) {
+        ASSERT_TRUE(processus::lance(c.commande, c.fenetre)) << c.commande;
+        ASSERT_TRUE(vient("vu")) << c.commande;
+        EXPECT_EQ(terrain.lis("vu"), c.vu) << c.commande;
+        fs::remove("vu");
     }
-    EXPECT_FALSE(processus::lance(texte::etroit_tolerant((chez / "absent.exe").wstring()), Fenetre::normale));
+    EXPECT_TRUE(emporte("orvapara.exe") && emporte(chez / "orvapara.exe"));
+}
+
+TEST_F(Depart, CeQuiNEstPasUnProgrammeNeSeLancePas) {
+    terrain.pose("etranger.exe", std::string("MZ\0\0", 4) + "of another system");
+    fs::create_directory("dossier.exe");
+    for (const char* nom : {"absent.exe", "etranger.exe", "dossier.exe"}) {
+        const std::string chemin = texte::etroit_tolerant((terrain.chemin() / nom).wstring());
+        EXPECT_FALSE(processus::lance(chemin, Fenetre::normale)) << chemin;
+        EXPECT_FALSE(processus::lance("\"" + chemin + "\" mot", Fenetre::normale)) << chemin;
+    }
 }
 
 /// The installation gives every Windows one; the emulator's prefix may have none.

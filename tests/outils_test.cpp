@@ -1,11 +1,16 @@
 // The toolbox: its rows and actions, what it writes, how it ends the program, and the screens that follow its settings.
+#include <cstdlib>
+#include <filesystem>
+
 #include "data/etat.h"
 #include "main_screen/attend_tempo.h"
 #include "platform/ecran/boucle.h"
+#include "platform/fichiers.h"
 #include "rejeux.h"
 
 namespace {
 
+namespace fs = std::filesystem;
 using tests::Terrain;
 using tests::tient;
 using tests::tient_texte;
@@ -151,18 +156,47 @@ TEST_F(Outils, UneIdentificationTardiveEstDiteOuQueLOnSoit) {
          "verifie ecran ch_outils\n");
 }
 
-#ifndef _WIN32  // there the records go to a fixed directory of drive C, which is no test's to write to
-TEST_F(Outils, LeReleveEcritMilleRecordsEtArrete) {
-    sans_mot_de_passe();
-    tient_texte(t, ouvre +
-                       "verifie visible Command111 non\ntient label_haut 2000\nverifie visible Command111 oui\n"
-                       "touche Command111\nverifie arret\n");
-    const std::string releve = t.lis("maintenance/dupm42tab.txt");
+/// On Windows the records go to a fixed directory of drive C: only the emulator's drive is a test's to write to.
+class Releve : public Outils {
+  protected:
+    const fs::path maintenance = t.chemin() / fs::path(fichiers::repertoire_maintenance);
+    const fs::path fichier = maintenance / "dupm42tab.txt";
+
+    void SetUp() override {
+        if (maintenance.is_absolute() && std::getenv("WINEPREFIX") == nullptr)
+            GTEST_SKIP() << "not an emulator's drive";
+        emporte();
+        sans_mot_de_passe();
+    }
+    void TearDown() override { emporte(); }
+    void tient_releve(const std::string& suite) const {
+        tient_texte(t, ouvre +
+                           "verifie visible Command111 non\ntient label_haut 2000\n"
+                           "verifie visible Command111 oui\ntouche Command111\n" +
+                           suite);
+    }
+
+  private:
+    void emporte() const {
+        std::error_code ignoree;
+        fs::remove(fichier, ignoree);
+        fs::remove(maintenance, ignoree);
+    }
+};
+
+TEST_F(Releve, EcritMilleRecordsEtArrete) {
+    tient_releve("verifie arret\n");
+    const std::string releve = t.lis(fichier.string());
     ASSERT_EQ(releve.size(), 1000U * 29U);
     EXPECT_EQ(releve.substr(29, 29), "0002 : #I#0:01280:00770    \r\n");
     EXPECT_EQ(releve.substr(199 * 29, 29), "0200 : OUI                 \r\n");
 }
-#endif
+
+TEST_F(Releve, CeQuiNeSEcritPasEstDit) {
+    fs::create_directories(fichier);
+    tient_releve("verifie Label1 \"Le relevé des réglages n'a pas pu être écrit !\"\ntouche btc(5)\nverifie arret\n");
+    EXPECT_TRUE(fs::is_directory(fichier));
+}
 
 TEST_F(Outils, LAttenteDuReseauCompteEtSeReferme) {
     tient(t, "attend_tempo.txt");

@@ -126,21 +126,22 @@ bool lance_sonde() {
         std::vector<std::string> livrees;
     };
     auto constat = std::make_shared<Constat>();
-    return ouvrier::lance(
-        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat, livrees = connexion.livrees,
-          restes = connexion.restes_retires ? std::vector<std::string>() : livraison::en_attente(),
-          date = horloge::jour(horloge::maintenant())] {
-             constat->livrees = livraison::supprime_livrees(livrees);
-             constat->repond = livraison::ecrit_sonde(repertoire, record, date);
-             if (constat->repond) livraison::retire_restes(repertoire, restes);
-         },
-         [constat](ouvrier::Reponse reponse) {
-             const bool faite = reponse == ouvrier::Reponse::faite;
-             if (faite) connexion.livrees = std::move(constat->livrees);
-             connexion.restes_retires = connexion.restes_retires || (faite && constat->repond);
-             apres_la_sonde(faite && constat->repond);
-         },
-         limite_sonde_ms});
+    // Tried once: a slow directory with many files must not pass for an unreachable one every time.
+    const auto restes =
+        std::exchange(connexion.restes_retires, true) ? std::vector<std::string>() : livraison::en_attente();
+    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat,
+                            livrees = connexion.livrees, restes, date = horloge::jour(horloge::maintenant())] {
+                               constat->livrees = livraison::supprime_livrees(livrees);
+                               constat->repond = livraison::ecrit_sonde(repertoire, record, date);
+                               if (constat->repond) livraison::retire_restes(repertoire, restes);
+                           },
+                           [constat](ouvrier::Reponse reponse) {
+                               const bool faite = reponse == ouvrier::Reponse::faite;
+                               if (faite) connexion.livrees = std::move(constat->livrees);
+                               if (faite && !constat->repond) connexion.restes_retires = false;
+                               apres_la_sonde(faite && constat->repond);
+                           },
+                           limite_sonde_ms});
 }
 
 }  // namespace

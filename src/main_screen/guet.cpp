@@ -13,7 +13,9 @@
 namespace guet {
 namespace {
 
-constexpr int pas_ms = 2000, limite_ms = 2000;
+/// Twice as long after each vain look, up to the last: nobody's disk or network is worn out.
+constexpr int pas_ms = 2000, pas_max_ms = 30000;
+constexpr int limite_ms = 2000;
 constexpr std::int64_t duree_reveil_ms = 60000;
 
 ecran::Minuterie* minuterie = nullptr;
@@ -37,6 +39,7 @@ void regarde_les_tenus() {
 }
 
 void tic() {
+    minuterie->intervalle_ms = std::min(2 * minuterie->intervalle_ms, pas_max_ms);
     if (!tenus::noms().empty()) return regarde_les_tenus();
     if (reseau::a_reprendre() || cherche_le_reseau()) return reseau::passe();
     minuterie->arrete();

@@ -1,4 +1,4 @@
-// What the main screen looks after by itself, every two seconds while there is cause: files that another program holds,
+// What the main screen looks after by itself, every few seconds while there is cause: files that another program holds,
 // and the network after the machine woke up.
 #pragma once
 
