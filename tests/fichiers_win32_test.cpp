@@ -138,6 +138,21 @@ TEST_F(Occupe, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
     EXPECT_TRUE(t.fichiers(".", "-").empty()) << "neither the order nor its mark";
 }
 
+/// The clock was set back, and the mark of a long gone order cannot be read: the order of its name must not be taken
+/// for it.
+TEST_F(Occupe, UneMarqueIllisibleNEffaceRien) {
+    terrain.pose("a_.-L-", "autre");
+    terrain.pose("a_.-A-", "commande a");
+    Tenu autre("a_.-L-");
+    passe();
+    EXPECT_EQ(attendent(), Noms{"a_.-A-"});
+    EXPECT_TRUE(reseau::a_reprendre());
+    autre.lache();
+    passe();
+    EXPECT_EQ(livrees(), Noms{"a_.txt"});
+    EXPECT_TRUE(terrain.fichiers(".", "-").empty());
+}
+
 /// Nobody touches the screen: the order leaves as soon as its file is free.
 TEST_F(Occupe, UneCommandeTenuePartDElleMeme) {
     tests::Terrain t;

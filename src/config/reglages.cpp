@@ -79,7 +79,7 @@ std::string cinq_chiffres(int n) {
 }  // namespace
 
 bool ouvre() {
-    if (fichier && !tenus::est_tenu(nom_fichier)) return true;
+    if (tenus::attend(nom_fichier) || (fichier && !tenus::est_tenu(nom_fichier))) return true;
     fichiers::Issue ecriture = fichiers::Issue::panne;
     auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture);
     if (ouvert || !fichier) fichier = std::move(ouvert);

@@ -116,6 +116,7 @@ std::unique_ptr<Tables> lis() {
 }
 
 void charge_catalogue() {
+    if (tenus::attend(fichier_entete) || tenus::attend(fichier_catalogue)) return;
     auto neuves = lis();
     if (neuves->lu || !tables_courantes->lu) tables_courantes = std::move(neuves);
     catalogue_charge = !tenus::est_tenu(fichier_entete) && !tenus::est_tenu(fichier_catalogue);

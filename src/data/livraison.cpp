@@ -54,12 +54,25 @@ std::string avec_fin(const std::string& nom, std::string_view fin) {
     return nom.substr(0, nom.size() - commande::fin_en_attente.size()) + std::string(fin);
 }
 
-/// Whether a mark speaks of the order that has its name now.
-bool marque_vaut(const std::string& marque) {
+/// What a mark says of the order that has its name now.
+enum class Marque { vaut, ne_vaut_pas, illisible };
+
+Marque lis_marque(const std::string& marque) {
     std::string marquee, presente;
-    if (fichiers::lis_tout(marque, marquee) == Issue::occupe) return true;
-    const Issue lecture = fichiers::lis_tout(avec_fin(marque, commande::fin_en_attente), presente);
-    return lecture == Issue::occupe || (lecture == Issue::fait && presente == marquee);
+    const Issue a = fichiers::lis_tout(marque, marquee);
+    const Issue b = fichiers::lis_tout(avec_fin(marque, commande::fin_en_attente), presente);
+    if (a == Issue::occupe || b == Issue::occupe) return Marque::illisible;
+    return a == Issue::fait && b == Issue::fait && presente == marquee ? Marque::vaut : Marque::ne_vaut_pas;
+}
+
+/// Deletes one delivered order with its mark, if any. Issue::existe: the order is another one, and the mark is gone.
+Issue supprime_livree(const std::string& nom) {
+    const std::string marque = avec_fin(nom, fin_de_marque);
+    const Marque lue = fichiers::existe(marque) ? lis_marque(marque) : Marque::vaut;
+    if (lue == Marque::illisible) return Issue::occupe;
+    const Issue issue = lue == Marque::vaut ? fichiers::supprime(nom) : Issue::existe;
+    if (lue == Marque::ne_vaut_pas || est_partie(issue)) static_cast<void>(fichiers::supprime(marque));
+    return issue;
 }
 
 }  // namespace
@@ -68,26 +81,21 @@ std::vector<std::string> en_attente() {
     return fichiers::liste(".", motif_attente);
 }
 
-std::vector<std::string> supprime_livrees(std::vector<std::string> connues) {
+bool supprime_livrees(std::vector<std::string>& livrees) {
     for (const std::string& marque : fichiers::liste(".", motif_marque)) {
         const std::string nom = avec_fin(marque, commande::fin_en_attente);
-        if (std::find(connues.begin(), connues.end(), nom) != connues.end()) continue;
-        if (marque_vaut(marque)) {
-            connues.push_back(nom);
-        } else {
-            static_cast<void>(fichiers::supprime(marque));
-        }
+        if (std::find(livrees.begin(), livrees.end(), nom) == livrees.end()) livrees.push_back(nom);
     }
-    // One that is held costs time: the others, and then it again, come with the next call.
-    while (!connues.empty()) {
-        if (!est_partie(fichiers::supprime(connues.front()))) {
-            std::rotate(connues.begin(), connues.begin() + 1, connues.end());
-            break;
+    for (std::size_t reste = livrees.size(); reste > 0; --reste) {
+        const Issue issue = supprime_livree(livrees.front());
+        if (est_partie(issue) || issue == Issue::existe) {
+            livrees.erase(livrees.begin());
+            continue;
         }
-        static_cast<void>(fichiers::supprime(avec_fin(connues.front(), fin_de_marque)));
-        connues.erase(connues.begin());
+        std::rotate(livrees.begin(), livrees.begin() + 1, livrees.end());
+        if (issue == Issue::occupe) return true;  // it costs time: the others come with the next call
     }
-    return connues;
+    return false;
 }
 
 bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date) {

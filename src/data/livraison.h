@@ -11,10 +11,10 @@ namespace livraison {
 /// Orders of the working directory that wait, in name order.
 std::vector<std::string> en_attente();
 
-/// Deletes the orders that were delivered, but whose file another program kept from being deleted then: those of
-/// `connues` and those that an earlier run has marked. Those that still cannot be deleted come back: the router, which
-/// has perhaps collected them, gets none twice.
-std::vector<std::string> supprime_livrees(std::vector<std::string> connues);
+/// Deletes the orders that were delivered, but whose file could not be deleted then: those of `livrees` and those that
+/// an earlier run has marked. Those that still cannot be deleted, or not be compared with their mark, stand in
+/// `livrees` then: the router, which has perhaps collected them, gets none twice. True when another program holds one.
+bool supprime_livrees(std::vector<std::string>& livrees);
 
 /// Writes the probe record into "Test.res" of the directory: the date in 64 characters.
 bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date);

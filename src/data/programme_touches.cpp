@@ -106,7 +106,7 @@ std::int32_t Ligne::couleur() const {
 }
 
 bool prepare() {
-    if (fichier && !tenus::est_tenu(nom_fichier)) return true;
+    if (tenus::attend(nom_fichier) || (fichier && !tenus::est_tenu(nom_fichier))) return fichier != nullptr;
     fichiers::Issue ecriture = fichiers::Issue::panne;
     auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture);
     if (ouvert || !fichier) fichier = std::move(ouvert);

@@ -31,6 +31,7 @@ struct Connexion {
     bool catalogue_frais = false;      ///< it has come since it was last read
     bool restes_retires = false;       ///< of deliveries that an earlier run did not end
     std::vector<std::string> livrees;  ///< delivered orders whose files could not be deleted
+    bool livree_tenue = false;         ///< another program holds one of them
     std::function<void()> au_changement;
 };
 Connexion connexion;
@@ -85,7 +86,10 @@ void livre_la_suivante() {
         {[repertoire = etat::repertoire_reseau, nom = *nom, sort] { *sort = livraison::livre(repertoire, nom); },
          [sort, nom = *nom](ouvrier::Reponse reponse) {
              const bool perdu = reponse == ouvrier::Reponse::hors_delai || *sort == livraison::Sort::reseau_perdu;
-             if (!perdu && *sort == livraison::Sort::livree && fichiers::existe(nom)) connexion.livrees.push_back(nom);
+             if (!perdu && *sort == livraison::Sort::livree && fichiers::existe(nom)) {
+                 connexion.livrees.push_back(nom);
+                 connexion.livree_tenue = true;
+             }
              passe_en_cours.tenue = passe_en_cours.tenue || *sort == livraison::Sort::tenue;
              signale();
              if (perdu) return change_etat(false);
@@ -122,7 +126,7 @@ void apres_la_sonde(bool repond) {
 /// Writes the probe; what another program kept from being deleted is deleted on the way.
 bool lance_sonde() {
     struct Constat {
-        bool repond = false;
+        bool repond = false, tenue = false;
         std::vector<std::string> livrees;
     };
     auto constat = std::make_shared<Constat>();
@@ -131,13 +135,15 @@ bool lance_sonde() {
         std::exchange(connexion.restes_retires, true) ? std::vector<std::string>() : livraison::en_attente();
     return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat,
                             livrees = connexion.livrees, restes, date = horloge::jour(horloge::maintenant())] {
-                               constat->livrees = livraison::supprime_livrees(livrees);
                                constat->repond = livraison::ecrit_sonde(repertoire, record, date);
+                               constat->livrees = livrees;
+                               constat->tenue = livraison::supprime_livrees(constat->livrees);
                                if (constat->repond) livraison::retire_restes(repertoire, restes);
                            },
                            [constat](ouvrier::Reponse reponse) {
                                const bool faite = reponse == ouvrier::Reponse::faite;
                                if (faite) connexion.livrees = std::move(constat->livrees);
+                               if (faite) connexion.livree_tenue = constat->tenue;
                                if (faite && !constat->repond) connexion.restes_retires = false;
                                apres_la_sonde(faite && constat->repond);
                            },
@@ -151,6 +157,7 @@ bool repertoire_connu() {
 }
 
 fichiers::Issue lis_repertoire() {
+    if (tenus::attend(nom_fichier)) return fichiers::Issue::occupe;
     std::string contenu;
     const auto lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu, longueur_max));
     const auto lignes = texte::lignes(contenu);
@@ -172,7 +179,7 @@ bool joignable() {
 }
 
 bool a_reprendre() {
-    return joignable() && (passe_en_cours.tenue || !connexion.livrees.empty());
+    return joignable() && (passe_en_cours.tenue || connexion.livree_tenue);
 }
 
 int commandes_en_attente() {

@@ -81,6 +81,7 @@ std::string contenu_initial(std::string_view ancien) {
 }  // namespace
 
 bool init_styles() {
+    if (tenus::attend(nom_fichier)) return false;
     std::string contenu;
     const fichiers::Issue lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu));
     if (lecture == fichiers::Issue::fait && contenu.starts_with("#INIT#")) return true;

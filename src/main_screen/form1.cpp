@@ -63,7 +63,7 @@ void bascule_reseau() {
 
 void recharge_sur_place() {
     demarrage::execute();
-    guet::veille();
+    guet::reprend();
     reseau::passe();
     pages::redessine();
 }
@@ -295,7 +295,7 @@ void place_ecran() {
 
 void recharge() {
     demarrage::execute();
-    guet::veille();
+    guet::reprend();
     affiche_menu();
     if (!etat::nom_serveur.empty()) return;
     etat::code_touche = "#FONC#SERVEUR";

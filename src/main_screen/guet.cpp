@@ -26,22 +26,34 @@ bool cherche_le_reseau() {
     return horloge::millisecondes() < fin_du_reveil && !reseau::joignable();
 }
 
-/// The worker looks whether one of the files is free again, and has no time for the network meanwhile.
+bool a_cause() {
+    return !tenus::noms().empty() || reseau::a_reprendre() || cherche_le_reseau();
+}
+
+/// Which of the held files are free again. The worker had no time for the network meanwhile.
+void apres_le_regard(const std::vector<std::string>& libres) {
+    for (const std::string& nom : libres) tenus::libere(nom);
+    if (!libres.empty()) reprise();
+    if (reseau::commandes_en_attente() > 0 || cherche_le_reseau()) reseau::passe();
+}
+
 void regarde_les_tenus() {
-    auto libre = std::make_shared<bool>(false);
-    ouvrier::lance(
-        {[noms = tenus::noms(), libre] { *libre = !std::all_of(noms.begin(), noms.end(), fichiers::est_tenu); },
-         [libre](ouvrier::Reponse reponse) {
-             if (reponse == ouvrier::Reponse::faite && *libre) return reprise();
-             if (reseau::commandes_en_attente() > 0) reseau::passe();
-         },
-         limite_ms});
+    auto libres = std::make_shared<std::vector<std::string>>();
+    ouvrier::lance({[noms = tenus::noms(), libres] {
+                        *libres = noms;
+                        std::erase_if(*libres, fichiers::est_tenu);
+                    },
+                    [libres](ouvrier::Reponse reponse) {
+                        apres_le_regard(reponse == ouvrier::Reponse::faite ? *libres : std::vector<std::string>());
+                    },
+                    limite_ms});
 }
 
 void tic() {
-    minuterie->intervalle_ms = std::min(2 * minuterie->intervalle_ms, pas_max_ms);
+    const int pas = minuterie->intervalle_ms;
+    minuterie->intervalle_ms = cherche_le_reseau() ? pas_ms : std::min(2 * pas, pas_max_ms);
     if (!tenus::noms().empty()) return regarde_les_tenus();
-    if (reseau::a_reprendre() || cherche_le_reseau()) return reseau::passe();
+    if (a_cause()) return reseau::passe();
     minuterie->arrete();
 }
 
@@ -54,13 +66,16 @@ void ajoute(ecran::Forme& forme, std::function<void()> reprend) {
 }
 
 void veille() {
-    const bool cause = !tenus::noms().empty() || reseau::a_reprendre() || cherche_le_reseau();
-    if (cause && !minuterie->actif) minuterie->demarre(pas_ms);
+    if (!minuterie->actif) reprend();
+}
+
+void reprend() {
+    if (a_cause()) minuterie->demarre(pas_ms);
 }
 
 void reveil() {
     fin_du_reveil = horloge::millisecondes() + duree_reveil_ms;
-    veille();
+    reprend();
 }
 
 }  // namespace guet

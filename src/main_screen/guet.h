@@ -10,8 +10,10 @@ namespace guet {
 
 /// Gives the main screen's form the timer. `reprend` refreshes the screen where no dialog is open.
 void ajoute(ecran::Forme& forme, std::function<void()> reprend);
-/// Starts the timer when there is cause.
+/// Starts the timer when there is cause and it is not running.
 void veille();
+/// Starts it anew: somebody has touched the screen, and wants to see the next look soon.
+void reprend();
 /// The machine woke up: its network may take a while to come back.
 void reveil();
 

@@ -216,6 +216,9 @@ std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM l
         case WM_CANCELMODE:
             perd_tout();
             return std::nullopt;
+        case WM_ACTIVATE:
+            if (LOWORD(wp) == WA_INACTIVE) perd_tout();
+            return std::nullopt;
         case WM_SYSCOMMAND:
             return (wp & 0xFFF0) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_CLOSE:

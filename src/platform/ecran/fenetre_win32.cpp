@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "platform/ecran/entrees_win32.h"
 #include "platform/ecran/fenetre.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr const wchar_t* classe = L"Orvalune";
 constexpr UINT message_reveil = WM_APP, message_devant = WM_APP + 1, message_rang = WM_APP + 2,
                message_place = WM_APP + 3;
+constexpr int replacements_max = 20;
 constexpr int icone_du_programme = 1;  ///< its number among the resources
 
 /// The kept image. Only the interface's thread uses it.
@@ -168,6 +170,8 @@ class FenetreWin32 final : public Fenetre {
     HWND fenetre_ = nullptr;
     HPOWERNOTIFY alimentation_ = nullptr;
     Entrees entrees_;
+    bool reduite_ = false;  ///< to the task bar
+    int replacements_ = 0;  ///< since the screen changed or the window was restored
     Copie copie_;
     mutable TailleEcran derniere_taille_{1, 1, 1};
 
@@ -278,14 +282,17 @@ class FenetreWin32 final : public Fenetre {
                 reinterpret_cast<MINMAXINFO*>(lp)->ptMaxTrackSize = {32767, 32767};
                 return 0;
             case WM_DISPLAYCHANGE:
+                replacements_ = 0;
                 couvre_le_moniteur();
                 break;
             case WM_SIZE:  // restored: the tablet may have been turned meanwhile
             case WM_MOVE:
+                if (message == WM_SIZE && std::exchange(reduite_, wp == SIZE_MINIMIZED)) replacements_ = 0;
                 if (message == WM_MOVE || wp == SIZE_RESTORED) PostMessageW(fenetre, message_place, 0, 0);
                 break;
-            case message_place:
-                return couvre_le_moniteur(), 0;
+            case message_place:  // a few times at most: another program may insist on a place for it
+                if (replacements_++ < replacements_max) couvre_le_moniteur();
+                return 0;
             case WM_SYSCOMMAND:
                 if ((wp & 0xFFF0) == SC_SCREENSAVE && est_active()) return 0;
                 break;
