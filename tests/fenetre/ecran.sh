@@ -61,10 +61,13 @@ ouvre_windows() {
 # On a display without a window manager nobody else gives the keyboard to the window.
 donne_le_clavier() { xdotool windowfocus "$(xdotool search --name '^Orvalune$' | head -1)"; }
 
-# demarre DIRECTORY: becomes the program, so that a subshell that does this has its process number and its status.
+# demarre DIRECTORY [FILE]: becomes the program, so that a subshell that does this has its process number and its
+# status. What it tells goes to the file.
 demarre() {
+    if [ -n "${2:-}" ]; then exec 2>"$2"; fi
     if [ -n "$emulateur" ]; then
-        exec "$emulateur" "$programme" --dossier "Z:$1" "$mode" >/dev/null 2>&1 </dev/null
+        [ -n "${2:-}" ] || exec 2>/dev/null
+        exec "$emulateur" "$programme" --dossier "Z:$1" "$mode" >/dev/null </dev/null
     else
         exec "$programme" --dossier "$1" "$mode"
     fi

@@ -12,11 +12,12 @@ sont() { [ "$(fenetres)" = "$1" ]; }
 est_a_l_accueil() { est_peint 240 60 C24B45; }
 est_aux_serveurs() { est_peint 40 60 3F72A8 && ! est_a_l_accueil; }
 
-# second PATH WINDOWS: a start there ends well and soon; meanwhile and afterwards there are so many windows.
+# second PATH WINDOWS [SAYS]: a start there ends well and soon, and says nothing or that; meanwhile and afterwards there
+# are so many windows.
 second() {
     local debut duree
     debut=$(date +%s%3N)
-    (demarre "$1") &
+    (demarre "$1" "$terrain/dit") &
     while kill -0 $! 2>/dev/null; do
         sont "$2" || echoue "a second start shows a window of its own"
         [ $(($(date +%s%3N) - debut)) -lt 20000 ] || echoue "a second start does not end"
@@ -24,6 +25,7 @@ second() {
     wait $! || echoue "a second start ends with status $?"
     duree=$(($(date +%s%3N) - debut))
     sont "$2" || echoue "windows after a second start: $(fenetres)"
+    [ "$(grep Orvalune "$terrain/dit" | tr -d '\r')" = "${3:-}" ] || echoue "a second start says: $(cat "$terrain/dit")"
     echo "a second start ended after $duree ms"
 }
 
@@ -52,7 +54,7 @@ ln -s "$terrain" "$terrain/lien"
 if [ -n "$emulateur" ]; then detour=${terrain^^}/autre/..; else detour=$terrain/lien/autre/..; fi
 second "$detour" 1
 kill -STOP "$pid_programme"
-second "$terrain" 1
+second "$terrain" 1 "Orvalune est déjà ouvert : il ne répond pas, ou un autre utilisateur s'en sert."
 kill -CONT "$pid_programme"
 
 kill -KILL "$pid_programme"
