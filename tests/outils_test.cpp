@@ -163,7 +163,7 @@ class Releve : public Outils {
     const fs::path fichier = maintenance / "dupm42tab.txt";
 
     void SetUp() override {
-        if (maintenance.is_absolute() && std::getenv("WINEPREFIX") == nullptr)
+        if (fs::path(fichiers::repertoire_maintenance).is_absolute() && std::getenv("WINEPREFIX") == nullptr)
             GTEST_SKIP() << "not an emulator's drive";
         emporte();
         sans_mot_de_passe();
