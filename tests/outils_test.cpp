@@ -176,7 +176,6 @@ class Releve : public Outils {
                            suite);
     }
 
-  private:
     void emporte() const {
         std::error_code ignoree;
         fs::remove(fichier, ignoree);
@@ -184,15 +183,15 @@ class Releve : public Outils {
     }
 };
 
-TEST_F(Releve, EcritMilleRecordsEtArrete) {
+/// One test, since the directory is the same for all that run at a time.
+TEST_F(Releve, EcritMilleRecordsOuDitQuIlNePeut) {
     tient_releve("verifie arret\n");
     const std::string releve = t.lis(fichier.string());
     ASSERT_EQ(releve.size(), 1000U * 29U);
     EXPECT_EQ(releve.substr(29, 29), "0002 : #I#0:01280:00770    \r\n");
     EXPECT_EQ(releve.substr(199 * 29, 29), "0200 : OUI                 \r\n");
-}
 
-TEST_F(Releve, CeQuiNeSEcritPasEstDit) {
+    emporte();
     fs::create_directories(fichier);
     tient_releve("verifie Label1 \"Le relevé des réglages n'a pas pu être écrit !\"\ntouche btc(5)\nverifie arret\n");
     EXPECT_TRUE(fs::is_directory(fichier));
