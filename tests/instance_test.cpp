@@ -64,6 +64,24 @@ TEST_F(Instance, UnSecondDepartAppelleLePremierEtFinit) {
     EXPECT_EQ(appels, 4);
 }
 
+/// An icon touched several times: none of these starts may believe that the first one is frozen.
+TEST_F(Instance, TousCeuxQuiAppellentEnMemeTempsOntUneReponse) {
+    const auto prise = prend();
+    ASSERT_TRUE(prise);
+    prise->ecoute([] { std::this_thread::sleep_for(30ms); });
+    for (int tour = 0; tour < 5; ++tour) {
+        std::atomic<int> devances = 0;
+        std::vector<std::thread> fils;
+        for (int i = 0; i < 4; ++i) {
+            fils.emplace_back([&] {
+                if (second_est_devance(true)) ++devances;
+            });
+        }
+        for (auto& f : fils) f.join();
+        EXPECT_EQ(devances, 4);
+    }
+}
+
 TEST_F(Instance, UnPremierMuetNeRetientLeSecondQuUnMoment) {
     std::atomic<int> appels = 0;
     const auto prise = prend();

@@ -63,15 +63,15 @@ SECURITY_ATTRIBUTES* pour_tous() {
 
 struct Objets {
     Objet prise;
-    bool refusee;  ///< the claim is that of a process with higher rights
-    Objet appel, reponse;
-    Objet seance;  ///< made by the first one when it has the claim
+    bool refusee;          ///< the claim is that of a process with higher rights
+    Objet appel, reponse;  ///< an answer is for all who call at that time, until the next one calls
+    Objet seance;          ///< made by the first one when it has the claim
 
     explicit Objets(const std::wstring& nom)
         : prise(CreateMutexW(pour_tous(), FALSE, (L"Global\\" + nom).c_str())),
           refusee(prise == nullptr && GetLastError() == ERROR_ACCESS_DENIED),
           appel(CreateEventW(pour_tous(), FALSE, FALSE, (L"Global\\" + nom + L"-appel").c_str())),
-          reponse(CreateEventW(pour_tous(), FALSE, FALSE, (L"Global\\" + nom + L"-reponse").c_str())) {}
+          reponse(CreateEventW(pour_tous(), TRUE, FALSE, (L"Global\\" + nom + L"-reponse").c_str())) {}
 };
 
 bool meme_seance(const std::wstring& nom) {
@@ -138,6 +138,7 @@ std::unique_ptr<Prise> prend(bool& appelee) {
     }
     if (est_prise(WaitForSingleObject(o.prise, 0))) return prise_de(std::move(o), nom);
     AllowSetForegroundWindow(ASFW_ANY);  // the first one may come to the front, as this one might
+    ResetEvent(o.reponse);  // an earlier one's, which had given up; whoever still waits for it gets the next one too
     SetEvent(o.appel);
     // The claim comes first: when the first one ends while it is called, this one takes its place.
     const HANDLE veille[] = {o.prise, o.reponse};
