@@ -45,8 +45,12 @@ int lance(std::wstring ligne, bool sans_droits) {
         jeton = jeton_sans_droits();
         if (jeton == nullptr) return 98;
     }
-    const BOOL parti = CreateProcessAsUserW(jeton, nullptr, ligne.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                                            &depart, &processus);
+    BOOL parti = FALSE;
+    // Under load the emulator now and then refuses a program that it starts the next time.
+    for (int essai = 0; essai < 3 && parti == 0; ++essai) {
+        parti = CreateProcessAsUserW(jeton, nullptr, ligne.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &depart,
+                                     &processus);
+    }
     if (parti == 0) return 99;
     DWORD statut = 99;
     WaitForSingleObject(processus.hProcess, INFINITE);
