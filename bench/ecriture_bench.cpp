@@ -10,9 +10,9 @@
 #include "data/commande.h"
 #include "data/etat.h"
 #include "data/lignes.h"
-#include "platform/fichiers.h"
-#include "platform/fichiers_systeme.h"
-#include "platform/horloge.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/fichiers_systeme.h"
+#include "platform/systeme/horloge.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/ecran/peintre.h"
-#include "platform/ecran/polices.h"
+#include "platform/peinture/peintre.h"
+#include "platform/peinture/polices.h"
 
 namespace {
 
@@ -18,7 +18,13 @@ void construit_page(Forme& f, int largeur, int hauteur) {
     for (int i = 0; i < 48; ++i) {
         const int l = f.cadre.largeur / 8, h = f.cadre.hauteur / 6;
         const Cadre cadre = {i % 8 * l + 75, i / 8 * h + 75, l - 150, h - 150};
-        Controle& c = f.ajoute({"btx", i, Genre::bouton, cadre, "", Role::touche, 14, true, Alignement::centre, 0});
+        Controle& c = f.ajoute({.nom = "btx",
+                                .index = i,
+                                .genre = Genre::bouton,
+                                .cadre = cadre,
+                                .role = Role::touche,
+                                .police = 14,
+                                .gras = true});
         c.aspect.texte = "Plat " + std::to_string(i);
         c.aspect.fond = palette::chiffres[i % 10];
         c.aspect.image = 11 + i % 30;

@@ -1,29 +1,76 @@
 #!/usr/bin/env bash
-# Checks who includes whom in src/, and that no system header is included outside src/platform.
+# Checks the rooms of src/: every include runs down the table, none up, none in a circle; no room is crowded; the system
+# is known to platform/ alone. Each fault is named with its file and line.
 set -uo pipefail
-cd "$(dirname "$0")/.." || exit
+cd "$(dirname "$0")/../src" || exit
 
-fautes=0
-# refuse TITLE COMMAND...: what the command prints is a fault.
-refuse() {
-    local titre=$1 lignes
-    shift
-    lignes=$("$@" || true)
-    [ -z "$lignes" ] && return
-    printf '%s\n%s\n' "$titre" "$lignes"
-    fautes=1
+# From top to bottom; a room uses those below it. Behind ":" the rooms that it keeps to.
+table='
+main.cpp
+main_screen
+config
+dialogs
+data: platform/systeme
+platform/rejeu
+platform/ecran
+platform/peinture
+platform/controles
+platform/systeme
+'
+fichiers_max=28
+
+# Who includes what, as "file:line target": rooms that the table does not have, arrows that run up or out of bounds.
+verifie_fleches() {
+    awk -v table="$table" '
+        BEGIN {
+            n = split(table, lignes, "\n")
+            for (i = 1; i <= n; ++i) {
+                split(lignes[i], m, ": ")
+                if (m[1] != "") { rang[m[1]] = i; bornes[m[1]] = m[2] }
+            }
+        }
+        function salle(chemin) {
+            if (!(chemin in rang)) sub("/[^/]*$", "", chemin)
+            return chemin
+        }
+        {
+            de = $1; sub(":.*", "", de); de = salle(de); vers = salle($2)
+            if (!(de in rang)) print "src/" $1 ": the table has no room " de
+            else if (!(vers in rang)) print "src/" $1 ": \"" $2 "\" is in no room of the table"
+            else if (rang[vers] < rang[de]) print "src/" $1 ": " de " lies below \"" $2 "\""
+            else if (de != vers && bornes[de] != "" && index(bornes[de], vers) == 0)
+                print "src/" $1 ": " de " keeps to " bornes[de] ", and not to \"" $2 "\""
+        }'
 }
-# The quoted includes of a folder that match none of the allowed beginnings.
-inclut_hors() { grep -rnE '^ *# *include *"' "src/$1" | grep -vE "include *\"($2)"; }
-# Angle includes of the standard library have no ".h" and no "/"; all others belong to a system or a library.
-entetes_systeme() { grep -rnE '^ *# *include *<[^>]*[./]' src | grep -v '^src/platform/'; }
-selon_systeme() { grep -rnE '^ *# *(if|elif|ifdef|ifndef)\b.*(_WIN32|__linux__|__unix__)' src |
-    grep -vE '^src/(platform/|main\.cpp:)'; }
 
-refuse "platform/ knows nobody above it:" inclut_hors platform 'platform/'
-refuse "data/ knows platform/ and config/reglages only:" inclut_hors data 'data/|platform/|config/reglages\.h'
-refuse "dialogs/ and config/ know nothing of the main screen:" inclut_hors dialogs 'dialogs/|config/|data/|platform/'
-refuse "dialogs/ and config/ know nothing of the main screen:" inclut_hors config 'dialogs/|config/|data/|platform/'
-refuse "System headers belong to platform/:" entetes_systeme
-refuse "What differs between systems belongs to platform/:" selon_systeme
-exit "$fautes"
+# A module is the header and the source of one name, with what they share with each system's own source beside them.
+# tsort names those that stand in a circle.
+verifie_cercles() {
+    local arcs membres
+    arcs=$(awk '
+        function module(chemin) { sub("(_(systeme|interne))?[.](h|cpp)$", "", chemin); return chemin }
+        { de = $1; sub(":.*", "", de); if (module(de) != module($2)) print module(de), module($2), $1, $2 }')
+    membres=$(cut -d ' ' -f 1,2 <<<"$arcs" | tsort 2>&1 >/dev/null | sed -nE 's/^tsort: ([^- ]*[^:])$/\1/p')
+    awk -v membres="$membres" '
+        BEGIN { split(membres, m, "\n"); for (i in m) cercle[m[i]] }
+        ($1 in cercle) && ($2 in cercle) { print "src/" $3 ": \"" $4 "\" closes a circle" }' <<<"$arcs"
+}
+
+verifie_nombres() {
+    find . -type d | while read -r dossier; do
+        local nombre
+        nombre=$(find "$dossier" -maxdepth 1 -type f | wc -l)
+        [ "$nombre" -le "$fichiers_max" ] || echo "src/${dossier#./}: $nombre files, more than $fichiers_max"
+    done
+}
+
+# Angle includes of the standard library have no ".h" and no "/"; all others belong to a system or a library.
+verifie_systeme() {
+    grep -rnE '^ *# *include *<[^>]*[./]' . | sed -nE 's|^\./(.*)|src/\1|; /^src\/platform\//!p'
+    grep -rnE '^ *# *(if|elif|ifdef|ifndef)\b.*(_WIN32|__linux__|__unix__)' . |
+        sed -nE 's|^\./(.*)|src/\1|; /^src\/(platform\/|main\.cpp:)/!p'
+}
+
+includes=$(grep -rnE '^ *# *include *"' . | sed -E 's|^\./([^:]*:[0-9]+):[^"]*"([^"]*)".*|\1 \2|')
+fautes=$(verifie_fleches <<<"$includes"; verifie_cercles <<<"$includes"; verifie_nombres; verifie_systeme)
+[ -z "$fautes" ] || { echo "$fautes"; exit 1; }

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ecran/toile.h"
+#include "platform/peinture/toile.h"
 
 namespace {
 

@@ -7,21 +7,21 @@
 #include <string>
 #include <vector>
 
-#include "config/reglages.h"
 #include "data/etat.h"
+#include "data/reglages.h"
 #include "dialogs/mini_97.h"
 #include "main_screen/form1.h"
 #include "platform/ecran/boucle.h"
-#include "platform/fichiers.h"
-#include "platform/horloge.h"
-#include "platform/instance.h"
-#include "platform/locale.h"
-#include "platform/ouvrier.h"
-#include "platform/processus.h"
 #include "platform/rejeu/rejeu.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/instance.h"
+#include "platform/systeme/locale.h"
+#include "platform/systeme/ouvrier.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
 #ifdef _WIN32
-#include "platform/console_win32.h"
+#include "platform/systeme/console_win32.h"
 #endif
 
 namespace {

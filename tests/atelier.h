@@ -7,9 +7,9 @@
 #include <filesystem>
 #include <string>
 
-#include "config/reglages.h"
 #include "data/etat.h"
 #include "data/programme_touches.h"
+#include "data/reglages.h"
 #include "terrain.h"
 
 namespace tests {

@@ -37,11 +37,14 @@ struct Boucle : testing::Test {
     Boucle() {
         forme.nom = "essai";
         forme.cadre = {0, 0, px(400), px(300)};
-        Controle& touche =
-            forme.ajoute({"Command1", -1, Genre::bouton, {0, 0, px(100), px(100)}, "Touche", Role::action});
+        Controle& touche = forme.ajoute({.nom = "Command1",
+                                         .genre = Genre::bouton,
+                                         .cadre = {0, 0, px(100), px(100)},
+                                         .texte = "Touche",
+                                         .role = Role::action});
         touche.au_toucher = [this] { ++touches; };
-        Controle& reglette =
-            forme.ajoute({"Shape1", -1, Genre::forme, {px(200), 0, px(100), px(100)}, "", Role::carte});
+        Controle& reglette = forme.ajoute(
+            {.nom = "Shape1", .genre = Genre::forme, .cadre = {px(200), 0, px(100), px(100)}, .role = Role::carte});
         reglette.au_glisse = [this](int x, int) { glisses.push_back(x / twips_par_pixel); };
     }
     void joue(std::vector<Evenement> suite) {

@@ -6,7 +6,7 @@
 #include "data/composition.h"
 #include "data/etat.h"
 #include "data/lignes.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 #include "rejeux.h"
 
 namespace {

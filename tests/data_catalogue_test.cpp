@@ -5,8 +5,8 @@
 
 #include "atelier.h"
 #include "data/styles.h"
-#include "platform/horloge.h"
-#include "platform/texte.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/texte.h"
 
 namespace {
 

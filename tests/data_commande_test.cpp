@@ -6,8 +6,8 @@
 #include "atelier.h"
 #include "data/identite.h"
 #include "data/lignes.h"
-#include "data/provisoire.h"
-#include "platform/texte.h"
+#include "main_screen/note.h"
+#include "platform/systeme/texte.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>
@@ -172,7 +172,7 @@ TEST_F(CommandeTest, LaNoteLaPlusLongue) {
     std::fill(etat::lignes_note.begin(), etat::lignes_note.end(), steak);
     const std::string t = commande::contenu();
     EXPECT_EQ(corps(t).size(), 3000u);
-    ASSERT_EQ(provisoire::ecrit(), Issue::fait);
+    ASSERT_TRUE(note::ecrit_donnees());
     EXPECT_EQ(texte::lignes(terrain.lis("prov.txt")).size(), 1002u);
 }
 
@@ -182,7 +182,7 @@ TEST_F(CommandeTest, LeFichierProvisoire) {
     etat::table_couverts = "#N0714 ";
     etat::texte_table = " 0071";
     note({"un", std::string("é{b}"_t)});
-    ASSERT_EQ(provisoire::ecrit(), Issue::fait);
+    ASSERT_TRUE(note::ecrit_donnees());
     EXPECT_EQ(terrain.lis("prov.txt"), "#SERV#07\r\n#TABL# 0071\r\nun\r\n" + std::string("é{b}\r\n"_t));
 }
 

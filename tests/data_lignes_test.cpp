@@ -8,7 +8,7 @@
 
 #include "data/complements.h"
 #include "data/nombres.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace {
 

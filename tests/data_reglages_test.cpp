@@ -1,6 +1,6 @@
 // The settings store as it is found: missing, short, cut, damaged, full of nonsense.
 #include "atelier.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>

@@ -5,9 +5,9 @@
 #include "atelier.h"
 #include "data/identite.h"
 #include "data/livraison.h"
-#include "platform/horloge.h"
-#include "platform/ouvrier.h"
-#include "platform/texte.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/ouvrier.h"
+#include "platform/systeme/texte.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>

@@ -6,8 +6,8 @@
 #include <thread>
 
 #include "atelier.h"
-#include "platform/processus.h"
-#include "platform/texte_win32.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte_win32.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "atelier.h"
 #include "dialogs/formes.h"
-#include "platform/ecran/peintre.h"
+#include "platform/peinture/peintre.h"
 #include "rejeux.h"
 
 namespace {
@@ -105,8 +105,15 @@ class Couleurs : public tests::Atelier {
     ecran::Peintre peintre;
     Couleurs() {
         forme.cadre = {0, 0, 200 * ecran::twips_par_pixel, 100 * ecran::twips_par_pixel};
-        forme.ajoute({"btx", 1, ecran::Genre::bouton, forme.cadre, "MMMM", ecran::Role::touche, 40, true,
-                      ecran::Alignement::centre, 3});
+        forme.ajoute({.nom = "btx",
+                      .index = 1,
+                      .genre = ecran::Genre::bouton,
+                      .cadre = forme.cadre,
+                      .texte = "MMMM",
+                      .role = ecran::Role::touche,
+                      .police = 40,
+                      .gras = true,
+                      .etiquette = 3});
         peintre.dimensionne(200, 100, 1);
         reglages::ouvre();
     }

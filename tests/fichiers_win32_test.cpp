@@ -11,11 +11,11 @@
 #include "atelier.h"
 #include "data/livraison.h"
 #include "data/reseau.h"
-#include "platform/fichiers.h"
-#include "platform/ouvrier.h"
-#include "platform/processus.h"
-#include "platform/texte.h"
-#include "platform/texte_win32.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/ouvrier.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
+#include "platform/systeme/texte_win32.h"
 #include "rejeux.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // One start per directory, within one process: a later start is another thread, since a claim belongs to its thread.
 // Two real programs meet in fenetre/second_depart.sh.
-#include "platform/instance.h"
+#include "platform/systeme/instance.h"
 
 #include <atomic>
 #include <chrono>

@@ -6,7 +6,7 @@
 #include <future>
 
 #include "atelier.h"
-#include "platform/instance.h"
+#include "platform/systeme/instance.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <filesystem>
 
 #include "atelier.h"
-#include "config/reglages.h"
 #include "data/programme_touches.h"
+#include "data/reglages.h"
 
 namespace {
 

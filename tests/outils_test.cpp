@@ -5,7 +5,7 @@
 #include "data/etat.h"
 #include "main_screen/attend_tempo.h"
 #include "platform/ecran/boucle.h"
-#include "platform/fichiers.h"
+#include "platform/systeme/fichiers.h"
 #include "rejeux.h"
 
 namespace {

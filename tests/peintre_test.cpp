@@ -1,6 +1,6 @@
 // The painter: what is painted anew is the same as the whole painted anew, nothing leaves its key, every text can be
 // read, and no form, however damaged, does harm.
-#include "platform/ecran/peintre.h"
+#include "platform/peinture/peintre.h"
 
 #include <gtest/gtest.h>
 
@@ -10,9 +10,9 @@
 #include <set>
 #include <string>
 
-#include "platform/ecran/images.h"
-#include "platform/ecran/polices.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/peinture/polices.h"
+#include "platform/systeme/texte.h"
 
 namespace {
 
@@ -199,7 +199,7 @@ TEST(Peintre, RienNeSortDUneTouche) {
         Forme f = fond();
         Ecran e;
         e.peint({&f});
-        Controle& c = f.ajoute({"b", -1, Genre::bouton, h.cadre(), ""});
+        Controle& c = f.ajoute({.nom = "b", .genre = Genre::bouton, .cadre = h.cadre()});
         c.aspect = h.aspect();
         if (!est_touche(c.aspect.role)) c.aspect.role = Role::touche;
         c.aspect.texte = h.pile() ? "Anticonstitutionnellement" : h.texte();
@@ -221,7 +221,14 @@ TEST(Peintre, UneToucheChangeeNeSalitQuElle) {
     std::vector<Controle*> touches;
     for (int i = 0; i < 12; ++i) {
         const Cadre cadre = {(i % 4 * 80 + 5) * px, (i / 4 * 80 + 5) * px, 70 * px, 70 * px};
-        touches.push_back(&f.ajoute({"b", i, Genre::bouton, cadre, "Touche", Role::touche, 12, true}));
+        touches.push_back(&f.ajoute({.nom = "b",
+                                     .index = i,
+                                     .genre = Genre::bouton,
+                                     .cadre = cadre,
+                                     .texte = "Touche",
+                                     .role = Role::touche,
+                                     .police = 12,
+                                     .gras = true}));
     }
     Ecran e;
     e.peint({&f});
@@ -246,7 +253,7 @@ TEST(Peintre, UneTouchePresseeSeVoit) {
     for (const Role role : roles) {
         if (!est_touche(role)) continue;
         Forme f = fond();
-        Controle& c = f.ajoute({"b", -1, Genre::bouton, {600, 600, 3000, 1500}, "", role});
+        Controle& c = f.ajoute({.nom = "b", .genre = Genre::bouton, .cadre = {600, 600, 3000, 1500}, .role = role});
         Ecran e;
         e.peint({&f});
         const auto avant = e.pixel(140, 90);
@@ -276,7 +283,8 @@ TEST(Peintre, LeVoileLaisseLeBandeau) {
 
 TEST(Peintre, CeQuiEstCacheNeSePeintPas) {
     Forme f = fond();
-    Controle& g = f.ajoute({"g", -1, Genre::grille, {0, 0, largeur * px, 100 * px}, "", Role::carte});
+    Controle& g =
+        f.ajoute({.nom = "g", .genre = Genre::grille, .cadre = {0, 0, largeur * px, 100 * px}, .role = Role::carte});
     g.grille.dimensionne(5, 3);
     g.grille.largeurs = {100 * px, 0, 220 * px};
     for (Aspect& a : g.grille.cellules) a.role = Role::ligne;
@@ -295,7 +303,8 @@ TEST(Peintre, CeQuiEstCacheNeSePeintPas) {
 
 TEST(Peintre, UneListeResteDansSaCarte) {
     Forme f = fond();
-    Controle& g = f.ajoute({"g", -1, Genre::liste, {40 * px, 40 * px, 200 * px, 110 * px}, "", Role::carte});
+    Controle& g = f.ajoute(
+        {.nom = "g", .genre = Genre::liste, .cadre = {40 * px, 40 * px, 200 * px, 110 * px}, .role = Role::carte});
     g.grille.dimensionne(30, 1);
     for (Aspect& a : g.grille.cellules) {
         a.role = Role::titre_groupe;
@@ -354,13 +363,17 @@ TEST(Peintre, LesEntreesAbimeesNeFontRien) {
     }
     Forme f = fond();
     for (const Alignement a : {Alignement::gauche, Alignement::centre}) {
-        Controle& c =
-            f.ajoute({"c", -1, Genre::bouton, {0, 0, 1500, 900}, std::string(10000, 'W'), Role::touche, 9999});
+        Controle& c = f.ajoute({.nom = "c",
+                                .genre = Genre::bouton,
+                                .cadre = {0, 0, 1500, 900},
+                                .texte = std::string(10000, 'W'),
+                                .role = Role::touche,
+                                .police = 9999});
         c.aspect.alignement = a;
         for (int i = 0; i < 10000; i += 7) c.aspect.texte[static_cast<std::size_t>(i)] = " \r\n\t"[i % 4];
     }
     // Sizes and contents that do not fit each other.
-    Grille& g = f.ajoute({"g", -1, Genre::grille, {0, 0, 1500, 900}, "", Role::carte}).grille;
+    Grille& g = f.ajoute({.nom = "g", .genre = Genre::grille, .cadre = {0, 0, 1500, 900}, .role = Role::carte}).grille;
     g.lignes = 40;
     g.colonnes = 3;
     g.largeurs = {10};

@@ -1,5 +1,5 @@
 // Files as they fail: no room, no right, something else in the place, several writers, power cuts.
-#include "platform/fichiers.h"
+#include "platform/systeme/fichiers.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <fstream>
 #include <thread>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 #include "terrain.h"
 
 #ifndef _WIN32

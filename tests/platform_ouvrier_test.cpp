@@ -1,5 +1,5 @@
 // The worker: what hangs, what is late, what is refused meanwhile, on the real clock and on a replay's.
-#include "platform/ouvrier.h"
+#include "platform/systeme/ouvrier.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +12,7 @@
 #include <thread>
 #include <vector>
 
-#include "platform/horloge.h"
+#include "platform/systeme/horloge.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Starting other programs: really, and as a replay does. What is Windows' own is in depart_win32_test.cpp.
-#include "platform/processus.h"
+#include "platform/systeme/processus.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 #ifndef _WIN32
 #include <sys/stat.h>

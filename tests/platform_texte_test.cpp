@@ -1,9 +1,9 @@
 // The text of the page 1252, and the arithmetic of the clock.
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/horloge.h"
+#include "platform/systeme/horloge.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 #ifdef _WIN32
 #include <process.h>

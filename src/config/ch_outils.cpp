@@ -4,24 +4,24 @@
 #include <optional>
 #include <string>
 
-#include "config/clavv.h"
 #include "config/ggcoul.h"
-#include "config/moduclav.h"
 #include "config/porpay.h"
 #include "config/rangees_outils.h"
-#include "config/reglages.h"
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "data/reseau.h"
 #include "dialogs/clav_num.h"
+#include "dialogs/clavv.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
+#include "dialogs/moduclav.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/ecran/polices.h"
-#include "platform/fichiers.h"
-#include "platform/processus.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/peinture/polices.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
 
 namespace ch_outils {
 namespace {
@@ -115,16 +115,27 @@ class Outils {
         const int largeur = std::max(px(60), formes::largeur() - reserve_largeur);
         const Cadre liste = {gauche, haut_liste, largeur, std::max(px(60), formes::hauteur() - reserve_hauteur)};
         const int largeur_valeur = largeur / 4, largeur_libelle = largeur - largeur_valeur - reserve_colonne;
-        Controle& g = forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 0, false, Alignement::gauche, 9});
+        Controle& g = forme_.ajoute({.nom = "g1",
+                                     .genre = Genre::grille,
+                                     .cadre = liste,
+                                     .role = Role::carte,
+                                     .alignement = Alignement::gauche,
+                                     .etiquette = 9});
         g.grille.dimensionne(0, nb_colonnes);
         g.grille.largeurs = {largeur_libelle, largeur_valeur, 0, 0, 0, 0};
         g.grille.defile = true;
         const Cadre trait = {liste.gauche + largeur_libelle, liste.haut, px(1), liste.hauteur};
         const Cadre bouton = {0, formes::hauteur() - hauteur_bandeau, px(80), hauteur_bandeau};
         const Plan plans[] = {
-            {"Shape1", -1, Genre::forme, trait, "", Role::rien, 0, false, Alignement::centre, 0},
-            {"Label1", -1, Genre::etiquette, {}, "", Role::rien, 0, false, Alignement::centre, 0},
-            {"Command111", -1, Genre::bouton, bouton, "Relevé"_t, Role::touche_douce, 9, true, Alignement::centre, 0},
+            {.nom = "Shape1", .genre = Genre::forme, .cadre = trait},
+            {.nom = "Label1"},
+            {.nom = "Command111",
+             .genre = Genre::bouton,
+             .cadre = bouton,
+             .texte = "Relevé"_t,
+             .role = Role::touche_douce,
+             .police = 9,
+             .gras = true},
         };
         forme_.construit(plans);
         forme_("Shape1").aspect.fond = palette::trait;

@@ -6,14 +6,14 @@
 #include <string>
 
 #include "config/nuances.h"
-#include "config/reglages.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/ecran/placement.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/peinture/placement.h"
+#include "platform/systeme/texte.h"
 
 namespace ggcoul {
 namespace {
@@ -184,7 +184,7 @@ class Choix {
     }
 
     Controle& decor(std::string_view nom, const Cadre& cadre, Role role, Couleur fond) {
-        Controle& c = forme_.ajoute({nom, -1, Genre::forme, cadre, "", role, 0, false, Alignement::centre, 0});
+        Controle& c = forme_.ajoute({.nom = nom, .genre = Genre::forme, .cadre = cadre, .role = role});
         c.aspect.fond = fond;
         c.laisse_passer = true;
         return c;
@@ -196,22 +196,32 @@ class Choix {
         const bool etroit = formes::est_etroit();
         for (int n = 1; n <= nb_numeros; ++n) {
             const Cadre c = part(zone, 3, 3, n - 1);
-            Controle& b = forme_.ajoute({"btx", n, Genre::bouton, c, std::to_string(n), sorte(n).role, etroit ? 18 : 46,
-                                         true, Alignement::centre, 0});
+            Controle& b = forme_.ajoute({.nom = "btx",
+                                         .index = n,
+                                         .genre = Genre::bouton,
+                                         .cadre = c,
+                                         .texte = std::to_string(n),
+                                         .role = sorte(n).role,
+                                         .police = etroit ? 18 : 46,
+                                         .gras = true});
             b.aspect.marge_bas = c.hauteur / 5;
             b.au_toucher = [this, n] { choisit(n); };
             const Cadre bas = {c.gauche, c.haut + c.hauteur * 3 / 5, c.largeur, c.hauteur * 2 / 5};
-            forme_
-                .ajoute({"btt", n, Genre::etiquette, bas, sorte(n).nom, Role::rien, etroit ? 12 : 16, false,
-                         Alignement::centre, 0})
+            forme_.ajoute({.nom = "btt", .index = n, .cadre = bas, .texte = sorte(n).nom, .police = etroit ? 12 : 16})
                 .laisse_passer = true;
         }
     }
 
     void ajoute_onglets(const Cadre& zone) {
         for (const int i : {0, 1}) {
-            Controle& b = forme_.ajoute({"bt_coul", i, Genre::bouton, part(zone, 1, 2, i), i == 0 ? "Fond" : "Texte",
-                                         Role::touche, 20, true, Alignement::centre, 0});
+            Controle& b = forme_.ajoute({.nom = "bt_coul",
+                                         .index = i,
+                                         .genre = Genre::bouton,
+                                         .cadre = part(zone, 1, 2, i),
+                                         .texte = i == 0 ? "Fond" : "Texte",
+                                         .role = Role::touche,
+                                         .police = 20,
+                                         .gras = true});
             b.au_toucher = [this, i] {
                 du_texte_ = i == 1;
                 choisit(numero_);
@@ -220,7 +230,7 @@ class Choix {
     }
 
     void ajoute_palette(const Cadre& zone) {
-        Controle& g = forme_.ajoute({"g1", -1, Genre::grille, zone, "", Role::rien, 15, false, Alignement::centre, 0});
+        Controle& g = forme_.ajoute({.nom = "g1", .genre = Genre::grille, .cadre = zone, .police = 15});
         g.grille.dimensionne(lignes_palette, colonnes_palette);
         g.grille.espace = rythme;
         for (std::size_t i = 0; i < couleurs_palette.size(); ++i) {
@@ -238,9 +248,12 @@ class Choix {
         const int largeur_legende = px(formes::est_etroit() ? 76 : 92);
         const Cadre titre = {zone.gauche, zone.haut, largeur_legende, zone.hauteur};
         const Cadre bande = {zone.gauche + largeur_legende, zone.haut, zone.largeur - largeur_legende, zone.hauteur};
-        forme_.ajoute({"Label1", -1, Genre::etiquette, titre, legende, Role::rien, formes::est_etroit() ? 14 : 18,
-                       false, Alignement::gauche, 0});
-        Controle& g = forme_.ajoute({nom, -1, Genre::grille, bande, "", Role::carte, 0, false, Alignement::centre, 0});
+        forme_.ajoute({.nom = "Label1",
+                       .cadre = titre,
+                       .texte = legende,
+                       .police = formes::est_etroit() ? 14 : 18,
+                       .alignement = Alignement::gauche});
+        Controle& g = forme_.ajoute({.nom = nom, .genre = Genre::grille, .cadre = bande, .role = Role::carte});
         g.grille.dimensionne(1, pas_reglette);
         decor(nom + "_cadre", {}, Role::touche, palette::encre);
         decor(nom + "_blanc", {}, Role::touche, palette::blanc);
@@ -262,15 +275,27 @@ class Choix {
                                ? Cadre{mesure.droite(), dedans.haut, dedans.droite() - mesure.droite(), dedans.hauteur}
                                : Cadre{x, mesure.bas(), dedans.droite() - x, dedans.bas() - mesure.bas()};
         const Plan plans[] = {
-            {"Label2", -1, Genre::bouton, touche, "Entrecôte"_t, Role::touche, etroit ? 14 : 20, true,
-             Alignement::centre, 0},
-            {"Label3", -1, Genre::etiquette, prix, "24.50", Role::rien, etroit ? 11 : 14, false, Alignement::centre, 0},
-            {"Label4", -1, Genre::etiquette, mesure, "", Role::rien, etroit ? 12 : 20, true, Alignement::gauche, 0},
-            {"Label5", -1, Genre::etiquette, avis, "", Role::attendre,
-             etroit                   ? 11
-             : avis.largeur < px(300) ? 12
-                                      : 15,
-             true, Alignement::gauche, 0},
+            {.nom = "Label2",
+             .genre = Genre::bouton,
+             .cadre = touche,
+             .texte = "Entrecôte"_t,
+             .role = Role::touche,
+             .police = etroit ? 14 : 20,
+             .gras = true},
+            {.nom = "Label3", .cadre = prix, .texte = "24.50", .police = etroit ? 11 : 14},
+            {.nom = "Label4",
+             .cadre = mesure,
+             .police = etroit ? 12 : 20,
+             .gras = true,
+             .alignement = Alignement::gauche},
+            {.nom = "Label5",
+             .cadre = avis,
+             .role = Role::attendre,
+             .police = etroit                   ? 11
+                       : avis.largeur < px(300) ? 12
+                                                : 15,
+             .gras = true,
+             .alignement = Alignement::gauche},
         };
         forme_.construit(plans);
         if (etroit) forme_("Label2").aspect.marge_bas = hauteur_prix * 2 / 3;

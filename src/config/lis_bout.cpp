@@ -7,8 +7,8 @@
 #include "data/nombres.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace lis_bout {
 namespace {
@@ -59,8 +59,22 @@ class Liste {
         const Cadre gauche = {touches.gauche, touches.haut, l, touches.hauteur};
         const Cadre droite = {gauche.droite() + rythme, touches.haut, l, touches.hauteur};
         const Plan plans[] = {
-            {"bt_no", -1, Genre::bouton, gauche, "Aucune", Role::detruire, 14, true, Alignement::centre, 6},
-            {"bt_valide", -1, Genre::bouton, droite, "Valider", Role::aller, 14, true, Alignement::centre, 5},
+            {.nom = "bt_no",
+             .genre = Genre::bouton,
+             .cadre = gauche,
+             .texte = "Aucune",
+             .role = Role::detruire,
+             .police = 14,
+             .gras = true,
+             .etiquette = 6},
+            {.nom = "bt_valide",
+             .genre = Genre::bouton,
+             .cadre = droite,
+             .texte = "Valider",
+             .role = Role::aller,
+             .police = 14,
+             .gras = true,
+             .etiquette = 5},
         };
         forme_.construit(plans);
         forme_("bt_no").aspect.image = image_aucune;
@@ -68,8 +82,13 @@ class Liste {
     }
 
     void construit_liste(const Cadre& cadre) {
-        Controle& g3 =
-            forme_.ajoute({"g3", -1, Genre::grille, cadre, "", Role::carte, 19, false, Alignement::gauche, 9});
+        Controle& g3 = forme_.ajoute({.nom = "g3",
+                                      .genre = Genre::grille,
+                                      .cadre = cadre,
+                                      .role = Role::carte,
+                                      .police = 19,
+                                      .alignement = Alignement::gauche,
+                                      .etiquette = 9});
         Grille& g = g3.grille;
         g.dimensionne(nb_lignes, 2);
         g.largeurs = {0, cadre.largeur - reserve_ascenseur};
@@ -89,28 +108,10 @@ class Liste {
         const int titre = px(56), valeur = std::min(px(110), c.hauteur / 4);
         const Cadre dessin = {c.gauche, c.haut + titre, c.largeur, c.hauteur - titre - valeur - px(10)};
         const Plan plans[] = {
-            {"Shape1", -1, Genre::forme, c, "", Role::carte, 0, false, Alignement::centre, 4},
-            {"Label1",
-             -1,
-             Genre::etiquette,
-             {c.gauche, c.haut, c.largeur, titre},
-             "Image choisie",
-             Role::rien,
-             16,
-             false,
-             Alignement::centre,
-             0},
-            {"Image1", -1, Genre::image, dessin, "", Role::rien, 0, false, Alignement::centre, 0},
-            {"Label2",
-             -1,
-             Genre::etiquette,
-             {c.gauche, dessin.bas(), c.largeur, valeur},
-             "",
-             Role::rien,
-             58,
-             true,
-             Alignement::centre,
-             0},
+            {.nom = "Shape1", .genre = Genre::forme, .cadre = c, .role = Role::carte, .etiquette = 4},
+            {.nom = "Label1", .cadre = {c.gauche, c.haut, c.largeur, titre}, .texte = "Image choisie", .police = 16},
+            {.nom = "Image1", .genre = Genre::image, .cadre = dessin},
+            {.nom = "Label2", .cadre = {c.gauche, dessin.bas(), c.largeur, valeur}, .police = 58, .gras = true},
         };
         forme_.construit(plans);
         forme_("Label1").aspect.encre = palette::gris;
@@ -122,28 +123,19 @@ class Liste {
         const int largeur = c.droite() - px(12) - gauche;
         const Cadre coche = {c.gauche + bord, c.haut + (c.hauteur - largeur_case) / 2, largeur_case, largeur_case};
         const Plan plans[] = {
-            {"oui", -1, Genre::image, c, "", Role::touche, 0, false, Alignement::centre, 0},
-            {"Check1", -1, Genre::case_, coche, "", Role::rien, 0, false, Alignement::centre, 0},
-            {"Label3",
-             -1,
-             Genre::etiquette,
-             {gauche, c.haut + px(24), largeur, px(88)},
-             "N",
-             Role::rien,
-             56,
-             true,
-             Alignement::gauche,
-             0},
-            {"Label4",
-             -1,
-             Genre::etiquette,
-             {gauche, c.haut + px(112), largeur, px(60)},
-             "Marque posée sur la touche"_t,
-             Role::rien,
-             17,
-             false,
-             Alignement::gauche,
-             0},
+            {.nom = "oui", .genre = Genre::image, .cadre = c, .role = Role::touche},
+            {.nom = "Check1", .genre = Genre::case_, .cadre = coche},
+            {.nom = "Label3",
+             .cadre = {gauche, c.haut + px(24), largeur, px(88)},
+             .texte = "N",
+             .police = 56,
+             .gras = true,
+             .alignement = Alignement::gauche},
+            {.nom = "Label4",
+             .cadre = {gauche, c.haut + px(112), largeur, px(60)},
+             .texte = "Marque posée sur la touche"_t,
+             .police = 17,
+             .alignement = Alignement::gauche},
         };
         forme_.construit(plans);
         forme_("Label4").aspect.encre = palette::gris;

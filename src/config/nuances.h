@@ -1,7 +1,7 @@
 // A colour by hue, saturation and lightness, as a finger chooses it.
 #pragma once
 
-#include "platform/ecran/apparence.h"
+#include "platform/controles/apparence.h"
 
 namespace nuances {
 

@@ -5,15 +5,15 @@
 #include <optional>
 #include <string>
 
-#include "config/reglages.h"
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace porpay {
 namespace {
@@ -64,13 +64,19 @@ class Choix {
         ajoute_carte("Image1", {zone.gauche, zone.haut, l, zone.hauteur}, "Portrait", portrait(), 4);
         ajoute_carte("Image2", {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Plein écran"_t, plein_ecran(),
                      6);
-        Controle& b = forme_.ajoute({"bt_coul", -1, Genre::bouton, formes::cadre_barre(), "Saisir la résolution"_t,
-                                     Role::action, 14, true, Alignement::centre, 2});
+        Controle& b = forme_.ajoute({.nom = "bt_coul",
+                                     .genre = Genre::bouton,
+                                     .cadre = formes::cadre_barre(),
+                                     .texte = "Saisir la résolution"_t,
+                                     .role = Role::action,
+                                     .police = 14,
+                                     .gras = true,
+                                     .etiquette = 2});
         b.aspect.image = image_pave;
     }
 
     void ajoute_carte(std::string_view nom, const Cadre& carte, std::string_view titre, Format f, int colonnes) {
-        forme_.ajoute({nom, -1, Genre::image, carte, "", Role::touche, 0, false, Alignement::centre, 3});
+        forme_.ajoute({.nom = nom, .genre = Genre::image, .cadre = carte, .role = Role::touche, .etiquette = 3});
         const int bas_dessin = carte.bas() - px(130);
         const Cadre place = {carte.gauche + px(24), carte.haut + px(24), carte.largeur - px(48),
                              bas_dessin - carte.haut - px(24)};
@@ -83,14 +89,13 @@ class Choix {
     }
 
     void etiquette(const Cadre& cadre, std::string_view texte, int police, bool gras, Couleur encre) {
-        Controle& c = forme_.ajoute(
-            {"Label1", -1, Genre::etiquette, cadre, texte, Role::rien, police, gras, Alignement::centre, 0});
+        Controle& c = forme_.ajoute({.nom = "Label1", .cadre = cadre, .texte = texte, .police = police, .gras = gras});
         c.aspect.encre = encre;
         c.laisse_passer = true;
     }
 
     void rectangle(const Cadre& cadre, Couleur fond, Role role = Role::touche) {
-        Controle& c = forme_.ajoute({"Shape1", -1, Genre::forme, cadre, "", role, 0, false, Alignement::centre, 0});
+        Controle& c = forme_.ajoute({.nom = "Shape1", .genre = Genre::forme, .cadre = cadre, .role = role});
         c.aspect.fond = fond;
         c.laisse_passer = true;
     }

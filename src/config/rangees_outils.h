@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace ch_outils {
 

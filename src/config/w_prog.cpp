@@ -7,20 +7,20 @@
 #include <utility>
 #include <vector>
 
-#include "config/clavv.h"
 #include "config/lis_bout.h"
-#include "config/reglages.h"
 #include "config/w_prog_acte.h"
 #include "config/w_prog_coul.h"
 #include "data/etat.h"
 #include "data/nombres.h"
 #include "data/programme_touches.h"
+#include "data/reglages.h"
+#include "dialogs/clavv.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "dialogs/saisie.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace w_prog {
 namespace {
@@ -141,8 +141,13 @@ class Editeur {
         construit_cartes(zone);
         const int haut = zone.haut + hauteur_cartes + rythme;
         const Cadre liste = {zone.gauche, haut, zone.largeur, zone.bas() - haut};
-        forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, formes::est_etroit() ? 11 : 15, false,
-                       Alignement::gauche, 9});
+        forme_.ajoute({.nom = "g1",
+                       .genre = Genre::grille,
+                       .cadre = liste,
+                       .role = Role::carte,
+                       .police = formes::est_etroit() ? 11 : 15,
+                       .alignement = Alignement::gauche,
+                       .etiquette = 9});
         Grille& g = g1();
         g.dimensionne(lignes_par_page + 1, nb_colonnes);
         g.largeurs = largeurs(liste.largeur - largeur_ascenseur);
@@ -154,16 +159,14 @@ class Editeur {
         const Cadre barre = formes::cadre_barre();
         for (int i = 0; i < nb_boutons; ++i) {
             const int pas = (barre.largeur + px(8)) / nb_boutons;
-            forme_.ajoute({boutons[i].nom,
-                           -1,
-                           Genre::bouton,
-                           {barre.gauche + i * pas, barre.haut, pas - px(8), barre.hauteur},
-                           boutons[i].texte,
-                           Role::action,
-                           formes::est_etroit() ? 11 : 14,
-                           true,
-                           Alignement::centre,
-                           2});
+            forme_.ajoute({.nom = boutons[i].nom,
+                           .genre = Genre::bouton,
+                           .cadre = {barre.gauche + i * pas, barre.haut, pas - px(8), barre.hauteur},
+                           .texte = boutons[i].texte,
+                           .role = Role::action,
+                           .police = formes::est_etroit() ? 11 : 14,
+                           .gras = true,
+                           .etiquette = 2});
             forme_(boutons[i].nom).aspect.image = boutons[i].image;
         }
     }

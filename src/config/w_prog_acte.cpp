@@ -11,8 +11,8 @@
 #include "data/programme_touches.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace w_prog_acte {
 namespace {
@@ -136,7 +136,7 @@ class Choix {
     Choix() {
         forme_.nom = "w_prog_acte";
         formes::encadre(forme_, "Action de la touche", formes::version);
-        forme_.ajoute({"g1", -1, Genre::grille, formes::contenu(), "", Role::rien, 0, true, Alignement::centre, 0});
+        forme_.ajoute({.nom = "g1", .genre = Genre::grille, .cadre = formes::contenu(), .gras = true});
         formes::ajoute_barre(forme_, {});
         branche();
         const Endroit ici = dernier;

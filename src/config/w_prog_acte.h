@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/ecran/apparence.h"
+#include "platform/controles/apparence.h"
 
 namespace w_prog_acte {
 

@@ -4,8 +4,8 @@
 
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace w_prog_coul {
 namespace {
@@ -76,8 +76,7 @@ class Palette {
         for (std::size_t i = 0; i < noms.size(); ++i) noms[i] = teintes_offertes[i].nom;
         const bool etroit = formes::est_etroit();
         const int colonnes = etroit ? colonnes_etroit : colonnes_large;
-        Controle& g1 =
-            forme_.ajoute({"g1", -1, Genre::grille, formes::contenu(), "", Role::rien, 0, true, Alignement::centre, 0});
+        Controle& g1 = forme_.ajoute({.nom = "g1", .genre = Genre::grille, .cadre = formes::contenu(), .gras = true});
         formes::remplit_touches(g1, static_cast<int>(noms.size()) / colonnes, colonnes, noms,
                                 etroit ? police_etroite : police_large);
         for (std::size_t i = 0; i < noms.size(); ++i) g1.grille.cellules[i].fond = teintes_offertes[i].couleur;

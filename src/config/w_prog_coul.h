@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/ecran/apparence.h"
+#include "platform/controles/apparence.h"
 
 namespace w_prog_coul {
 

@@ -6,8 +6,8 @@
 
 #include "data/nombres.h"
 #include "data/tenus.h"
-#include "platform/fichiers.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/texte.h"
 
 namespace catalogue {
 namespace {
@@ -132,6 +132,11 @@ std::span<const std::string_view> articles_de(int famille) {
     const auto fin =
         std::find_if(articles.begin(), articles.end(), [](std::string_view a) { return texte::rogne(a).empty(); });
     return {articles.begin(), fin};
+}
+
+bool a_des_serveurs() {
+    const auto& noms = courant().noms_serveurs;
+    return std::any_of(noms.begin(), noms.end(), [](const std::string& nom) { return !texte::rogne(nom).empty(); });
 }
 
 int chiffre_couleur(std::string_view couleurs, int n) {

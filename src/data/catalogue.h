@@ -40,6 +40,8 @@ inline bool catalogue_charge = false;
 /// The tables in use.
 const Tables& courant();
 
+/// Whether the catalogue names any server.
+bool a_des_serveurs();
 /// The records of a family, in file order, up to the first blank one.
 std::span<const std::string_view> articles_de(int famille);
 /// The digit of entry n in a text of colour digits.

@@ -7,7 +7,7 @@
 #include "data/identite.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace commande {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/fichiers.h"
-#include "platform/horloge.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
 
 namespace commande {
 

@@ -5,7 +5,7 @@
 
 #include "data/etat.h"
 #include "data/lignes.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace complements {
 namespace {

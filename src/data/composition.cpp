@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace composition {
 namespace {

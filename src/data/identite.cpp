@@ -4,9 +4,9 @@
 #include <random>
 #include <string_view>
 
-#include "platform/fichiers.h"
-#include "platform/processus.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
 
 namespace identite {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "data/nombres.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace lignes {
 namespace {

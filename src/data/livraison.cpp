@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "data/commande.h"
-#include "platform/fichiers.h"
+#include "platform/systeme/fichiers.h"
 
 namespace livraison {
 namespace {

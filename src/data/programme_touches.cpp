@@ -6,7 +6,7 @@
 
 #include "data/nombres.h"
 #include "data/tenus.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace programme_touches {
 namespace {

@@ -11,9 +11,9 @@
 #include "data/identite.h"
 #include "data/livraison.h"
 #include "data/tenus.h"
-#include "platform/horloge.h"
-#include "platform/ouvrier.h"
-#include "platform/texte.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/ouvrier.h"
+#include "platform/systeme/texte.h"
 
 namespace reseau {
 namespace {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string_view>
 
-#include "platform/fichiers.h"
+#include "platform/systeme/fichiers.h"
 
 namespace reseau {
 

@@ -4,9 +4,9 @@
 
 #include "data/nombres.h"
 #include "data/tenus.h"
-#include "platform/fichiers.h"
-#include "platform/horloge.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/texte.h"
 
 namespace styles {
 namespace {

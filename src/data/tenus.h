@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/fichiers.h"
+#include "platform/systeme/fichiers.h"
 
 namespace tenus {
 

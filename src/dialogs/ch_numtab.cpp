@@ -4,17 +4,17 @@
 #include <cmath>
 #include <string>
 
-#include "config/reglages.h"
 #include "data/catalogue.h"
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/formes.h"
 #include "dialogs/lis_tbb.h"
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace ch_numtab {
 namespace {
@@ -88,8 +88,12 @@ class Saisie {
         formes::ajoute_carte(forme_, m.carte,
                              {carte, ligne_titre, ligne_valeur, etroit ? police_titre_etroite : police_titre,
                               police * 5 / 3, Alignement::gauche, Alignement::droite});
-        Controle& g =
-            forme_.ajoute({m.grille, -1, Genre::grille, touches, "", Role::rien, police, true, Alignement::centre, 3});
+        Controle& g = forme_.ajoute({.nom = m.grille,
+                                     .genre = Genre::grille,
+                                     .cadre = touches,
+                                     .police = police,
+                                     .gras = true,
+                                     .etiquette = 3});
         formes::remplit_touches(g, lignes, colonnes, m.faces, police);
         for (Aspect& a : g.grille.cellules) {
             if (a.texte == "C" || a.texte.size() > 2) a.role = Role::touche_douce;

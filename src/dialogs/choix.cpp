@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "config/reglages.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace choix {
 namespace {
@@ -69,19 +69,23 @@ Cadre construit_menu(Forme& forme, int lignes) {
     }
     const int haut = carte.bas() + espace;
     const Plan plans[] = {
-        {"Shape1", -1, Genre::forme, carte, "", Role::carte, 0, false, Alignement::centre, 4},
-        {"Label1", -1, Genre::etiquette, article, "", Role::rien, police, true, Alignement::gauche, 4},
-        {"Label2", -1, Genre::etiquette, service, "", Role::rien, police, true, Alignement::gauche, 4},
-        {"g1",
-         -1,
-         Genre::grille,
-         {zone.gauche, haut, zone.largeur, zone.bas() - haut},
-         "",
-         Role::rien,
-         0,
-         false,
-         Alignement::centre,
-         9},
+        {.nom = "Shape1", .genre = Genre::forme, .cadre = carte, .role = Role::carte, .etiquette = 4},
+        {.nom = "Label1",
+         .cadre = article,
+         .police = police,
+         .gras = true,
+         .alignement = Alignement::gauche,
+         .etiquette = 4},
+        {.nom = "Label2",
+         .cadre = service,
+         .police = police,
+         .gras = true,
+         .alignement = Alignement::gauche,
+         .etiquette = 4},
+        {.nom = "g1",
+         .genre = Genre::grille,
+         .cadre = {zone.gauche, haut, zone.largeur, zone.bas() - haut},
+         .etiquette = 9},
     };
     forme.construit(plans);
     forme("Label2").aspect.encre = palette::bleu;

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "platform/ecran/controles.h"
+#include "platform/controles/controles.h"
 
 namespace choix {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <array>
 
-#include "config/reglages.h"
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace clav_num {
 namespace {
@@ -66,12 +66,20 @@ class Pave {
         const Cadre ligne_valeur = {carte.gauche + px(18), carte.haut + px(44), l - px(36), px(62)};
         const Cadre touches = {carte.gauche, carte.bas() + rythme, l, zone.bas() - carte.bas() - rythme};
         const Plan plans[] = {
-            {"Shape1", -1, Genre::forme, carte, "", Role::carte, 0, false, Alignement::centre, 4},
-            {"Label2", -1, Genre::etiquette, ligne_invite, "", Role::rien, 18, false, Alignement::gauche, 0},
-            {"Label5", -1, Genre::etiquette, ligne_valeur, "", Role::rien, police_valeur, true, Alignement::droite, 0},
-            {"Label3", -1, Genre::etiquette, ligne_valeur, "", Role::rien, police_valeur, true, Alignement::droite, 0},
-            {"Picture1", -1, Genre::image, {}, "", Role::rien, 0, false, Alignement::centre, 0},
-            {"g3", -1, Genre::grille, touches, "", Role::rien, 0, true, Alignement::centre, 3},
+            {.nom = "Shape1", .genre = Genre::forme, .cadre = carte, .role = Role::carte, .etiquette = 4},
+            {.nom = "Label2", .cadre = ligne_invite, .police = 18, .alignement = Alignement::gauche},
+            {.nom = "Label5",
+             .cadre = ligne_valeur,
+             .police = police_valeur,
+             .gras = true,
+             .alignement = Alignement::droite},
+            {.nom = "Label3",
+             .cadre = ligne_valeur,
+             .police = police_valeur,
+             .gras = true,
+             .alignement = Alignement::droite},
+            {.nom = "Picture1", .genre = Genre::image},
+            {.nom = "g3", .genre = Genre::grille, .cadre = touches, .gras = true, .etiquette = 3},
         };
         forme_.construit(plans);
         forme_("Label2").aspect.encre = palette::gris;

@@ -4,19 +4,19 @@
 #include <string>
 #include <utility>
 
-#include "config/reglages.h"
 #include "data/commande.h"
 #include "data/complements.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "dialogs/sel_arti.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/ecran/polices.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/peinture/polices.h"
+#include "platform/systeme/texte.h"
 
 namespace eta_com {
 namespace {
@@ -89,8 +89,13 @@ class Recapitulatif {
                                zone.droite() - liste.droite() - rythme, (zone.hauteur + rythme) / 3 - rythme};
             ajoute_carte(cartes[i], carte, etroit);
         }
-        Controle& g1 =
-            forme_.ajoute({"g1", -1, Genre::grille, liste, "", Role::carte, 20, false, Alignement::gauche, 9});
+        Controle& g1 = forme_.ajoute({.nom = "g1",
+                                      .genre = Genre::grille,
+                                      .cadre = liste,
+                                      .role = Role::carte,
+                                      .police = 20,
+                                      .alignement = Alignement::gauche,
+                                      .etiquette = 9});
         g1.aspect.police = std::max(1, reglages::nombre(reglages::police_note));
         formes::ajoute_barre(forme_, barre);
     }

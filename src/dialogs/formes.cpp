@@ -2,11 +2,8 @@
 
 #include <algorithm>
 
-#include "config/moduclav.h"
-#include "config/reglages.h"
-#include "data/etat.h"
 #include "dialogs/mini_97.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace formes {
 namespace {
@@ -18,55 +15,8 @@ constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form'
 constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
-constexpr int largeur_etroite = 900;  ///< working widths below this get the narrow layouts
-
-Couleur rgb(std::int32_t bgr) {
-    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
-}
-
-/// What a text of this aspect is seen on; where it has no ground of its own, that is a card.
-Couleur fond_vu(const Aspect& a) {
-    if (a.fond != sans_couleur) return a.fond;
-    return fond_de(a.role) != sans_couleur ? fond_de(a.role) : fond_de(Role::carte);
-}
-
-/// The colours that the manager has set under a number, 1 to 9.
-void met_couleurs_du_numero(Aspect& aspect, int numero) {
-    if (numero < 1 || numero > 9) return;
-    const auto n = static_cast<std::size_t>(numero);
-    met_couleurs(aspect, rgb(etat::fonds_regles[n]), rgb(etat::encres_regles[n]));
-}
-
-/// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.
-int etiquette_de(const Aspect& cellule, int etiquette_grille) {
-    switch (cellule.role) {
-        case Role::aller:
-            return 5;
-        case Role::detruire:
-            return 6;
-        case Role::entete:
-            return 7;
-        case Role::vide:
-        case Role::ligne_touchee:
-        case Role::ligne_choisie:
-        case Role::puce:
-            return 0;
-        default:
-            return etiquette_grille;
-    }
-}
 
 }  // namespace
-
-int largeur() {
-    return etat::largeur_ecran * twips_par_pixel;
-}
-int hauteur() {
-    return etat::hauteur_ecran * twips_par_pixel;
-}
-bool est_etroit() {
-    return etat::largeur_ecran < largeur_etroite || etat::largeur_ecran < etat::hauteur_ecran;
-}
 
 void place(Forme& forme) {
     forme.cadre = {0, 0, largeur(), hauteur()};
@@ -105,18 +55,24 @@ void remplit_barre(Controle& barre, std::span<const ToucheDeBarre> touches) {
 
 Controle& ajoute_barre(Forme& forme, std::span<const ToucheDeBarre> touches) {
     Controle& barre =
-        forme.ajoute({"g2", -1, Genre::grille, cadre_barre(), "", Role::rien, 0, true, Alignement::centre, 2});
+        forme.ajoute({.nom = "g2", .genre = Genre::grille, .cadre = cadre_barre(), .gras = true, .etiquette = 2});
     remplit_barre(barre, touches);
     return barre;
 }
 
 void ajoute_carte(Forme& forme, const Carte& carte, const PlanCarte& plan) {
     const Plan plans[] = {
-        {carte.carte, -1, Genre::forme, plan.carte, "", Role::carte, 0, false, Alignement::centre, 4},
-        {carte.titre, -1, Genre::etiquette, plan.titre, carte.legende, Role::rien, plan.police_titre, false,
-         plan.alignement_titre, 0},
-        {carte.valeur, -1, Genre::etiquette, plan.valeur, "", Role::rien, plan.police_valeur, true,
-         plan.alignement_valeur, 0},
+        {.nom = carte.carte, .genre = Genre::forme, .cadre = plan.carte, .role = Role::carte, .etiquette = 4},
+        {.nom = carte.titre,
+         .cadre = plan.titre,
+         .texte = carte.legende,
+         .police = plan.police_titre,
+         .alignement = plan.alignement_titre},
+        {.nom = carte.valeur,
+         .cadre = plan.valeur,
+         .police = plan.police_valeur,
+         .gras = true,
+         .alignement = plan.alignement_valeur},
     };
     forme.construit(plans);
     forme(carte.titre).aspect.encre = palette::gris;
@@ -134,37 +90,6 @@ void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const
         a.gras = true;
         a.police = police;
     }
-}
-
-void met_couleurs(Aspect& aspect, Couleur fond, Couleur encre) {
-    if (fond != sans_couleur) {
-        aspect.fond = fond;
-        aspect.encre = encre_lisible(fond);
-    }
-    if (encre != sans_couleur && contraste(encre, fond_vu(aspect)) >= contraste_min) aspect.encre = encre;
-}
-
-void colore(Forme& forme) {
-    for (int n = 1; n <= 9; ++n) {
-        const auto i = static_cast<std::size_t>(n);
-        etat::fonds_regles[i] = reglages::couleur(reglages::fonds + n);
-        etat::encres_regles[i] = reglages::couleur(reglages::encres + n);
-    }
-    for (auto i = forme.controles.rbegin(); i != forme.controles.rend(); ++i) {
-        Controle& c = **i;
-        if (c.etiquette == 0) continue;
-        met_couleurs_du_numero(c.aspect, c.etiquette);
-        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a, c.etiquette));
-    }
-}
-
-void colore_chiffre(Aspect& aspect, int chiffre) {
-    aspect.role = Role::touche;
-    aspect.fond = aspect.encre = sans_couleur;
-    if (chiffre < 1 || chiffre > 9) return;
-    aspect.fond = palette::chiffres[chiffre];
-    aspect.encre = encre_lisible(aspect.fond);
-    met_couleurs_du_numero(aspect, chiffre);
 }
 
 void demande_reinitialisation() {

@@ -1,24 +1,23 @@
-// What every dialog shares: its place over the main screen, the two banners, the key bar, the manager's colours and
-// the reset request on the bottom banner.
+// What the dialogs share upon moduclav: their place over the main screen, the banners with the reset request, the key
+// bar, cards and grids of keys.
 #pragma once
 
 #include <span>
 #include <string_view>
 
-#include "platform/ecran/controles.h"
+#include "dialogs/moduclav.h"
+#include "platform/controles/controles.h"
 
 namespace formes {
 
-/// Design pixels as twips.
-constexpr int px(int pixels) {
-    return pixels * ecran::twips_par_pixel;
-}
-
-/// Working size of every form, in twips.
-int largeur();
-int hauteur();
-/// The form is taller than wide, or too narrow for the wide layouts.
-bool est_etroit();
+using moduclav::colore;
+using moduclav::colore_chiffre;
+using moduclav::contraste_min;
+using moduclav::est_etroit;
+using moduclav::hauteur;
+using moduclav::largeur;
+using moduclav::met_couleurs;
+using moduclav::px;
 
 /// Gives the form the place of the main screen.
 void place(ecran::Forme& forme);
@@ -60,16 +59,6 @@ void ajoute_carte(ecran::Forme& forme, const Carte& carte, const PlanCarte& plan
 /// A grid of keys that share its area, all with the same look.
 void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces,
                      int police);
-
-/// The contrast below which a text cannot be told from its ground; it then keeps a readable colour.
-inline constexpr double contraste_min = 2;
-/// Gives an aspect a ground and a text that the manager has set, sans_couleur where he has not; all screens paint both
-/// so.
-void met_couleurs(ecran::Aspect& aspect, ecran::Couleur fond, ecran::Couleur encre);
-/// Gives the controls the colours that the manager has set for their tags; called last when a form opens.
-void colore(ecran::Forme& forme);
-/// Ground and text of a key with a colour digit, 0 to 9: the manager's colours, else the palette's.
-void colore_chiffre(ecran::Aspect& aspect, int chiffre);
 
 /// Asks whether to start anew; on yes the program ends at once and nothing is written.
 void demande_reinitialisation();

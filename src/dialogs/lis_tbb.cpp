@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "config/reglages.h"
 #include "data/catalogue.h"
 #include "data/etat.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace lis_tbb {
 namespace {
@@ -35,7 +35,7 @@ class Liste {
     Liste() {
         forme_.nom = "lis_tbb";
         formes::encadre(forme_, "Liste des Tables", formes::version);
-        forme_.ajoute({"g1", -1, Genre::grille, formes::contenu(), "", Role::rien, 0, true, Alignement::centre, 3});
+        forme_.ajoute({.nom = "g1", .genre = Genre::grille, .cadre = formes::contenu(), .gras = true, .etiquette = 3});
         remplit();
         formes::ajoute_barre(forme_, barre);
         branche();

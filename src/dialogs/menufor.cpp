@@ -11,7 +11,7 @@
 #include "dialogs/choix.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace menufor {
 namespace {
@@ -30,16 +30,11 @@ class Composition {
         const Cadre carte = choix::construit_menu(forme_, lignes_g1);
         forme_("Label1").texte() = lignes::libelle(etat::texte_travail);
         Controle& page = forme_.ajoute(
-            {"Label3",
-             -1,
-             Genre::etiquette,
-             {carte.droite() - px(20) - largeur_page, carte.haut + px(2), largeur_page, carte.hauteur - px(4)},
-             "",
-             Role::rien,
-             police_page,
-             false,
-             Alignement::droite,
-             4});
+            {.nom = "Label3",
+             .cadre = {carte.droite() - px(20) - largeur_page, carte.haut + px(2), largeur_page, carte.hauteur - px(4)},
+             .police = police_page,
+             .alignement = Alignement::droite,
+             .etiquette = 4});
         page.aspect.encre = palette::gris;
         choix::ajoute_barre(forme_);
         affiche_service();

@@ -4,19 +4,19 @@
 #include <cmath>
 #include <string>
 
-#include "config/clavv.h"
-#include "config/reglages.h"
 #include "data/etat.h"
-#include "dialogs/formes.h"
+#include "data/reglages.h"
+#include "dialogs/clavv.h"
+#include "dialogs/moduclav.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace mini_97 {
 namespace {
 
 using namespace ecran;
-using formes::px;
+using moduclav::px;
 
 constexpr int largeur_base = px(700), hauteur_base = px(300);
 constexpr int marge_ecran = px(6);
@@ -35,11 +35,41 @@ constexpr Cadre cadre_fermer_seul = {px(228), px(180), px(245), px(96)};
 constexpr Cadre cadre_message_seul = {px(30), px(40), px(640), px(220)};
 
 const Plan plans[] = {
-    {"Label1", -1, Genre::etiquette, cadre_message, "", Role::rien, 24, true, Alignement::centre, 0},
-    {"Text1", -1, Genre::champ, cadre_champ, "", Role::champ, 22, false, Alignement::gauche, 4},
-    {"btc", touche_oui, Genre::bouton, cadre_oui, "Oui", Role::aller, 26, true, Alignement::centre, 5},
-    {"btc", touche_non, Genre::bouton, cadre_non, "Non", Role::detruire, 26, true, Alignement::centre, 6},
-    {"btc", touche_fermer, Genre::bouton, cadre_fermer, "Fermer", Role::action, 14, true, Alignement::centre, 2},
+    {.nom = "Label1", .cadre = cadre_message, .police = 24, .gras = true},
+    {.nom = "Text1",
+     .genre = Genre::champ,
+     .cadre = cadre_champ,
+     .role = Role::champ,
+     .police = 22,
+     .alignement = Alignement::gauche,
+     .etiquette = 4},
+    {.nom = "btc",
+     .index = touche_oui,
+     .genre = Genre::bouton,
+     .cadre = cadre_oui,
+     .texte = "Oui",
+     .role = Role::aller,
+     .police = 26,
+     .gras = true,
+     .etiquette = 5},
+    {.nom = "btc",
+     .index = touche_non,
+     .genre = Genre::bouton,
+     .cadre = cadre_non,
+     .texte = "Non",
+     .role = Role::detruire,
+     .police = 26,
+     .gras = true,
+     .etiquette = 6},
+    {.nom = "btc",
+     .index = touche_fermer,
+     .genre = Genre::bouton,
+     .cadre = cadre_fermer,
+     .texte = "Fermer",
+     .role = Role::action,
+     .police = 14,
+     .gras = true,
+     .etiquette = 2},
 };
 
 /// "1." followed by the size less one: sizes 1 to 10 give 1.0 to 1.9, all by joining the digits.
@@ -52,8 +82,8 @@ double facteur(int taille) {
 
 /// The factor that still leaves the box on the screen.
 double facteur_possible(double voulu) {
-    const double l = static_cast<double>(formes::largeur() - 2 * marge_ecran) / largeur_base;
-    const double h = static_cast<double>(formes::hauteur() - 2 * hauteur_bandeau) / hauteur_base;
+    const double l = static_cast<double>(moduclav::largeur() - 2 * marge_ecran) / largeur_base;
+    const double h = static_cast<double>(moduclav::hauteur() - 2 * hauteur_bandeau) / hauteur_base;
     return std::max(0.4, std::min({voulu, l, h}));
 }
 
@@ -73,7 +103,7 @@ class Boite {
         montre_touches();
         dimensionne();
         branche();
-        formes::colore(forme_);
+        moduclav::colore(forme_);
     }
 
     void montre() { montre_modal(forme_); }
@@ -119,8 +149,8 @@ class Boite {
     void dimensionne() {
         const double f = facteur_possible(facteur(reglages::nombre(reglages::taille_boites)));
         const Cadre boite = agrandi({0, 0, largeur_base, hauteur_base}, f);
-        forme_.cadre = {(formes::largeur() - boite.largeur) / 2, (formes::hauteur() - boite.hauteur) / 2, boite.largeur,
-                        boite.hauteur};
+        forme_.cadre = {(moduclav::largeur() - boite.largeur) / 2, (moduclav::hauteur() - boite.hauteur) / 2,
+                        boite.largeur, boite.hauteur};
         if (saisit()) forme_("Label1").cadre = cadre_message_avec_champ;
         if (demande_ == fugitif) forme_("Label1").cadre = cadre_message_seul;
         for (const auto& c : forme_.controles) {

@@ -4,14 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "config/reglages.h"
 #include "data/complements.h"
 #include "data/etat.h"
+#include "data/reglages.h"
 #include "data/styles.h"
 #include "dialogs/choix.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace sai_detail {
 namespace {
@@ -55,8 +55,8 @@ class Details {
         const Cadre carte = {zone.gauche + k * (largeur + rythme), zone.haut, largeur, zone.hauteur};
         const Cadre touches = {carte.gauche + marge, carte.haut + marge, carte.largeur - 2 * marge,
                                carte.hauteur - 2 * marge};
-        forme_.ajoute({"Shape1", k, Genre::forme, carte, "", Role::carte});
-        Controle& g1 = forme_.ajoute({"g1", k, Genre::grille, touches, "", Role::rien});
+        forme_.ajoute({.nom = "Shape1", .index = k, .genre = Genre::forme, .cadre = carte, .role = Role::carte});
+        Controle& g1 = forme_.ajoute({.nom = "g1", .index = k, .genre = Genre::grille, .cadre = touches});
         g1.aspect.police = reglages::nombre(reglages::police_complements);
         g1.grille.dimensionne(choix_par_categorie, 1);
         g1.grille.espace = formes::est_etroit() ? marge : rythme;

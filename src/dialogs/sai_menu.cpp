@@ -3,14 +3,14 @@
 #include <array>
 #include <string_view>
 
-#include "config/moduclav.h"
 #include "data/complements.h"
 #include "data/etat.h"
 #include "dialogs/choix.h"
 #include "dialogs/formes.h"
+#include "dialogs/moduclav.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace sai_menu {
 namespace {

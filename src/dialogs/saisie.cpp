@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "config/clavv.h"
 #include "data/etat.h"
+#include "dialogs/clavv.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
+#include "platform/peinture/images.h"
 
 namespace saisie {
 namespace {
@@ -60,13 +60,46 @@ class Boite {
         const Cadre gauche = {marge, px(180), moitie, px(96)},
                     droite = {marge + moitie + rythme, px(180), moitie, px(96)};
         const Plan plans[] = {
-            {"Label1", -1, Genre::etiquette, invite, demande_.invite, Role::rien, 22, true, Alignement::gauche, 0},
-            {"Label2", -1, Genre::etiquette, titre, demande_.titre, Role::rien, 13, false, Alignement::droite, 0},
-            {"Text1", -1, Genre::champ, ligne, "", Role::champ, 22, false, Alignement::gauche, 4},
-            {"bt_choix", -1, Genre::bouton, touche_choix, demande_.choix.legende, Role::note, 13, true,
-             Alignement::centre, 2},
-            {"btc", touche_accepte, Genre::bouton, gauche, "Valider", Role::aller, 22, true, Alignement::centre, 5},
-            {"btc", touche_abandonne, Genre::bouton, droite, "Annuler", Role::action, 22, true, Alignement::centre, 2},
+            {.nom = "Label1",
+             .cadre = invite,
+             .texte = demande_.invite,
+             .police = 22,
+             .gras = true,
+             .alignement = Alignement::gauche},
+            {.nom = "Label2", .cadre = titre, .texte = demande_.titre, .police = 13, .alignement = Alignement::droite},
+            {.nom = "Text1",
+             .genre = Genre::champ,
+             .cadre = ligne,
+             .role = Role::champ,
+             .police = 22,
+             .alignement = Alignement::gauche,
+             .etiquette = 4},
+            {.nom = "bt_choix",
+             .genre = Genre::bouton,
+             .cadre = touche_choix,
+             .texte = demande_.choix.legende,
+             .role = Role::note,
+             .police = 13,
+             .gras = true,
+             .etiquette = 2},
+            {.nom = "btc",
+             .index = touche_accepte,
+             .genre = Genre::bouton,
+             .cadre = gauche,
+             .texte = "Valider",
+             .role = Role::aller,
+             .police = 22,
+             .gras = true,
+             .etiquette = 5},
+            {.nom = "btc",
+             .index = touche_abandonne,
+             .genre = Genre::bouton,
+             .cadre = droite,
+             .texte = "Annuler",
+             .role = Role::action,
+             .police = 22,
+             .gras = true,
+             .etiquette = 2},
         };
         forme_.construit(plans);
         forme_("Label2").aspect.encre = palette::gris;

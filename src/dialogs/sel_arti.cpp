@@ -3,18 +3,18 @@
 #include <algorithm>
 #include <string>
 
-#include "config/clavv.h"
-#include "config/reglages.h"
 #include "data/complements.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
+#include "dialogs/clavv.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "dialogs/sai_detail.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace sel_arti {
 namespace {
@@ -88,15 +88,46 @@ class Validation {
         const Cadre liste = {zone.gauche, p.carte.bas() + rythme, zone.largeur, zone.bas() - p.carte.bas() - rythme};
         const Alignement cote_prix = etroit ? Alignement::droite : Alignement::gauche;
         const Plan plans[] = {
-            {"Picture1", -1, Genre::forme, p.carte, "", Role::carte, 0, false, Alignement::centre, 4},
-            {"Label7", -1, Genre::etiquette, {}, "", Role::rien, 0, false, Alignement::gauche, 0},
-            {"Label1", -1, Genre::etiquette, p.libelle, "", Role::rien, 20, true, Alignement::gauche, 4},
-            {"Label3", -1, Genre::etiquette, p.prix, "", Role::rien, police_prix, false, cote_prix, 4},
-            {"bt_gauc", -1, Genre::bouton, p.moins, "", Role::action, 0, true, Alignement::centre, 2},
-            {"Label6", -1, Genre::etiquette, p.quantite, "1", Role::rien, police_quantite, true, Alignement::centre, 4},
-            {"bt_droi", -1, Genre::bouton, p.plus, "", Role::action, 0, true, Alignement::centre, 2},
-            {"Label5", -1, Genre::etiquette, p.total, "", Role::rien, police_total, true, Alignement::droite, 4},
-            {"g1", -1, Genre::grille, liste, "", Role::carte, 18, false, Alignement::gauche, 9},
+            {.nom = "Picture1", .genre = Genre::forme, .cadre = p.carte, .role = Role::carte, .etiquette = 4},
+            {.nom = "Label7", .alignement = Alignement::gauche},
+            {.nom = "Label1",
+             .cadre = p.libelle,
+             .police = 20,
+             .gras = true,
+             .alignement = Alignement::gauche,
+             .etiquette = 4},
+            {.nom = "Label3", .cadre = p.prix, .police = police_prix, .alignement = cote_prix, .etiquette = 4},
+            {.nom = "bt_gauc",
+             .genre = Genre::bouton,
+             .cadre = p.moins,
+             .role = Role::action,
+             .gras = true,
+             .etiquette = 2},
+            {.nom = "Label6",
+             .cadre = p.quantite,
+             .texte = "1",
+             .police = police_quantite,
+             .gras = true,
+             .etiquette = 4},
+            {.nom = "bt_droi",
+             .genre = Genre::bouton,
+             .cadre = p.plus,
+             .role = Role::action,
+             .gras = true,
+             .etiquette = 2},
+            {.nom = "Label5",
+             .cadre = p.total,
+             .police = police_total,
+             .gras = true,
+             .alignement = Alignement::droite,
+             .etiquette = 4},
+            {.nom = "g1",
+             .genre = Genre::grille,
+             .cadre = liste,
+             .role = Role::carte,
+             .police = 18,
+             .alignement = Alignement::gauche,
+             .etiquette = 9},
         };
         forme_.construit(plans);
         forme_("Label7").visible = false;

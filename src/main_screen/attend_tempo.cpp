@@ -6,8 +6,8 @@
 #include "data/nombres.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace attend_tempo {
 namespace {
@@ -54,15 +54,25 @@ class Attente {
         const Cadre tentative = {marge, touche.haut - y(hauteur_tentative + rythme), utile, y(hauteur_tentative)};
         const Cadre compte = {marge, tentative.haut - y(hauteur_compte), utile, y(hauteur_compte)};
         const Plan plans[] = {
-            {"Label1", -1, Genre::etiquette, message,
-             "Impossible de se connecter au réseau, un nouvel essai sera fait dans         secondes..."_t, Role::rien,
-             police_message, false, Alignement::centre, 0},
-            {"Label2", -1, Genre::etiquette, compte, "5", Role::rien, police_compte, true, Alignement::centre, 0},
-            {"Label4", -1, Genre::etiquette, compte, "5", Role::rien, police_compte, true, Alignement::centre, 0},
-            {"Label3", -1, Genre::etiquette, tentative, "Nouvelle tentative de connexion", Role::rien, police_tentative,
-             true, Alignement::centre, 0},
-            {"p11", -1, Genre::bouton, touche, "Abandonner", Role::detruire, police_touche, true, Alignement::centre,
-             6},
+            {.nom = "Label1",
+             .cadre = message,
+             .texte = "Impossible de se connecter au réseau, un nouvel essai sera fait dans         secondes..."_t,
+             .police = police_message},
+            {.nom = "Label2", .cadre = compte, .texte = "5", .police = police_compte, .gras = true},
+            {.nom = "Label4", .cadre = compte, .texte = "5", .police = police_compte, .gras = true},
+            {.nom = "Label3",
+             .cadre = tentative,
+             .texte = "Nouvelle tentative de connexion",
+             .police = police_tentative,
+             .gras = true},
+            {.nom = "p11",
+             .genre = Genre::bouton,
+             .cadre = touche,
+             .texte = "Abandonner",
+             .role = Role::detruire,
+             .police = police_touche,
+             .gras = true,
+             .etiquette = 6},
         };
         forme_.construit(plans);
         forme_("Label2").visible = forme_("Label3").visible = false;

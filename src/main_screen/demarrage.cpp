@@ -3,25 +3,25 @@
 #include <algorithm>
 #include <string>
 
-#include "config/clavv.h"
-#include "config/moduclav.h"
 #include "config/porpay.h"
-#include "config/reglages.h"
 #include "data/catalogue.h"
 #include "data/etat.h"
 #include "data/programme_touches.h"
+#include "data/reglages.h"
 #include "data/reseau.h"
 #include "data/styles.h"
 #include "data/tenus.h"
+#include "dialogs/clavv.h"
 #include "dialogs/mini_97.h"
-#include "main_screen/form1.h"
+#include "dialogs/moduclav.h"
+#include "main_screen/bandeau.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
 #include "platform/ecran/boucle.h"
-#include "platform/fichiers.h"
-#include "platform/locale.h"
-#include "platform/processus.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/locale.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
 
 namespace demarrage {
 namespace {
@@ -67,7 +67,7 @@ void prend_resolution() {
 void prend_tout_l_ecran() {
     etat::largeur_ecran = ecran::largeur_ecran() / ecran::twips_par_pixel;
     etat::hauteur_ecran = ecran::hauteur_ecran() / ecran::twips_par_pixel - porpay::reserve;
-    form1::place_ecran();
+    place_ecran();
 }
 
 /// The screen format is asked for once; nothing is laid out yet, so it counts at once. While another program holds the
@@ -81,7 +81,7 @@ void choisit_format() {
     if (!choisi) porpay::montre_porpay();
     resolution = reglages::resolution();
     prend_resolution();
-    form1::place_ecran();
+    place_ecran();
 }
 
 /// Has the network directory file written: by the parameter program, which then starts this one anew, or by hand.
@@ -117,7 +117,7 @@ void prepare_fichiers() {
 
 void prend_catalogue() {
     if (!deja_fait) {
-        form1::annonce_etat("Lecture du catalogue…"_t);
+        bandeau::annonce_etat("Lecture du catalogue…"_t);
         ecran::peint_maintenant();
         reseau::premiere_connexion();
     }
@@ -142,16 +142,21 @@ void execute() {
     prend_repertoire();
     prepare_fichiers();
     pages::raz_touches();
-    form1::place_ecran();
+    place_ecran();
     etat::colonnes_grille = reglages::nombre(reglages::colonnes_grille);
     etat::lignes_grille = reglages::nombre(reglages::lignes_grille);
     etat::total_note = "0.00";
     prend_catalogue();
     etat::decalage_images = reglages::texte(reglages::grandes_images) == "OUI" ? 50 : 0;
-    if (fichiers::existe("prov.txt") && etat::nb_lignes_note == 0) note::charge_provisoire();
+    if (fichiers::existe(note::nom_provisoire) && etat::nb_lignes_note == 0) note::charge_provisoire();
     note::calcule_total();
     annonce_tenus();
     deja_fait = true;
+}
+
+void place_ecran() {
+    bandeau::place();
+    pages::place();
 }
 
 bool est_fait() {

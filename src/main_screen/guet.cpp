@@ -6,9 +6,9 @@
 
 #include "data/reseau.h"
 #include "data/tenus.h"
-#include "platform/fichiers.h"
-#include "platform/horloge.h"
-#include "platform/ouvrier.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/ouvrier.h"
 
 namespace guet {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "platform/ecran/controles.h"
+#include "platform/controles/controles.h"
 
 namespace guet {
 

@@ -2,15 +2,23 @@
 
 #include <algorithm>
 #include <limits>
+#include <string>
 
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
-#include "data/provisoire.h"
 #include "dialogs/mini_97.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/texte.h"
 
 namespace note {
+namespace {
+
+int lignes_gardees() {
+    return std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
+}
+
+}  // namespace
 
 void ajoute_ligne() {
     if (texte::rogne(etat::texte_travail).empty()) return;
@@ -22,7 +30,7 @@ void ajoute_ligne() {
 
 void calcule_total() {
     double total = 0;
-    for (int n = 1; n <= std::min<int>(etat::nb_lignes_note, etat::lignes_note_max); ++n) {
+    for (int n = 1; n <= lignes_gardees(); ++n) {
         const std::string& ligne = etat::lignes_note[static_cast<std::size_t>(n)];
         total += lignes::prix(ligne).value_or(0) * lignes::quantite(ligne).value_or(1);
     }
@@ -30,7 +38,10 @@ void calcule_total() {
 }
 
 bool ecrit_donnees() {
-    return provisoire::ecrit() == fichiers::Issue::fait;
+    std::string t = "#SERV#" + nombres::entier_complete(etat::numero_serveur, 2) + "\r\n";
+    t += "#TABL#" + etat::texte_table + "\r\n";
+    for (int n = 1; n <= lignes_gardees(); ++n) t += etat::lignes_note[static_cast<std::size_t>(n)] + "\r\n";
+    return fichiers::ecrit_tout(nom_provisoire, t, fichiers::Remplace::oui) == fichiers::Issue::fait;
 }
 
 void charge_provisoire() {}

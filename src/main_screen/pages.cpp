@@ -3,17 +3,16 @@
 #include <algorithm>
 #include <functional>
 
-#include "config/reglages.h"
 #include "data/catalogue.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
 #include "data/programme_touches.h"
+#include "data/reglages.h"
 #include "data/reseau.h"
 #include "dialogs/formes.h"
-#include "main_screen/form1.h"
-#include "main_screen/touches.h"
-#include "platform/texte.h"
+#include "main_screen/bandeau.h"
+#include "platform/systeme/texte.h"
 
 namespace pages {
 namespace {
@@ -78,10 +77,10 @@ int touches_par_page(const Disposition& d) {
 }
 
 Controle& touche_numero(int k) {
-    return form1::forme()("btx", k);
+    return bandeau::forme()("btx", k);
 }
 Controle& compagne(int k) {
-    return form1::forme()("btt", k);
+    return bandeau::forme()("btt", k);
 }
 
 void pose_touche(int k, const Cadre& cadre, const std::string& code, std::string_view texte, int police) {
@@ -144,16 +143,11 @@ int derniere_entree(const Noms& noms) {
     return n;
 }
 
-void titres(std::string_view haut, std::string_view bas) {
-    form1::forme()("label_haut").texte() = haut;
-    form1::forme()("label_bas").texte() = bas;
-}
-
 void commence(Vue vue) {
     vue_courante = vue;
     raz_touches();
-    form1::forme()("Label_num").visible = vue == Vue::accueil;
-    form1::forme()("Label_attente").visible = false;
+    bandeau::forme()("Label_num").visible = vue == Vue::accueil;
+    bandeau::forme()("Label_attente").visible = false;
 }
 
 constexpr std::string_view images_suite = "18xxx:17xxx:00xxx:00xxx:22xxx:24xxx:";
@@ -231,32 +225,32 @@ void nomme_sous_groupe(std::string_view nom) {
     nom_sous_groupe = nom;
 }
 
-bool a_des_serveurs() {
-    return derniere_entree(catalogue::courant().noms_serveurs) >= 0;
-}
-
-void construit(Forme& forme) {
+void construit(Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(int colonne)) {
     for (int k = 1; k <= nb_touches; ++k) {
-        forme.ajoute({"btx", k, Genre::bouton, {}, "", Role::touche, 0, true, Alignement::centre, 0}).au_toucher = [k] {
-            touches::touche(k);
-        };
-        forme.ajoute({"btt", k, Genre::image, {}, "", Role::rien, 0, false, Alignement::centre, 0}).laisse_passer =
-            true;
+        Controle& touche =
+            forme.ajoute({.nom = "btx", .index = k, .genre = Genre::bouton, .role = Role::touche, .gras = true});
+        touche.au_toucher = [au_toucher, k] { au_toucher(k); };
+        forme.ajoute({.nom = "btt", .index = k, .genre = Genre::image, .laisse_passer = true});
     }
-    Controle& g2 = forme.ajoute({"g2", -1, Genre::grille, {}, "", Role::rien, 0, true, Alignement::centre, 2});
-    g2.a_la_cellule = [](int, int colonne) { touches::touche_barre(colonne); };
-    Controle& attente =
-        forme.ajoute({"Label_attente", -1, Genre::etiquette, {}, "0", Role::pastille, 15, true, Alignement::centre, 0});
-    attente.laisse_passer = true;
-    attente.visible = false;
-    Controle& num =
-        forme.ajoute({"Label_num", -1, Genre::etiquette, {}, "0", Role::rien, 10, false, Alignement::droite, 0});
-    num.laisse_passer = true;
-    num.aspect.encre = palette::pale;
+    Controle& g2 = forme.ajoute({.nom = "g2", .genre = Genre::grille, .gras = true, .etiquette = 2});
+    g2.a_la_cellule = [a_la_barre](int, int colonne) { a_la_barre(colonne); };
+    forme.ajoute({.nom = "Label_attente",
+                  .texte = "0",
+                  .role = Role::pastille,
+                  .police = 15,
+                  .gras = true,
+                  .visible = false,
+                  .laisse_passer = true});
+    forme.ajoute({.nom = "Label_num",
+                  .texte = "0",
+                  .police = 10,
+                  .alignement = Alignement::droite,
+                  .encre = palette::pale,
+                  .laisse_passer = true});
 }
 
 void place() {
-    Forme& f = form1::forme();
+    Forme& f = bandeau::forme();
     const Cadre barre = formes::cadre_barre();
     f("g2").cadre = barre;
     const int cote = px(formes::est_etroit() ? 28 : 38);
@@ -286,9 +280,9 @@ void affiche_serveurs() {
         if (texte::rogne(nom).empty()) return Entree{};
         return Entree{"#SERV#" + nombres::entier_complete(n, 2), nom, "", catalogue::chiffre_couleur(couleurs, n)};
     });
-    form1::titre_accueil();
+    bandeau::titre_accueil();
     init_g2("#RETS#|#SUIS#|||||", "18xxx:17xxx:00xxx:00xxx:00xxx:00xxx:");
-    form1::affiche_etat();
+    bandeau::affiche_etat();
 }
 
 void affiche_familles() {
@@ -303,11 +297,11 @@ void affiche_familles() {
             return Entree{"#FAMI#" + nombres::entier_complete(n, 2), std::string(sans_couleur_de_nom(nom)), "",
                           catalogue::chiffre_famille(n)};
         });
-    titres("Familles", "Familles");
+    bandeau::titre("Familles", "Familles");
     const bool suite = etat::numero_page + 1 < nb_pages;
     init_g2(suite ? "#RETF#|#SUIF#|||#FONC#NOTE|#MENU#|" : "#RETF#||||#FONC#NOTE|#MENU#|",
             suite ? images_suite : images_fin);
-    form1::affiche_etat();
+    bandeau::affiche_etat();
 }
 
 void affiche_articles() {
@@ -325,24 +319,24 @@ void affiche_articles() {
     const bool nommee = connue && static_cast<std::size_t>(famille) < noms.size();
     const std::string titre =
         nommee ? std::string(sans_couleur_de_nom(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
-    titres(titre,
-           titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
+    bandeau::titre(
+        titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     const bool suite = etat::numero_page + 1 < nb_pages;
     init_g2(suite ? "#RETO#|#SUIT#|||#FONC#NOTE|#LFAM#|" : "#RETO#||||#FONC#NOTE|#LFAM#|",
             suite ? images_suite : images_fin);
-    form1::affiche_etat();
+    bandeau::affiche_etat();
 }
 
 void dessine_touches() {
     commence(Vue::accueil);
-    form1::forme()("Label_num").texte() = std::to_string(etat::page_programme);
+    bandeau::forme()("Label_num").texte() = std::to_string(etat::page_programme);
     const int police_familles = std::max(1, reglages::nombre(reglages::touches_familles));
     const auto page = programme_touches::lis_page(etat::page_programme);
     for (int k = 1; k <= static_cast<int>(page.size()) && k <= nb_touches; ++k) {
         pose_ligne(k, page[static_cast<std::size_t>(k - 1)], police_familles);
     }
-    form1::titre_accueil();
-    form1::affiche_etat();
+    bandeau::titre_accueil();
+    bandeau::affiche_etat();
 }
 
 void redessine() {
@@ -368,9 +362,9 @@ void init_g2(std::string_view codes_touches, std::string_view images) {
         barre[c] =
             touche_de_barre(static_cast<int>(nombres::lis(texte::colonnes(images, 6 * c + 1, 2))), codes_barre[c]);
     }
-    Controle& g2 = form1::forme()("g2");
+    Controle& g2 = bandeau::forme()("g2");
     formes::remplit_barre(g2, barre);
-    formes::colore(form1::forme());
+    formes::colore(bandeau::forme());
 }
 
 void barre_accueil() {
@@ -378,7 +372,7 @@ void barre_accueil() {
     const bool joint = reseau::joignable();
     init_g2(codes_accueil, joint ? "11xxx:13xxx:15xxx:22xxx:23xxx:12xxx:" : "11xxx:13xxx:15xxx:22xxx:30xxx:12xxx:");
     const int attente = reseau::commandes_en_attente();
-    Controle& pastille = form1::forme()("Label_attente");
+    Controle& pastille = bandeau::forme()("Label_attente");
     pastille.texte() = std::to_string(attente);
     pastille.visible = !joint || attente > 0;
 }

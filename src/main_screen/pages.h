@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ecran/controles.h"
+#include "platform/controles/controles.h"
 
 namespace pages {
 
@@ -21,8 +21,8 @@ enum class Vue { accueil, serveurs, familles, articles };
 /// The page that is shown.
 Vue vue();
 
-/// Adds the keys `btx`, their companions `btt`, the function row `g2` and what lies on it.
-void construit(ecran::Forme& forme);
+/// Adds the keys `btx`, their companions `btt`, the function row `g2` and what lies on it; the two are told of touches.
+void construit(ecran::Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(int colonne));
 /// Lays the function row out for the working size.
 void place();
 /// Takes all keys off the grid.
@@ -38,8 +38,6 @@ void redessine();
 
 /// Caption of the key that led to a family without a name of its own; it becomes the page's title.
 void nomme_sous_groupe(std::string_view nom);
-/// Whether the catalogue names any server.
-bool a_des_serveurs();
 
 /// Fills the function row: six key codes, each followed by "|", and six groups of six characters whose first two are
 /// the picture number.

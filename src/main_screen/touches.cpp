@@ -14,10 +14,11 @@
 #include "dialogs/ch_numtab.h"
 #include "dialogs/menufor.h"
 #include "dialogs/sel_arti.h"
-#include "main_screen/form1.h"
+#include "main_screen/bandeau.h"
+#include "main_screen/fonctions.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace touches {
 namespace {
@@ -60,23 +61,23 @@ void page_precedente(const Frappe&) {
 }
 
 std::string legende_de(const Frappe& f) {
-    return f.touche > 0 ? form1::forme()("btx", f.touche).texte() : std::string();
+    return f.touche > 0 ? bandeau::forme()("btx", f.touche).texte() : std::string();
 }
 
 void fonction(const Frappe& f) {
-    form1::appel_fonctions(texte::rogne(f.argument));
+    fonctions::appel_fonctions(texte::rogne(f.argument));
 }
 
 void page_du_programme(const Frappe& f) {
     etat::page_programme = entier_court(nombres::entier(f.argument));
-    form1::recharge();
+    fonctions::recharge();
 }
 
 void accueil(const Frappe&) {
     verifie_table();
     va_page(0);
     etat::page_programme = 0;
-    form1::affiche_menu();
+    fonctions::affiche_menu();
 }
 
 void liste_des_familles(const Frappe&) {
@@ -102,7 +103,7 @@ void serveur(const Frappe& f) {
     const bool connu = n >= 0 && n <= serveurs_max && !nom(static_cast<int>(n)).empty();
     etat::numero_serveur = connu ? entier_court(n) : std::int16_t{1};
     etat::nom_serveur = catalogue::courant().noms_serveurs[static_cast<std::size_t>(etat::numero_serveur)];
-    form1::affiche_menu();
+    fonctions::affiche_menu();
 }
 
 void sous_groupe(const Frappe& f) {
@@ -120,12 +121,12 @@ void ajoute(const Frappe& f) {
     if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
     sel_arti::montre_sel_arti();
     note::ajoute_ligne();
-    form1::affiche_etat();
+    bandeau::affiche_etat();
 }
 
 void outils(const Frappe&) {
     ch_outils::montre_ch_outils();
-    form1::recharge();
+    fonctions::recharge();
 }
 
 void inerte(const Frappe&) {}
@@ -164,7 +165,7 @@ void touche(int i) {
         a.agit(frappe);
         break;
     }
-    if (std::exchange(etat::demande_recharge, false)) form1::recharge();
+    if (std::exchange(etat::demande_recharge, false)) fonctions::recharge();
 }
 
 void touche_barre(int colonne) {
@@ -172,7 +173,7 @@ void touche_barre(int colonne) {
     etat::code_touche = pages::codes_barre[static_cast<std::size_t>(colonne)];
     if (etat::code_touche == "#ENVO#") {
         etat::code_touche.clear();
-        return form1::recharge();
+        return fonctions::recharge();
     }
     touche(0);
 }

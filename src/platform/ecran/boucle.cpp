@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "platform/horloge.h"
-#include "platform/ouvrier.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/ouvrier.h"
 
 namespace ecran {
 namespace {

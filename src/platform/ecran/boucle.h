@@ -8,7 +8,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/ecran/controles.h"
+#include "platform/controles/controles.h"
 #include "platform/ecran/fenetre.h"
 
 namespace ecran {

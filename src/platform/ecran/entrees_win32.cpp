@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace ecran {
 

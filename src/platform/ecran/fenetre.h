@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-#include "platform/ecran/peintre.h"
+#include "platform/peinture/peintre.h"
 
 namespace ecran {
 

@@ -8,7 +8,7 @@
 #include <deque>
 
 #include "platform/ecran/fenetre.h"
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace ecran {
 namespace {

@@ -9,7 +9,7 @@
 #include "platform/ecran/entrees_win32.h"
 #include "platform/ecran/fenetre.h"
 #include "platform/ecran/tactile_win32.h"
-#include "platform/texte_win32.h"
+#include "platform/systeme/texte_win32.h"
 
 namespace ecran {
 namespace {

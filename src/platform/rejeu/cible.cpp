@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "platform/ecran/boucle.h"
-#include "platform/ecran/images.h"
-#include "platform/texte.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace rejeu {
 namespace {

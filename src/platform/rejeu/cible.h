@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ecran/controles.h"
+#include "platform/controles/controles.h"
 #include "platform/rejeu/scenario.h"
 
 namespace rejeu {

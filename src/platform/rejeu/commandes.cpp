@@ -3,14 +3,14 @@
 #include <cstdio>
 #include <span>
 
-#include "platform/fichiers.h"
-#include "platform/horloge.h"
-#include "platform/locale.h"
-#include "platform/ouvrier.h"
-#include "platform/processus.h"
 #include "platform/rejeu/cible.h"
 #include "platform/rejeu/rejeu.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/locale.h"
+#include "platform/systeme/ouvrier.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
 
 namespace rejeu {
 

@@ -3,10 +3,10 @@
 #include <cstdio>
 #include <iostream>
 
-#include "platform/fichiers.h"
-#include "platform/horloge.h"
-#include "platform/ouvrier.h"
-#include "platform/texte.h"
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/ouvrier.h"
+#include "platform/systeme/texte.h"
 
 namespace rejeu {
 

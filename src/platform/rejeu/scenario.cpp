@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "platform/texte.h"
+#include "platform/systeme/texte.h"
 
 namespace rejeu {
 namespace {

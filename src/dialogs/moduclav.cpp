@@ -1,0 +1,132 @@
+#include "dialogs/moduclav.h"
+
+#include <algorithm>
+
+#include "data/etat.h"
+#include "data/programme_touches.h"
+#include "data/reglages.h"
+#include "platform/ecran/boucle.h"
+
+namespace moduclav {
+namespace {
+
+using namespace ecran;
+
+constexpr int police_haut = 12, police_bas = 11;
+constexpr int largeur_etroite = 900;  ///< working widths below this get the narrow layouts
+
+Controle& bandeau(Forme& forme, const Plan& plan) {
+    Controle* c = forme.cherche(plan.nom);
+    return c != nullptr ? *c : forme.ajoute(plan);
+}
+
+Couleur rgb(std::int32_t bgr) {
+    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
+}
+
+/// What a text of this aspect is seen on; where it has no ground of its own, that is a card.
+Couleur fond_vu(const Aspect& a) {
+    if (a.fond != sans_couleur) return a.fond;
+    return fond_de(a.role) != sans_couleur ? fond_de(a.role) : fond_de(Role::carte);
+}
+
+/// The colours that the manager has set under a number, 1 to 9.
+void met_couleurs_du_numero(Aspect& aspect, int numero) {
+    if (numero < 1 || numero > 9) return;
+    const auto n = static_cast<std::size_t>(numero);
+    met_couleurs(aspect, rgb(etat::fonds_regles[n]), rgb(etat::encres_regles[n]));
+}
+
+/// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.
+int etiquette_de(const Aspect& cellule, int etiquette_grille) {
+    switch (cellule.role) {
+        case Role::aller:
+            return 5;
+        case Role::detruire:
+            return 6;
+        case Role::entete:
+            return 7;
+        case Role::vide:
+        case Role::ligne_touchee:
+        case Role::ligne_choisie:
+        case Role::puce:
+            return 0;
+        default:
+            return etiquette_grille;
+    }
+}
+
+}  // namespace
+
+int largeur() {
+    return etat::largeur_ecran * twips_par_pixel;
+}
+int hauteur() {
+    return etat::hauteur_ecran * twips_par_pixel;
+}
+bool est_etroit() {
+    return etat::largeur_ecran < largeur_etroite || etat::largeur_ecran < etat::hauteur_ecran;
+}
+
+void bandeaux(Forme& forme, std::string_view haut, std::string_view bas) {
+    Controle& label_haut = bandeau(forme, {.nom = "label_haut",
+                                           .role = Role::bandeau,
+                                           .police = police_haut,
+                                           .gras = true,
+                                           .alignement = Alignement::gauche,
+                                           .etiquette = 1});
+    label_haut.cadre = {0, 0, largeur(), hauteur_bandeau};
+    label_haut.texte() = haut;
+    label_haut.aspect.fond = label_haut.aspect.encre = sans_couleur;
+    Controle& label_bas =
+        bandeau(forme, {.nom = "label_bas", .role = Role::bandeau, .police = police_bas, .etiquette = 1});
+    label_bas.cadre = {0, hauteur() - hauteur_bandeau, largeur(), hauteur_bandeau};
+    label_bas.texte() = bas;
+    label_bas.aspect.fond = sans_couleur;
+    label_bas.aspect.encre = palette::pale;
+}
+
+void met_couleurs(Aspect& aspect, Couleur fond, Couleur encre) {
+    if (fond != sans_couleur) {
+        aspect.fond = fond;
+        aspect.encre = encre_lisible(fond);
+    }
+    if (encre != sans_couleur && contraste(encre, fond_vu(aspect)) >= contraste_min) aspect.encre = encre;
+}
+
+void colore(Forme& forme) {
+    for (int n = 1; n <= 9; ++n) {
+        const auto i = static_cast<std::size_t>(n);
+        etat::fonds_regles[i] = reglages::couleur(reglages::fonds + n);
+        etat::encres_regles[i] = reglages::couleur(reglages::encres + n);
+    }
+    for (auto i = forme.controles.rbegin(); i != forme.controles.rend(); ++i) {
+        Controle& c = **i;
+        if (c.etiquette == 0) continue;
+        met_couleurs_du_numero(c.aspect, c.etiquette);
+        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a, c.etiquette));
+    }
+}
+
+void colore_chiffre(Aspect& aspect, int chiffre) {
+    aspect.role = Role::touche;
+    aspect.fond = aspect.encre = sans_couleur;
+    if (chiffre < 1 || chiffre > 9) return;
+    aspect.fond = palette::chiffres[chiffre];
+    aspect.encre = encre_lisible(aspect.fond);
+    met_couleurs_du_numero(aspect, chiffre);
+}
+
+void quitte() {
+    termine();
+}
+
+void passe_la_main(std::string_view commande, processus::Fenetre fenetre) {
+    reglages::ferme();
+    programme_touches::ferme();
+    if (processus::lance(commande, fenetre)) quitte();
+    static_cast<void>(reglages::ouvre());
+    static_cast<void>(programme_touches::prepare());
+}
+
+}  // namespace moduclav

@@ -1,0 +1,165 @@
+#include "main_screen/bandeau.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "data/catalogue.h"
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "dialogs/moduclav.h"
+#include "platform/peinture/images.h"
+#include "platform/peinture/polices.h"
+#include "platform/systeme/texte.h"
+
+namespace bandeau {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr std::string_view marque = "2021-05-19a";
+constexpr int police_etat = 12, police_etat_etroite = 11;
+constexpr int hauteur_commande = 390, haut_command1 = 870;  ///< twips, the latter from the form's bottom edge
+
+std::unique_ptr<Forme> ecran_principal;
+
+/// The service pictures, from the left.
+struct Service {
+    std::string_view nom;
+    int image;
+};
+constexpr Service services[] = {{"logoserv", image_wifi}, {"logil", image_outils}, {"logo", image_maison}};
+
+/// The technician's buttons.
+struct Commande {
+    std::string_view nom, texte;
+    int gauche, largeur;  ///< design pixels
+};
+constexpr Commande commandes[] = {{"Command1", "O", 0, 40},     {"Command2", "F", 50, 40},
+                                  {"Command3", "M", 0, 40},     {"Command4", "C", 100, 40},
+                                  {"Command5", "N", 150, 40},   {"Command6", "Command6", 200, 90},
+                                  {"Command7", "Menu", 300, 60}};
+
+void place_services() {
+    const bool etroit = formes::est_etroit();
+    const int pas = px(etroit ? 44 : 72);
+    int gauche = formes::largeur() - static_cast<int>(std::size(services)) * pas;
+    forme()("label_etat").aspect.police = etroit ? police_etat_etroite : police_etat;
+    for (const Service& s : services) {
+        forme()(s.nom).cadre = {gauche, 0, pas, hauteur_bandeau};
+        gauche += pas;
+    }
+}
+
+void place_commandes() {
+    for (const Commande& k : commandes) {
+        forme()(k.nom).cadre = {px(k.gauche), formes::hauteur() - hauteur_commande, px(k.largeur), hauteur_commande};
+    }
+    forme()("Command1").cadre.haut = formes::hauteur() - haut_command1;
+}
+
+/// What lies on the banners is seen on whatever colour the manager gives them.
+void accorde_au_bandeau() {
+    const Couleur fond = forme()("label_haut").aspect.fond;
+    const bool propre = fond != sans_couleur;
+    for (const Service& s : services) forme()(s.nom).aspect.encre = propre ? encre_lisible(fond) : palette::blanc;
+    forme()("label_etat").aspect.encre = propre ? encre_lisible(fond) : palette::jaune;
+    forme()("Label_num").aspect.encre = propre ? encre_lisible(fond) : palette::pale;
+}
+
+/// Who, which table, how many covers and lines, and the total; the narrow screen has room for abbreviations.
+std::string texte_etat() {
+    if (!catalogue::a_des_serveurs()) return "Aucun catalogue";
+    if (etat::nom_serveur.empty()) return "Choisissez votre nom";
+    const std::string_view point = " · "_t;
+    std::string t = etat::nom_serveur;
+    const auto ajoute = [&](const std::string& s) { t += std::string(point) + s; };
+    const std::string table(texte::colonnes(etat::table_couverts, 3, 3));
+    const std::string couverts(texte::rogne(texte::colonnes(etat::table_couverts, 6, 2)));
+    if (nombres::lis(table) != 0) ajoute("Table " + table);
+    if (nombres::lis(couverts) != 0) {
+        ajoute(couverts + (formes::est_etroit() ? " couv." : nombres::lis(couverts) == 1 ? " couvert" : " couverts"));
+    }
+    const int n = std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
+    ajoute(std::to_string(n) + (formes::est_etroit() ? " l." : n > 1 ? " lignes" : " ligne"));
+    ajoute(etat::total_note);
+    return t;
+}
+
+/// The state takes the room that its text needs, left of the service pictures; the title keeps the rest.
+void partage() {
+    Controle& c = forme()("label_etat");
+    const int droite = forme()("logoserv").cadre.gauche - px(formes::est_etroit() ? 8 : 24);
+    const int voulu = largeur_en_twips(c.aspect.police, true, c.texte()) + px(2);
+    const int gauche = std::max(droite - voulu, formes::largeur() / 5);
+    c.cadre = {gauche, 0, droite - gauche, hauteur_bandeau};
+    forme()("label_haut").aspect.marge_droite = formes::largeur() - gauche;
+}
+
+}  // namespace
+
+void construit(void (*touches)(Forme& forme)) {
+    ecran_principal = std::make_unique<Forme>();
+    Forme& f = *ecran_principal;
+    f.nom = "Form1";
+    moduclav::bandeaux(f, "", "");
+    f.ajoute({.nom = "label_etat",
+              .police = police_etat,
+              .gras = true,
+              .alignement = Alignement::droite,
+              .encre = palette::jaune,
+              .laisse_passer = true});
+    for (const Service& s : services)
+        f.ajoute({.nom = s.nom, .genre = Genre::image, .encre = palette::blanc, .image = s.image});
+    touches(f);
+    for (const Commande& k : commandes) {
+        f.ajoute({.nom = k.nom,
+                  .genre = Genre::bouton,
+                  .texte = k.texte,
+                  .role = Role::touche_douce,
+                  .police = 9,
+                  .gras = true,
+                  .visible = false});
+    }
+}
+
+Forme& forme() {
+    return *ecran_principal;
+}
+
+void place() {
+    Forme& f = forme();
+    formes::place(f);
+    moduclav::bandeaux(f, f("label_haut").texte(), f("label_bas").texte());
+    place_services();
+    place_commandes();
+    formes::colore(f);
+    accorde_au_bandeau();
+}
+
+void montre_commandes() {
+    for (const Commande& k : commandes) forme()(k.nom).visible = true;
+}
+
+void titre(std::string_view haut, std::string_view bas) {
+    forme()("label_haut").texte() = haut;
+    forme()("label_bas").texte() = bas;
+}
+
+void titre_accueil() {
+    titre("Win_Orvalune " + std::string(marque), "Orvalune");
+}
+
+void affiche_etat() {
+    forme()("logoserv").aspect.image = etat::hors_ligne ? image_wifi_coupe : image_wifi;
+    annonce_etat(texte_etat());
+}
+
+void annonce_etat(std::string_view texte) {
+    forme()("label_etat").texte() = texte;
+    partage();
+}
+
+}  // namespace bandeau

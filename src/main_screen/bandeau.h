@@ -1,0 +1,32 @@
+// The main screen's form with what lies on its banners: the titles, the state of the order, the service pictures and
+// the technician's buttons. What a touch on them does is form1's.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "platform/controles/controles.h"
+
+namespace bandeau {
+
+/// Makes the form with its banners; the keys lie between the service pictures and the technician's buttons: `touches`
+/// adds them.
+void construit(void (*touches)(ecran::Forme& forme));
+/// The main screen's form, there from construit() to the end of the run.
+ecran::Forme& forme();
+
+/// Gives the form and its banners the working size and the manager's colours.
+void place();
+/// Shows the technician's buttons "Command1" to "Command7".
+void montre_commandes();
+
+/// The form's titles, above and below.
+void titre(std::string_view haut, std::string_view bas);
+/// Titles of the home page and of the server page.
+void titre_accueil();
+/// Brings the state at the right up to date: who, which table, how many covers and lines, and the total.
+void affiche_etat();
+/// Puts a passing text in its place, during a wait.
+void annonce_etat(std::string_view texte);
+
+}  // namespace bandeau

@@ -1,0 +1,35 @@
+// Paints the loaded forms into an image in memory: software, anti-aliased, only what has changed. Nothing has to be
+// declared as changed: each turn the painter compares what is to be seen with what it painted last.
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "platform/controles/controles.h"
+#include "platform/peinture/toile.h"
+
+namespace ecran {
+
+class Peintre {
+  public:
+    Peintre();
+    ~Peintre();
+    /// Size of the image in pixels and pixels per 15 twips (1 on an ordinary screen). Everything is painted anew.
+    void dimensionne(int largeur, int hauteur, double echelle);
+    /// Brings the image up to date with the forms, from the bottom to the top of the stack.
+    /// Returns the zones that changed, empty when nothing did; valid until the next call.
+    std::span<const Zone> peint(std::span<Forme* const> pile, const Appui& appui);
+    /// Everything counts as changed at the next call.
+    void oublie();
+    const Image& image() const;
+    double echelle() const;
+
+  private:
+    struct Interne;
+    Interne* interne_;
+};
+
+/// The part of an image as a PNG file's content; empty on failure.
+std::vector<unsigned char> en_png(const Image& image, const Zone& zone);
+
+}  // namespace ecran

@@ -1,0 +1,239 @@
+#include "platform/systeme/fichiers.h"
+
+#include <algorithm>
+#include <atomic>
+
+#include "platform/systeme/fichiers_systeme.h"
+#include "platform/systeme/texte.h"
+
+namespace fichiers {
+namespace {
+
+using systeme::Fichier;
+
+bool est_separateur(char c) {
+    return c == '/' || c == '\\';
+}
+
+char minuscule(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool egal_sans_casse(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](char x, char y) { return minuscule(x) == minuscule(y); });
+}
+
+std::string repertoire_de(std::string_view chemin) {
+    const auto p = chemin.find_last_of("/\\");
+    if (p == std::string_view::npos) return ".";
+    return std::string(chemin.substr(0, p + 1));
+}
+
+/// A name beside the target that hardly anybody uses: process and count, and the end that marks all temporary files.
+/// Of a long name only the beginning is taken, so that the whole stays within what every file system allows.
+std::string nom_temporaire(std::string_view chemin) {
+    static std::atomic<unsigned> compte = 0;
+    constexpr std::size_t assez_court = 60;
+    const std::string repertoire = repertoire_de(chemin);
+    const auto nom = chemin.substr(chemin.find_last_of("/\\") + 1, assez_court);  // npos + 1 is 0
+    return joint(repertoire, nom) + "." + std::to_string(systeme::identite()) + "-" + std::to_string(++compte) +
+           std::string(suffixe_temporaire);
+}
+
+/// Creates the temporary file of a target. In a shared directory another machine may use the name: then the next.
+std::unique_ptr<Fichier> cree_temporaire(std::string_view chemin, std::string& nom, Issue& issue) {
+    std::unique_ptr<Fichier> f;
+    issue = Issue::existe;
+    for (int essai = 0; issue == Issue::existe && essai < 100; ++essai) {
+        nom = nom_temporaire(chemin);
+        f = Fichier::ouvre(nom, Fichier::Ouverture::creation, issue);
+    }
+    if (issue == Issue::existe) issue = Issue::panne;
+    return f;
+}
+
+/// Fills and closes the temporary file; the first failure counts, and nothing is flushed twice.
+Issue remplit(Fichier& f, std::string_view contenu) {
+    Issue issue = f.ecrit(0, contenu);
+    if (issue == Issue::fait) issue = f.vide_tampon();
+    if (issue == Issue::fait && f.longueur() != contenu.size()) issue = Issue::panne;
+    const Issue fermeture = f.ferme();
+    return issue == Issue::fait ? fermeture : issue;
+}
+
+/// Gives the finished file its name, and puts the name on the medium.
+Issue met_en_place(const std::string& temporaire, std::string_view chemin, Remplace remplace) {
+    const Issue issue = remplace == Remplace::oui ? systeme::renomme_en_remplacant(temporaire, chemin)
+                                                  : systeme::renomme_sans_remplacer(temporaire, chemin);
+    if (issue == Issue::fait) systeme::vide_tampon_repertoire(repertoire_de(chemin));
+    return issue;
+}
+
+class Records final : public FichierRecords {
+  public:
+    Records(std::unique_ptr<Fichier> fichier, std::size_t taille) : fichier_(std::move(fichier)), taille_(taille) {}
+
+    std::uint64_t longueur() const override { return fichier_->longueur(); }
+
+    std::optional<std::string> lis(std::size_t numero) override {
+        if (numero == 0) return std::string();
+        std::string r(taille_, ' ');
+        const auto lus = fichier_->lis(place(numero), r.data(), taille_);
+        if (lus < 0) return std::nullopt;
+        r.resize(static_cast<std::size_t>(lus));
+        return r;
+    }
+
+    Issue ecrit(std::size_t numero, std::string_view contenu) override {
+        if (numero == 0) return Issue::panne;
+        const std::uint64_t debut = std::min(fichier_->longueur(), place(numero));
+        const std::string vide(static_cast<std::size_t>(place(numero) - debut), ' ');
+        return ecrit_a(debut, vide + texte::complete(contenu, taille_));
+    }
+
+    Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu); }
+
+  private:
+    std::unique_ptr<Fichier> fichier_;
+    std::size_t taille_;
+
+    std::uint64_t place(std::size_t numero) const { return static_cast<std::uint64_t>(numero - 1) * taille_; }
+
+    /// What a failed write has added is cut off again: half a record would read as another value.
+    Issue ecrit_a(std::uint64_t debut, std::string_view octets) {
+        const std::uint64_t avant = fichier_->longueur();
+        const Issue i = fichier_->ecrit(debut, octets);
+        if (i == Issue::fait) return fichier_->vide_tampon();
+        if (fichier_->longueur() > avant) static_cast<void>(fichier_->tronque(avant));
+        return i;
+    }
+};
+
+}  // namespace
+
+std::string joint(std::string_view repertoire, std::string_view nom) {
+    std::string r(repertoire);
+    if (!r.empty() && !est_separateur(r.back())) r += '/';
+    return r += nom;
+}
+
+bool existe(std::string_view chemin) {
+    std::uint64_t n = 0;
+    return systeme::nature(chemin, n) != systeme::Nature::absente;
+}
+
+bool est_repertoire(std::string_view chemin) {
+    std::uint64_t n = 0;
+    return systeme::nature(chemin, n) == systeme::Nature::repertoire;
+}
+
+bool est_tenu(std::string_view chemin) {
+    Issue issue = Issue::absent;
+    if (existe(chemin)) static_cast<void>(Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, issue));
+    return issue == Issue::occupe;
+}
+
+std::optional<std::uint64_t> longueur(std::string_view chemin) {
+    std::uint64_t n = 0;
+    if (systeme::nature(chemin, n) != systeme::Nature::fichier) return std::nullopt;
+    return n;
+}
+
+bool correspond(std::string_view nom, std::string_view motif) {
+    const auto etoile = motif.find('*');
+    if (etoile == std::string_view::npos) return egal_sans_casse(nom, motif);
+    const std::string_view debut = motif.substr(0, etoile), fin = motif.substr(etoile + 1);
+    return nom.size() >= debut.size() + fin.size() && egal_sans_casse(nom.substr(0, debut.size()), debut) &&
+           egal_sans_casse(nom.substr(nom.size() - fin.size()), fin);
+}
+
+std::vector<std::string> liste(std::string_view repertoire, std::string_view motif) {
+    std::vector<std::string> noms = systeme::entrees(repertoire);
+    std::erase_if(noms, [motif](const std::string& n) { return !correspond(n, motif); });
+    std::sort(noms.begin(), noms.end());
+    return noms;
+}
+
+Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t borne) {
+    Issue issue = Issue::panne;
+    const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, issue);
+    if (!f) return issue;
+    const std::uint64_t attendue = f->longueur();
+    if (attendue == longueur_inconnue) return Issue::panne;
+    if (attendue > borne) return Issue::trop_long;
+    // More than expected is asked for, so that a file that grows meanwhile is read to its end.
+    const std::size_t pas = std::max<std::size_t>(static_cast<std::size_t>(attendue) + 1, 4096);
+    std::string lu;
+    std::int64_t lus = 0;
+    std::size_t total = 0;
+    do {
+        lu.resize(total + pas);
+        lus = f->lis(total, lu.data() + total, pas);
+        if (lus < 0) return Issue::panne;
+        total += static_cast<std::size_t>(lus);
+    } while (lus > 0 && total <= borne);
+    if (total > borne) return Issue::trop_long;
+    lu.resize(total);
+    contenu = std::move(lu);
+    return Issue::fait;
+}
+
+Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace remplace) {
+    if (est_repertoire(chemin)) return remplace == Remplace::oui ? Issue::refuse : Issue::existe;
+    if (remplace == Remplace::jamais && existe(chemin)) return Issue::existe;
+    std::string temporaire;
+    Issue issue = Issue::panne;
+    const auto f = cree_temporaire(chemin, temporaire, issue);
+    if (!f) return issue;
+    issue = remplit(*f, contenu);
+    if (issue == Issue::fait) issue = met_en_place(temporaire, chemin, remplace);
+    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
+    return issue;
+}
+
+Issue renomme(std::string_view de, std::string_view vers) {
+    const Issue i = systeme::renomme_sans_remplacer(de, vers);
+    if (i == Issue::fait) systeme::vide_tampon_repertoire(repertoire_de(vers));
+    return i;
+}
+
+Issue supprime(std::string_view chemin) {
+    return systeme::supprime(chemin);
+}
+
+Issue cree_repertoire(std::string_view chemin) {
+    return systeme::cree_repertoire(chemin);
+}
+
+void retire_temporaires(std::string_view repertoire) {
+    for (const std::string& nom : liste(repertoire, "*" + std::string(suffixe_temporaire))) {
+        static_cast<void>(systeme::supprime(joint(repertoire, nom)));
+    }
+}
+
+std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record,
+                                                      Issue& ecriture) {
+    Issue lecture = Issue::panne;
+    auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, ecriture);
+    if (!f) f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, lecture);
+    if (!f) return nullptr;
+    return std::make_unique<Records>(std::move(f), longueur_record);
+}
+
+std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record) {
+    Issue ecriture = Issue::panne;
+    return ouvre(chemin, longueur_record, ecriture);
+}
+
+bool entre_dans(std::string_view chemin) {
+    return systeme::entre_dans(chemin);
+}
+std::string repertoire_courant() {
+    return systeme::repertoire_courant();
+}
+std::string absolu(std::string_view chemin) {
+    return systeme::absolu(chemin);
+}
+
+}  // namespace fichiers

@@ -1,0 +1,236 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "platform/systeme/fichiers_systeme.h"
+#include "platform/systeme/texte.h"
+
+namespace fichiers::systeme {
+namespace {
+
+/// The path as the system takes it: UTF-8, with "/" alone as separator. A zero byte would cut it.
+std::string natif(std::string_view chemin) {
+    std::string t(chemin);
+    std::replace(t.begin(), t.end(), '\\', '/');
+    std::replace(t.begin(), t.end(), '\0', '?');
+    return texte::vers_utf8(t);
+}
+
+Issue issue_de(int erreur) {
+    switch (erreur) {
+        case ENOENT:
+        case ENOTDIR:
+            return Issue::absent;
+        case EEXIST:
+        case ENOTEMPTY:
+            return Issue::existe;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EISDIR:
+        case ENXIO:
+            return Issue::refuse;
+        case ETXTBSY:
+        case EBUSY:
+        case EAGAIN:
+            return Issue::occupe;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return Issue::plein;
+        default:
+            return Issue::panne;
+    }
+}
+
+Issue issue_de_rc(int rc) {
+    return rc == 0 ? Issue::fait : issue_de(errno);
+}
+
+/// A file size limit is an error like others, not the end of the program.
+void ignore_limite_de_taille() {
+    static const auto ancien = std::signal(SIGXFSZ, SIG_IGN);
+    static_cast<void>(ancien);
+}
+
+class FichierPosix final : public Fichier {
+  public:
+    explicit FichierPosix(int fd) : fd_(fd) {}
+    ~FichierPosix() override {
+        if (fd_ >= 0) ::close(fd_);
+    }
+
+    std::uint64_t longueur() override {
+        struct stat s {};
+        return ::fstat(fd_, &s) == 0 ? static_cast<std::uint64_t>(s.st_size) : longueur_inconnue;
+    }
+
+    std::int64_t lis(std::uint64_t place, char* vers, std::size_t nombre) override {
+        for (;;) {
+            const auto n = ::pread(fd_, vers, nombre, static_cast<off_t>(place));
+            if (n >= 0 || errno != EINTR) return n;
+        }
+    }
+
+    Issue ecrit(std::uint64_t place, std::string_view contenu) override {
+        while (!contenu.empty()) {
+            const auto n = ::pwrite(fd_, contenu.data(), contenu.size(), static_cast<off_t>(place));
+            if (n < 0 && errno == EINTR) continue;
+            if (n <= 0) return n == 0 ? Issue::plein : issue_de(errno);
+            place += static_cast<std::uint64_t>(n);
+            contenu.remove_prefix(static_cast<std::size_t>(n));
+        }
+        return Issue::fait;
+    }
+
+    Issue tronque(std::uint64_t longueur) override {
+        return issue_de_rc(::ftruncate(fd_, static_cast<off_t>(longueur)));
+    }
+
+    Issue vide_tampon() override { return issue_de_rc(::fsync(fd_)); }
+
+    Issue ferme() override {
+        const int rc = ::close(std::exchange(fd_, -1));
+        return rc != 0 && errno == EINTR ? Issue::fait : issue_de_rc(rc);  // interrupted, it is closed all the same
+    }
+
+  private:
+    int fd_;
+};
+
+int drapeaux(Fichier::Ouverture mode) {
+    switch (mode) {
+        case Fichier::Ouverture::lecture:
+            return O_RDONLY | O_NONBLOCK | O_NOCTTY;
+        case Fichier::Ouverture::creation:
+            return O_WRONLY | O_CREAT | O_EXCL;
+        case Fichier::Ouverture::lecture_ecriture:
+            return O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY;
+    }
+    return O_RDONLY;
+}
+
+/// Names a file a second time, then takes its first name away: exclusive wherever links exist.
+Issue renomme_par_lien(const std::string& de, const std::string& vers) {
+    if (::link(de.c_str(), vers.c_str()) != 0) return issue_de(errno);
+    if (::unlink(de.c_str()) == 0) return Issue::fait;
+    const Issue issue = issue_de(errno);
+    static_cast<void>(::unlink(vers.c_str()));
+    return issue;
+}
+
+std::string_view parent(std::string_view chemin) {
+    const auto p = chemin.find_last_of("/\\");
+    return p == std::string_view::npos ? "." : chemin.substr(0, p + 1);
+}
+
+}  // namespace
+
+std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
+    ignore_limite_de_taille();
+    const int fd = ::open(natif(chemin).c_str(), drapeaux(mode) | O_CLOEXEC, 0666);
+    if (fd < 0) {
+        issue = issue_de(errno);
+        return nullptr;
+    }
+    auto f = std::make_unique<FichierPosix>(fd);
+    struct stat s {};
+    if (::fstat(fd, &s) != 0 || !S_ISREG(s.st_mode)) {
+        issue = Issue::refuse;
+        return nullptr;
+    }
+    issue = Issue::fait;
+    return f;
+}
+
+Nature nature(std::string_view chemin, std::uint64_t& longueur) {
+    struct stat s {};
+    if (::stat(natif(chemin).c_str(), &s) != 0) return Nature::absente;
+    longueur = static_cast<std::uint64_t>(s.st_size);
+    return S_ISREG(s.st_mode) ? Nature::fichier : S_ISDIR(s.st_mode) ? Nature::repertoire : Nature::autre;
+}
+
+/// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.
+static bool est_fichier(std::string_view repertoire, const std::string& nom, unsigned char sorte) {
+    if (sorte == DT_REG || sorte == DT_DIR) return sorte == DT_REG;
+    std::uint64_t n = 0;
+    return nature(joint(repertoire, nom), n) == Nature::fichier;
+}
+
+std::vector<std::string> entrees(std::string_view repertoire) {
+    std::vector<std::string> noms;
+    DIR* d = ::opendir(natif(repertoire).c_str());
+    if (d == nullptr) return noms;
+    while (const dirent* e = ::readdir(d)) {
+        const auto nom = texte::depuis_utf8(e->d_name);
+        if (nom && nom->find('\\') == std::string::npos && est_fichier(repertoire, *nom, e->d_type))
+            noms.push_back(*nom);
+    }
+    ::closedir(d);
+    return noms;
+}
+
+/// Some file systems of shares know neither the exclusive rename nor hard links: then the name is looked for first,
+/// which leaves a gap only against another program that makes the same name in between.
+Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
+    const std::string a = natif(de), b = natif(vers);
+    if (::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_NOREPLACE) == 0) return Issue::fait;
+    if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) return issue_de(errno);
+    const Issue par_lien = renomme_par_lien(a, b);
+    if (par_lien == Issue::fait || par_lien == Issue::existe || par_lien == Issue::absent) return par_lien;
+    struct stat s {};
+    if (::lstat(b.c_str(), &s) == 0) return Issue::existe;
+    return issue_de_rc(::rename(a.c_str(), b.c_str()));
+}
+
+Issue renomme_en_remplacant(std::string_view de, std::string_view vers) {
+    return issue_de_rc(::rename(natif(de).c_str(), natif(vers).c_str()));
+}
+
+void vide_tampon_repertoire(std::string_view repertoire) {
+    const int fd = ::open(natif(repertoire).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) return;
+    static_cast<void>(::fsync(fd));
+    ::close(fd);
+}
+
+Issue supprime(std::string_view chemin) {
+    if (::unlink(natif(chemin).c_str()) != 0) return issue_de(errno);
+    vide_tampon_repertoire(parent(chemin));  // what is gone must not come back after a power cut
+    return Issue::fait;
+}
+
+Issue cree_repertoire(std::string_view chemin) {
+    return issue_de_rc(::mkdir(natif(chemin).c_str(), 0777));
+}
+
+bool entre_dans(std::string_view chemin) {
+    return ::chdir(natif(chemin).c_str()) == 0;
+}
+
+std::string repertoire_courant() {
+    char* c = ::getcwd(nullptr, 0);
+    if (c == nullptr) return ".";
+    const std::string r = texte::depuis_utf8_tolerant(c);
+    std::free(c);
+    return r;
+}
+
+std::string absolu(std::string_view chemin) {
+    const bool deja = !chemin.empty() && (chemin[0] == '/' || chemin[0] == '\\');
+    return deja ? std::string(chemin) : joint(repertoire_courant(), chemin);
+}
+
+unsigned long identite() {
+    return static_cast<unsigned long>(::getpid());
+}
+
+}  // namespace fichiers::systeme
