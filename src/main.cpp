@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "data/etat.h"
+#include "data/journal.h"
 #include "data/reglages.h"
 #include "dialogs/mini_97.h"
 #include "main_screen/form1.h"
@@ -29,7 +30,7 @@ namespace {
 constexpr const char* aide =
     "orvalune [--dossier REP] [--fenetre | --plein-ecran] [--rejoue FICHIER|-] [--captures REP]\n"
     "         [--ecran LxH] [--separateur C] [--horloge \"AAAA-MM-JJ hh:mm:ss\"] [--service]\n"
-    "         [--version] [--aide]\n"
+    "         [--journal] [--version] [--aide]\n"
     "\n"
     "  --dossier REP     répertoire de travail (par défaut : le répertoire courant)\n"
     "  --fenetre         dans une fenêtre ; --plein-ecran : sur tout l'écran (par défaut)\n"
@@ -38,7 +39,10 @@ constexpr const char* aide =
     "  --ecran LxH       taille de l'écran d'un rejeu, ou de la fenêtre, en pixels\n"
     "  --separateur C    séparateur décimal du système simulé d'un rejeu\n"
     "  --horloge DATE    date et heure où commence un rejeu\n"
-    "  --service         montre les touches du technicien\n";
+    "  --service         montre les touches du technicien\n"
+    "  --journal         écrit les 200 dernières lignes du journal du répertoire de travail\n";
+
+constexpr std::size_t lignes_du_journal = 200;
 
 struct Options {
     std::string dossier, captures;
@@ -48,7 +52,7 @@ struct Options {
     char separateur = '.';
     horloge::DateHeure debut;
     bool service = false;
-    bool montre_aide = false, montre_version = false;
+    bool montre_aide = false, montre_version = false, montre_journal = false;
 };
 
 bool lis_taille(const std::string& t, Options& o) {
@@ -84,6 +88,7 @@ const Option options[] = {
     {"--fenetre", false, [](const std::string&, Options& o) { return o.fenetre = true; }},
     {"--plein-ecran", false, [](const std::string&, Options& o) { return o.fenetre = false, true; }},
     {"--service", false, [](const std::string&, Options& o) { return o.service = true; }},
+    {"--journal", false, [](const std::string&, Options& o) { return o.montre_journal = true; }},
     {"--version", false, [](const std::string&, Options& o) { return o.montre_version = true; }},
     {"--aide", false, [](const std::string&, Options& o) { return o.montre_aide = true; }},
 };
@@ -147,8 +152,10 @@ void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
             mini_97::informe("Le répertoire de travail est introuvable, le logiciel s'arrête !"_t);
             return;
         }
+        journal::note("départ d'Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")"_t);
         form1::montre_form1();
     } catch (const ecran::FinDuProgramme& fin) {
+        if (fin.cause == ecran::FinDuProgramme::Cause::arret && dossier_utilisable) journal::note("fin");
         reglages::ferme();
         if (joue != nullptr && fin.cause == ecran::FinDuProgramme::Cause::arret) joue->apres_arret();
     }
@@ -166,6 +173,11 @@ int lance(const std::vector<std::string>& mots) {
     const bool dossier_utilisable = o.dossier.empty() || fichiers::entre_dans(o.dossier);
     if (!dossier_utilisable) std::cerr << "répertoire de travail introuvable : " << texte::vers_utf8(o.dossier) << "\n";
     if (!dossier_utilisable && o.rejoue) return rejeu::faute_usage;
+    if (!dossier_utilisable && o.montre_journal) return rejeu::faute_usage;
+    if (o.montre_journal) {
+        std::cout << texte::vers_utf8(journal::fin(lignes_du_journal));
+        return 0;
+    }
     if (o.rejoue) simule_le_monde(o);
     etat::service = o.service;
     // Before any file of the directory is touched. A replay has a simulated world to itself.

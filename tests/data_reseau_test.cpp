@@ -19,6 +19,11 @@ using livraison::Sort;
 using ouvrier::Reseau;
 using Noms = std::vector<std::string>;
 
+/// One order, by the worker's own function.
+Sort livre(const std::string& repertoire, const std::string& fichier) {
+    return livraison::livre({repertoire, "TABLETTE01"}, fichier).sort;
+}
+
 class ReseauTest : public tests::Atelier {
   protected:
     int signaux = 0;
@@ -85,30 +90,30 @@ TEST_F(ReseauTest, LaSondeEcritSaDate) {
 
 TEST_F(ReseauTest, UneCommandeEstLivreeEntiereEtUneSeuleFois) {
     terrain.pose("a_.-A-", "un\r\n");
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::livree);
+    EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::deposee);
     EXPECT_EQ(terrain.lis("reseau/a_.txt"), "un\r\n");
     EXPECT_TRUE(attendent().empty());
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::attend) << "it vanished meanwhile";
+    EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::attend) << "it vanished meanwhile";
 
     terrain.pose("a_.-A-", "un\r\n");  // delivered, but the power went before the local file was deleted
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::livree);
+    EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::deposee);
     EXPECT_TRUE(attendent().empty());
 
     for (const std::string autre : {"deux\r\n", "un\r", "un\r\n.", ""}) {
         terrain.pose("a_.-A-", autre);
-        EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::attend);
+        EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::attend);
         EXPECT_EQ(terrain.lis("reseau/a_.txt"), "un\r\n") << "never written over";
         EXPECT_EQ(terrain.lis("a_.-A-"), autre);
     }
     std::filesystem::remove("reseau/a_.txt");  // the router has collected it
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::livree);
+    EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::deposee);
 
     std::filesystem::create_directory("reseau/b_.txt");
     terrain.pose("b_.-a-", "x");
-    EXPECT_EQ(livraison::livre("reseau", "b_.-a-"), Sort::attend);
-    EXPECT_EQ(livraison::livre("ailleurs", "b_.-a-"), Sort::reseau_perdu);
-    EXPECT_EQ(livraison::livre("", "b_.-a-"), Sort::reseau_perdu);
-    EXPECT_EQ(livraison::livre("reseau", "-A"), Sort::attend);
+    EXPECT_EQ(livre("reseau", "b_.-a-"), Sort::attend);
+    EXPECT_EQ(livre("ailleurs", "b_.-a-"), Sort::reseau_perdu);
+    EXPECT_EQ(livre("", "b_.-a-"), Sort::reseau_perdu);
+    EXPECT_EQ(livre("reseau", "-A"), Sort::attend);
     EXPECT_EQ(terrain.lis("b_.-a-"), "x");
     EXPECT_TRUE(restes().empty());
 }
@@ -120,7 +125,7 @@ TEST_F(ReseauTest, UnReseauPleinGardeLaCommandeSurLaTablette) {
     getrlimit(RLIMIT_FSIZE, &avant);
     const rlimit serre = {5000, avant.rlim_max};
     setrlimit(RLIMIT_FSIZE, &serre);
-    const Sort sort = livraison::livre("reseau", "a_.-A-");
+    const Sort sort = livre("reseau", "a_.-A-");
     setrlimit(RLIMIT_FSIZE, &avant);
     EXPECT_EQ(sort, Sort::reseau_perdu);
     EXPECT_EQ(attendent().size(), 1u);
@@ -156,7 +161,6 @@ TEST_F(ReseauTest, UnePasseLivreToutCeQuiPeutPartir) {
     terrain.pose("reseau/b_.txt", "une autre");
     std::filesystem::create_directory("z_.-A-");
     EXPECT_FALSE(reseau::joignable()) << "nothing is known yet";
-    EXPECT_EQ(reseau::commandes_en_attente(), 4);
     passe();
     EXPECT_TRUE(reseau::joignable());
     EXPECT_EQ(livrees(), (Noms{"a_.txt", "b_.txt", "c_.txt", "d_.txt"}));
@@ -187,7 +191,9 @@ TEST_F(ReseauTest, UneMarqueDeLivraisonNeVautQuePourSaCommande) {
 TEST_F(ReseauTest, CeQuUneLivraisonCoupeeALaisseEstRetire) {
     for (const char* nom : {"a_.txt.123-4.tmp_", "b_.txt.9-1.tmp_", "autre.tmp_"})
         terrain.pose("reseau/" + std::string(nom), "x");
-    livraison::retire_restes("reseau", {"a_.-A-", "-A-"});
+    livraison::Local local;
+    local.en_attente = {"a_.-A-", "-A-"};
+    ASSERT_TRUE(livraison::fait_le_point({"reseau", "TABLETTE01"}, local, {}));
     EXPECT_EQ(restes(), (Noms{"autre.tmp_", "b_.txt.9-1.tmp_"})) << "those of other tablets stay";
 }
 
@@ -195,7 +201,9 @@ TEST_F(ReseauTest, UneCommandeEcritePendantLaPassePartAussi) {
     terrain.pose("a_.-A-", "a");
     bool ajoutee = false;
     reseau::au_changement([&] {
-        if (!std::exchange(ajoutee, true)) terrain.pose("0_.-A-", "plus tard");
+        if (std::exchange(ajoutee, true)) return;
+        terrain.pose("0_.-A-", "plus tard");
+        reseau::passe();
     });
     passe();
     EXPECT_TRUE(ajoutee);

@@ -148,9 +148,13 @@ TEST_F(Envoi, UnFichierDeMemeNomNEstJamaisEcrase) {
     EXPECT_TRUE(commande.ends_with("#COMP#Sans sel|\r\n#NOTE#\r\n"));
 
     tient(t, "commande.txt");
-    EXPECT_TRUE(en_attente().empty()) << "with the same bytes it is this order, delivered already";
     EXPECT_EQ(t.lis("reseau/" + nom + "txt"), commande);
-    EXPECT_EQ(livrees().size(), 2U);
+    EXPECT_EQ(t.lis("reseau/2021-05-19-12-30-01_01_012_004_.txt"), commande)
+        << "the clock was set back: an order of the same bytes is another one";
+    t.pose(nom + "-A-", commande);
+    tient_texte(t, "touche \"Sophie\"\n");
+    EXPECT_TRUE(en_attente().empty()) << "with the same name, too, it is this order, delivered already";
+    EXPECT_EQ(livrees().size(), 3U);
 }
 
 TEST(EnvoiVers, LeRepertoireSEcritDePlusieursFacons) {

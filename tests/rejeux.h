@@ -30,12 +30,14 @@ inline std::string sans_identite(const std::string& commande) {
     return commande.substr(std::min(commande.size(), fin + 2));
 }
 
-/// All files below the working directory with their bytes, but those of the replay itself.
+/// All files below the working directory with their bytes, but the journal and those of the replay itself.
 inline std::map<std::string, std::string> photographie(const Terrain& t) {
     std::map<std::string, std::string> r;
     for (const auto& e : std::filesystem::recursive_directory_iterator(t.chemin())) {
         const std::string nom = std::filesystem::relative(e.path(), t.chemin()).generic_string();
-        if (!e.is_regular_file() || nom == "scenario.txt" || nom == "sortie" || nom == "erreurs") continue;
+        if (!e.is_regular_file() || nom == "scenario.txt" || nom == "sortie" || nom == "erreurs" ||
+            nom == "journal.txt")
+            continue;
         r[nom] = t.lis(nom);
     }
     return r;

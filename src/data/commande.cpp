@@ -5,8 +5,11 @@
 
 #include "data/etat.h"
 #include "data/identite.h"
+#include "data/journal.h"
 #include "data/lignes.h"
+#include "data/livraison.h"
 #include "data/nombres.h"
+#include "data/suivi.h"
 #include "platform/systeme/texte.h"
 
 namespace commande {
@@ -81,7 +84,8 @@ std::string nom(const horloge::DateHeure& date) {
     const std::string tc = table_couverts();
     return horloge::pour_fichier(date) + "_" + nombres::entier_complete(etat::numero_serveur, 2) + "_" +
            nombres::entier_complete(nombres::lis(texte::colonnes(tc, 3, 3)), 3) + "_" +
-           nombres::entier_complete(nombres::lis(texte::colonnes(tc, 6, 3)), 3) + "_." + std::string(fin_en_attente);
+           nombres::entier_complete(nombres::lis(texte::colonnes(tc, 6, 3)), 3) + "_." +
+           std::string(livraison::fin_en_attente);
 }
 
 /// A name is given once in a run, even when its order has left already: set back, the clock would make the router take
@@ -91,13 +95,21 @@ fichiers::Issue envoi_commande() {
     const horloge::DateHeure maintenant = horloge::maintenant();
     const std::string texte = contenu();
     fichiers::Issue issue = fichiers::Issue::existe;
+    std::string fichier;
     for (int s = 0; s < essais_max && issue == fichiers::Issue::existe; ++s) {
-        const std::string n = nom(horloge::plus_secondes(maintenant, s));
-        if (noms_donnes.contains(n)) continue;
-        issue = fichiers::ecrit_tout(n, texte, fichiers::Remplace::jamais);
-        if (issue == fichiers::Issue::fait) noms_donnes.insert(n);
+        fichier = nom(horloge::plus_secondes(maintenant, s));
+        if (noms_donnes.contains(fichier) || suivi::est_en_cours(livraison::nom_de(fichier))) continue;
+        issue = fichiers::ecrit_tout(fichier, texte, fichiers::Remplace::jamais);
     }
-    if (issue == fichiers::Issue::fait) vide_la_note();
+    const std::string ordre = "commande " + std::string(livraison::nom_de(fichier));
+    if (issue != fichiers::Issue::fait) {
+        journal::note(ordre + std::string(" pas écrite : "_t) + std::string(fichiers::raison(issue)));
+        return issue;
+    }
+    noms_donnes.insert(fichier);
+    suivi::ajoute(livraison::nom_de(fichier), std::min<int>(etat::nb_lignes_note, etat::lignes_note_max));
+    journal::note(ordre + std::string(" écrite"_t));
+    vide_la_note();
     return issue;
 }
 

@@ -8,9 +8,6 @@
 
 namespace commande {
 
-/// The end of the name of an order that waits in the working directory, and what it becomes when delivered.
-inline constexpr std::string_view fin_en_attente = "-A-", fin_livree = "txt";
-
 /// The order of the note, server and table in hand: every line ends with CR LF.
 std::string contenu();
 /// "yyyy-mm-dd-hh-nn-ss_SS_TTT_CCC_.-A-".

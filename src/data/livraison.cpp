@@ -1,38 +1,219 @@
 #include "data/livraison.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstdint>
+#include <cstdio>
+#include <set>
 
-#include "data/commande.h"
 #include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
 
 namespace livraison {
 namespace {
 
 using fichiers::Issue;
 
-constexpr std::string_view motif_attente = "*.-a-", fichier_sonde = "Test.res";
-/// The mark beside an order that was delivered and could not be deleted, with the same content: a later run knows it.
-constexpr std::string_view motif_marque = "*.-l-", fin_de_marque = "-L-";
+constexpr std::string_view fichier_sonde = "Test.res";
 constexpr std::size_t longueur_sonde = 64;
 constexpr std::string_view fichiers_du_catalogue[] = {"w_styl72.wdo", "orvalune.wdo", "worvalune.wdo"};
+constexpr std::string_view fin_de_marque = ".-D-", fin_ancienne = "-L-", fin_en_attente_ancienne = "-a-";
+constexpr std::size_t longueur_fin = fin_en_attente.size();
+constexpr std::size_t chiffres_dossier = 8, chiffres_compte = 8, longueur_code = 10;
+constexpr std::size_t longueur_cle = chiffres_dossier + longueur_code + chiffres_compte;
 
-/// The order's file is in the network directory, whole; nobody was overwritten. Issue::existe: another order's file of
-/// that name still waits there for the router.
-Issue depose_commande(const std::string& cible, const std::string& contenu) {
-    const Issue issue = fichiers::ecrit_tout(cible, contenu, fichiers::Remplace::jamais);
-    if (issue != Issue::existe) return issue;
+using Noms = std::set<std::string, std::less<>>;
+
+std::string fichier(std::string_view nom, std::string_view fin) {
+    return std::string(nom) + std::string(fin);
+}
+
+bool est_partie(Issue suppression) {
+    return suppression == Issue::fait || suppression == Issue::absent;
+}
+
+// --- names of a delivery -------------------------------------------------------------------------------------------
+
+std::string hexadecimal(std::uint32_t v) {
+    char t[9];
+    std::snprintf(t, sizeof t, "%08x", static_cast<unsigned>(v));
+    return t;
+}
+
+/// What tells one network directory from another, however its path is written (FNV-1a).
+std::string empreinte(std::string_view repertoire) {
+    while (!repertoire.empty() && (repertoire.back() == '/' || repertoire.back() == '\\')) repertoire.remove_suffix(1);
+    std::uint32_t h = 0x811C9DC5;
+    for (const char c : repertoire) {
+        const char egal = c == '\\' ? '/' : c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        h = (h ^ static_cast<unsigned char>(egal)) * 0x01000193;
+    }
+    return hexadecimal(h);
+}
+
+/// A key that no other delivery has, of this tablet or another: directory, tablet, time and count.
+std::string nouvelle_cle(const Lieu& lieu) {
+    static std::atomic<std::uint32_t> compte = 0;
+    std::string code = lieu.tablette;
+    code.resize(longueur_code, '0');
+    const auto temps = static_cast<std::uint32_t>(horloge::millisecondes());
+    return empreinte(lieu.repertoire) + code + hexadecimal((temps << 8) + ++compte);
+}
+
+/// A mark taken apart: the order, and the key of the temporary file that it names.
+struct Marque {
+    std::string fichier, nom, cle;
+
+    std::string temporaire() const {
+        return nom + std::string(fin_livree) + "." + cle + std::string(fichiers::suffixe_temporaire);
+    }
+    /// Whether it speaks of that network directory.
+    bool concerne(const Lieu& lieu) const { return cle.starts_with(empreinte(lieu.repertoire)); }
+};
+
+Marque marque_pour(std::string_view nom, const std::string& cle) {
+    return {std::string(nom) + cle + std::string(fin_de_marque), std::string(nom), cle};
+}
+
+std::optional<Marque> lis_marque(const std::string& fichier) {
+    if (fichier.size() <= longueur_cle + fin_de_marque.size()) return std::nullopt;
+    const std::size_t debut = fichier.size() - fin_de_marque.size() - longueur_cle;
+    return Marque{fichier, fichier.substr(0, debut), fichier.substr(debut, longueur_cle)};
+}
+
+// --- one order -----------------------------------------------------------------------------------------------------
+
+/// Whether a failure is this order's own: while the directory is there, the others may still go.
+Constat echec(const Lieu& lieu, const std::string& nom, Issue i) {
+    if (i == Issue::plein || !fichiers::est_repertoire(lieu.repertoire)) return {nom, Sort::reseau_perdu, i};
+    return {nom, i == Issue::occupe ? Sort::tenue : Sort::attend, i};
+}
+
+/// Whether the ".txt" that stands in the place of an order is this order, delivered before.
+Issue compare(const std::string& cible, const std::string& contenu) {
     std::string deja;
     const Issue lecture = fichiers::lis_tout(cible, deja);
     if (lecture == Issue::fait && deja == contenu) return Issue::fait;
-    if (lecture == Issue::occupe) return Issue::occupe;
-    return Issue::existe;  // another order, or one that was collected this very moment
+    return lecture == Issue::occupe ? Issue::occupe : Issue::existe;  // perhaps collected this very moment
 }
 
-/// Whether a failure is this order's own: while the directory is there, the others may still go.
-Sort sort_de(Issue i, const std::string& repertoire) {
-    if (i == Issue::fait) return Sort::livree;
-    if (i == Issue::plein || !fichiers::est_repertoire(repertoire)) return Sort::reseau_perdu;
-    return i == Issue::occupe ? Sort::tenue : Sort::attend;
+/// The name of the kept text of an order that lies in that network directory.
+std::string gardee(const Lieu& lieu, std::string_view nom) {
+    return std::string(nom) + empreinte(lieu.repertoire) + "." + std::string(fin_gardee);
+}
+
+/// The order has been handed over: its text is kept, and the mark goes last. That one may come back after a power cut.
+Constat range(const Lieu& lieu, const std::string& nom, Sort sort, const Marque* marque) {
+    const std::string vers = sort == Sort::a_verifier ? fichier(nom, fin_a_verifier) : gardee(lieu, nom);
+    Issue issue = fichiers::renomme_en_remplacant(fichier(nom, fin_en_attente), vers);
+    if (issue == Issue::absent) issue = fichiers::renomme_en_remplacant(fichier(nom, fin_en_attente_ancienne), vers);
+    if (!est_partie(issue)) return {nom, sort, issue, true};
+    if (marque != nullptr) static_cast<void>(fichiers::supprime_sans_attendre(marque->fichier));
+    return {nom, sort};
+}
+
+/// Takes back a delivery that has not been handed over. The mark goes first: a temporary file that a mark names stays.
+void retire(const Lieu& lieu, const Marque& m) {
+    if (est_partie(fichiers::supprime(m.fichier)))
+        static_cast<void>(fichiers::supprime(fichiers::joint(lieu.repertoire, m.temporaire())));
+}
+
+/// The third step, after which the router may have the order. On a failure the mark stays, and tells what happened.
+Constat remet(const Lieu& lieu, const Marque& m, const std::string& contenu) {
+    const std::string cible = fichiers::joint(lieu.repertoire, fichier(m.nom, fin_livree));
+    Issue issue = fichiers::renomme(fichiers::joint(lieu.repertoire, m.temporaire()), cible);
+    if (issue == Issue::existe) {
+        issue = compare(cible, contenu);
+        if (issue != Issue::fait) {
+            retire(lieu, m);
+        } else {
+            // Delivered before: without the temporary file the mark says so.
+            issue = fichiers::supprime(fichiers::joint(lieu.repertoire, m.temporaire()));
+        }
+    }
+    if (est_partie(issue)) return range(lieu, m.nom, Sort::deposee, &m);
+    return echec(lieu, m.nom, issue);
+}
+
+/// The first two steps.
+Issue prepare(const Lieu& lieu, const Marque& m, const std::string& contenu) {
+    const std::string temporaire = fichiers::joint(lieu.repertoire, m.temporaire());
+    Issue issue = fichiers::cree(temporaire, contenu);
+    if (issue != Issue::fait) return issue;
+    if (fichiers::longueur(temporaire) != contenu.size()) issue = Issue::panne;
+    if (issue == Issue::fait) issue = fichiers::cree(m.fichier, "");
+    if (issue != Issue::fait) retire(lieu, m);
+    return issue;
+}
+
+// --- deliveries that were cut off ----------------------------------------------------------------------------------
+
+/// Where the files of a marked order stand.
+struct Restes {
+    bool attend, gardee, a_verifier;
+    bool prete, vue;  ///< in the network directory: the temporary file, the ".txt"
+};
+
+Restes cherche(const Lieu& lieu, const Marque& m, const Noms& la_bas) {
+    return {
+        fichiers::existe(fichier(m.nom, fin_en_attente)) || fichiers::existe(fichier(m.nom, fin_en_attente_ancienne)),
+        fichiers::existe(gardee(lieu, m.nom)), fichiers::existe(fichier(m.nom, fin_a_verifier)),
+        la_bas.contains(m.temporaire()), la_bas.contains(fichier(m.nom, fin_livree))};
+}
+
+/// Ends the delivery that a mark tells of; nothing when it had ended but for the mark.
+std::optional<Constat> reprend(const Lieu& lieu, const Marque& m, const Noms& la_bas, bool remise) {
+    const Restes r = cherche(lieu, m, la_bas);
+    const bool ici = m.concerne(lieu);
+    if (r.gardee || r.a_verifier || (!r.attend && !(ici && r.prete))) {
+        retire(lieu, m);
+        return std::nullopt;
+    }
+    if (remise || (ici && !r.prete && r.vue)) return range(lieu, m.nom, Sort::deposee, &m);
+    if (!ici || !r.prete) return range(lieu, m.nom, Sort::a_verifier, &m);
+    std::string contenu;
+    const Issue lecture = fichiers::lis_tout(fichier(m.nom, fin_en_attente), contenu);
+    if (lecture == Issue::occupe) return Constat{m.nom, Sort::tenue, lecture};
+    return remet(lieu, m, contenu);
+}
+
+/// An order that an earlier version delivered and could not delete: the mark repeats it. Nothing when it speaks of
+/// another order, and is gone.
+std::optional<Constat> reprend_ancienne(const Lieu& lieu, const std::string& marque) {
+    const std::string nom(nom_de(marque));
+    std::string marquee, presente;
+    const Issue a = fichiers::lis_tout(marque, marquee);
+    const Issue b = fichiers::lis_tout(fichier(nom, fin_en_attente), presente);
+    if (a == Issue::occupe || b == Issue::occupe) return Constat{nom, Sort::tenue, Issue::occupe, true};
+    std::optional<Constat> r;
+    if (a == Issue::fait && b == Issue::fait && presente == marquee) r = range(lieu, nom, Sort::deposee, nullptr);
+    if (!r || !r->reste) static_cast<void>(fichiers::supprime(marque));
+    return r;
+}
+
+/// What became of a deposited order; nothing while it still lies there. One that another network directory has is
+/// looked for by nobody any more.
+std::optional<Constat> cherche_gardee(const Lieu& lieu, const std::string& fichier_garde, const Noms& la_bas) {
+    const std::string nom = nom_garde(fichier_garde);
+    if (nom.empty()) return std::nullopt;
+    if (fichier_garde != gardee(lieu, nom)) {
+        const Issue issue = fichiers::renomme_en_remplacant(fichier_garde, fichier(nom, fin_a_verifier));
+        return issue == Issue::fait ? std::optional(Constat{nom, Sort::a_verifier}) : std::nullopt;
+    }
+    if (la_bas.contains(fichier(nom, fin_livree))) return std::nullopt;
+    static_cast<void>(fichiers::supprime_sans_attendre(fichier_garde));
+    return Constat{nom, Sort::collectee};
+}
+
+/// Removes what deliveries of waiting orders left in the network directory when they were cut off before their mark.
+void retire_restes(const Lieu& lieu, const Local& local, const Noms& la_bas, const Noms& marquees) {
+    for (const std::string& attente : local.en_attente) {
+        const std::string debut = fichier(nom_de(attente), fin_livree) + ".";
+        for (auto i = la_bas.lower_bound(debut); i != la_bas.end() && i->starts_with(debut); ++i) {
+            if (i->ends_with(fichiers::suffixe_temporaire) && !marquees.contains(*i))
+                static_cast<void>(fichiers::supprime(fichiers::joint(lieu.repertoire, *i)));
+        }
+    }
 }
 
 Issue copie(const std::string& repertoire, std::string_view nom) {
@@ -45,57 +226,35 @@ Issue copie(const std::string& repertoire, std::string_view nom) {
     return fichiers::ecrit_tout(nom, distant, fichiers::Remplace::oui);
 }
 
-bool est_partie(Issue suppression) {
-    return suppression == Issue::fait || suppression == Issue::absent;
-}
-
-/// The name of an order with another end.
-std::string avec_fin(const std::string& nom, std::string_view fin) {
-    return nom.substr(0, nom.size() - commande::fin_en_attente.size()) + std::string(fin);
-}
-
-/// What a mark says of the order that has its name now.
-enum class Marque { vaut, ne_vaut_pas, illisible };
-
-Marque lis_marque(const std::string& marque) {
-    std::string marquee, presente;
-    const Issue a = fichiers::lis_tout(marque, marquee);
-    const Issue b = fichiers::lis_tout(avec_fin(marque, commande::fin_en_attente), presente);
-    if (a == Issue::occupe || b == Issue::occupe) return Marque::illisible;
-    return a == Issue::fait && b == Issue::fait && presente == marquee ? Marque::vaut : Marque::ne_vaut_pas;
-}
-
-/// Deletes one delivered order with its mark, if any. Issue::existe: the order is another one, and the mark is gone.
-Issue supprime_livree(const std::string& nom) {
-    const std::string marque = avec_fin(nom, fin_de_marque);
-    const Marque lue = fichiers::existe(marque) ? lis_marque(marque) : Marque::vaut;
-    if (lue == Marque::illisible) return Issue::occupe;
-    const Issue issue = lue == Marque::vaut ? fichiers::supprime(nom) : Issue::existe;
-    if (lue == Marque::ne_vaut_pas || est_partie(issue)) static_cast<void>(fichiers::supprime(marque));
-    return issue;
-}
-
 }  // namespace
 
-std::vector<std::string> en_attente() {
-    return fichiers::liste(".", motif_attente);
+std::string_view nom_de(std::string_view fichier) {
+    return fichier.size() < longueur_fin ? std::string_view() : fichier.substr(0, fichier.size() - longueur_fin);
 }
 
-bool supprime_livrees(std::vector<std::string>& livrees) {
-    for (const std::string& marque : fichiers::liste(".", motif_marque)) {
-        const std::string nom = avec_fin(marque, commande::fin_en_attente);
-        if (std::find(livrees.begin(), livrees.end(), nom) == livrees.end()) livrees.push_back(nom);
+std::string nom_garde(std::string_view fichier) {
+    const std::string_view debut = nom_de(fichier);
+    return std::string(debut.size() <= chiffres_dossier + 1 ? ""
+                                                            : debut.substr(0, debut.size() - chiffres_dossier - 1));
+}
+
+bool finit_par(std::string_view fichier, std::string_view fin) {
+    return fichiers::correspond(fichier, "*." + std::string(fin));
+}
+
+std::optional<Local> liste_locale() {
+    auto noms = fichiers::entrees(".");
+    if (!noms) return std::nullopt;
+    std::sort(noms->begin(), noms->end());
+    Local r;
+    for (const std::string& n : *noms) {
+        if (finit_par(n, fin_en_attente)) r.en_attente.push_back(n);
+        if (finit_par(n, fin_ancienne)) r.anciennes.push_back(n);
+        if (n.ends_with(fin_de_marque)) r.marques.push_back(n);
+        if (n.ends_with(fin_gardee)) r.gardees.push_back(n);
+        if (n.ends_with(fin_a_verifier)) r.a_verifier.push_back(n);
     }
-    for (std::size_t reste = livrees.size(); reste > 0; --reste) {
-        const Issue issue = supprime_livree(livrees.front());
-        if (est_partie(issue) || issue == Issue::existe) {
-            livrees.erase(livrees.begin());
-            continue;
-        }
-        std::rotate(livrees.begin(), livrees.begin() + 1, livrees.end());
-        if (issue == Issue::occupe) return true;  // it costs time: the others come with the next call
-    }
-    return false;
+    return r;
 }
 
 bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date) {
@@ -115,28 +274,39 @@ bool copie_catalogue(const std::string& repertoire) {
     return issue == Issue::fait && !tenu;
 }
 
-void retire_restes(const std::string& repertoire, const std::vector<std::string>& noms) {
-    if (noms.empty()) return;
-    for (const std::string& reste : fichiers::liste(repertoire, "*" + std::string(fichiers::suffixe_temporaire))) {
-        const bool sien = std::any_of(noms.begin(), noms.end(), [&](const std::string& nom) {
-            return nom.size() >= commande::fin_en_attente.size() &&
-                   reste.starts_with(avec_fin(nom, commande::fin_livree));
-        });
-        if (sien) static_cast<void>(fichiers::supprime(fichiers::joint(repertoire, reste)));
+std::optional<std::vector<Constat>> fait_le_point(const Lieu& lieu, const Local& local,
+                                                  const std::vector<std::string>& remises) {
+    if (lieu.repertoire.empty()) return std::nullopt;
+    const auto liste = fichiers::entrees(lieu.repertoire);
+    if (!liste) return std::nullopt;
+    const Noms la_bas(liste->begin(), liste->end());
+    Noms marquees;
+    std::vector<Constat> r;
+    const auto retient = [&r](const std::optional<Constat>& c) {
+        if (c) r.push_back(*c);
+    };
+    for (const std::string& fichier : local.marques) {
+        const auto m = lis_marque(fichier);
+        if (!m) continue;
+        marquees.insert(m->temporaire());
+        retient(reprend(lieu, *m, la_bas, std::find(remises.begin(), remises.end(), m->nom) != remises.end()));
     }
+    for (const std::string& fichier : local.anciennes) retient(reprend_ancienne(lieu, fichier));
+    for (const std::string& fichier : local.gardees) retient(cherche_gardee(lieu, fichier, la_bas));
+    retire_restes(lieu, local, la_bas, marquees);
+    return r;
 }
 
-Sort livre(const std::string& repertoire, const std::string& nom) {
-    if (repertoire.empty()) return Sort::reseau_perdu;
-    if (nom.size() < commande::fin_en_attente.size()) return Sort::attend;
+Constat livre(const Lieu& lieu, const std::string& fichier) {
+    const std::string nom(nom_de(fichier));
+    if (lieu.repertoire.empty()) return {nom, Sort::reseau_perdu, Issue::absent};
+    if (nom.empty()) return {nom, Sort::attend, Issue::refuse};
     std::string contenu;
-    const Issue lecture = fichiers::lis_tout(nom, contenu);
-    if (lecture != Issue::fait) return lecture == Issue::occupe ? Sort::tenue : Sort::attend;
-    const std::string cible = fichiers::joint(repertoire, avec_fin(nom, commande::fin_livree));
-    const Sort sort = sort_de(depose_commande(cible, contenu), repertoire);
-    if (sort == Sort::livree && !est_partie(fichiers::supprime(nom)))
-        static_cast<void>(fichiers::ecrit_tout(avec_fin(nom, fin_de_marque), contenu, fichiers::Remplace::oui));
-    return sort;
+    const Issue lecture = fichiers::lis_tout(fichier, contenu);
+    if (lecture != Issue::fait) return {nom, lecture == Issue::occupe ? Sort::tenue : Sort::attend, lecture};
+    const Marque m = marque_pour(nom, nouvelle_cle(lieu));
+    const Issue issue = prepare(lieu, m, contenu);
+    return issue == Issue::fait ? remet(lieu, m, contenu) : echec(lieu, nom, issue);
 }
 
 bool depose(const std::string& repertoire, const std::string& nom, const std::string& contenu) {

@@ -1,15 +1,19 @@
 #include "data/reseau.h"
 
-#include <algorithm>
+#include <deque>
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "data/etat.h"
 #include "data/identite.h"
+#include "data/journal.h"
 #include "data/livraison.h"
+#include "data/suivi.h"
 #include "data/tenus.h"
 #include "platform/systeme/horloge.h"
 #include "platform/systeme/ouvrier.h"
@@ -17,6 +21,8 @@
 
 namespace reseau {
 namespace {
+
+using livraison::Sort;
 
 constexpr std::string_view nom_fichier = "wfichdir.wdo";
 constexpr int lignes_vides = 11;
@@ -26,80 +32,139 @@ constexpr int attente_sonde_ms = 100, attente_catalogue_ms = 2000;
 
 struct Connexion {
     bool joignable = false;
-    bool au_demarrage = false;         ///< the start waits for the catalogue
-    bool catalogue_venu = false;       ///< it has come whole at least once
-    bool catalogue_frais = false;      ///< it has come since it was last read
-    bool restes_retires = false;       ///< of deliveries that an earlier run did not end
-    std::vector<std::string> livrees;  ///< delivered orders whose files could not be deleted
-    bool livree_tenue = false;         ///< another program holds one of them
-    std::function<void()> au_changement;
+    bool au_demarrage = false;                  ///< the start waits for the catalogue
+    bool catalogue_venu = false;                ///< it has come whole at least once
+    bool catalogue_frais = false;               ///< it has come since it was last read
+    bool point_fait = false;                    ///< what an earlier run did not end has been ended
+    std::set<std::string> attentes;             ///< files of orders that wait, in name order
+    std::map<std::string, std::string> fautes;  ///< by order, what the journal has told of it last
+    std::set<std::string> remises;  ///< names of orders that were handed over, and whose files could not be put away
+    bool regarde = false;           ///< the look at the kitchen is under way
+    bool passe_voulue = false;      ///< a pass is to follow it
+    int deposees = 0;               ///< orders that have been handed over, and not been seen collected
 };
 Connexion connexion;
+std::function<void()> temoin;  ///< told of every change
 
-/// What a pass has tried already: each order once, and the catalogue once.
+/// One look at the network and what follows from it: each order is tried once, and the catalogue once.
 struct Passe {
-    std::vector<std::string> commandes;
+    livraison::Local local;
+    std::deque<std::string> a_livrer;
+    std::set<std::string> vues;  ///< files that were put into `a_livrer`
+    bool a_completer = false;    ///< orders have been listed since `a_livrer` was filled
+    bool point_fait = false;
     bool catalogue = false;
     bool tenue = false;  ///< another program held an order's file
 };
 Passe passe_en_cours;
 
 void signale() {
-    if (connexion.au_changement) connexion.au_changement();
+    suivi::enregistre();
+    if (temoin) temoin();
 }
 
 void change_etat(bool joignable) {
     const bool avant = std::exchange(connexion.joignable, joignable);
-    if (avant != joignable) signale();
+    if (avant == joignable) return;
+    journal::note(joignable ? "réseau joignable"_t : "réseau perdu"_t);
+    signale();
 }
 
-void cherche_catalogue();
-
-/// The files of waiting orders, without those that have been delivered and could not be deleted: the router, which has
-/// perhaps collected them, gets none twice.
-std::vector<std::string> commandes_qui_attendent() {
-    std::erase_if(connexion.livrees, [](const std::string& nom) { return !fichiers::existe(nom); });
-    std::vector<std::string> noms = livraison::en_attente();
-    std::erase_if(noms, [](const std::string& nom) {
-        return std::find(connexion.livrees.begin(), connexion.livrees.end(), nom) != connexion.livrees.end();
-    });
-    return noms;
+livraison::Lieu lieu() {
+    return {etat::repertoire_reseau, identite::code()};
 }
 
-/// The next waiting order that this pass has not tried, also one that was written meanwhile.
-std::optional<std::string> commande_suivante() {
-    const auto& tentees = passe_en_cours.commandes;
-    for (std::string& nom : commandes_qui_attendent()) {
-        if (std::find(tentees.begin(), tentees.end(), nom) == tentees.end()) return std::move(nom);
+/// What the working directory holds now; nothing when it cannot be listed, and nothing may be delivered then.
+std::optional<livraison::Local> regarde_ici() {
+    auto local = livraison::liste_locale();
+    if (!local) return local;
+    connexion.deposees = static_cast<int>(local->gardees.size());
+    connexion.attentes.clear();
+    for (const std::string& fichier : local->en_attente) {
+        if (!connexion.remises.contains(std::string(livraison::nom_de(fichier)))) connexion.attentes.insert(fichier);
     }
-    return std::nullopt;
+    return local;
 }
 
-/// Delivers order after order, each within a limit of its own; then what else is missing.
-void livre_la_suivante() {
-    if (etat::hors_ligne) return;
-    const auto nom = commande_suivante();
-    if (!nom) return cherche_catalogue();
-    passe_en_cours.commandes.push_back(*nom);
-    auto sort = std::make_shared<livraison::Sort>(livraison::Sort::reseau_perdu);
-    ouvrier::lance(
-        {[repertoire = etat::repertoire_reseau, nom = *nom, sort] { *sort = livraison::livre(repertoire, nom); },
-         [sort, nom = *nom](ouvrier::Reponse reponse) {
-             const bool perdu = reponse == ouvrier::Reponse::hors_delai || *sort == livraison::Sort::reseau_perdu;
-             if (!perdu && *sort == livraison::Sort::livree && fichiers::existe(nom)) {
-                 connexion.livrees.push_back(nom);
-                 connexion.livree_tenue = true;
-             }
-             passe_en_cours.tenue = passe_en_cours.tenue || *sort == livraison::Sort::tenue;
-             signale();
-             if (perdu) return change_etat(false);
-             livre_la_suivante();
-         },
-         limite_copie_ms, signale});
+/// Orders that this pass has not seen yet join those that it delivers.
+void complete_la_passe() {
+    if (!std::exchange(passe_en_cours.a_completer, false)) return;
+    for (const std::string& fichier : connexion.attentes) {
+        if (passe_en_cours.vues.insert(fichier).second) passe_en_cours.a_livrer.push_back(fichier);
+    }
 }
+
+void retire_des_attentes(const std::string& nom) {
+    for (const std::string_view fin : {"-A-", "-a-"}) connexion.attentes.erase(nom + std::string(fin));
+}
+
+/// An order has left the tablet, or nobody can know.
+void note_remise(const livraison::Constat& c, suivi::Etat etat) {
+    retire_des_attentes(c.nom);
+    if (c.reste) {
+        if (!connexion.remises.insert(c.nom).second) return;
+    } else {
+        connexion.remises.erase(c.nom);
+    }
+    if (c.sort == Sort::deposee) ++connexion.deposees;
+    if (c.sort == Sort::collectee) --connexion.deposees;
+    suivi::passe_a(c.nom, etat);
+}
+
+constexpr std::string_view mots_du_journal[] = {"déposée"_t, "collectée"_t, "à vérifier"_t, "retenue", "retenue", ""};
+
+/// A fault is told once as long as it lasts.
+void note_au_journal(const livraison::Constat& c) {
+    const std::string_view mot = mots_du_journal[static_cast<std::size_t>(c.sort)];
+    if (mot.empty()) return;
+    std::string ligne = "commande " + c.nom + " " + std::string(mot);
+    if (c.cause != fichiers::Issue::fait) ligne += " : " + std::string(fichiers::raison(c.cause));
+    if (c.cause == fichiers::Issue::fait)
+        connexion.fautes.erase(c.nom);
+    else if (std::exchange(connexion.fautes[c.nom], ligne) == ligne)
+        return;
+    journal::note(ligne);
+}
+
+/// Takes over what became of an order. False when the network is lost.
+bool prend(const livraison::Constat& c) {
+    note_au_journal(c);
+    switch (c.sort) {
+        case Sort::deposee:
+            note_remise(c, suivi::Etat::deposee);
+            break;
+        case Sort::collectee:
+            note_remise(c, suivi::Etat::collectee);
+            break;
+        case Sort::a_verifier:
+            note_remise(c, suivi::Etat::a_verifier);
+            break;
+        case Sort::tenue:
+            passe_en_cours.tenue = true;
+            break;
+        case Sort::attend:
+        case Sort::reseau_perdu:
+            break;
+    }
+    return c.sort != Sort::reseau_perdu;
+}
+
+using Constats = std::optional<std::vector<livraison::Constat>>;
+
+/// The orders that they speak of are not delivered by this pass any more.
+bool prend_tous(const std::vector<livraison::Constat>& constats) {
+    bool joint = true;
+    for (const livraison::Constat& c : constats) {
+        for (const std::string_view fin : {"-A-", "-a-"}) passe_en_cours.vues.insert(c.nom + std::string(fin));
+        joint = prend(c) && joint;
+    }
+    if (!constats.empty()) signale();
+    return joint;
+}
+
+void livre_la_suivante();
 
 void cherche_catalogue() {
-    if (connexion.catalogue_venu || passe_en_cours.catalogue) return;
     passe_en_cours.catalogue = true;
     auto entier = std::make_shared<bool>(false);
     ouvrier::lance(
@@ -113,41 +178,84 @@ void cherche_catalogue() {
          limite_copie_ms});
 }
 
+/// Lists the network directory: deliveries that were cut off are ended, and what was collected is seen.
+void fait_le_point() {
+    passe_en_cours.point_fait = true;
+    auto constats = std::make_shared<Constats>();
+    ouvrier::lance({[lieu = lieu(), local = passe_en_cours.local, constats,
+                     remises = std::vector(connexion.remises.begin(), connexion.remises.end())] {
+                        *constats = livraison::fait_le_point(lieu, local, remises);
+                    },
+                    [constats](ouvrier::Reponse reponse) {
+                        const bool passe_voulue = std::exchange(connexion.passe_voulue, false);
+                        connexion.regarde = false;
+                        const bool fait = reponse == ouvrier::Reponse::faite && *constats;
+                        connexion.point_fait = connexion.point_fait || fait;
+                        if (!fait || !prend_tous(**constats)) return change_etat(false);
+                        if (passe_voulue) return passe();
+                        livre_la_suivante();
+                    },
+                    limite_copie_ms,
+                    [constats] {
+                        if (*constats) static_cast<void>(prend_tous(**constats));
+                    }});
+}
+
+/// What an earlier run, or a failure, has left unclear comes before anything is delivered.
+bool point_necessaire() {
+    const livraison::Local& l = passe_en_cours.local;
+    return !connexion.point_fait || !l.marques.empty() || !l.anciennes.empty();
+}
+
+void livre(const std::string& fichier) {
+    auto constat = std::make_shared<livraison::Constat>();
+    constat->nom = livraison::nom_de(fichier);
+    ouvrier::lance({[lieu = lieu(), fichier, constat] { *constat = livraison::livre(lieu, fichier); },
+                    [constat](ouvrier::Reponse reponse) {
+                        const bool joint = reponse == ouvrier::Reponse::faite && prend(*constat);
+                        signale();
+                        if (!joint) return change_etat(false);
+                        livre_la_suivante();
+                    },
+                    limite_copie_ms,
+                    [constat] {
+                        static_cast<void>(prend(*constat));
+                        signale();
+                    }});
+}
+
+/// One operation after the other, each within a limit of its own: order after order, then what was collected, then the
+/// catalogue.
+void livre_la_suivante() {
+    Passe& p = passe_en_cours;
+    if (etat::hors_ligne) return;
+    if (!p.point_fait && point_necessaire()) return fait_le_point();
+    complete_la_passe();
+    if (!p.a_livrer.empty()) {
+        const std::string fichier = std::move(p.a_livrer.front());
+        p.a_livrer.pop_front();
+        return livre(fichier);
+    }
+    if (!p.point_fait && !p.local.gardees.empty()) return fait_le_point();
+    if (!connexion.catalogue_venu && !p.catalogue) cherche_catalogue();
+}
+
 /// At the start the catalogue comes first; later the orders, which a slow catalogue must not hold up.
 void apres_la_sonde(bool repond) {
     if (etat::hors_ligne) return;
     change_etat(repond);
     if (!repond) return;
-    passe_en_cours = {};
-    if (connexion.au_demarrage) cherche_catalogue();
-    if (!passe_en_cours.catalogue) livre_la_suivante();
+    if (connexion.au_demarrage && !connexion.catalogue_venu) return cherche_catalogue();
+    livre_la_suivante();
 }
 
-/// Writes the probe; what another program kept from being deleted is deleted on the way.
 bool lance_sonde() {
-    struct Constat {
-        bool repond = false, tenue = false;
-        std::vector<std::string> livrees;
-    };
-    auto constat = std::make_shared<Constat>();
-    // Tried once: a slow directory with many files must not pass for an unreachable one every time.
-    const auto restes =
-        std::exchange(connexion.restes_retires, true) ? std::vector<std::string>() : livraison::en_attente();
-    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, constat,
-                            livrees = connexion.livrees, restes, date = horloge::jour(horloge::maintenant())] {
-                               constat->repond = livraison::ecrit_sonde(repertoire, record, date);
-                               constat->livrees = livrees;
-                               constat->tenue = livraison::supprime_livrees(constat->livrees);
-                               if (constat->repond) livraison::retire_restes(repertoire, restes);
-                           },
-                           [constat](ouvrier::Reponse reponse) {
-                               const bool faite = reponse == ouvrier::Reponse::faite;
-                               if (faite) connexion.livrees = std::move(constat->livrees);
-                               if (faite) connexion.livree_tenue = constat->tenue;
-                               if (faite && !constat->repond) connexion.restes_retires = false;
-                               apres_la_sonde(faite && constat->repond);
-                           },
-                           limite_sonde_ms});
+    auto repond = std::make_shared<bool>(false);
+    return ouvrier::lance(
+        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond,
+          date = horloge::jour(horloge::maintenant())] { *repond = livraison::ecrit_sonde(repertoire, record, date); },
+         [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
+         limite_sonde_ms});
 }
 
 }  // namespace
@@ -179,27 +287,53 @@ bool joignable() {
 }
 
 bool a_reprendre() {
-    return joignable() && (passe_en_cours.tenue || connexion.livree_tenue);
+    return joignable() && (passe_en_cours.tenue || !connexion.remises.empty());
+}
+
+bool est_attendu() {
+    return !etat::hors_ligne && !connexion.joignable && !connexion.attentes.empty();
+}
+
+bool attend_la_cuisine() {
+    return !etat::hors_ligne && connexion.deposees > 0;
 }
 
 int commandes_en_attente() {
-    return static_cast<int>(commandes_qui_attendent().size());
+    return static_cast<int>(connexion.attentes.size());
 }
 
 void premiere_connexion() {
-    if (etat::hors_ligne || !lance_sonde()) return;
+    connexion = {};
     connexion.au_demarrage = true;
-    ouvrier::attends(attente_sonde_ms);
+    passe();
+    if (ouvrier::occupe()) ouvrier::attends(attente_sonde_ms);
     if (connexion.joignable) ouvrier::attends(attente_catalogue_ms);
     connexion.au_demarrage = false;
 }
 
 void passe() {
-    if (etat::hors_ligne) {
-        connexion.joignable = false;
-        return;
+    auto local = regarde_ici();
+    if (etat::hors_ligne) connexion.joignable = false;
+    if (etat::hors_ligne || !local) return;
+    if (connexion.regarde) {
+        connexion.passe_voulue = true;
+        return ouvrier::presse(limite_sonde_ms);
     }
-    static_cast<void>(lance_sonde());
+    if (lance_sonde()) {
+        passe_en_cours = {};
+        passe_en_cours.local = std::move(*local);
+    }
+    passe_en_cours.a_completer = true;
+}
+
+void regarde_la_cuisine() {
+    if (etat::hors_ligne || ouvrier::occupe()) return;
+    auto local = regarde_ici();
+    if (!local || local->gardees.empty()) return;
+    passe_en_cours = {};
+    passe_en_cours.local = std::move(*local);
+    connexion.regarde = true;
+    fait_le_point();
 }
 
 bool catalogue_frais() {
@@ -224,7 +358,7 @@ void envoie_identification(std::function<void(bool)> suite) {
 }
 
 void au_changement(std::function<void()> action) {
-    connexion.au_changement = std::move(action);
+    temoin = std::move(action);
 }
 
 }  // namespace reseau

@@ -22,7 +22,11 @@ fichiers::Issue ecrit_repertoire(std::string_view repertoire);
 bool joignable();
 /// Whether the last pass left something undone because another program held a file: a pass is worth while soon.
 bool a_reprendre();
-/// Orders that wait in the working directory now.
+/// Whether orders wait for a network that does not answer.
+bool est_attendu();
+/// Whether orders have been deposited that nobody has seen collected yet.
+bool attend_la_cuisine();
+/// Orders that wait in the working directory, as the last passe() saw it and its deliveries left it.
 int commandes_en_attente();
 
 /// The first look at the network: waits at most 100 ms for the probe and, when it answers, up to 2 s for the catalogue.
@@ -30,6 +34,9 @@ void premiere_connexion();
 /// Tests the connection; when it stands, delivers what waits, then fetches the catalogue if that was not possible yet.
 /// Returns at once; does nothing while an earlier pass is under way.
 void passe();
+/// Looks whether deposited orders have been collected, without the test and the deliveries of a pass. Does nothing when
+/// there are none, or while anything else is under way.
+void regarde_la_cuisine();
 /// Whether fresh catalogue files have come since the last call.
 bool catalogue_frais();
 

@@ -1,5 +1,5 @@
-// What became of each order, in "suivi.txt" of the working directory: one line an order, oldest first, for the last 200.
-// commande adds the lines, reseau moves them on; the screen `suivi` and the banner read. The files of the orders
+// What became of each order, in "suivi.txt" of the working directory: one line an order, oldest first, for the last
+// 200. commande adds the lines, reseau moves them on; the screen `suivi` and the banner read. The files of the orders
 // themselves tell the truth: the list is brought in line with them at the start, and made anew from them where it is
 // missing or damaged.
 #pragma once
@@ -31,16 +31,19 @@ struct Ligne {
     std::string couverts;  ///< three digits
     int lignes = 0;        ///< of the note; a menu counts as one
     Etat etat = Etat::en_attente;
-    horloge::DateHeure depuis;  ///< when it came into this state
-    std::string nom;            ///< of its file, without the end: "yyyy-mm-dd-hh-nn-ss_SS_TTT_CCC_."
+    horloge::DateHeure depuis;   ///< when it came into this state
+    std::string nom;             ///< of its file, without the end: "yyyy-mm-dd-hh-nn-ss_SS_TTT_CCC_."
     std::int64_t depuis_ms = 0;  ///< the same in horloge::millisecondes(), which no set clock changes
 };
 
-/// Reads the list and brings it in line with the files of the working directory.
+/// Reads the list and brings it in line with the files of the working directory: what is neither waiting nor kept has
+/// been collected, and an order without a line gets one at the end.
 void charge();
 /// Oldest first.
 const std::vector<Ligne>& lignes();
 
+/// Whether an order of that name is under way: written, and not known to be collected.
+bool est_en_cours(std::string_view nom);
 /// An order was written: a line for it, "en attente".
 void ajoute(std::string_view nom, int nombre_de_lignes);
 /// The order of that name came into another state; nothing when it has no line or is there already.

@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "data/reseau.h"
+#include "data/suivi.h"
 #include "data/tenus.h"
+#include "main_screen/bandeau.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/horloge.h"
 #include "platform/systeme/ouvrier.h"
@@ -13,8 +15,9 @@
 namespace guet {
 namespace {
 
-/// Twice as long after each vain look, up to the last: nobody's disk or network is worn out.
-constexpr int pas_ms = 2000, pas_max_ms = 30000;
+/// Twice as long after each vain look, up to the last: nobody's disk or network is worn out. While orders wait for the
+/// network it is looked for steadily: back, it has the first of them within five seconds.
+constexpr int pas_ms = 2000, pas_max_ms = 30000, pas_du_reseau_ms = 4000;
 constexpr int limite_ms = 2000;
 constexpr std::int64_t duree_reveil_ms = 60000;
 
@@ -22,12 +25,24 @@ ecran::Minuterie* minuterie = nullptr;
 std::function<void()> reprise;
 std::int64_t fin_du_reveil = -1;
 
-bool cherche_le_reseau() {
+bool est_en_reveil() {
     return horloge::millisecondes() < fin_du_reveil && !reseau::joignable();
 }
 
+bool cherche_le_reseau() {
+    return est_en_reveil() || reseau::est_attendu();
+}
+
 bool a_cause() {
-    return !tenus::noms().empty() || reseau::a_reprendre() || cherche_le_reseau();
+    return !tenus::noms().empty() || reseau::a_reprendre() || cherche_le_reseau() || reseau::attend_la_cuisine();
+}
+
+/// The next look: an order that nobody collects is told when its time is up.
+int pas_suivant(int pas) {
+    if (est_en_reveil()) return pas_ms;
+    if (reseau::est_attendu()) return pas_du_reseau_ms;
+    const std::int64_t voulu = std::min(2 * pas, pas_max_ms), rappel = suivi::avant_la_prochaine();
+    return static_cast<int>(rappel < 0 ? voulu : std::min(voulu, rappel));
 }
 
 /// Which of the held files are free again. The worker had no time for the network meanwhile.
@@ -50,10 +65,11 @@ void regarde_les_tenus() {
 }
 
 void tic() {
-    const int pas = minuterie->intervalle_ms;
-    minuterie->intervalle_ms = cherche_le_reseau() ? pas_ms : std::min(2 * pas, pas_max_ms);
+    minuterie->demarre(pas_suivant(minuterie->intervalle_ms));
+    bandeau::affiche_etat();
     if (!tenus::noms().empty()) return regarde_les_tenus();
-    if (a_cause()) return reseau::passe();
+    if (reseau::a_reprendre() || cherche_le_reseau()) return reseau::passe();
+    if (reseau::attend_la_cuisine()) return reseau::regarde_la_cuisine();
     minuterie->arrete();
 }
 

@@ -53,10 +53,13 @@ std::unique_ptr<Fichier> cree_temporaire(std::string_view chemin, std::string& n
     return f;
 }
 
-/// Fills and closes the temporary file; the first failure counts, and nothing is flushed twice.
-Issue remplit(Fichier& f, std::string_view contenu) {
+/// Whether what was written is put on the medium before the file is closed.
+enum class Tampon { vide, laisse };
+
+/// Fills and closes a new file; the first failure counts, and nothing is flushed twice.
+Issue remplit(Fichier& f, std::string_view contenu, Tampon tampon = Tampon::vide) {
     Issue issue = f.ecrit(0, contenu);
-    if (issue == Issue::fait) issue = f.vide_tampon();
+    if (issue == Issue::fait && tampon == Tampon::vide) issue = f.vide_tampon();
     if (issue == Issue::fait && f.longueur() != contenu.size()) issue = Issue::panne;
     const Issue fermeture = f.ferme();
     return issue == Issue::fait ? fermeture : issue;
@@ -112,6 +115,28 @@ class Records final : public FichierRecords {
 
 }  // namespace
 
+std::string_view raison(Issue issue) {
+    switch (issue) {
+        case Issue::fait:
+            return "fait";
+        case Issue::absent:
+            return "introuvable";
+        case Issue::existe:
+            return "le nom est pris";
+        case Issue::refuse:
+            return "accès refusé"_t;
+        case Issue::occupe:
+            return "tenu par un autre programme";
+        case Issue::plein:
+            return "plus de place";
+        case Issue::trop_long:
+            return "trop long";
+        case Issue::panne:
+            break;
+    }
+    return "panne du support ou du réseau"_t;
+}
+
 std::string joint(std::string_view repertoire, std::string_view nom) {
     std::string r(repertoire);
     if (!r.empty() && !est_separateur(r.back())) r += '/';
@@ -148,8 +173,15 @@ bool correspond(std::string_view nom, std::string_view motif) {
            egal_sans_casse(nom.substr(nom.size() - fin.size()), fin);
 }
 
+std::optional<std::vector<std::string>> entrees(std::string_view repertoire) {
+    std::vector<std::string> noms;
+    if (systeme::entrees(repertoire, noms) != Issue::fait) return std::nullopt;
+    return noms;
+}
+
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif) {
-    std::vector<std::string> noms = systeme::entrees(repertoire);
+    std::vector<std::string> noms;
+    static_cast<void>(systeme::entrees(repertoire, noms));
     std::erase_if(noms, [motif](const std::string& n) { return !correspond(n, motif); });
     std::sort(noms.begin(), noms.end());
     return noms;
@@ -192,13 +224,55 @@ Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace rem
     return issue;
 }
 
+Issue remplace_sans_attendre(std::string_view chemin, std::string_view contenu) {
+    std::string temporaire;
+    Issue issue = Issue::panne;
+    const auto f = cree_temporaire(chemin, temporaire, issue);
+    if (!f) return issue;
+    issue = remplit(*f, contenu, Tampon::laisse);
+    if (issue == Issue::fait) issue = systeme::renomme_en_remplacant(temporaire, chemin);
+    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
+    return issue;
+}
+
+Issue cree(std::string_view chemin, std::string_view contenu) {
+    Issue issue = Issue::panne;
+    const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::creation, issue);
+    if (!f) return issue;
+    issue = remplit(*f, contenu, contenu.empty() ? Tampon::laisse : Tampon::vide);  // its name is all it has
+    if (issue == Issue::fait)
+        systeme::vide_tampon_repertoire(repertoire_de(chemin));
+    else
+        static_cast<void>(systeme::supprime(chemin));
+    return issue;
+}
+
+Issue ajoute(std::string_view chemin, std::string_view contenu) {
+    Issue issue = Issue::panne;
+    const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, issue);
+    if (!f) return issue;
+    const std::uint64_t fin = f->longueur();
+    if (fin == longueur_inconnue) return Issue::panne;
+    issue = f->ecrit(fin, contenu);
+    const Issue fermeture = f->ferme();
+    return issue == Issue::fait ? fermeture : issue;
+}
+
 Issue renomme(std::string_view de, std::string_view vers) {
-    const Issue i = systeme::renomme_sans_remplacer(de, vers);
-    if (i == Issue::fait) systeme::vide_tampon_repertoire(repertoire_de(vers));
-    return i;
+    return met_en_place(std::string(de), vers, Remplace::jamais);
+}
+
+Issue renomme_en_remplacant(std::string_view de, std::string_view vers) {
+    return met_en_place(std::string(de), vers, Remplace::oui);
 }
 
 Issue supprime(std::string_view chemin) {
+    const Issue i = systeme::supprime(chemin);
+    if (i == Issue::fait) systeme::vide_tampon_repertoire(repertoire_de(chemin));
+    return i;
+}
+
+Issue supprime_sans_attendre(std::string_view chemin) {
     return systeme::supprime(chemin);
 }
 

@@ -23,6 +23,9 @@ enum class Issue {
     panne,      ///< anything else: medium or network failure
 };
 
+/// Why an operation failed, in French, for people (page 1252).
+std::string_view raison(Issue issue);
+
 /// Joins a directory and a name; a separator comes between only when the directory does not end with "\" or "/".
 std::string joint(std::string_view repertoire, std::string_view nom);
 
@@ -35,6 +38,8 @@ std::optional<std::uint64_t> longueur(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
 /// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);
+/// Names of the plain files of a directory, in no order; nothing when it cannot be read whole.
+std::optional<std::vector<std::string>> entrees(std::string_view repertoire);
 /// Whether a name matches such a pattern.
 bool correspond(std::string_view nom, std::string_view motif);
 
@@ -47,9 +52,23 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
 enum class Remplace { jamais, oui };
 Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace remplace);
 
+/// Replaces a file that can be made anew by one written beside it. The system puts it on the medium when it likes: a
+/// power cut may leave the older file, or none.
+Issue remplace_sans_attendre(std::string_view chemin, std::string_view contenu);
+/// Creates a file of just that name, fills it and puts it on the medium. Issue::existe: there is one already. Where it
+/// fails on the way nothing stays behind.
+Issue cree(std::string_view chemin, std::string_view contenu);
+/// Appends to a file, which is made when it is missing. Not flushed.
+Issue ajoute(std::string_view chemin, std::string_view contenu);
+
 /// Renames without ever replacing (Issue::existe).
 Issue renomme(std::string_view de, std::string_view vers);
+/// Renames over an older file of that name, if any.
+Issue renomme_en_remplacant(std::string_view de, std::string_view vers);
+/// Deletes a file for good: it does not come back after a power cut.
 Issue supprime(std::string_view chemin);
+/// Deletes a file whose coming back after a power cut does no harm.
+Issue supprime_sans_attendre(std::string_view chemin);
 Issue cree_repertoire(std::string_view chemin);
 
 /// Temporary files of ecrit_tout() that a power cut left behind in a directory are removed.

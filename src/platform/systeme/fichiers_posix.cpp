@@ -10,11 +10,14 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/systeme/epreuve.h"
 #include "platform/systeme/fichiers_systeme.h"
 #include "platform/systeme/texte.h"
 
 namespace fichiers::systeme {
 namespace {
+
+using epreuve::Operation;
 
 /// The path as the system takes it: UTF-8, with "/" alone as separator. A zero byte would cut it.
 std::string natif(std::string_view chemin) {
@@ -74,6 +77,7 @@ class FichierPosix final : public Fichier {
     }
 
     std::int64_t lis(std::uint64_t place, char* vers, std::size_t nombre) override {
+        if (epreuve::essaie(Operation::lis) != Issue::fait) return -1;
         for (;;) {
             const auto n = ::pread(fd_, vers, nombre, static_cast<off_t>(place));
             if (n >= 0 || errno != EINTR) return n;
@@ -81,6 +85,7 @@ class FichierPosix final : public Fichier {
     }
 
     Issue ecrit(std::uint64_t place, std::string_view contenu) override {
+        if (const Issue i = epreuve::essaie(Operation::ecrit); i != Issue::fait) return i;
         while (!contenu.empty()) {
             const auto n = ::pwrite(fd_, contenu.data(), contenu.size(), static_cast<off_t>(place));
             if (n < 0 && errno == EINTR) continue;
@@ -95,10 +100,14 @@ class FichierPosix final : public Fichier {
         return issue_de_rc(::ftruncate(fd_, static_cast<off_t>(longueur)));
     }
 
-    Issue vide_tampon() override { return issue_de_rc(::fsync(fd_)); }
+    Issue vide_tampon() override {
+        if (const Issue i = epreuve::essaie(Operation::vide_tampon); i != Issue::fait) return i;
+        return issue_de_rc(::fsync(fd_));
+    }
 
     Issue ferme() override {
         const int rc = ::close(std::exchange(fd_, -1));
+        if (const Issue i = epreuve::essaie(Operation::ferme); i != Issue::fait) return i;
         return rc != 0 && errno == EINTR ? Issue::fait : issue_de_rc(rc);  // interrupted, it is closed all the same
     }
 
@@ -127,15 +136,12 @@ Issue renomme_par_lien(const std::string& de, const std::string& vers) {
     return issue;
 }
 
-std::string_view parent(std::string_view chemin) {
-    const auto p = chemin.find_last_of("/\\");
-    return p == std::string_view::npos ? "." : chemin.substr(0, p + 1);
-}
-
 }  // namespace
 
 std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
     ignore_limite_de_taille();
+    issue = epreuve::essaie(Operation::ouvre, chemin);
+    if (issue != Issue::fait) return nullptr;
     const int fd = ::open(natif(chemin).c_str(), drapeaux(mode) | O_CLOEXEC, 0666);
     if (fd < 0) {
         issue = issue_de(errno);
@@ -165,22 +171,26 @@ static bool est_fichier(std::string_view repertoire, const std::string& nom, uns
     return nature(joint(repertoire, nom), n) == Nature::fichier;
 }
 
-std::vector<std::string> entrees(std::string_view repertoire) {
-    std::vector<std::string> noms;
+Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
+    if (const Issue i = epreuve::essaie(Operation::liste, repertoire); i != Issue::fait) return i;
     DIR* d = ::opendir(natif(repertoire).c_str());
-    if (d == nullptr) return noms;
+    if (d == nullptr) return issue_de(errno);
+    errno = 0;
     while (const dirent* e = ::readdir(d)) {
         const auto nom = texte::depuis_utf8(e->d_name);
         if (nom && nom->find('\\') == std::string::npos && est_fichier(repertoire, *nom, e->d_type))
             noms.push_back(*nom);
+        errno = 0;
     }
+    const int erreur = errno;
     ::closedir(d);
-    return noms;
+    return erreur == 0 ? Issue::fait : issue_de(erreur);
 }
 
 /// Some file systems of shares know neither the exclusive rename nor hard links: then the name is looked for first,
 /// which leaves a gap only against another program that makes the same name in between.
 Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
+    if (const Issue i = epreuve::essaie(Operation::renomme, de); i != Issue::fait) return i;
     const std::string a = natif(de), b = natif(vers);
     if (::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_NOREPLACE) == 0) return Issue::fait;
     if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) return issue_de(errno);
@@ -192,10 +202,12 @@ Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
 }
 
 Issue renomme_en_remplacant(std::string_view de, std::string_view vers) {
+    if (const Issue i = epreuve::essaie(Operation::renomme, de); i != Issue::fait) return i;
     return issue_de_rc(::rename(natif(de).c_str(), natif(vers).c_str()));
 }
 
 void vide_tampon_repertoire(std::string_view repertoire) {
+    if (epreuve::essaie(Operation::vide_repertoire, repertoire) != Issue::fait) return;
     const int fd = ::open(natif(repertoire).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd < 0) return;
     static_cast<void>(::fsync(fd));
@@ -203,9 +215,8 @@ void vide_tampon_repertoire(std::string_view repertoire) {
 }
 
 Issue supprime(std::string_view chemin) {
-    if (::unlink(natif(chemin).c_str()) != 0) return issue_de(errno);
-    vide_tampon_repertoire(parent(chemin));  // what is gone must not come back after a power cut
-    return Issue::fait;
+    if (const Issue i = epreuve::essaie(Operation::supprime, chemin); i != Issue::fait) return i;
+    return issue_de_rc(::unlink(natif(chemin).c_str()));
 }
 
 Issue cree_repertoire(std::string_view chemin) {

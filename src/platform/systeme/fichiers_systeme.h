@@ -36,8 +36,8 @@ class Fichier {
 
 enum class Nature { absente, fichier, repertoire, autre };
 Nature nature(std::string_view chemin, std::uint64_t& longueur);
-/// Names of all entries of a directory that are plain files, in any order.
-std::vector<std::string> entrees(std::string_view repertoire);
+/// Names of all entries of a directory that are plain files, in any order. Anything but Issue::fait: not all of them.
+Issue entrees(std::string_view repertoire, std::vector<std::string>& noms);
 /// Renames without ever replacing.
 Issue renomme_sans_remplacer(std::string_view de, std::string_view vers);
 Issue renomme_en_remplacant(std::string_view de, std::string_view vers);

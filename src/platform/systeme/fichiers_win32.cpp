@@ -5,11 +5,14 @@
 #include <memory>
 #include <utility>
 
+#include "platform/systeme/epreuve.h"
 #include "platform/systeme/fichiers_systeme.h"
 #include "platform/systeme/texte_win32.h"
 
 namespace fichiers::systeme {
 namespace {
+
+using epreuve::Operation;
 
 constexpr DWORD disque_au_quota = 1295;  // ERROR_DISK_QUOTA_EXCEEDED, which not every header knows
 /// Characters that every call takes in a path, the name of a temporary file behind a directory's included.
@@ -107,6 +110,7 @@ class FichierWindows final : public Fichier {
     }
 
     std::int64_t lis(std::uint64_t debut, char* vers, std::size_t nombre) override {
+        if (epreuve::essaie(Operation::lis) != Issue::fait) return -1;
         OVERLAPPED ou = place(debut);
         DWORD lus = 0;
         if (ReadFile(h_, vers, morceau(nombre), &lus, &ou)) return lus;
@@ -114,6 +118,7 @@ class FichierWindows final : public Fichier {
     }
 
     Issue ecrit(std::uint64_t debut, std::string_view contenu) override {
+        if (const Issue i = epreuve::essaie(Operation::ecrit); i != Issue::fait) return i;
         while (!contenu.empty()) {
             OVERLAPPED ou = place(debut);
             DWORD ecrits = 0;
@@ -131,7 +136,10 @@ class FichierWindows final : public Fichier {
         return issue(SetFilePointerEx(h_, l, nullptr, FILE_BEGIN) && SetEndOfFile(h_));
     }
 
-    Issue vide_tampon() override { return issue(FlushFileBuffers(h_)); }
+    Issue vide_tampon() override {
+        if (const Issue i = epreuve::essaie(Operation::vide_tampon); i != Issue::fait) return i;
+        return issue(FlushFileBuffers(h_));
+    }
 
     Issue ferme() override {
         if (h_ == INVALID_HANDLE_VALUE) return Issue::fait;
@@ -173,6 +181,7 @@ bool est_retenu(const std::wstring& nom) {
 }
 
 Issue deplace(std::string_view de, std::string_view vers, DWORD drapeaux) {
+    if (const Issue i = epreuve::essaie(Operation::renomme, de); i != Issue::fait) return i;
     const std::wstring source = natif(de), cible = natif(vers);
     return insiste([&]() -> BOOL {
         if (MoveFileExW(source.c_str(), cible.c_str(), MOVEFILE_WRITE_THROUGH | drapeaux)) return TRUE;
@@ -197,6 +206,8 @@ std::string texte_de(Appel appel, std::string_view sinon) {
 }  // namespace
 
 std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
+    issue = epreuve::essaie(Operation::ouvre, chemin);
+    if (issue != Issue::fait) return nullptr;
     const Acces a = acces(mode);
     const std::wstring nom = natif(chemin);
     HANDLE h = INVALID_HANDLE_VALUE;
@@ -220,18 +231,21 @@ Nature nature(std::string_view chemin, std::uint64_t& longueur) {
     return est_fichier(d.dwFileAttributes) ? Nature::fichier : Nature::autre;
 }
 
-std::vector<std::string> entrees(std::string_view repertoire) {
-    std::vector<std::string> noms;
-    if (repertoire.empty()) return noms;
+Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
+    if (const Issue i = epreuve::essaie(Operation::liste, repertoire); i != Issue::fait) return i;
+    if (repertoire.empty()) return Issue::absent;
     WIN32_FIND_DATAW d;
     HANDLE h = FindFirstFileW(natif(joint(repertoire, "*")).c_str(), &d);
-    if (h == INVALID_HANDLE_VALUE) return noms;
+    // An empty drive has not even "."; everything else that finds no file is no directory.
+    if (h == INVALID_HANDLE_VALUE)
+        return GetLastError() == ERROR_FILE_NOT_FOUND ? Issue::fait : issue_de(GetLastError());
     do {
         const auto nom = texte::etroit(d.cFileName);
         if (nom && est_fichier(d.dwFileAttributes)) noms.push_back(*nom);
     } while (FindNextFileW(h, &d));
+    const DWORD erreur = GetLastError();
     FindClose(h);
-    return noms;
+    return erreur == ERROR_NO_MORE_FILES ? Issue::fait : issue_de(erreur);
 }
 
 Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
@@ -246,6 +260,7 @@ Issue renomme_en_remplacant(std::string_view de, std::string_view vers) {
 void vide_tampon_repertoire(std::string_view) {}
 
 Issue supprime(std::string_view chemin) {
+    if (const Issue i = epreuve::essaie(Operation::supprime, chemin); i != Issue::fait) return i;
     const std::wstring nom = natif(chemin);
     return insiste([&] { return DeleteFileW(nom.c_str()); });
 }

@@ -106,6 +106,19 @@ DateHeure plus_secondes(const DateHeure& d, std::int64_t secondes) {
     return r;
 }
 
+std::int64_t secondes_entre(const DateHeure& de, const DateHeure& a) {
+    using namespace std::chrono;
+    const auto secondes = [](const DateHeure& d) {
+        const sys_days jour = year{d.annee} / month{static_cast<unsigned>(d.mois)} / day{static_cast<unsigned>(d.jour)};
+        return std::int64_t{jour.time_since_epoch().count()} * 24 * 3600 + d.heure * 3600 + d.minute * 60 + d.seconde;
+    };
+    return secondes(a) - secondes(de);
+}
+
+std::string lisible(const DateHeure& d) {
+    return ecrit("%04d-%02d-%02d %02d:%02d:%02d", d.annee, d.mois, d.jour, d.heure, d.minute, d.seconde);
+}
+
 std::string pour_fichier(const DateHeure& d) {
     return ecrit("%04d-%02d-%02d-%02d-%02d-%02d", d.annee, d.mois, d.jour, d.heure, d.minute, d.seconde);
 }

@@ -23,7 +23,11 @@ std::int64_t millisecondes();
 std::optional<DateHeure> depuis_texte(std::string_view t);
 /// The moment `secondes` later, over the ends of minutes, months and years.
 DateHeure plus_secondes(const DateHeure& d, std::int64_t secondes);
+/// Seconds from one moment to another; negative when the second is earlier.
+std::int64_t secondes_entre(const DateHeure& de, const DateHeure& a);
 
+/// "yyyy-mm-dd hh:mm:ss", as depuis_texte() takes it.
+std::string lisible(const DateHeure& d);
 /// "yyyy-mm-dd-hh-nn-ss", as order file names begin.
 std::string pour_fichier(const DateHeure& d);
 /// "dd-mm-yyyy".

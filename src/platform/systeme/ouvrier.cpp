@@ -206,6 +206,12 @@ bool lance(Operation operation) {
     return true;
 }
 
+void presse(int ms) {
+    if (!en_cours) return;
+    en_cours->limite = std::min(en_cours->limite, horloge::millisecondes() + ms);
+    en_cours->echeance = std::min(en_cours->echeance, steady_clock::now() + milliseconds(ms));
+}
+
 bool occupe() {
     if (en_cours && en_cours->repondue) repond(horloge::millisecondes());  // it may have ended meanwhile
     return en_cours.has_value();

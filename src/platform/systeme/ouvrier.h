@@ -28,6 +28,8 @@ struct Operation {
 /// still hangs.
 bool lance(Operation operation);
 
+/// The operation under way gets at most `ms` milliseconds from now until it counts as late.
+void presse(int ms);
 /// Whether an operation is under way or hangs.
 bool occupe();
 

@@ -1,0 +1,40 @@
+#include "data/journal.h"
+
+#include <vector>
+
+#include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/texte.h"
+
+namespace journal {
+namespace {
+
+constexpr std::uint64_t longueur_max = 1'000'000;
+
+std::string lis(std::string_view fichier) {
+    std::string t;
+    static_cast<void>(fichiers::lis_tout(fichier, t));  // there is none yet, or it cannot be read: no lines
+    return t;
+}
+
+}  // namespace
+
+void note(std::string_view evenement) {
+    if (fichiers::longueur(nom_fichier).value_or(0) >= longueur_max)
+        static_cast<void>(fichiers::renomme_en_remplacant(nom_fichier, nom_ancien));
+    const std::string ligne = horloge::lisible(horloge::maintenant()) + " " + std::string(evenement) + "\r\n";
+    static_cast<void>(fichiers::ajoute(nom_fichier, ligne));
+}
+
+std::string fin(std::size_t nombre) {
+    const std::string recent = lis(nom_fichier);
+    const std::string tout = (texte::lignes(recent).size() < nombre ? lis(nom_ancien) : "") + recent;
+    const auto lignes = texte::lignes(tout);
+    std::string r;
+    for (std::size_t i = lignes.size() > nombre ? lignes.size() - nombre : 0; i < lignes.size(); ++i) {
+        r.append(lignes[i]).append("\r\n");
+    }
+    return r;
+}
+
+}  // namespace journal

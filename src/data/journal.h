@@ -1,0 +1,18 @@
+// What the terminal did, for the technician: "journal.txt" of the working directory, in French, one line an event with
+// date and time; at 1 MB it becomes "journal_1.txt". It never holds a note's text, a remark or a code.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace journal {
+
+inline constexpr std::string_view nom_fichier = "journal.txt", nom_ancien = "journal_1.txt";
+
+/// Writes one line (page 1252). A line that cannot be written is lost: the terminal goes on.
+void note(std::string_view evenement);
+
+/// The last lines, at most `nombre`, oldest first, with CR LF; those of the older file too where they are needed.
+std::string fin(std::size_t nombre);
+
+}  // namespace journal

@@ -1,0 +1,204 @@
+// An order is handed over exactly once: the delivery of three is cut before each operation on a file in turn, or one of
+// them fails, beside a router that has collected all, nothing or half of what lies there; then the program starts
+// again. The system's own calls are cut, in a process of its own.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "data/etat.h"
+#include "data/reseau.h"
+#include "data/suivi.h"
+#include "platform/systeme/epreuve.h"
+#include "platform/systeme/ouvrier.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using fichiers::Issue;
+using fichiers::epreuve::Operation;
+
+const std::string commandes[] = {"2021-05-19-12-30-00_07_012_004_.", "2021-05-19-12-31-00_07_013_002_.",
+                                 "2021-05-19-12-32-00_02_001_010_."};
+constexpr int coupee = 99;
+
+/// What befalls the operations of a run, counted from 1.
+struct Sort {
+    int rang = 0;               ///< 0: nothing
+    Issue echec = Issue::fait;  ///< Issue::fait: the power goes
+    bool pour_de_bon = false;   ///< also all later ones
+};
+Sort sort;
+int compte = 0;
+
+Issue frappe(Operation, std::string_view) {
+    ++compte;
+    if (sort.rang == 0 || compte < sort.rang || (compte > sort.rang && !sort.pour_de_bon)) return Issue::fait;
+    if (sort.echec == Issue::fait) ::_exit(coupee);
+    return sort.echec;
+}
+
+/// The rename takes place, and its answer is lost.
+Issue perd_la_reponse(Operation operation, std::string_view chemin) {
+    if (operation != Operation::renomme || !chemin.ends_with(".tmp_") || chemin.find('/') == std::string_view::npos)
+        return Issue::fait;
+    const std::string de(chemin);
+    fs::rename(de, de.substr(0, de.find("_.txt.") + 5));
+    return Issue::panne;
+}
+
+std::string lis(const fs::path& p) {
+    std::ifstream f(p, std::ios::binary);
+    return {std::istreambuf_iterator<char>(f), {}};
+}
+
+class Coupures : public testing::Test {
+  protected:
+    enum class Routeur { a_tout_pris, dort, a_pris_la_moitie };
+    fs::path avant = fs::current_path(), ici;
+    std::map<std::string, int> collectees;  ///< by content
+
+    Coupures() {
+        const fs::path memoire = "/dev/shm";  // where a flush costs nothing
+        ici = (fs::is_directory(memoire) ? memoire : fs::temp_directory_path()) /
+              ("orvalune_coupures_" + std::to_string(::getpid()));
+        ouvrier::abandonne();  // a fork takes no thread along
+    }
+    ~Coupures() override {
+        fs::current_path(avant);
+        fs::remove_all(ici);
+    }
+
+    void recommence() {
+        fs::current_path(avant);
+        fs::remove_all(ici);
+        fs::create_directories(ici / "reseau");
+        fs::current_path(ici);
+        collectees.clear();
+        for (const std::string& nom : commandes) std::ofstream(nom + "-A-", std::ios::binary) << "commande " << nom;
+    }
+
+    /// What the router does while the tablet is off.
+    void collecte(Routeur r) {
+        std::vector<fs::path> la;
+        for (const auto& e : fs::directory_iterator("reseau")) {
+            if (e.path().extension() == ".txt") la.push_back(e.path());
+        }
+        std::sort(la.begin(), la.end());
+        for (std::size_t i = 0; i < la.size(); ++i) {
+            if (r == Routeur::dort || (r == Routeur::a_pris_la_moitie && i % 2 == 1)) continue;
+            ++collectees[lis(la[i])];
+            fs::remove(la[i]);
+        }
+    }
+
+    /// Runs a start and `passes` looks at the network in a process of its own; between two of them the router collects
+    /// what it finds. The child's status, or -1.
+    static int demarre(Issue (*epreuve)(Operation, std::string_view), const Sort& s, int passes = 1) {
+        const pid_t fils = ::fork();
+        if (fils == 0) {
+            sort = s;
+            compte = 0;
+            etat::repertoire_reseau = etat::repertoire_test = "reseau";
+            etat::hors_ligne = false;
+            fichiers::epreuve::avant = epreuve;
+            fichiers::retire_temporaires(".");
+            suivi::charge();
+            reseau::premiere_connexion();
+            while (!ouvrier::attends(5000)) continue;
+            for (int i = 1; i < passes; ++i) {
+                reseau::passe();
+                while (!ouvrier::attends(5000)) continue;
+            }
+            ::_exit(std::min(compte, coupee - 1));
+        }
+        int statut = 0;
+        if (fils < 0 || ::waitpid(fils, &statut, 0) != fils || !WIFEXITED(statut)) return -1;
+        return WEXITSTATUS(statut);
+    }
+
+    /// After a run without faults each order has been collected once, and nothing of it lies about.
+    void verifie_une_fois(const std::string& cas) {
+        ASSERT_GE(demarre(nullptr, {}, 2), 0) << cas;
+        collecte(Routeur::a_tout_pris);
+        ASSERT_GE(demarre(nullptr, {}), 0) << cas;
+        collecte(Routeur::a_tout_pris);
+        for (const std::string& nom : commandes) {
+            EXPECT_EQ(collectees["commande " + nom], 1) << cas << ", " << nom;
+        }
+        EXPECT_EQ(collectees.size(), std::size(commandes)) << cas << ": a part of an order";
+        for (const auto& e : fs::recursive_directory_iterator(".")) {
+            const std::string nom = e.path().filename().string();
+            EXPECT_FALSE(nom.ends_with("-A-") || nom.ends_with("-D-") || nom.ends_with("-T-") || nom.ends_with(".tmp_"))
+                << cas << ": " << nom << " was left";
+        }
+    }
+
+    static int operations_d_une_passe() { return demarre(frappe, {}); }
+};
+
+TEST_F(Coupures, CoupeeOuQueCeSoitUneCommandeArriveUneFois) {
+    recommence();
+    const int nombre = operations_d_une_passe();
+    ASSERT_GT(nombre, 30);
+    for (const Routeur routeur : {Routeur::dort, Routeur::a_tout_pris, Routeur::a_pris_la_moitie}) {
+        for (int k = 1; k <= nombre; ++k) {
+            recommence();
+            ASSERT_EQ(demarre(frappe, {k}), coupee);
+            collecte(routeur);
+            verifie_une_fois("cut before " + std::to_string(k) + ", router " +
+                             std::to_string(static_cast<int>(routeur)));
+        }
+    }
+}
+
+/// The start that ends what a cut has left is cut as well.
+TEST_F(Coupures, CoupeeEncoreEnSeReprenant) {
+    recommence();
+    const int nombre = operations_d_une_passe();
+    for (int k = 8; k <= nombre; k += 3) {
+        for (int l = 1;; l += 2) {
+            recommence();
+            ASSERT_EQ(demarre(frappe, {k}), coupee);
+            if (l % 4 == 1) collecte(Routeur::a_tout_pris);
+            if (demarre(frappe, {l}) != coupee) break;
+            collecte(Routeur::a_pris_la_moitie);
+            verifie_une_fois("cut before " + std::to_string(k) + ", then " + std::to_string(l));
+        }
+    }
+}
+
+TEST_F(Coupures, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
+    recommence();
+    const int nombre = operations_d_une_passe();
+    for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe}) {
+        for (const bool pour_de_bon : {false, true}) {
+            for (int k = 1; k <= nombre; ++k) {
+                recommence();
+                ASSERT_GE(demarre(frappe, {k, echec, pour_de_bon}, 2), 0);
+                if (k % 2 == 0) collecte(Routeur::a_tout_pris);
+                verifie_une_fois("failure " + std::to_string(static_cast<int>(echec)) + " at " + std::to_string(k) +
+                                 (pour_de_bon ? " and after" : ""));
+            }
+        }
+    }
+}
+
+TEST_F(Coupures, UneReponsePerdueNEstPasUnEchec) {
+    for (const Routeur routeur : {Routeur::dort, Routeur::a_tout_pris}) {
+        recommence();
+        ASSERT_GE(demarre(perd_la_reponse, {}), 0);
+        collecte(routeur);
+        verifie_une_fois("lost answer");
+        EXPECT_EQ(fs::exists(commandes[0] + "-V-"), routeur == Routeur::a_tout_pris)
+            << "what cannot be known is the waiter's to decide";
+    }
+}
+
+}  // namespace
