@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "data/complements.h"
-#include "data/composition.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "dialogs/choix.h"
@@ -24,7 +23,7 @@ constexpr int police_page = 20, largeur_page = px(110);
 
 class Composition {
   public:
-    Composition() : services_(composition::services(lignes::composition(etat::texte_travail).value_or(""))) {
+    Composition() : services_(lignes::services(lignes::composition(etat::texte_travail).value_or(""))) {
         forme_.nom = "menufor";
         formes::encadre(forme_, "Menu composé"_t, formes::version);
         const Cadre carte = choix::construit_menu(forme_, lignes_g1);
@@ -45,7 +44,7 @@ class Composition {
 
   private:
     Forme forme_;
-    std::vector<composition::Service> services_;
+    std::vector<lignes::Service> services_;
     int courant_ = 0;
 
     int nb_services() const { return static_cast<int>(services_.size()); }
@@ -71,13 +70,13 @@ class Composition {
     }
 
     void affiche_service() {
-        const composition::Service aucun;
+        const lignes::Service aucun;
         const auto& service = services_.empty() ? aucun : services_[static_cast<std::size_t>(courant_)];
         forme_("Label2").texte() = service.nom;
         forme_("Label3").texte() =
             services_.empty() ? "" : std::to_string(courant_ + 1) + " / " + std::to_string(nb_services());
         Grille& g = forme_("g1").grille;
-        for (std::size_t i = 0; i < composition::choix_par_service; ++i) {
+        for (std::size_t i = 0; i < lignes::choix_par_service; ++i) {
             const int place = static_cast<int>(i);
             choix::remplit(g.cellule(place % lignes_g1, place / lignes_g1),
                            i < service.choix.size() ? service.choix[i] : "");
