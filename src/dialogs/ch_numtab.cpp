@@ -1,7 +1,6 @@
 #include "dialogs/ch_numtab.h"
 
 #include <array>
-#include <cmath>
 #include <string>
 
 #include "data/catalogue.h"

@@ -109,7 +109,7 @@ class Pave {
     }
 
     void separe_valeur() {
-        change(moduclav::separe_initial());
+        change(formes::separe_initial());
         forme_("Label2").texte() = etat::texte_dialogue;
     }
 

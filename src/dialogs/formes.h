@@ -20,6 +20,7 @@ using moduclav::hauteur;
 using moduclav::largeur;
 using moduclav::met_couleurs;
 using moduclav::px;
+using moduclav::separe_initial;
 
 /// Gives the form the place of the main screen.
 void place(ecran::Forme& forme);

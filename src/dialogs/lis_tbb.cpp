@@ -9,7 +9,6 @@
 #include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/systeme/texte.h"
 
 namespace lis_tbb {
 namespace {

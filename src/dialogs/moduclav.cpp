@@ -1,7 +1,5 @@
 #include "dialogs/moduclav.h"
 
-#include <algorithm>
-
 #include "data/etat.h"
 #include "data/programme_touches.h"
 #include "data/reglages.h"

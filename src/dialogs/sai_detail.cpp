@@ -1,7 +1,6 @@
 #include "dialogs/sai_detail.h"
 
 #include <algorithm>
-#include <string>
 #include <vector>
 
 #include "data/complements.h"
@@ -54,15 +53,19 @@ class Details {
         const Cadre carte = {zone.gauche + k * (largeur + rythme), zone.haut, largeur, zone.hauteur};
         const Cadre touches = {carte.gauche + marge, carte.haut + marge, carte.largeur - 2 * marge,
                                carte.hauteur - 2 * marge};
-        forme_.ajoute({.nom = "Shape1", .index = k, .genre = Genre::forme, .cadre = carte, .role = Role::carte});
-        Controle& g1 = forme_.ajoute({.nom = "g1",
-                                      .index = k,
-                                      .genre = Genre::grille,
-                                      .cadre = touches,
-                                      .police = reglages::nombre(reglages::police_complements)});
-        g1.grille.dimensionne(choix_par_categorie, 1);
-        g1.grille.espace = formes::est_etroit() ? marge : rythme;
-        g1.grille.flots = flots;
+        const Plan plans[] = {
+            {.nom = "Shape1", .index = k, .genre = Genre::forme, .cadre = carte, .role = Role::carte},
+            {.nom = "g1",
+             .index = k,
+             .genre = Genre::grille,
+             .cadre = touches,
+             .police = reglages::nombre(reglages::police_complements)},
+        };
+        forme_.construit(plans);
+        Grille& g = forme_("g1", k).grille;
+        g.dimensionne(choix_par_categorie, 1);
+        g.espace = formes::est_etroit() ? marge : rythme;
+        g.flots = flots;
     }
 
     void branche() {

@@ -1,6 +1,7 @@
 #include "main_screen/grille.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "data/etat.h"
 #include "data/nombres.h"
