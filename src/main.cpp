@@ -161,15 +161,8 @@ void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
     }
 }
 
-int lance(const std::vector<std::string>& mots) {
-    auto lues = lis_options(mots);
-    if (!lues) return rejeu::faute_usage;
-    Options& o = *lues;
-    if (o.montre_aide || o.montre_version) {
-        std::cout << (o.montre_aide ? aide : "Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n");
-        return 0;
-    }
-    fixe_chemins(o);
+/// The terminal in its working directory, until it ends.
+int ouvre(const Options& o) {
     const bool dossier_utilisable = o.dossier.empty() || fichiers::entre_dans(o.dossier);
     if (!dossier_utilisable) std::cerr << "répertoire de travail introuvable : " << texte::vers_utf8(o.dossier) << "\n";
     if (!dossier_utilisable && o.rejoue) return rejeu::faute_usage;
@@ -210,6 +203,17 @@ int lance(const std::vector<std::string>& mots) {
     ecran::ferme_ecran();
     ouvrier::abandonne();
     return joue ? joue->statut() : 0;
+}
+
+int lance(const std::vector<std::string>& mots) {
+    auto options_lues = lis_options(mots);
+    if (!options_lues) return rejeu::faute_usage;
+    if (options_lues->montre_aide || options_lues->montre_version) {
+        std::cout << (options_lues->montre_aide ? aide : "Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n");
+        return 0;
+    }
+    fixe_chemins(*options_lues);
+    return ouvre(*options_lues);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 
 #include "data/commande.h"
 #include "data/complements.h"
-#include "data/composition.h"
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "platform/systeme/texte.h"
@@ -187,7 +186,7 @@ TEST_F(Choix, UneCompositionAbimeeNEstJamaisFatale) {
 TEST(Compositions, CeQuiEstLisibleEstLu) {
     const auto lus = [](const std::string& utf8) {
         std::string r;
-        for (const composition::Service& s : composition::services(page1252(utf8))) {
+        for (const lignes::Service& s : lignes::services(page1252(utf8))) {
             r += s.nom + ":";
             for (const std::string& c : s.choix) r += c + ",";
         }

@@ -61,43 +61,54 @@ class Choix {
     void construit() {
         const Cadre zone = formes::contenu();
         const int l = (zone.largeur - rythme) / 2;
-        ajoute_carte("Image1", {zone.gauche, zone.haut, l, zone.hauteur}, "Portrait", portrait(), 4);
-        ajoute_carte("Image2", {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Plein écran"_t, plein_ecran(),
-                     6);
-        Controle& b = forme_.ajoute({.nom = "bt_coul",
-                                     .genre = Genre::bouton,
-                                     .cadre = formes::cadre_barre(),
-                                     .texte = "Saisir la résolution"_t,
-                                     .role = Role::action,
-                                     .police = 14,
-                                     .gras = true,
-                                     .etiquette = 2});
-        b.aspect.image = image_pave;
+        ajoute_format("Image1", {zone.gauche, zone.haut, l, zone.hauteur}, "Portrait", portrait(), 4);
+        ajoute_format("Image2", {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, "Plein écran"_t, plein_ecran(),
+                      6);
+        forme_.ajoute({.nom = "bt_coul",
+                       .genre = Genre::bouton,
+                       .cadre = formes::cadre_barre(),
+                       .texte = "Saisir la résolution"_t,
+                       .role = Role::action,
+                       .police = 14,
+                       .gras = true,
+                       .image = image_pave,
+                       .etiquette = 2});
     }
 
-    void ajoute_carte(std::string_view nom, const Cadre& carte, std::string_view titre, Format f, int colonnes) {
-        forme_.ajoute({.nom = nom, .genre = Genre::image, .cadre = carte, .role = Role::touche, .etiquette = 3});
-        const int bas_dessin = carte.bas() - px(130);
-        const Cadre place = {carte.gauche + px(24), carte.haut + px(24), carte.largeur - px(48),
-                             bas_dessin - carte.haut - px(24)};
-        dessine_tablette(place, f, colonnes);
-        const Cadre ligne_titre = {carte.gauche + px(8), bas_dessin + px(6), carte.largeur - px(16), px(54)};
+    /// A key that shows a tablet of the format, with its name and its size below.
+    void ajoute_format(std::string_view nom, const Cadre& touche, std::string_view titre, Format f, int colonnes) {
+        forme_.ajoute({.nom = nom, .genre = Genre::image, .cadre = touche, .role = Role::touche, .etiquette = 3});
+        const int bas_dessin = touche.bas() - px(130);
+        dessine_tablette(
+            {touche.gauche + px(24), touche.haut + px(24), touche.largeur - px(48), bas_dessin - touche.haut - px(24)},
+            f, colonnes);
+        const Cadre ligne_titre = {touche.gauche + px(8), bas_dessin + px(6), touche.largeur - px(16), px(54)};
         const Cadre ligne_taille = {ligne_titre.gauche, ligne_titre.bas(), ligne_titre.largeur, px(40)};
-        etiquette(ligne_titre, titre, police_titre, true, palette::encre);
-        etiquette(ligne_taille, std::to_string(f.largeur) + " x " + std::to_string(f.hauteur), police_taille, false,
-                  palette::gris);
-    }
-
-    void etiquette(const Cadre& cadre, std::string_view texte, int police, bool gras, Couleur encre) {
-        Controle& c = forme_.ajoute({.nom = "Label1", .cadre = cadre, .texte = texte, .police = police, .gras = gras});
-        c.aspect.encre = encre;
-        c.laisse_passer = true;
+        const std::string taille = std::to_string(f.largeur) + " x " + std::to_string(f.hauteur);
+        const Plan plans[] = {
+            {.nom = "Label1",
+             .cadre = ligne_titre,
+             .texte = titre,
+             .police = police_titre,
+             .gras = true,
+             .laisse_passer = true},
+            {.nom = "Label2",
+             .cadre = ligne_taille,
+             .texte = taille,
+             .police = police_taille,
+             .encre = palette::gris,
+             .laisse_passer = true},
+        };
+        forme_.construit(plans);
     }
 
     void rectangle(const Cadre& cadre, Couleur fond, Role role = Role::touche) {
-        Controle& c = forme_.ajoute({.nom = "Shape1", .genre = Genre::forme, .cadre = cadre, .role = role});
-        c.aspect.fond = fond;
-        c.laisse_passer = true;
+        forme_.ajoute({.nom = "Shape1",
+                       .genre = Genre::forme,
+                       .cadre = cadre,
+                       .role = role,
+                       .fond = fond,
+                       .laisse_passer = true});
     }
 
     /// A tablet of the format's proportions, as large as the place allows, with a page of keys on it.

@@ -1,6 +1,7 @@
 #include "data/lignes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "data/nombres.h"
 #include "platform/systeme/texte.h"
@@ -11,6 +12,7 @@ namespace {
 constexpr std::string_view marque_quantite = "##QUA:", debut_marque = "##QUA";
 constexpr std::size_t longueur_marque = 14;  ///< what a new validation cuts out, whatever the marker's real length
 constexpr std::string_view debut_composants = "|¤¤"_t, fin_composant = "Ð"_t, avant_nombre = "ð"_t;
+constexpr std::string_view apres_nom = "µ"_t, apres_choix = "¦"_t;
 constexpr std::string_view syntaxe = "{}|", remplacants = "()/";
 constexpr char cache_segment = '\x01', cache_composition = '\x02';
 
@@ -112,6 +114,33 @@ std::string sans_segments(std::string_view ligne, std::string_view masque) {
     return r += ligne.substr(dernier + 1);
 }
 
+/// The label of "reference|label"; without "|" the whole text.
+std::string libelle_du_choix(std::string_view choix) {
+    const auto barre = choix.find('|');
+    return std::string(texte::rogne(barre == std::string_view::npos ? choix : choix.substr(barre + 1)));
+}
+
+bool a_des_choix(const Service& s) {
+    return std::any_of(s.choix.begin(), s.choix.end(), [](const std::string& c) { return !c.empty(); });
+}
+
+/// Adds a choice to the last course; when that is full, to a course of the same name behind it.
+void ajoute_choix(std::vector<Service>& services, std::string_view choix) {
+    if (services.back().choix.size() == choix_par_service) {
+        Service suite{services.back().nom, {}};
+        services.push_back(std::move(suite));
+    }
+    services.back().choix.push_back(libelle_du_choix(choix));
+}
+
+/// Takes the choices at the beginning of a text; what stands behind the last is left.
+void prend_choix(std::string_view& texte, std::vector<Service>& services) {
+    for (auto p = texte.find(apres_choix); p != std::string_view::npos; p = texte.find(apres_choix)) {
+        ajoute_choix(services, texte.substr(0, p));
+        texte.remove_prefix(p + apres_choix.size());
+    }
+}
+
 }  // namespace
 
 std::string_view reference(std::string_view ligne) {
@@ -188,6 +217,23 @@ std::optional<std::string_view> composition(std::string_view ligne) {
         if (p.composition) return ligne.substr(p.interieur, p.longueur);
     }
     return std::nullopt;
+}
+
+std::vector<Service> services(std::string_view composition) {
+    std::vector<Service> r(1);
+    for (bool fini = false; !fini;) {
+        const auto p = composition.find(apres_nom);
+        fini = p == std::string_view::npos;
+        std::string_view reste = composition.substr(0, p);
+        prend_choix(reste, r);
+        if (fini && texte::contient(reste, "|")) ajoute_choix(r, reste);  // the text breaks off within a choice
+        if (!fini) {
+            r.push_back({std::string(texte::rogne(reste)), {}});
+            composition.remove_prefix(p + apres_nom.size());
+        }
+    }
+    std::erase_if(r, [](const Service& s) { return !a_des_choix(s); });
+    return r;
 }
 
 std::string validee(std::string_view ligne, double quantite, std::span<const std::string> remarques) {

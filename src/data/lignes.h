@@ -1,6 +1,6 @@
-// The parts of a note line, which begins as the article's record: label, price, quantity, remarks, components.
-// Markers count only outside the remarks, so that no remark can change what a line is; a menu composition ("{{" to
-// "}}") is no remark and stays in the line as it is.
+// The parts of a note line, which begins as the article's record: label, price, quantity, remarks, components,
+// menu courses. Markers count only outside the remarks, so that no remark can change what a line is; a menu composition
+// ("{{" to "}}") is no remark and stays in the line as it is.
 #pragma once
 
 #include <optional>
@@ -42,6 +42,18 @@ std::vector<Composant> composants(std::string_view ligne);
 
 /// The composition's text between "{{" and "}}"; nothing without one.
 std::optional<std::string_view> composition(std::string_view ligne);
+
+inline constexpr std::size_t choix_par_service = 16;
+
+/// A course of a fixed-price menu, with the dishes to choose from.
+struct Service {
+    std::string nom;
+    std::vector<std::string> choix;  ///< labels in their places, choix_par_service at most
+};
+/// The courses that have a dish, of a composition's text: six times a name, "µ" and sixteen choices, each a reference,
+/// "|", a label and "¦"; empty choices keep their place. Whatever separators are missing or too many, each course is
+/// found by its "µ"; what cannot be a choice is left out, and a 17th choice begins another course of the same name.
+std::vector<Service> services(std::string_view composition);
 
 /// The line with a new quantity and new remarks; blank remarks are left out, the others neutralised.
 std::string validee(std::string_view ligne, double quantite, std::span<const std::string> remarques);

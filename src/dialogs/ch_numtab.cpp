@@ -1,7 +1,6 @@
 #include "dialogs/ch_numtab.h"
 
 #include <array>
-#include <cmath>
 #include <string>
 
 #include "data/catalogue.h"
@@ -72,7 +71,7 @@ class Saisie {
                                                 {"Liste", image_liste, Role::action},
                                                 {"999 / 1", 0, Role::action, formes::est_etroit() ? 14 : 22},
                                                 {},
-                                                {"Valider", image_valider, Role::aller}};
+                                                formes::touche_valide};
         formes::ajoute_barre(forme_, barre);
     }
 
@@ -86,8 +85,12 @@ class Saisie {
                                     carte.hauteur};
         const Cadre touches = {zone.gauche, carte.bas() + rythme, zone.largeur, zone.bas() - carte.bas() - rythme};
         formes::ajoute_carte(forme_, m.carte,
-                             {carte, ligne_titre, ligne_valeur, etroit ? police_titre_etroite : police_titre,
-                              police * 5 / 3, Alignement::gauche, Alignement::droite});
+                             {.carte = carte,
+                              .titre = ligne_titre,
+                              .valeur = ligne_valeur,
+                              .police_titre = etroit ? police_titre_etroite : police_titre,
+                              .police_valeur = police * 5 / 3,
+                              .alignement_valeur = Alignement::droite});
         Controle& g = forme_.ajoute({.nom = m.grille,
                                      .genre = Genre::grille,
                                      .cadre = touches,

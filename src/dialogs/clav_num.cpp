@@ -20,7 +20,7 @@ using formes::px;
 constexpr int lignes = 4, colonnes = 3;
 constexpr int largeur_max = px(624), hauteur_carte = px(110);
 constexpr int garde_ms = 100;
-constexpr int police_valeur = 44;
+constexpr int police_invite = 18, police_valeur = 44;
 
 constexpr std::array<std::string_view, 12> chiffres = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "C", "0", "."};
 /// Font sizes on offer; the thirteenth has no key.
@@ -31,7 +31,7 @@ constexpr std::array<int, 12> chiffres_couleur = {1, 2, 3, 4, 5, 6, 7, 8, 9, 6, 
 
 enum CaseBarre { efface = 0, valide = 5 };
 const formes::ToucheDeBarre barre[6] = {
-    {"Effacer", image_retour_arriere, Role::detruire}, {}, {}, {}, {}, {"Valider", image_valider, Role::aller}};
+    {"Effacer", image_retour_arriere, Role::detruire}, {}, {}, {}, {}, formes::touche_valide};
 
 class Pave {
   public:
@@ -65,38 +65,39 @@ class Pave {
         const Cadre ligne_invite = {carte.gauche + px(18), carte.haut + px(6), l - px(36), px(40)};
         const Cadre ligne_valeur = {carte.gauche + px(18), carte.haut + px(44), l - px(36), px(62)};
         const Cadre touches = {carte.gauche, carte.bas() + rythme, l, zone.bas() - carte.bas() - rythme};
+        formes::ajoute_carte(forme_, {"Shape1", "Label2", "Label5"},
+                             {.carte = carte,
+                              .titre = ligne_invite,
+                              .valeur = ligne_valeur,
+                              .police_titre = police_invite,
+                              .police_valeur = police_valeur,
+                              .alignement_valeur = Alignement::droite});
+        forme_("Label5").visible = !masquee();
         const Plan plans[] = {
-            {.nom = "Shape1", .genre = Genre::forme, .cadre = carte, .role = Role::carte, .etiquette = 4},
-            {.nom = "Label2", .cadre = ligne_invite, .police = 18, .alignement = Alignement::gauche},
-            {.nom = "Label5",
-             .cadre = ligne_valeur,
-             .police = police_valeur,
-             .gras = true,
-             .alignement = Alignement::droite},
             {.nom = "Label3",
              .cadre = ligne_valeur,
              .police = police_valeur,
              .gras = true,
-             .alignement = Alignement::droite},
-            {.nom = "Picture1", .genre = Genre::image},
-            {.nom = "g3", .genre = Genre::grille, .cadre = touches, .gras = true, .etiquette = 3},
+             .alignement = Alignement::droite,
+             .visible = masquee()},
+            {.nom = "Picture1", .genre = Genre::image, .visible = false},
+            {.nom = "g3",
+             .genre = Genre::grille,
+             .cadre = touches,
+             .police = reglages::nombre(reglages::police_table),
+             .gras = true,
+             .etiquette = 3},
         };
         forme_.construit(plans);
-        forme_("Label2").aspect.encre = palette::gris;
-        forme_("Label5").visible = !masquee();
-        forme_("Label3").visible = masquee();
-        forme_("Picture1").visible = false;
         formes::ajoute_barre(forme_, barre);
         remplit_touches();
     }
 
     void remplit_touches() {
         Controle& g3 = forme_("g3");
-        const int police = reglages::nombre(reglages::police_table);
-        g3.aspect.police = police;
         const std::span<const std::string_view> faces = choix_de_taille() ? std::span<const std::string_view>(tailles)
                                                                           : std::span<const std::string_view>(chiffres);
-        formes::remplit_touches(g3, lignes, colonnes, faces, police);
+        formes::remplit_touches(g3, lignes, colonnes, faces, g3.aspect.police);
         for (std::size_t i = 0; i < g3.grille.cellules.size(); ++i) {
             Aspect& a = g3.grille.cellules[i];
             if (a.texte == "C") a.role = Role::touche_douce;
@@ -108,12 +109,8 @@ class Pave {
     }
 
     void separe_valeur() {
-        std::string& t = etat::texte_dialogue;
-        if (const auto p = t.find('|'); p != std::string::npos) {
-            change(t.substr(p + 1));
-            t.resize(p);
-        }
-        forme_("Label2").texte() = t;
+        change(formes::separe_initial());
+        forme_("Label2").texte() = etat::texte_dialogue;
     }
 
     void branche() {

@@ -78,6 +78,11 @@ const ToucheDeFonction fonctions[] = {
     {ligne_apres, {px(866), px(398), px(57), px(64)}, "", image_bas, Role::action, 15},
 };
 
+/// The tag that a key's colours go by.
+int etiquette_de(Role role) {
+    return role == Role::aller ? 5 : role == Role::detruire ? 6 : 3;
+}
+
 /// Candidates for the next opening; empty: none.
 std::vector<std::string> candidats;
 
@@ -110,53 +115,54 @@ class Clavier {
     std::vector<std::string> liste_;  ///< all candidates, empty: the list is not in use
 
     void construit() {
-        const int decalage = liste_.empty() ? 0 : hauteur_liste;
-        forme_.ajoute({.nom = "Label1",
-                       .cadre = {px(14), px(4), px(905), px(38)},
-                       .police = 16,
-                       .alignement = Alignement::gauche});
-        forme_.ajoute({.nom = "Label2", .alignement = Alignement::gauche});
-        forme_("Label2").visible = false;
-        forme_.ajoute({.nom = "Text1",
-                       .genre = Genre::champ,
-                       .cadre = {px(10), px(42), px(913), px(58)},
-                       .role = Role::champ,
-                       .police = 21,
-                       .alignement = Alignement::gauche,
-                       .etiquette = 4});
-        for (const char* nom : {"List1", "List2"}) {
-            Controle& l = forme_.ajoute({.nom = nom,
-                                         .genre = Genre::liste,
-                                         .cadre = {px(10), px(10), px(913), hauteur_liste - px(20)},
-                                         .role = Role::carte,
-                                         .police = 18,
-                                         .alignement = Alignement::gauche,
-                                         .etiquette = 9});
-            l.visible = nom == std::string_view("List1") && !liste_.empty();
-            l.grille.hauteur_ligne = px(54);
-            l.grille.defile = true;
-        }
+        const Plan plans[] = {
+            {.nom = "Label1",
+             .cadre = {px(14), px(4), px(905), px(38)},
+             .police = 16,
+             .alignement = Alignement::gauche},
+            {.nom = "Label2", .visible = false},
+            {.nom = "Text1",
+             .genre = Genre::champ,
+             .cadre = {px(10), px(42), px(913), px(58)},
+             .role = Role::champ,
+             .police = 21,
+             .alignement = Alignement::gauche,
+             .etiquette = 4},
+        };
+        forme_.construit(plans);
+        ajoute_liste("List1", !liste_.empty());
+        ajoute_liste("List2", false);
         construit_touches();
-        if (decalage == 0) return;
+        if (liste_.empty()) return;
         for (const auto& c : forme_.controles) {
-            if (c->genre != Genre::liste) c->cadre.haut += decalage;
+            if (c->genre != Genre::liste) c->cadre.haut += hauteur_liste;
         }
+    }
+
+    void ajoute_liste(std::string_view nom, bool visible) {
+        Controle& l = forme_.ajoute({.nom = nom,
+                                     .genre = Genre::liste,
+                                     .cadre = {px(10), px(10), px(913), hauteur_liste - px(20)},
+                                     .role = Role::carte,
+                                     .police = 18,
+                                     .etiquette = 9,
+                                     .visible = visible});
+        l.grille.hauteur_ligne = px(54);
+        l.grille.defile = true;
     }
 
     void construit_touches() {
         for (const ToucheDeFonction& f : fonctions) {
-            Controle& c = forme_.ajoute({.nom = "ttoc",
-                                         .index = f.numero,
-                                         .genre = Genre::bouton,
-                                         .cadre = f.cadre,
-                                         .texte = f.texte,
-                                         .role = f.role,
-                                         .police = f.police,
-                                         .gras = true,
-                                         .etiquette = f.role == Role::aller      ? 5
-                                                      : f.role == Role::detruire ? 6
-                                                                                 : 3});
-            c.aspect.image = f.image;
+            forme_.ajoute({.nom = "ttoc",
+                           .index = f.numero,
+                           .genre = Genre::bouton,
+                           .cadre = f.cadre,
+                           .texte = f.texte,
+                           .role = f.role,
+                           .police = f.police,
+                           .gras = true,
+                           .image = f.image,
+                           .etiquette = etiquette_de(f.role)});
         }
         for (const Rangee& r : rangees) {
             for (int i = r.premiere; i <= r.derniere; ++i) {
@@ -198,12 +204,8 @@ class Clavier {
     }
 
     void ouvre_texte() {
-        std::string& t = etat::texte_dialogue;
-        if (const auto p = t.find('|'); p != std::string::npos) {
-            texte_ = t.substr(p + 1);
-            t.resize(p);
-        }
-        forme_("Label1").texte() = t;
+        texte_ = moduclav::separe_initial();
+        forme_("Label1").texte() = etat::texte_dialogue;
         forme_("Label2").texte() = texte_;
         curseur_ = texte_.size();
         page_ = etat::code_dialogue == etat::saisie_majuscules ? 1 : 0;
@@ -323,12 +325,7 @@ class Clavier {
         Grille& g = forme_("List1").grille;
         g.ligne = ligne;
         for (int l = 0; l < g.lignes; ++l) g.cellule(l, 0).role = l == ligne ? Role::titre_groupe : Role::ligne;
-        if (ligne < g.premiere_ligne) g.defile_de(ligne - g.premiere_ligne, forme_("List1").cadre);
-        while (ligne >= g.premiere_ligne + g.lignes_visibles(forme_("List1").cadre)) {
-            const int avant = g.premiere_ligne;
-            g.defile_de(1, forme_("List1").cadre);
-            if (g.premiere_ligne == avant) break;
-        }
+        g.montre_ligne(ligne, forme_("List1").cadre);
     }
 
     void remplit_liste(std::string_view nom, const std::vector<std::string>& lignes) {

@@ -30,12 +30,8 @@ constexpr int pas_defilement = 10;  ///< rows
 constexpr int police_entete = 16;
 
 enum CaseBarre { bas = 0, haut = 1, envoie = 3, ferme = 5 };
-const formes::ToucheDeBarre barre[6] = {{"Bas", image_bas, Role::action},
-                                        {"Haut", image_haut, Role::action},
-                                        {},
-                                        {"Envoyer", image_envoyer, Role::aller},
-                                        {},
-                                        {"Fermer", image_fermer, Role::action}};
+const formes::ToucheDeBarre barre[6] = {
+    formes::touche_bas, formes::touche_haut, {}, {"Envoyer", image_envoyer, Role::aller}, {}, formes::touche_ferme};
 
 enum Colonne { nombre = 0, libelle = 1, ligne_note = 2 };
 
@@ -89,14 +85,12 @@ class Recapitulatif {
                                zone.droite() - liste.droite() - rythme, (zone.hauteur + rythme) / 3 - rythme};
             ajoute_carte(cartes[i], carte, etroit);
         }
-        Controle& g1 = forme_.ajoute({.nom = "g1",
-                                      .genre = Genre::grille,
-                                      .cadre = liste,
-                                      .role = Role::carte,
-                                      .police = 20,
-                                      .alignement = Alignement::gauche,
-                                      .etiquette = 9});
-        g1.aspect.police = std::max(1, reglages::nombre(reglages::police_note));
+        forme_.ajoute({.nom = "g1",
+                       .genre = Genre::grille,
+                       .cadre = liste,
+                       .role = Role::carte,
+                       .police = std::max(1, reglages::nombre(reglages::police_note)),
+                       .etiquette = 9});
         formes::ajoute_barre(forme_, barre);
     }
 
@@ -105,9 +99,14 @@ class Recapitulatif {
         const Cadre titre = {cadre.gauche + px(6), cadre.haut, cadre.largeur - px(12), haut_titre};
         const Cadre valeur = {cadre.gauche + px(6), cadre.haut + haut_titre - px(4), cadre.largeur - px(12),
                               cadre.hauteur - haut_titre - px(4)};
-        formes::ajoute_carte(
-            forme_, c,
-            {cadre, titre, valeur, etroit ? 13 : 16, etroit ? 38 : 64, Alignement::centre, Alignement::centre});
+        formes::ajoute_carte(forme_, c,
+                             {.carte = cadre,
+                              .titre = titre,
+                              .valeur = valeur,
+                              .police_titre = etroit ? 13 : 16,
+                              .police_valeur = etroit ? 38 : 64,
+                              .alignement_titre = Alignement::centre,
+                              .alignement_valeur = Alignement::centre});
     }
 
     /// The whole summary from the note; the place in the list stays.
@@ -147,23 +146,18 @@ class Recapitulatif {
 
     static void entetes(Grille& g) {
         for (const auto& [colonne, texte] : {std::pair(nombre, "Nb"), std::pair(libelle, "Libell\xE9")}) {
-            Aspect& a = g.cellule(0, colonne);
-            a = {};
-            a.texte = texte;
-            a.role = Role::entete;
-            a.gras = true;
-            a.police = police_entete;
-            a.alignement = colonne == nombre ? Alignement::centre : Alignement::gauche;
+            g.cellule(0, colonne) = {.texte = texte,
+                                     .role = Role::entete,
+                                     .police = police_entete,
+                                     .gras = true,
+                                     .alignement = colonne == nombre ? Alignement::centre : Alignement::gauche};
         }
         g.cellule(0, ligne_note).role = Role::entete;
     }
 
     /// Adds a row and gives its cells the looks that all rows share.
     static int ajoute_rang(Grille& g, int n) {
-        Aspect modele;
-        modele.role = Role::ligne;
-        const int l = g.ajoute_ligne(modele);
-        g.cellule(l, nombre).alignement = Alignement::centre;
+        const int l = g.ajoute_ligne({.role = Role::ligne});
         g.cellule(l, libelle).alignement = Alignement::gauche;
         g.cellule(l, ligne_note).texte = std::to_string(n);
         return l;

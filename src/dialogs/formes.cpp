@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "data/reglages.h"
 #include "dialogs/mini_97.h"
-#include "platform/systeme/texte.h"
 
 namespace formes {
 namespace {
@@ -15,6 +15,38 @@ constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form'
 constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
+
+constexpr int touche_min = px(54);  ///< what a finger does not miss
+constexpr int espace_serre = px(5);
+constexpr int sous_la_marque = px(24);  ///< where the label of a narrow key begins, its mark being in the corner
+constexpr int carte_min = px(50), carte_max = px(80), marge_carte = px(20), bord_carte = px(2);
+constexpr int police_titre = 27, police_titre_etroite = 18;
+
+/// The places of a screen of courses.
+struct PlacesDuMenu {
+    Cadre carte, article, service, touches;
+    int espace;  ///< between two keys: tight where the rows would else be too low, or the card
+};
+
+PlacesDuMenu places_du_menu(int lignes) {
+    const Cadre zone = contenu();
+    PlacesDuMenu p;
+    p.espace = zone.hauteur >= lignes * (touche_min + rythme) + carte_min ? rythme : espace_serre;
+    p.carte = zone;
+    p.carte.hauteur = std::clamp(zone.hauteur - lignes * (touche_min + p.espace), carte_min, carte_max);
+    const int haut = p.carte.bas() + p.espace;
+    p.touches = {zone.gauche, haut, zone.largeur, zone.bas() - haut};
+    const int gauche = p.carte.gauche + marge_carte, l = p.carte.largeur;
+    const int dessus = p.carte.haut + bord_carte, dedans = p.carte.hauteur - 2 * bord_carte;
+    if (est_etroit()) {
+        p.article = {gauche, dessus, l * 7 / 10, dedans / 2};
+        p.service = {gauche, p.article.bas(), l * 7 / 10, dedans / 2};
+    } else {
+        p.article = {gauche, dessus, l * 3 / 8, dedans};
+        p.service = {p.carte.gauche + l * 2 / 5 - px(4), dessus, l * 2 / 5, dedans};
+    }
+    return p;
+}
 
 }  // namespace
 
@@ -41,15 +73,14 @@ void remplit_barre(Controle& barre, std::span<const ToucheDeBarre> touches) {
     Grille& g = barre.grille;
     g.dimensionne(1, static_cast<int>(touches.size()));
     g.espace = espace_barre;
-    for (int c = 0; c < g.colonnes; ++c) {
-        const ToucheDeBarre& t = touches[static_cast<std::size_t>(c)];
-        Aspect& a = g.cellule(0, c);
-        a = {};
-        a.texte = t.texte;
-        a.image = t.image;
-        a.role = t.role;
-        a.gras = true;
-        a.police = t.police != 0 ? t.police : est_etroit() ? police_barre_etroite : police_barre;
+    const int police = est_etroit() ? police_barre_etroite : police_barre;
+    for (std::size_t c = 0; c < touches.size(); ++c) {
+        const ToucheDeBarre& t = touches[c];
+        g.cellules[c] = {.texte = std::string(t.texte),
+                         .image = t.image,
+                         .role = t.role,
+                         .police = t.police != 0 ? t.police : police,
+                         .gras = true};
     }
 }
 
@@ -67,7 +98,9 @@ void ajoute_carte(Forme& forme, const Carte& carte, const PlanCarte& plan) {
          .cadre = plan.titre,
          .texte = carte.legende,
          .police = plan.police_titre,
-         .alignement = plan.alignement_titre},
+         .alignement = plan.alignement_titre,
+         .encre = palette::gris,
+         .laisse_passer = true},
         {.nom = carte.valeur,
          .cadre = plan.valeur,
          .police = plan.police_valeur,
@@ -75,8 +108,6 @@ void ajoute_carte(Forme& forme, const Carte& carte, const PlanCarte& plan) {
          .alignement = plan.alignement_valeur},
     };
     forme.construit(plans);
-    forme(carte.titre).aspect.encre = palette::gris;
-    forme(carte.titre).laisse_passer = true;
 }
 
 void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces, int police) {
@@ -90,6 +121,58 @@ void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const
         a.gras = true;
         a.police = police;
     }
+}
+
+void ajoute_barre_de_choix(Forme& forme, const ToucheDeBarre& fin) {
+    const ToucheDeBarre barre[6] = {touche_precedent, touche_suivant, {}, {}, {}, fin};
+    ajoute_barre(forme, barre);
+}
+
+void remplit_choix(Aspect& touche, std::string_view libelle) {
+    const std::string texte(texte::rogne(libelle));
+    touche = {.texte = texte,
+              .role = texte.empty() ? Role::vide : Role::touche,
+              .gras = true,
+              .alignement = Alignement::gauche};
+}
+
+void marque_choix(Grille& grille, bool (*est_pris)(std::string_view)) {
+    for (Aspect& a : grille.cellules) {
+        if (a.texte.empty()) continue;
+        const bool pris = est_pris(a.texte);
+        a.role = pris ? Role::choisie : Role::touche;
+        a.marge_haut = pris && a.alignement == Alignement::centre ? sous_la_marque : 0;
+    }
+}
+
+Cadre construit_menu(Forme& forme, int lignes) {
+    const PlacesDuMenu p = places_du_menu(lignes);
+    const int police = est_etroit() ? police_titre_etroite : police_titre;
+    const Plan plans[] = {
+        {.nom = "Shape1", .genre = Genre::forme, .cadre = p.carte, .role = Role::carte, .etiquette = 4},
+        {.nom = "Label1",
+         .cadre = p.article,
+         .police = police,
+         .gras = true,
+         .alignement = Alignement::gauche,
+         .etiquette = 4},
+        {.nom = "Label2",
+         .cadre = p.service,
+         .police = police,
+         .gras = true,
+         .alignement = Alignement::gauche,
+         .encre = palette::bleu,
+         .etiquette = 4},
+        {.nom = "g1",
+         .genre = Genre::grille,
+         .cadre = p.touches,
+         .police = reglages::nombre(reglages::police_complements),
+         .etiquette = 9},
+    };
+    forme.construit(plans);
+    forme("g1").grille.dimensionne(lignes, 2);
+    forme("g1").grille.espace = p.espace;
+    return p.carte;
 }
 
 void demande_reinitialisation() {

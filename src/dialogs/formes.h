@@ -1,5 +1,5 @@
 // What the dialogs share upon moduclav: their place over the main screen, the banners with the reset request, the key
-// bar, cards and grids of keys.
+// bar, cards, grids of keys, and keys of choices (details and the courses of menus).
 #pragma once
 
 #include <span>
@@ -7,6 +7,8 @@
 
 #include "dialogs/moduclav.h"
 #include "platform/controles/controles.h"
+#include "platform/peinture/images.h"
+#include "platform/systeme/texte.h"
 
 namespace formes {
 
@@ -18,6 +20,7 @@ using moduclav::hauteur;
 using moduclav::largeur;
 using moduclav::met_couleurs;
 using moduclav::px;
+using moduclav::separe_initial;
 
 /// Gives the form the place of the main screen.
 void place(ecran::Forme& forme);
@@ -25,6 +28,8 @@ void place(ecran::Forme& forme);
 void encadre(ecran::Forme& forme, std::string_view haut, std::string_view bas);
 /// Text of the bottom banner of the dialogs.
 inline constexpr std::string_view version = "Win_Orvalune 2.01";
+/// Asks whether to start anew; on yes the program ends at once and nothing is written.
+void demande_reinitialisation();
 
 /// The area between the banners and above the key bar, with its margins.
 ecran::Cadre contenu();
@@ -33,18 +38,25 @@ ecran::Cadre cadre_barre();
 
 /// One key of a six-key bar; without text and picture an empty place.
 struct ToucheDeBarre {
-    std::string_view texte;
+    std::string_view texte = {};
     int image = 0;
     ecran::Role role = ecran::Role::vide;
     int police = 0;  ///< points, 0: the caption size of the bar
 };
+/// The keys that several bars have.
+inline constexpr ToucheDeBarre touche_bas = {"Bas", ecran::image_bas, ecran::Role::action},
+                               touche_haut = {"Haut", ecran::image_haut, ecran::Role::action},
+                               touche_precedent = {"Précédent"_t, ecran::image_gauche, ecran::Role::action},
+                               touche_suivant = {"Suivant", ecran::image_droite, ecran::Role::action},
+                               touche_ferme = {"Fermer", ecran::image_fermer, ecran::Role::action},
+                               touche_valide = {"Valider", ecran::image_valider, ecran::Role::aller};
 /// Fills a bar of one row; a dialog's own is called `g2`.
 void remplit_barre(ecran::Controle& barre, std::span<const ToucheDeBarre> touches);
 ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre> touches);
 
-/// A card with a caption and a value: the names of its controls, and what it says.
+/// A card with a caption and a value: the names of its controls, and what its caption says.
 struct Carte {
-    std::string_view carte, titre, valeur, legende;
+    std::string_view carte, titre, valeur, legende = {};
 };
 /// Where it lies on the form, where its two texts lie, and how they look.
 struct PlanCarte {
@@ -60,7 +72,15 @@ void ajoute_carte(ecran::Forme& forme, const Carte& carte, const PlanCarte& plan
 void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces,
                      int police);
 
-/// Asks whether to start anew; on yes the program ends at once and nothing is written.
-void demande_reinitialisation();
+/// The bar of a screen of choices, page by page; its last key closes the form, or does what the screen is for.
+enum BarreDeChoix { case_precedent = 0, case_suivant = 1, case_fin = 5 };
+void ajoute_barre_de_choix(ecran::Forme& forme, const ToucheDeBarre& fin);
+/// The key of a choice; without label the place of one.
+void remplit_choix(ecran::Aspect& touche, std::string_view libelle);
+/// Marks the keys whose label is taken, and no other.
+void marque_choix(ecran::Grille& grille, bool (*est_pris)(std::string_view libelle));
+/// Builds a screen of courses: a card with `Label1` (the article) and `Label2` (the course), and below it `g1`, keys of
+/// `lignes` rows and two columns, in the font size of the complements. Gives the card's area.
+ecran::Cadre construit_menu(ecran::Forme& forme, int lignes);
 
 }  // namespace formes

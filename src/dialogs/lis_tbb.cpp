@@ -9,8 +9,6 @@
 #include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/peinture/images.h"
-#include "platform/systeme/texte.h"
 
 namespace lis_tbb {
 namespace {
@@ -26,16 +24,19 @@ int combien(int place) {
 }
 
 enum CaseBarre { bas = 0, haut = 1, ferme = 5 };
-const formes::ToucheDeBarre barre[6] = {
-    {"Bas", image_bas, Role::action},      {"Haut", image_haut, Role::action}, {}, {}, {},
-    {"Fermer", image_fermer, Role::action}};
+const formes::ToucheDeBarre barre[6] = {formes::touche_bas, formes::touche_haut, {}, {}, {}, formes::touche_ferme};
 
 class Liste {
   public:
     Liste() {
         forme_.nom = "lis_tbb";
         formes::encadre(forme_, "Liste des Tables", formes::version);
-        forme_.ajoute({.nom = "g1", .genre = Genre::grille, .cadre = formes::contenu(), .gras = true, .etiquette = 3});
+        forme_.ajoute({.nom = "g1",
+                       .genre = Genre::grille,
+                       .cadre = formes::contenu(),
+                       .police = reglages::nombre(reglages::police_liste_tables),
+                       .gras = true,
+                       .etiquette = 3});
         remplit();
         formes::ajoute_barre(forme_, barre);
         branche();
@@ -55,7 +56,6 @@ class Liste {
         const int visibles = std::clamp(reglages::nombre(reglages::lignes_liste_tables), 1, combien(g1.cadre.hauteur));
         const int lignes = (static_cast<int>(tables.size()) + colonnes - 1) / colonnes;
         const std::vector<std::string_view> faces(tables.begin(), tables.end());
-        g1.aspect.police = reglages::nombre(reglages::police_liste_tables);
         formes::remplit_touches(g1, lignes, colonnes, faces, g1.aspect.police);
         g1.grille.hauteur_ligne = std::max(1, (g1.cadre.hauteur + rythme) / visibles - rythme);
         g1.grille.defile = true;

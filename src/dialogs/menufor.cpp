@@ -5,10 +5,8 @@
 #include <vector>
 
 #include "data/complements.h"
-#include "data/composition.h"
 #include "data/etat.h"
 #include "data/lignes.h"
-#include "dialogs/choix.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
 #include "platform/systeme/texte.h"
@@ -24,19 +22,20 @@ constexpr int police_page = 20, largeur_page = px(110);
 
 class Composition {
   public:
-    Composition() : services_(composition::services(lignes::composition(etat::texte_travail).value_or(""))) {
+    Composition() : services_(lignes::services(lignes::composition(etat::texte_travail).value_or(""))) {
         forme_.nom = "menufor";
         formes::encadre(forme_, "Menu composé"_t, formes::version);
-        const Cadre carte = choix::construit_menu(forme_, lignes_g1);
+        const Cadre carte = formes::construit_menu(forme_, lignes_g1);
         forme_("Label1").texte() = lignes::libelle(etat::texte_travail);
-        Controle& page = forme_.ajoute(
-            {.nom = "Label3",
-             .cadre = {carte.droite() - px(20) - largeur_page, carte.haut + px(2), largeur_page, carte.hauteur - px(4)},
-             .police = police_page,
-             .alignement = Alignement::droite,
-             .etiquette = 4});
-        page.aspect.encre = palette::gris;
-        choix::ajoute_barre(forme_);
+        const Cadre page = {carte.droite() - px(20) - largeur_page, carte.haut + px(2), largeur_page,
+                            carte.hauteur - px(4)};
+        forme_.ajoute({.nom = "Label3",
+                       .cadre = page,
+                       .police = police_page,
+                       .alignement = Alignement::droite,
+                       .encre = palette::gris,
+                       .etiquette = 4});
+        formes::ajoute_barre_de_choix(forme_, formes::touche_ferme);
         affiche_service();
         branche();
     }
@@ -45,7 +44,7 @@ class Composition {
 
   private:
     Forme forme_;
-    std::vector<composition::Service> services_;
+    std::vector<lignes::Service> services_;
     int courant_ = 0;
 
     int nb_services() const { return static_cast<int>(services_.size()); }
@@ -58,9 +57,9 @@ class Composition {
             marque();
         };
         forme_("g2").a_la_cellule = [this](int, int colonne) {
-            if (colonne == choix::precedent) va_service(courant_ - 1);
-            if (colonne == choix::suivant) va_service(courant_ + 1);
-            if (colonne == choix::ferme) forme_.ferme();
+            if (colonne == formes::case_precedent) va_service(courant_ - 1);
+            if (colonne == formes::case_suivant) va_service(courant_ + 1);
+            if (colonne == formes::case_fin) forme_.ferme();
         };
         forme_.a_l_echappement = [this] { forme_.ferme(); };
     }
@@ -71,22 +70,22 @@ class Composition {
     }
 
     void affiche_service() {
-        const composition::Service aucun;
+        const lignes::Service aucun;
         const auto& service = services_.empty() ? aucun : services_[static_cast<std::size_t>(courant_)];
         forme_("Label2").texte() = service.nom;
         forme_("Label3").texte() =
             services_.empty() ? "" : std::to_string(courant_ + 1) + " / " + std::to_string(nb_services());
         Grille& g = forme_("g1").grille;
-        for (std::size_t i = 0; i < composition::choix_par_service; ++i) {
+        for (std::size_t i = 0; i < lignes::choix_par_service; ++i) {
             const int place = static_cast<int>(i);
-            choix::remplit(g.cellule(place % lignes_g1, place / lignes_g1),
-                           i < service.choix.size() ? service.choix[i] : "");
+            formes::remplit_choix(g.cellule(place % lignes_g1, place / lignes_g1),
+                                  i < service.choix.size() ? service.choix[i] : "");
         }
         marque();
         formes::colore(forme_);
     }
 
-    void marque() { choix::marque(forme_("g1").grille, complements::est_pris); }
+    void marque() { formes::marque_choix(forme_("g1").grille, complements::est_pris); }
 };
 
 }  // namespace

@@ -51,6 +51,8 @@ const Plan plans[] = {
      .role = Role::aller,
      .police = 26,
      .gras = true,
+     .image = image_valider,
+     .place_image = PlaceImage::gauche,
      .etiquette = 5},
     {.nom = "btc",
      .index = touche_non,
@@ -60,6 +62,8 @@ const Plan plans[] = {
      .role = Role::detruire,
      .police = 26,
      .gras = true,
+     .image = image_fermer,
+     .place_image = PlaceImage::gauche,
      .etiquette = 6},
     {.nom = "btc",
      .index = touche_fermer,
@@ -69,6 +73,7 @@ const Plan plans[] = {
      .role = Role::action,
      .police = 14,
      .gras = true,
+     .image = image_fermer,
      .etiquette = 2},
 };
 
@@ -99,7 +104,7 @@ class Boite {
         forme_.role = Role::boite;
         forme_.voile = true;
         forme_.construit(plans);
-        separe_champ();
+        ouvre_texte();
         montre_touches();
         dimensionne();
         branche();
@@ -116,14 +121,10 @@ class Boite {
     Controle& champ() { return forme_("Text1"); }
     bool saisit() { return champ().visible; }
 
-    /// What follows the first "|" is the field's text.
-    void separe_champ() {
-        std::string& t = etat::texte_dialogue;
-        if (const auto p = t.find('|'); p != std::string::npos) {
-            champ().texte() = t.substr(p + 1);
-            t.resize(p);
-        }
-        forme_("Label1").texte() = t;
+    void ouvre_texte() {
+        champ().texte() = moduclav::separe_initial();
+        champ().curseur = static_cast<int>(champ().texte().size());
+        forme_("Label1").texte() = etat::texte_dialogue;
     }
 
     void montre_touches() {
@@ -132,15 +133,8 @@ class Boite {
         forme_("btc", touche_oui).visible = question;
         forme_("btc", touche_non).visible = question;
         forme_("btc", touche_fermer).visible = demande_ != fugitif;
-        champ().curseur = static_cast<int>(champ().texte().size());
-        for (const auto& [touche, image] :
-             {std::pair(touche_oui, image_valider), std::pair(touche_non, image_fermer)}) {
-            forme_("btc", touche).aspect.image = image;
-            forme_("btc", touche).aspect.place_image = PlaceImage::gauche;
-        }
-        Controle& fermer = forme_("btc", touche_fermer);
-        fermer.aspect.image = image_fermer;
         if (question) return;
+        Controle& fermer = forme_("btc", touche_fermer);
         fermer.cadre = cadre_fermer_seul;
         fermer.aspect.police = 22;
         fermer.aspect.place_image = PlaceImage::gauche;

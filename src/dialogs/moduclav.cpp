@@ -1,7 +1,5 @@
 #include "dialogs/moduclav.h"
 
-#include <algorithm>
-
 #include "data/etat.h"
 #include "data/programme_touches.h"
 #include "data/reglages.h"
@@ -20,10 +18,6 @@ Controle& bandeau(Forme& forme, const Plan& plan) {
     return c != nullptr ? *c : forme.ajoute(plan);
 }
 
-Couleur rgb(std::int32_t bgr) {
-    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
-}
-
 /// What a text of this aspect is seen on; where it has no ground of its own, that is a card.
 Couleur fond_vu(const Aspect& a) {
     if (a.fond != sans_couleur) return a.fond;
@@ -34,7 +28,7 @@ Couleur fond_vu(const Aspect& a) {
 void met_couleurs_du_numero(Aspect& aspect, int numero) {
     if (numero < 1 || numero > 9) return;
     const auto n = static_cast<std::size_t>(numero);
-    met_couleurs(aspect, rgb(etat::fonds_regles[n]), rgb(etat::encres_regles[n]));
+    met_couleurs(aspect, depuis_bgr(etat::fonds_regles[n]), depuis_bgr(etat::encres_regles[n]));
 }
 
 /// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.
@@ -84,6 +78,15 @@ void bandeaux(Forme& forme, std::string_view haut, std::string_view bas) {
     label_bas.texte() = bas;
     label_bas.aspect.fond = sans_couleur;
     label_bas.aspect.encre = palette::pale;
+}
+
+std::string separe_initial() {
+    std::string& t = etat::texte_dialogue;
+    const auto p = t.find('|');
+    if (p == std::string::npos) return {};
+    std::string initial = t.substr(p + 1);
+    t.resize(p);
+    return initial;
 }
 
 void met_couleurs(Aspect& aspect, Couleur fond, Couleur encre) {

@@ -2,6 +2,7 @@
 // the end of the program.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "platform/controles/controles.h"
@@ -22,6 +23,9 @@ bool est_etroit();
 
 /// Lays out `label_haut` and `label_bas` (made when the form lacks them) over the working width and sets their texts.
 void bandeaux(ecran::Forme& forme, std::string_view haut, std::string_view bas);
+
+/// Cuts etat::texte_dialogue at its first "|", so that the prompt is left; gives the initial text that stood behind it.
+std::string separe_initial();
 
 /// The contrast below which a text cannot be told from its ground; it then keeps a readable colour.
 inline constexpr double contraste_min = 2;

@@ -1,14 +1,12 @@
 #include "dialogs/sai_detail.h"
 
 #include <algorithm>
-#include <string>
 #include <vector>
 
 #include "data/complements.h"
 #include "data/etat.h"
 #include "data/reglages.h"
 #include "data/styles.h"
-#include "dialogs/choix.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
 #include "platform/systeme/texte.h"
@@ -24,9 +22,9 @@ constexpr int choix_par_categorie = 15, records_par_categorie = 20;
 constexpr int flots = 2;  ///< columns in which the keys of a category flow
 constexpr double contraste_lisible = 4.5;
 
-/// A stored colour, red in the low byte; what a damaged file holds beyond is cut off.
+/// A stored colour; what a damaged file holds beyond it is cut off.
 Couleur couleur(std::int32_t stockee) {
-    return ((stockee & 0xFF) << 16) | (stockee & 0xFF00) | ((stockee >> 16) & 0xFF);
+    return depuis_bgr(stockee & 0xFFFFFF);
 }
 
 class Details {
@@ -38,7 +36,7 @@ class Details {
         formes::encadre(forme_, "Saisie d'un détail"_t, formes::version);
         for (int k = 0; k < categories_montrees; ++k) construit_categorie(k);
         affiche_tableau();
-        choix::ajoute_barre(forme_);
+        formes::ajoute_barre_de_choix(forme_, formes::touche_ferme);
         branche();
     }
 
@@ -55,12 +53,19 @@ class Details {
         const Cadre carte = {zone.gauche + k * (largeur + rythme), zone.haut, largeur, zone.hauteur};
         const Cadre touches = {carte.gauche + marge, carte.haut + marge, carte.largeur - 2 * marge,
                                carte.hauteur - 2 * marge};
-        forme_.ajoute({.nom = "Shape1", .index = k, .genre = Genre::forme, .cadre = carte, .role = Role::carte});
-        Controle& g1 = forme_.ajoute({.nom = "g1", .index = k, .genre = Genre::grille, .cadre = touches});
-        g1.aspect.police = reglages::nombre(reglages::police_complements);
-        g1.grille.dimensionne(choix_par_categorie, 1);
-        g1.grille.espace = formes::est_etroit() ? marge : rythme;
-        g1.grille.flots = flots;
+        const Plan plans[] = {
+            {.nom = "Shape1", .index = k, .genre = Genre::forme, .cadre = carte, .role = Role::carte},
+            {.nom = "g1",
+             .index = k,
+             .genre = Genre::grille,
+             .cadre = touches,
+             .police = reglages::nombre(reglages::police_complements)},
+        };
+        forme_.construit(plans);
+        Grille& g = forme_("g1", k).grille;
+        g.dimensionne(choix_par_categorie, 1);
+        g.espace = formes::est_etroit() ? marge : rythme;
+        g.flots = flots;
     }
 
     void branche() {
@@ -71,9 +76,9 @@ class Details {
             };
         }
         forme_("g2").a_la_cellule = [this](int, int colonne) {
-            if (colonne == choix::precedent) change_page(-categories_montrees);
-            if (colonne == choix::suivant) change_page(categories_montrees);
-            if (colonne == choix::ferme) forme_.ferme();
+            if (colonne == formes::case_precedent) change_page(-categories_montrees);
+            if (colonne == formes::case_suivant) change_page(categories_montrees);
+            if (colonne == formes::case_fin) forme_.ferme();
         };
         forme_.a_l_echappement = [this] { forme_.ferme(); };
     }
@@ -95,7 +100,7 @@ class Details {
 
     void remplit(Aspect& touche, int code) {
         const styles::Style& s = styles_[static_cast<std::size_t>(code)];
-        choix::remplit(touche, s.libelle);
+        formes::remplit_choix(touche, s.libelle);
         if (touche.texte.empty()) return;
         if (formes::est_etroit()) touche.alignement = Alignement::centre;  // the mark stands in the corner then
         touche.fond = couleur(s.fond);
@@ -105,7 +110,8 @@ class Details {
 
     /// Marks the keys whose detail has been taken.
     void recherche_detail() {
-        for (int k = 0; k < categories_montrees; ++k) choix::marque(forme_("g1", k).grille, complements::est_marque);
+        for (int k = 0; k < categories_montrees; ++k)
+            formes::marque_choix(forme_("g1", k).grille, complements::est_marque);
     }
 };
 

@@ -5,7 +5,6 @@
 
 #include "data/complements.h"
 #include "data/etat.h"
-#include "dialogs/choix.h"
 #include "dialogs/formes.h"
 #include "dialogs/moduclav.h"
 #include "platform/ecran/boucle.h"
@@ -64,10 +63,10 @@ class Saisie {
     Saisie() : services_(decode_men(etat::texte_travail)) {
         forme_.nom = "sai_menu";
         formes::encadre(forme_, "Menu composé"_t, formes::version);
-        choix::construit_menu(forme_, lignes_g1);
+        formes::construit_menu(forme_, lignes_g1);
         forme_("Label1").texte() = description(etat::texte_travail);
         affiche_tableau();
-        choix::ajoute_barre(forme_, choix::Fin::valide);
+        formes::ajoute_barre_de_choix(forme_, formes::touche_valide);
         branche();
     }
 
@@ -84,9 +83,9 @@ class Saisie {
             marque();
         };
         forme_("g2").a_la_cellule = [this](int, int colonne) {
-            if (colonne == choix::precedent && courant_ > 0) va_service(courant_ - 1);
-            if (colonne == choix::suivant && courant_ < dernier_montre) va_service(courant_ + 1);
-            if (colonne == choix::ferme) moduclav::quitte();
+            if (colonne == formes::case_precedent && courant_ > 0) va_service(courant_ - 1);
+            if (colonne == formes::case_suivant && courant_ < dernier_montre) va_service(courant_ + 1);
+            if (colonne == formes::case_fin) moduclav::quitte();
         };
     }
 
@@ -102,8 +101,8 @@ class Saisie {
         Grille& g = forme_("g1").grille;
         for (int l = 0; l < lignes_g1; ++l) {
             for (int c = 0; c < g.colonnes; ++c) {
-                choix::remplit(g.cellule(l, c),
-                               service.choix[static_cast<std::size_t>(l + c * decalage_colonne)].libelle);
+                formes::remplit_choix(g.cellule(l, c),
+                                      service.choix[static_cast<std::size_t>(l + c * decalage_colonne)].libelle);
             }
         }
         marque();
@@ -112,7 +111,7 @@ class Saisie {
     /// A place without a dish counts as taken: its empty text is found among the rows, which are never too few.
     void marque() {
         Grille& g = forme_("g1").grille;
-        choix::marque(g, complements::est_marque);
+        formes::marque_choix(g, complements::est_marque);
         for (Aspect& a : g.cellules) {
             if (a.texte.empty()) a.image = image_valider;
         }

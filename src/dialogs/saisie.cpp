@@ -50,15 +50,44 @@ class Boite {
     Controle& champ() { return forme_("Text1"); }
 
     void construit() {
-        const int l = forme_.cadre.largeur - 2 * marge;
+        const int l = forme_.cadre.largeur - 2 * marge, moitie = (l - rythme) / 2;
+        construit_champ(l);
+        const Cadre gauche = {marge, px(180), moitie, px(96)};
+        const Cadre droite = {gauche.droite() + rythme, px(180), moitie, px(96)};
+        const Plan plans[] = {
+            {.nom = "btc",
+             .index = touche_accepte,
+             .genre = Genre::bouton,
+             .cadre = gauche,
+             .texte = "Valider",
+             .role = Role::aller,
+             .police = 22,
+             .gras = true,
+             .image = image_valider,
+             .place_image = PlaceImage::gauche,
+             .etiquette = 5},
+            {.nom = "btc",
+             .index = touche_abandonne,
+             .genre = Genre::bouton,
+             .cadre = droite,
+             .texte = "Annuler",
+             .role = Role::action,
+             .police = 22,
+             .gras = true,
+             .image = image_fermer,
+             .place_image = PlaceImage::gauche,
+             .etiquette = 2},
+        };
+        forme_.construit(plans);
+    }
+
+    /// Prompt and title, and below them the field with the chooser's key beside it, if there is one.
+    void construit_champ(int l) {
         const bool choix = static_cast<bool>(demande_.choix.demande);
         const int choisit = std::min(largeur_choix, l / 3);
-        const Cadre invite = {marge, px(20), l - px(80), px(70)}, titre = {marge + l - px(80), px(20), px(80), px(70)};
+        const Cadre invite = {marge, px(20), l - px(80), px(70)}, titre = {invite.droite(), px(20), px(80), px(70)};
         const Cadre ligne = {marge, px(98), choix ? l - choisit - rythme : l, hauteur_champ};
         const Cadre touche_choix = {ligne.droite() + rythme, ligne.haut, choisit, hauteur_champ};
-        const int moitie = (l - rythme) / 2;
-        const Cadre gauche = {marge, px(180), moitie, px(96)},
-                    droite = {marge + moitie + rythme, px(180), moitie, px(96)};
         const Plan plans[] = {
             {.nom = "Label1",
              .cadre = invite,
@@ -66,7 +95,12 @@ class Boite {
              .police = 22,
              .gras = true,
              .alignement = Alignement::gauche},
-            {.nom = "Label2", .cadre = titre, .texte = demande_.titre, .police = 13, .alignement = Alignement::droite},
+            {.nom = "Label2",
+             .cadre = titre,
+             .texte = demande_.titre,
+             .police = 13,
+             .alignement = Alignement::droite,
+             .encre = palette::gris},
             {.nom = "Text1",
              .genre = Genre::champ,
              .cadre = ligne,
@@ -81,35 +115,12 @@ class Boite {
              .role = Role::note,
              .police = 13,
              .gras = true,
-             .etiquette = 2},
-            {.nom = "btc",
-             .index = touche_accepte,
-             .genre = Genre::bouton,
-             .cadre = gauche,
-             .texte = "Valider",
-             .role = Role::aller,
-             .police = 22,
-             .gras = true,
-             .etiquette = 5},
-            {.nom = "btc",
-             .index = touche_abandonne,
-             .genre = Genre::bouton,
-             .cadre = droite,
-             .texte = "Annuler",
-             .role = Role::action,
-             .police = 22,
-             .gras = true,
-             .etiquette = 2},
+             .image = demande_.choix.image,
+             .place_image = PlaceImage::gauche,
+             .etiquette = 2,
+             .visible = choix},
         };
         forme_.construit(plans);
-        forme_("Label2").aspect.encre = palette::gris;
-        forme_("bt_choix").visible = choix;
-        for (const auto& [c, image] : {std::pair(&forme_("bt_choix"), demande_.choix.image),
-                                       std::pair(&forme_("btc", touche_accepte), int{image_valider}),
-                                       std::pair(&forme_("btc", touche_abandonne), int{image_fermer})}) {
-            c->aspect.image = image;
-            c->aspect.place_image = PlaceImage::gauche;
-        }
     }
 
     void change(std::string texte) {

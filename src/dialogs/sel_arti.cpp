@@ -82,26 +82,55 @@ class Validation {
     std::string& texte_de(std::string_view nom) { return forme_(nom).texte(); }
 
     void construit() {
-        const bool etroit = formes::est_etroit();
         const Cadre zone = formes::contenu();
-        const Places p = etroit ? places_etroites(zone) : places_larges(zone);
+        const Places p = formes::est_etroit() ? places_etroites(zone) : places_larges(zone);
         const Cadre liste = {zone.gauche, p.carte.bas() + rythme, zone.largeur, zone.bas() - p.carte.bas() - rythme};
-        const Alignement cote_prix = etroit ? Alignement::droite : Alignement::gauche;
+        construit_article(p);
+        construit_quantite(p);
+        forme_.ajoute({.nom = "g1",
+                       .genre = Genre::grille,
+                       .cadre = liste,
+                       .role = Role::carte,
+                       .police = std::max(1, reglages::nombre(reglages::police_remarques)),
+                       .etiquette = 9});
+        const int police = formes::est_etroit() ? 24 : 30;
+        const formes::ToucheDeBarre barre[6] = {{"Effacer", image_corbeille, Role::detruire},
+                                                {"A", 0, Role::action, police},
+                                                {"B", 0, Role::action, police},
+                                                {"C", 0, Role::action, police},
+                                                {"D", 0, Role::action, police},
+                                                formes::touche_valide};
+        formes::ajoute_barre(forme_, barre);
+    }
+
+    /// The card with the article; `Label7` holds its line as it came.
+    void construit_article(const Places& p) {
         const Plan plans[] = {
             {.nom = "Picture1", .genre = Genre::forme, .cadre = p.carte, .role = Role::carte, .etiquette = 4},
-            {.nom = "Label7", .alignement = Alignement::gauche},
+            {.nom = "Label7", .visible = false},
             {.nom = "Label1",
              .cadre = p.libelle,
-             .police = 20,
+             .police = std::max(1, reglages::nombre(reglages::police_article)),
              .gras = true,
              .alignement = Alignement::gauche,
              .etiquette = 4},
-            {.nom = "Label3", .cadre = p.prix, .police = police_prix, .alignement = cote_prix, .etiquette = 4},
+            {.nom = "Label3",
+             .cadre = p.prix,
+             .police = police_prix,
+             .alignement = formes::est_etroit() ? Alignement::droite : Alignement::gauche,
+             .encre = palette::gris,
+             .etiquette = 4},
+        };
+        forme_.construit(plans);
+    }
+
+    void construit_quantite(const Places& p) {
+        const Plan plans[] = {
             {.nom = "bt_gauc",
              .genre = Genre::bouton,
              .cadre = p.moins,
              .role = Role::action,
-             .gras = true,
+             .image = image_moins,
              .etiquette = 2},
             {.nom = "Label6",
              .cadre = p.quantite,
@@ -113,46 +142,21 @@ class Validation {
              .genre = Genre::bouton,
              .cadre = p.plus,
              .role = Role::action,
-             .gras = true,
+             .image = image_plus,
              .etiquette = 2},
             {.nom = "Label5",
              .cadre = p.total,
              .police = police_total,
              .gras = true,
              .alignement = Alignement::droite,
+             .encre = palette::vert,
              .etiquette = 4},
-            {.nom = "g1",
-             .genre = Genre::grille,
-             .cadre = liste,
-             .role = Role::carte,
-             .police = 18,
-             .alignement = Alignement::gauche,
-             .etiquette = 9},
         };
         forme_.construit(plans);
-        forme_("Label7").visible = false;
-        forme_("Label3").aspect.encre = palette::gris;
-        forme_("Label5").aspect.encre = palette::vert;
-        forme_("bt_gauc").aspect.image = image_moins;
-        forme_("bt_droi").aspect.image = image_plus;
-        construit_barre();
-    }
-
-    void construit_barre() {
-        const int police = formes::est_etroit() ? 24 : 30;
-        const formes::ToucheDeBarre barre[6] = {{"Effacer", image_corbeille, Role::detruire},
-                                                {"A", 0, Role::action, police},
-                                                {"B", 0, Role::action, police},
-                                                {"C", 0, Role::action, police},
-                                                {"D", 0, Role::action, police},
-                                                {"Valider", image_valider, Role::aller}};
-        formes::ajoute_barre(forme_, barre);
     }
 
     void charge() {
         const std::string& ligne = texte_de("Label7") = etat::texte_travail;
-        forme_("Label1").aspect.police = std::max(1, reglages::nombre(reglages::police_article));
-        forme_("g1").aspect.police = std::max(1, reglages::nombre(reglages::police_remarques));
         if (const auto q = lignes::quantite_courte(ligne)) texte_de("Label6") = nombres::general(*q);
         texte_de("Label1") = lignes::libelle(ligne);
         if (const auto prix = lignes::prix(ligne)) texte_de("Label3") = nombres::montant(*prix) + " ";
@@ -170,26 +174,26 @@ class Validation {
         g.hauteurs.assign(rangs.size() + 1, hauteur);
         g.hauteurs[0] = hauteur_entete;
         g.defile = true;
-        Aspect& entete = g.cellule(0, 0);
-        entete.texte = "Informations complémentaires"_t;
-        entete.role = Role::entete;
-        entete.gras = true;
-        entete.police = police_entete;
-        entete.alignement = Alignement::gauche;
-        entete.marge_gauche = px(formes::est_etroit() ? 6 : 10);
+        g.cellule(0, 0) = {.texte = std::string("Informations complémentaires"_t),
+                           .role = Role::entete,
+                           .police = police_entete,
+                           .gras = true,
+                           .alignement = Alignement::gauche,
+                           .marge_gauche = marge_rang()};
         for (std::size_t i = 0; i < rangs.size(); ++i) remplit_rang(g.cellule(static_cast<int>(i) + 1, 0), rangs[i]);
     }
 
-    void remplit_rang(Aspect& a, const std::string& texte) {
-        a = {};
-        a.texte = texte;
-        a.role = Role::ligne;
-        a.alignement = Alignement::gauche;
-        a.marge_gauche = px(formes::est_etroit() ? 6 : 10);
-        a.trait = true;
-        if (texte::rogne(texte).empty()) return;
-        a.image = image_gomme;
-        a.place_image = PlaceImage::droite;
+    static int marge_rang() { return px(formes::est_etroit() ? 6 : 10); }
+
+    /// A text can be cancelled: its row ends with a rubber.
+    static void remplit_rang(Aspect& a, const std::string& texte) {
+        a = {.texte = texte,
+             .image = texte::rogne(texte).empty() ? 0 : image_gomme,
+             .role = Role::ligne,
+             .alignement = Alignement::gauche,
+             .place_image = PlaceImage::droite,
+             .marge_gauche = marge_rang(),
+             .trait = true};
     }
 
     void branche() {

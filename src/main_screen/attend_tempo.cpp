@@ -24,6 +24,31 @@ constexpr int hauteur_pleine =
     marge + hauteur_message + hauteur_compte + hauteur_tentative + rythme + hauteur_touche + marge;
 constexpr int police_message = 18, police_compte = 64, police_tentative = 16, police_touche = 20;
 
+/// A form may be higher than a small screen: the box lies in what is seen.
+Cadre cadre_boite() {
+    const int vue = std::min(formes::hauteur(), hauteur_ecran());
+    const int l = std::min(largeur_boite, formes::largeur() - 2 * rythme);
+    const int h = std::min(hauteur_boite, vue - 2 * hauteur_bandeau);
+    return {(formes::largeur() - l) / 2, (vue - h) / 2, l, h};
+}
+
+/// Places of the controls within the box, from the bottom up.
+struct Places {
+    Cadre message, compte, tentative, touche;
+};
+
+Places places(int largeur, int hauteur) {
+    const double part = std::min(1.0, static_cast<double>(hauteur) / hauteur_pleine);
+    const auto y = [part](int h) { return static_cast<int>(h * part); };
+    const int utile = largeur - 2 * marge;
+    Places p;
+    p.message = {marge, y(marge), utile, y(hauteur_message)};
+    p.touche = {marge, hauteur - y(marge + hauteur_touche), utile, y(hauteur_touche)};
+    p.tentative = {marge, p.touche.haut - y(hauteur_tentative + rythme), utile, y(hauteur_tentative)};
+    p.compte = {marge, p.tentative.haut - y(hauteur_compte), utile, y(hauteur_compte)};
+    return p;
+}
+
 class Attente {
   public:
     Attente() {
@@ -31,6 +56,7 @@ class Attente {
         forme_.nom = "attend_tempo";
         forme_.role = Role::boite;
         forme_.voile = true;
+        forme_.cadre = cadre_boite();
         construit();
         branche();
         formes::colore(forme_);
@@ -42,44 +68,38 @@ class Attente {
     Forme forme_;
 
     void construit() {
-        const int vue = std::min(formes::hauteur(), hauteur_ecran());  // a form may be higher than a small screen
-        const int l = std::min(largeur_boite, formes::largeur() - 2 * rythme);
-        const int h = std::min(hauteur_boite, vue - 2 * hauteur_bandeau);
-        forme_.cadre = {(formes::largeur() - l) / 2, (vue - h) / 2, l, h};
-        const double part = std::min(1.0, static_cast<double>(h) / hauteur_pleine);
-        const auto y = [part](int hauteur) { return static_cast<int>(hauteur * part); };
-        const int utile = l - 2 * marge;
-        const Cadre message = {marge, y(marge), utile, y(hauteur_message)};
-        const Cadre touche = {marge, h - y(marge + hauteur_touche), utile, y(hauteur_touche)};
-        const Cadre tentative = {marge, touche.haut - y(hauteur_tentative + rythme), utile, y(hauteur_tentative)};
-        const Cadre compte = {marge, tentative.haut - y(hauteur_compte), utile, y(hauteur_compte)};
+        const Places p = places(forme_.cadre.largeur, forme_.cadre.hauteur);
         const Plan plans[] = {
             {.nom = "Label1",
-             .cadre = message,
+             .cadre = p.message,
              .texte = "Impossible de se connecter au réseau, un nouvel essai sera fait dans         secondes..."_t,
              .police = police_message},
-            {.nom = "Label2", .cadre = compte, .texte = "5", .police = police_compte, .gras = true},
-            {.nom = "Label4", .cadre = compte, .texte = "5", .police = police_compte, .gras = true},
+            {.nom = "Label2", .texte = "5", .visible = false},
+            {.nom = "Label4",
+             .cadre = p.compte,
+             .texte = "5",
+             .police = police_compte,
+             .gras = true,
+             .encre = palette::bleu},
             {.nom = "Label3",
-             .cadre = tentative,
+             .cadre = p.tentative,
              .texte = "Nouvelle tentative de connexion",
              .police = police_tentative,
-             .gras = true},
+             .gras = true,
+             .encre = palette::vert,
+             .visible = false},
             {.nom = "p11",
              .genre = Genre::bouton,
-             .cadre = touche,
+             .cadre = p.touche,
              .texte = "Abandonner",
              .role = Role::detruire,
              .police = police_touche,
              .gras = true,
+             .image = image_fermer,
+             .place_image = PlaceImage::gauche,
              .etiquette = 6},
         };
         forme_.construit(plans);
-        forme_("Label2").visible = forme_("Label3").visible = false;
-        forme_("Label4").aspect.encre = palette::bleu;
-        forme_("Label3").aspect.encre = palette::vert;
-        forme_("p11").aspect.image = image_fermer;
-        forme_("p11").aspect.place_image = PlaceImage::gauche;
     }
 
     void branche() {

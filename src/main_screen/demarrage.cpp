@@ -16,8 +16,8 @@
 #include "dialogs/mini_97.h"
 #include "dialogs/moduclav.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/grille.h"
 #include "main_screen/note.h"
-#include "main_screen/pages.h"
 #include "platform/ecran/boucle.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/locale.h"
@@ -145,7 +145,7 @@ void execute() {
     choisit_format();
     prend_repertoire();
     prepare_fichiers();
-    pages::raz_touches();
+    grille::raz_touches();
     place_ecran();
     etat::colonnes_grille = reglages::nombre(reglages::colonnes_grille);
     etat::lignes_grille = reglages::nombre(reglages::lignes_grille);
@@ -160,7 +160,7 @@ void execute() {
 
 void place_ecran() {
     bandeau::place();
-    pages::place();
+    grille::place();
 }
 
 bool est_fait() {

@@ -9,6 +9,7 @@
 #include "main_screen/bandeau.h"
 #include "main_screen/demarrage.h"
 #include "main_screen/fonctions.h"
+#include "main_screen/grille.h"
 #include "main_screen/guet.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
@@ -56,7 +57,7 @@ void garde_la_note() {
 }
 
 void ajoute_touches(Forme& f) {
-    pages::construit(f, touches::touche, touches::touche_barre);
+    grille::construit(f, touches::touche, touches::touche_barre);
 }
 
 void montre_service() {

@@ -16,6 +16,7 @@
 #include "dialogs/sel_arti.h"
 #include "main_screen/bandeau.h"
 #include "main_screen/fonctions.h"
+#include "main_screen/grille.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
 #include "platform/systeme/texte.h"
@@ -157,7 +158,7 @@ const Action actions[] = {
 
 void touche(int i) {
     std::string code = std::exchange(etat::code_touche, "");
-    if (code.empty() && i >= 0 && i <= pages::nb_touches) code = pages::codes[static_cast<std::size_t>(i)];
+    if (code.empty() && i >= 0 && i <= grille::nb_touches) code = grille::codes[static_cast<std::size_t>(i)];
     if (code.size() < longueur_marque) code = texte::complete(code, longueur_marque);
     const Frappe frappe{code, std::string_view(code).substr(longueur_marque), i};
     for (const Action& a : actions) {
@@ -169,8 +170,8 @@ void touche(int i) {
 }
 
 void touche_barre(int colonne) {
-    if (colonne < 0 || colonne >= static_cast<int>(pages::codes_barre.size())) return;
-    etat::code_touche = pages::codes_barre[static_cast<std::size_t>(colonne)];
+    if (colonne < 0 || colonne >= static_cast<int>(grille::codes_barre.size())) return;
+    etat::code_touche = grille::codes_barre[static_cast<std::size_t>(colonne)];
     if (etat::code_touche == "#ENVO#") {
         etat::code_touche.clear();
         return fonctions::recharge();

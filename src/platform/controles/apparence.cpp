@@ -73,6 +73,10 @@ bool est_touche(Role role) {
     return look(role).touche;
 }
 
+Couleur depuis_bgr(std::int32_t bgr) {
+    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
+}
+
 double contraste(Couleur a, Couleur b) {
     const auto [bas, haut] = std::minmax({luminance(a), luminance(b)});
     return (haut + 0.05) / (bas + 0.05);

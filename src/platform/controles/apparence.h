@@ -54,6 +54,8 @@ bool est_touche(Role role);
 
 /// White, else ink, else black: the first whose contrast on `fond` is at least 4.5 to 1.
 Couleur encre_lisible(Couleur fond);
+/// A colour as files hold it, red in the low byte; sans_couleur for a negative one.
+Couleur depuis_bgr(std::int32_t bgr);
 /// Contrast ratio of two colours, 1 to 21, after the relative luminances of sRGB.
 double contraste(Couleur a, Couleur b);
 

@@ -107,6 +107,17 @@ void Grille::defile_de(int pas, const Cadre& cadre) {
     premiere_ligne = std::clamp(std::max(premiere_ligne, lignes_fixes) + pas, lignes_fixes, derniere);
 }
 
+void Grille::montre_ligne(int voulue, const Cadre& cadre) {
+    if (!defile || voulue < lignes_fixes) return;
+    const auto premiere = [this] { return std::max(premiere_ligne, lignes_fixes); };
+    if (voulue < premiere()) return defile_de(voulue - premiere(), cadre);
+    while (voulue >= premiere() + lignes_visibles(cadre)) {
+        const int avant = premiere_ligne;
+        defile_de(1, cadre);
+        if (premiere_ligne == avant) return;
+    }
+}
+
 Cadre cadre_cellule(const Controle& c, int ligne, int colonne) {
     const Grille& g = c.grille;
     if (!g.existe(ligne, colonne)) return {};

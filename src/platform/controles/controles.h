@@ -46,7 +46,7 @@ enum class PlaceImage : std::uint8_t {
 
 /// What can be seen of a control, or of one cell of a grid.
 struct Aspect {
-    std::string texte;
+    std::string texte = {};
     int image = 0;  ///< number in the picture set, 0: none
     Role role = Role::rien;
     Couleur fond = sans_couleur;  ///< own colour, before that of the role
@@ -89,6 +89,8 @@ struct Grille {
     std::string_view texte(int l, int c) const { return existe(l, c) ? std::string_view(cellule(l, c).texte) : ""; }
     /// Scrolls by `pas` rows (negative: up), within the bounds.
     void defile_de(int pas, const Cadre& cadre);
+    /// Scrolls a list no further than needed to show a row.
+    void montre_ligne(int voulue, const Cadre& cadre);
     /// How many rows fit below the fixed ones.
     int lignes_visibles(const Cadre& cadre) const;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include "platform/ecran/entrees_win32.h"
@@ -263,6 +264,32 @@ class FenetreWin32 final : public Fenetre {
         return 0;
     }
 
+    /// What moves or sizes the window; nothing when the system has to do its part.
+    std::optional<LRESULT> tient_sa_place(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+        switch (message) {
+            case WM_GETMINMAXINFO:  // a window may be larger than the screen, as the wish was
+                reinterpret_cast<MINMAXINFO*>(lp)->ptMaxTrackSize = {32767, 32767};
+                return 0;
+            case WM_DISPLAYCHANGE:
+                replacements_ = 0;
+                couvre_le_moniteur();
+                return std::nullopt;
+            case WM_SIZE:  // restored: the tablet may have been turned meanwhile
+            case WM_MOVE:
+                if (message == WM_SIZE && std::exchange(reduite_, wp == SIZE_MINIMIZED)) replacements_ = 0;
+                if (message == WM_MOVE || wp == SIZE_RESTORED) PostMessageW(fenetre, message_place, 0, 0);
+                return std::nullopt;
+            case message_place:  // a few times at most: another program may insist on a place for it
+                if (replacements_++ < replacements_max) couvre_le_moniteur();
+                return 0;
+            case 0x02E0 /* WM_DPICHANGED */:
+                suit_la_densite(lp);
+                return std::nullopt;
+            default:
+                return std::nullopt;
+        }
+    }
+
     LRESULT traite(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
         switch (message) {
             case WM_PAINT:
@@ -278,35 +305,18 @@ class FenetreWin32 final : public Fenetre {
             case WM_ACTIVATE:  // who is in front is known only when the change is done
                 PostMessageW(fenetre, message_rang, 0, 0);
                 break;
-            case WM_GETMINMAXINFO:  // a window may be larger than the screen, as the wish was
-                reinterpret_cast<MINMAXINFO*>(lp)->ptMaxTrackSize = {32767, 32767};
-                return 0;
-            case WM_DISPLAYCHANGE:
-                replacements_ = 0;
-                couvre_le_moniteur();
-                break;
-            case WM_SIZE:  // restored: the tablet may have been turned meanwhile
-            case WM_MOVE:
-                if (message == WM_SIZE && std::exchange(reduite_, wp == SIZE_MINIMIZED)) replacements_ = 0;
-                if (message == WM_MOVE || wp == SIZE_RESTORED) PostMessageW(fenetre, message_place, 0, 0);
-                break;
-            case message_place:  // a few times at most: another program may insist on a place for it
-                if (replacements_++ < replacements_max) couvre_le_moniteur();
-                return 0;
             case WM_SYSCOMMAND:
                 if ((wp & 0xFFF0) == SC_SCREENSAVE && est_active()) return 0;
                 break;
             case WM_DESTROY:
                 RemovePropW(fenetre, L"MicrosoftTabletPenServiceProperty");
                 break;
-            case 0x02E0 /* WM_DPICHANGED */:
-                suit_la_densite(lp);
-                break;
             case 0x02CC /* WM_TABLET_QUERYSYSTEMGESTURESTATUS */:
                 return gestes_refuses;
             default:
                 break;
         }
+        if (const auto reponse = tient_sa_place(fenetre, message, wp, lp)) return *reponse;
         if (const auto reponse = entrees_.decode(fenetre, message, wp, lp)) return *reponse;
         return DefWindowProcW(fenetre, message, wp, lp);
     }

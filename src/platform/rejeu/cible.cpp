@@ -26,19 +26,6 @@ bool se_touche(const Forme& f, const ecran::Touche& voulue, int x, int y) {
     return sur_l_ecran(f, x, y) && ecran::sous_le_doigt(f, x, y) == voulue;
 }
 
-/// Scrolls a list no further than needed to show the row.
-void montre_ligne(Controle& c, int ligne) {
-    auto& g = c.grille;
-    if (!g.defile || ligne < g.lignes_fixes) return;
-    const int premiere = std::max(g.premiere_ligne, g.lignes_fixes);
-    if (ligne < premiere) g.defile_de(ligne - premiere, c.cadre);
-    while (ligne >= std::max(g.premiere_ligne, g.lignes_fixes) + g.lignes_visibles(c.cadre)) {
-        const int avant = g.premiere_ligne;
-        g.defile_de(1, c.cadre);
-        if (g.premiere_ligne == avant) return;
-    }
-}
-
 /// Whether a caption is that text: trimmed, or (the space key) just as it stands.
 bool porte(std::string_view legende, std::string_view texte) {
     const std::string lue = texte_lu(legende);
@@ -136,7 +123,7 @@ bool point_a_toucher(const Cible& cible, int& x, int& y, std::string& faute) {
     Controle& c = *cible.controle;
     if (cible.forme != ecran::forme_du_dessus()) return faute = "l'écran n'est pas au-dessus", false;
     if (!c.visible) return faute = "contrôle caché", false;
-    if (cible.est_cellule()) montre_ligne(c, cible.ligne);
+    if (cible.est_cellule()) c.grille.montre_ligne(cible.ligne, c.cadre);
     const Cadre cadre = cible.est_cellule() ? ecran::cadre_cellule(c, cible.ligne, cible.colonne) : c.cadre;
     if (cadre.largeur <= 0 || cadre.hauteur <= 0) return faute = "cellule cachée", false;
     x = cadre.gauche + cadre.largeur / 2;

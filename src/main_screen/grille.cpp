@@ -1,0 +1,173 @@
+#include "main_screen/grille.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "data/etat.h"
+#include "data/nombres.h"
+#include "dialogs/formes.h"
+#include "main_screen/bandeau.h"
+#include "platform/systeme/texte.h"
+
+namespace grille {
+namespace {
+
+using namespace ecran;
+using formes::px;
+
+constexpr int haut_grille = 500;                     ///< twips, first row of keys
+constexpr int marge = px(10), bas_grille = px(140);  ///< the grid's end, from the form's bottom edge
+constexpr int hauteur_prix = px(44), police_prix = 13, police_marque = 15;
+constexpr int colonnes_max = 40, lignes_max = 40;
+
+Cadre cadre_touche(const Cases& k) {
+    const int l = formes::largeur() - 2 * marge + rythme;
+    const int h = formes::hauteur() - bas_grille - haut_grille + rythme;
+    const auto bord = [](int total, int parts, int i) {
+        return static_cast<int>(static_cast<std::int64_t>(total) * i / parts);
+    };
+    const int gauche = bord(l, colonnes(), k.colonne), haut = bord(h, lignes(), k.ligne);
+    const int droite = bord(l, colonnes(), std::min(k.colonne + k.largeur, colonnes())) - rythme;
+    const int bas = bord(h, lignes(), std::min(k.ligne + k.hauteur, lignes())) - rythme;
+    return {marge + gauche, haut_grille + haut, std::max(0, droite - gauche), std::max(0, bas - haut)};
+}
+
+Controle& touche_numero(int k) {
+    return bandeau::forme()("btx", k);
+}
+Controle& compagne(int k) {
+    return bandeau::forme()("btt", k);
+}
+
+/// What a picture number says on the function row.
+struct Legende {
+    int image;
+    std::string_view texte;
+    Role role;
+};
+const Legende legendes[] = {
+    {11, "Table", Role::action},        {12, "Quitter", Role::detruire}, {13, "Familles", Role::action},
+    {15, "Serveurs", Role::action},     {17, "Suivant", Role::action},   {18, "Précédent"_t, Role::action},
+    {22, "Note", Role::note},           {23, "Envoyer", Role::aller},    {24, "Familles", Role::action},
+    {30, "En attente", Role::attendre},
+};
+
+formes::ToucheDeBarre touche_de_barre(int image, std::string_view code) {
+    if (image <= 0) return {};
+    formes::ToucheDeBarre t{"", image + etat::decalage_images, Role::action};
+    for (const Legende& l : legendes) {
+        if (l.image != image) continue;
+        t.texte = l.texte;
+        t.role = l.role;
+    }
+    if (image == 24 && code == "#MENU#") t.texte = "Accueil";
+    return t;
+}
+
+}  // namespace
+
+void construit(Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(int colonne)) {
+    for (int k = 1; k <= nb_touches; ++k) {
+        Controle& touche = forme.ajoute({.nom = "btx", .index = k, .genre = Genre::bouton, .role = Role::touche});
+        touche.au_toucher = [au_toucher, k] { au_toucher(k); };
+        forme.ajoute({.nom = "btt", .index = k, .genre = Genre::image, .laisse_passer = true});
+    }
+    const Plan plans[] = {
+        {.nom = "g2", .genre = Genre::grille, .gras = true, .etiquette = 2},
+        {.nom = "Label_attente",
+         .texte = "0",
+         .role = Role::pastille,
+         .gras = true,
+         .visible = false,
+         .laisse_passer = true},
+        {.nom = "Label_num",
+         .texte = "0",
+         .police = 10,
+         .alignement = Alignement::droite,
+         .encre = palette::pale,
+         .laisse_passer = true},
+    };
+    forme.construit(plans);
+    forme("g2").a_la_cellule = [a_la_barre](int, int colonne) { a_la_barre(colonne); };
+}
+
+void place() {
+    Forme& f = bandeau::forme();
+    const Cadre barre = formes::cadre_barre();
+    f("g2").cadre = barre;
+    const int cote = px(formes::est_etroit() ? 28 : 38);
+    const int droite_case = barre.gauche + (barre.largeur + px(8)) * 5 / 6 - px(8);
+    f("Label_attente").cadre = {droite_case - cote - px(7), barre.haut + px(8), cote, cote};
+    f("Label_attente").aspect.police = formes::est_etroit() ? 11 : 15;
+    f("Label_num").cadre = {formes::largeur() - px(70), formes::hauteur() - hauteur_bandeau, px(60), hauteur_bandeau};
+}
+
+void raz_touches() {
+    for (int k = 1; k <= nb_touches; ++k) {
+        codes[static_cast<std::size_t>(k)].clear();
+        touche_numero(k).visible = compagne(k).visible = false;
+        touche_numero(k).texte().clear();
+        compagne(k).aspect = {};
+    }
+}
+
+int colonnes() {
+    return std::clamp(etat::colonnes_grille, 1, colonnes_max);
+}
+int lignes() {
+    return std::clamp(etat::lignes_grille, 1, lignes_max);
+}
+
+Aspect& pose_touche(int k, const Cases& cases, std::string_view code, std::string_view texte, int police) {
+    codes[static_cast<std::size_t>(k)] = code;
+    Controle& c = touche_numero(k);
+    c.cadre = cadre_touche(cases);
+    c.visible = true;
+    c.aspect = {.texte = std::string(texte), .role = Role::touche, .police = std::max(1, police), .gras = true};
+    return c.aspect;
+}
+
+void pose_prix(int k, std::string_view prix) {
+    Controle& b = touche_numero(k);
+    const int hauteur = std::min(hauteur_prix, b.cadre.hauteur / 3);
+    b.aspect.marge_haut = b.aspect.marge_bas = hauteur * 3 / 4;
+    Controle& c = compagne(k);
+    c.cadre = {b.cadre.gauche, b.cadre.bas() - hauteur, b.cadre.largeur, hauteur};
+    c.visible = true;
+    c.aspect = {.texte = std::string(prix), .encre = b.aspect.encre, .police = police_prix};
+}
+
+void pose_image(int k, int image, bool marque) {
+    Controle& b = touche_numero(k);
+    const bool avec_texte = !texte::rogne(b.texte()).empty();
+    if (avec_texte && image > 0) b.aspect.marge_haut = b.cadre.hauteur * 3 / 5;
+    Controle& c = compagne(k);
+    c.cadre = b.cadre;
+    if (avec_texte) c.cadre.hauteur = b.cadre.hauteur * 2 / 3;
+    c.visible = true;
+    c.aspect = {.image = image > 0 ? image + etat::decalage_images : 0,
+                .encre = b.aspect.encre != sans_couleur ? b.aspect.encre : encre_de(Role::touche)};
+    if (!marque) return;
+    c.aspect.texte = "N";
+    c.aspect.police = police_marque;
+    c.aspect.gras = true;
+    c.aspect.place_image = PlaceImage::milieu;
+    c.aspect.alignement = Alignement::droite;
+    c.aspect.marge_droite = px(10);
+    c.aspect.marge_bas = std::max(0, c.cadre.hauteur - px(40));
+}
+
+void init_g2(std::string_view codes_touches, std::string_view images) {
+    std::array<formes::ToucheDeBarre, 6> barre;
+    for (std::size_t c = 0; c < barre.size(); ++c) {
+        const auto fin = codes_touches.find('|');
+        codes_barre[c] = codes_touches.substr(0, fin);
+        codes_touches = fin == std::string_view::npos ? "" : codes_touches.substr(fin + 1);
+        barre[c] =
+            touche_de_barre(static_cast<int>(nombres::lis(texte::colonnes(images, 6 * c + 1, 2))), codes_barre[c]);
+    }
+    formes::remplit_barre(bandeau::forme()("g2"), barre);
+    formes::colore(bandeau::forme());
+}
+
+}  // namespace grille
