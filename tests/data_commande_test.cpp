@@ -4,7 +4,6 @@
 #include <random>
 
 #include "atelier.h"
-#include "data/identite.h"
 #include "data/lignes.h"
 #include "main_screen/note.h"
 #include "platform/systeme/texte.h"
@@ -47,7 +46,7 @@ TEST_F(CommandeTest, UneCommandeEntiereOctetParOctet) {
               "8880000000611  |DES:Prix fixe|FA2:98|{{Entréeµ8880000000284|Salade¦}} ##QUA:001.00##{Lasagnes}"_t),
           "8880000000031  |DES:Sans marque", "8880000000031  |DES:Trois ##QUA:003.50##{}{ouverte"});
     EXPECT_EQ(commande::contenu(),
-              "#ID#" + identite::code() +
+              "#ID#" + commande::identite() +
                   "\r\n#VERSION#2.1\r\n#SERVEUR#03\r\n#TABLE#012\r\n#NBCOUVERT#4 \r\n"
                   "#REF#8880000000024  {2.00}\r\n#COMP#Saignante|Sans sel|\r\n#NOTE#\r\n" +
                   std::string("#REF#8880000000574  {2.00}   + ¤¤999999|ÐÐMENU\r\n"
@@ -58,8 +57,8 @@ TEST_F(CommandeTest, UneCommandeEntiereOctetParOctet) {
                   "#REF#8880000000031  {1.00}\r\n#COMP#\r\n#NOTE#\r\n"
                   "#REF#8880000000031  {3.50}\r\n#COMP#|ouverte|\r\n#NOTE#\r\n");
     EXPECT_EQ(commande::nom(horloge::maintenant()), "2021-05-19-12-30-45_03_012_004_.-A-");
-    EXPECT_EQ(identite::code().size(), 10u);
-    EXPECT_EQ(identite::code().find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"), std::string::npos);
+    EXPECT_EQ(commande::identite().size(), 10u);
+    EXPECT_EQ(commande::identite().find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789"), std::string::npos);
 }
 
 TEST_F(CommandeTest, TableEtCouvertsDansLeNomEtDansLeTexte) {

@@ -3,7 +3,7 @@
 #include "data/reseau.h"
 
 #include "atelier.h"
-#include "data/identite.h"
+#include "data/commande.h"
 #include "data/livraison.h"
 #include "platform/systeme/horloge.h"
 #include "platform/systeme/ouvrier.h"
@@ -282,7 +282,7 @@ TEST_F(ReseauTest, LaTabletteSIdentifie) {
     };
     envoie();
     EXPECT_EQ(reussites, 1);
-    EXPECT_EQ(terrain.lis("reseau/00_00_0_19-05-2021-12-30-45.txt"), "#ID#" + identite::code() + "\r\n");
+    EXPECT_EQ(terrain.lis("reseau/00_00_0_19-05-2021-12-30-45.txt"), "#ID#" + commande::identite() + "\r\n");
     std::filesystem::remove_all("reseau");
     envoie();
     etat::hors_ligne = true;

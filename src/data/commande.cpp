@@ -1,21 +1,67 @@
 #include "data/commande.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <random>
 #include <set>
+#include <string_view>
 
 #include "data/etat.h"
-#include "data/identite.h"
 #include "data/journal.h"
 #include "data/lignes.h"
 #include "data/livraison.h"
 #include "data/nombres.h"
 #include "data/suivi.h"
+#include "platform/systeme/processus.h"
 #include "platform/systeme/texte.h"
 
 namespace commande {
 namespace {
 
 constexpr int essais_max = 3600;  ///< seconds that may be taken by other waiting orders
+
+// --- what names this tablet ------------------------------------------------------------------------------------------
+
+constexpr std::string_view signes = "ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+constexpr std::size_t longueur_identite = 10;
+constexpr std::string_view fichier_secours = "identite.wdo";
+
+std::string en_signes(std::uint64_t v) {
+    std::string r;
+    for (std::size_t i = 0; i < longueur_identite; ++i, v /= signes.size()) r += signes[v % signes.size()];
+    return r;
+}
+
+/// FNV-1a, then a last mixing: near identifiers give far codes.
+std::uint64_t empreinte(std::string_view t) {
+    std::uint64_t h = 0xCBF29CE484222325;
+    for (const char c : t) h = (h ^ static_cast<unsigned char>(c)) * 0x100000001B3;
+    h = (h ^ (h >> 33)) * 0xFF51AFD7ED558CCD;
+    return h ^ (h >> 33);
+}
+
+bool est_un_code(std::string_view t) {
+    return t.size() == longueur_identite && t.find_first_not_of(signes) == std::string_view::npos;
+}
+
+std::string code_garde() {
+    std::string t;
+    if (fichiers::lis_tout(fichier_secours, t, 1024) == fichiers::Issue::fait) {
+        const auto lignes = texte::lignes(t);
+        if (!lignes.empty() && est_un_code(lignes[0])) return std::string(lignes[0]);
+    }
+    std::random_device hasard;
+    const std::string neuf = en_signes((static_cast<std::uint64_t>(hasard()) << 32) ^ hasard());
+    static_cast<void>(fichiers::ecrit_tout(fichier_secours, neuf + "\r\n", fichiers::Remplace::oui));
+    return neuf;
+}
+
+std::string derive() {
+    const std::string machine = processus::identifiant_machine();
+    return machine.empty() ? code_garde() : en_signes(empreinte(machine));
+}
+
+// --- the order's text ------------------------------------------------------------------------------------------------
 
 std::string table_couverts() {
     return texte::complete(etat::table_couverts, std::max<std::size_t>(etat::table_couverts.size(), 7));
@@ -60,10 +106,15 @@ void vide_la_note() {
 
 }  // namespace
 
+const std::string& identite() {
+    static const std::string c = derive();
+    return c;
+}
+
 std::string contenu() {
     const std::string tc = table_couverts();
     std::string t;
-    ajoute_ligne(t, "#ID#", identite::code());
+    ajoute_ligne(t, "#ID#", identite());
     ajoute_ligne(t, "#VERSION#2.1");
     ajoute_ligne(t, "#SERVEUR#", nombres::entier_complete(etat::numero_serveur, 2));
     ajoute_ligne(t, "#TABLE#", texte::colonnes(tc, 3, 3));

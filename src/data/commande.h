@@ -8,6 +8,10 @@
 
 namespace commande {
 
+/// What names this tablet to the order router: ten characters of A-Z and 0-9, the same at every start, derived from the
+/// machine's own identifier, or made once and kept in the working directory where there is none.
+const std::string& identite();
+
 /// The order of the note, server and table in hand: every line ends with CR LF.
 std::string contenu();
 /// "yyyy-mm-dd-hh-nn-ss_SS_TTT_CCC_.-A-".

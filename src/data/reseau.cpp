@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "data/commande.h"
 #include "data/etat.h"
-#include "data/identite.h"
 #include "data/journal.h"
 #include "data/livraison.h"
 #include "data/suivi.h"
@@ -71,7 +71,7 @@ void change_etat(bool joignable) {
 }
 
 livraison::Lieu lieu() {
-    return {etat::repertoire_reseau, identite::code()};
+    return {etat::repertoire_reseau, commande::identite()};
 }
 
 /// What the working directory holds now; nothing when it cannot be listed, and nothing may be delivered then.
@@ -346,7 +346,7 @@ void envoie_identification(std::function<void(bool)> suite) {
     const bool lance =
         !etat::hors_ligne &&
         ouvrier::lance(
-            {[repertoire = etat::repertoire_reseau, nom, ecrit, contenu = "#ID#" + identite::code() + "\r\n"] {
+            {[repertoire = etat::repertoire_reseau, nom, ecrit, contenu = "#ID#" + commande::identite() + "\r\n"] {
                  *ecrit = livraison::depose(repertoire, nom, contenu);
              },
              [ecrit, suite](ouvrier::Reponse reponse) { suite(reponse == ouvrier::Reponse::faite && *ecrit); },
