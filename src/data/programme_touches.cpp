@@ -108,7 +108,7 @@ std::int32_t Ligne::couleur() const {
 bool prepare() {
     if (tenus::attend(nom_fichier) || (fichier && !tenus::est_tenu(nom_fichier))) return fichier != nullptr;
     fichiers::Issue ecriture = fichiers::Issue::panne;
-    auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture);
+    auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture, fin_de_record);
     if (ouvert || !fichier) fichier = std::move(ouvert);
     tenus::note(nom_fichier, ecriture);
     if (!fichier) return false;

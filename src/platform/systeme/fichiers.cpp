@@ -75,7 +75,10 @@ Issue met_en_place(const std::string& temporaire, std::string_view chemin, Rempl
 
 class Records final : public FichierRecords {
   public:
-    Records(std::unique_ptr<Fichier> fichier, std::size_t taille) : fichier_(std::move(fichier)), taille_(taille) {}
+    Records(std::unique_ptr<Fichier> fichier, std::size_t taille, std::string_view fin)
+        : fichier_(std::move(fichier)),
+          taille_(taille),
+          vide_(std::string(taille - fin.size(), ' ') + std::string(fin)) {}
 
     std::uint64_t longueur() const override { return fichier_->longueur(); }
 
@@ -91,8 +94,10 @@ class Records final : public FichierRecords {
     Issue ecrit(std::size_t numero, std::string_view contenu) override {
         if (numero == 0) return Issue::panne;
         const std::uint64_t debut = std::min(fichier_->longueur(), place(numero));
-        const std::string vide(static_cast<std::size_t>(place(numero) - debut), ' ');
-        return ecrit_a(debut, vide + texte::complete(contenu, taille_));
+        std::string octets;
+        octets.reserve(static_cast<std::size_t>(place(numero) - debut) + taille_);
+        for (std::uint64_t i = debut; i < place(numero); ++i) octets += vide_[static_cast<std::size_t>(i % taille_)];
+        return ecrit_a(debut, octets + texte::complete(contenu, taille_));
     }
 
     Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu); }
@@ -100,6 +105,7 @@ class Records final : public FichierRecords {
   private:
     std::unique_ptr<Fichier> fichier_;
     std::size_t taille_;
+    std::string vide_;  ///< a record that nobody has written
 
     std::uint64_t place(std::size_t numero) const { return static_cast<std::uint64_t>(numero - 1) * taille_; }
 
@@ -287,12 +293,12 @@ void retire_temporaires(std::string_view repertoire) {
 }
 
 std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record,
-                                                      Issue& ecriture) {
+                                                      Issue& ecriture, std::string_view fin_de_record) {
     Issue lecture = Issue::panne;
     auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture_ecriture, ecriture);
     if (!f) f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, lecture);
     if (!f) return nullptr;
-    return std::make_unique<Records>(std::move(f), longueur_record);
+    return std::make_unique<Records>(std::move(f), longueur_record, fin_de_record);
 }
 
 std::unique_ptr<FichierRecords> FichierRecords::ouvre(std::string_view chemin, std::size_t longueur_record) {

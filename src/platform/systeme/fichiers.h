@@ -92,7 +92,9 @@ class FichierRecords {
   public:
     /// Opens or creates; what may only be read is opened for reading, and a write to it fails. Nothing when none of
     /// these is possible (a directory, no right at all). `ecriture` tells whether it can be written, or why not.
-    static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record, Issue& ecriture);
+    /// `fin_de_record` is what each record ends with that nobody has written yet; the rest of it is blanks.
+    static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record, Issue& ecriture,
+                                                 std::string_view fin_de_record = "");
     static std::unique_ptr<FichierRecords> ouvre(std::string_view chemin, std::size_t longueur_record);
     virtual ~FichierRecords() = default;
     virtual std::uint64_t longueur() const = 0;
@@ -100,7 +102,7 @@ class FichierRecords {
     /// Nothing when the medium does not give them.
     virtual std::optional<std::string> lis(std::size_t numero) = 0;
     /// Writes one record whole (cut or padded with blanks) and flushes it to the medium.
-    /// A gap behind the old end is filled with blanks, never with zero bytes.
+    /// A gap behind the old end is filled with unwritten records, never with zero bytes.
     virtual Issue ecrit(std::size_t numero, std::string_view contenu) = 0;
     /// Writes the file from its start in one stroke and flushes it.
     virtual Issue ecrit_depuis_le_debut(std::string_view contenu) = 0;
