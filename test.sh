@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds everything and runs every test. Further arguments go to ctest (such as -R commande).
-# Usage: ./test.sh [--sanitize | --windows] [ARGUMENTS OF CTEST]
+# Usage: ./test.sh [--sanitize | --thread | --windows] [ARGUMENTS OF CTEST]
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -8,6 +8,7 @@ preset=release
 groupes="programme tests"
 case ${1:-} in
     --sanitize) preset=sanitize && shift ;;
+    --thread) preset=thread && shift ;;
     --windows) preset=windows && groupes="$groupes windows" && shift ;;
 esac
 # shellcheck disable=SC2086

@@ -1,25 +1,14 @@
 #!/usr/bin/env bash
-# Checks the rooms of src/: every include runs down the table, none up, none in a circle; no room is crowded; the system
-# is known to platform/ alone. Each fault is named with its file and line.
+# Checks the rooms of src/: every include runs down the table of outils/salles.sh, none up, none in a circle; no room is
+# crowded; the system is known to platform/ alone. Each fault is named with its file and line.
 set -uo pipefail
 cd "$(dirname "$0")/../src" || exit
+# shellcheck source=outils/salles.sh
+. ../outils/salles.sh
 
-# From top to bottom; a room uses those below it. Behind ":" the rooms that it keeps to.
-table='
-main.cpp
-main_screen
-config
-dialogs
-data: platform/systeme
-platform/rejeu
-platform/ecran
-platform/peinture
-platform/controles
-platform/systeme
-'
 fichiers_max=28
 
-# Who includes what, as "file:line target": rooms that the table does not have, arrows that run up or out of bounds.
+# Rooms that the table does not have, arrows that run up or out of bounds.
 verifie_fleches() {
     awk -v table="$table" '
         BEGIN {
@@ -29,17 +18,13 @@ verifie_fleches() {
                 if (m[1] != "") { rang[m[1]] = i; bornes[m[1]] = m[2] }
             }
         }
-        function salle(chemin) {
-            if (!(chemin in rang)) sub("/[^/]*$", "", chemin)
-            return chemin
-        }
         {
-            de = $1; sub(":.*", "", de); de = salle(de); vers = salle($2)
+            de = $2; vers = $4
             if (!(de in rang)) print "src/" $1 ": the table has no room " de
-            else if (!(vers in rang)) print "src/" $1 ": \"" $2 "\" is in no room of the table"
-            else if (rang[vers] < rang[de]) print "src/" $1 ": " de " lies below \"" $2 "\""
+            else if (!(vers in rang)) print "src/" $1 ": \"" $3 "\" is in no room of the table"
+            else if (rang[vers] < rang[de]) print "src/" $1 ": " de " lies below \"" $3 "\""
             else if (de != vers && bornes[de] != "" && index(bornes[de], vers) == 0)
-                print "src/" $1 ": " de " keeps to " bornes[de] ", and not to \"" $2 "\""
+                print "src/" $1 ": " de " keeps to " bornes[de] ", and not to \"" $3 "\""
         }'
 }
 
@@ -49,7 +34,7 @@ verifie_cercles() {
     local arcs membres
     arcs=$(awk '
         function module(chemin) { sub("(_(systeme|interne))?[.](h|cpp)$", "", chemin); return chemin }
-        { de = $1; sub(":.*", "", de); if (module(de) != module($2)) print module(de), module($2), $1, $2 }')
+        { de = $1; sub(":.*", "", de); if (module(de) != module($3)) print module(de), module($3), $1, $3 }')
     membres=$(cut -d ' ' -f 1,2 <<<"$arcs" | tsort 2>&1 >/dev/null | sed -nE 's/^tsort: ([^- ]*[^:])$/\1/p')
     awk -v membres="$membres" '
         BEGIN { split(membres, m, "\n"); for (i in m) cercle[m[i]] }
@@ -59,7 +44,7 @@ verifie_cercles() {
 verifie_nombres() {
     find . -type d | while read -r dossier; do
         local nombre
-        nombre=$(find "$dossier" -maxdepth 1 -type f | wc -l)
+        nombre=$(fichiers_de "$dossier" | wc -l)
         [ "$nombre" -le "$fichiers_max" ] || echo "src/${dossier#./}: $nombre files, more than $fichiers_max"
     done
 }
@@ -71,6 +56,7 @@ verifie_systeme() {
         sed -nE 's|^\./(.*)|src/\1|; /^src\/(platform\/|main\.cpp:)/!p'
 }
 
-includes=$(grep -rnE '^ *# *include *"' . | sed -E 's|^\./([^:]*:[0-9]+):[^"]*"([^"]*)".*|\1 \2|')
-fautes=$(verifie_fleches <<<"$includes"; verifie_cercles <<<"$includes"; verifie_nombres; verifie_systeme)
+fleches=$(inclusions)
+[ -n "$fleches" ] || { echo "src/: the includes could not be read"; exit 1; }
+fautes=$(verifie_fleches <<<"$fleches"; verifie_cercles <<<"$fleches"; verifie_nombres; verifie_systeme)
 [ -z "$fautes" ] || { echo "$fautes"; exit 1; }

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Installs the distribution's packages that a task needs and the machine lacks (Debian, Ubuntu).
-# Usage: outils/paquets.sh [programme] [tests] [windows] [format]
+# Usage: outils/paquets.sh [programme] [tests] [windows] [fuzz] [format]
 set -euo pipefail
 
 programme="cmake ninja-build g++ libsdl2-dev libstb-dev fonts-liberation fonts-material-design-icons-iconfont"
 tests="libgtest-dev googletest libbenchmark-dev xvfb xdotool imagemagick bindfs dpkg-dev file"
 windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 wine nsis"
+fuzz="clang libclang-rt-dev"
 format="clang-format python3"
 
 manquants=()
