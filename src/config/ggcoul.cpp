@@ -107,8 +107,8 @@ class Choix {
 
     void lis() {
         for (int n = 1; n <= nb_numeros; ++n) {
-            paire(n) = {nuances::depuis_bgr(reglages::couleur(reglages::fonds + n)),
-                        nuances::depuis_bgr(reglages::couleur(reglages::encres + n))};
+            paire(n) = {depuis_bgr(reglages::couleur(reglages::fonds + n)),
+                        depuis_bgr(reglages::couleur(reglages::encres + n))};
         }
         lues_ = reglees_;
     }
@@ -411,7 +411,7 @@ class Choix {
     // --- the store
 
     static bool ecrit(int record, Couleur c) {
-        const std::string t = c == sans_couleur ? "" : "#I#" + std::to_string(nuances::vers_bgr(c));
+        const std::string t = c == sans_couleur ? "" : "#I#" + std::to_string(vers_bgr(c));
         return reglages::ecrit(record, t) == fichiers::Issue::fait;
     }
 

@@ -287,7 +287,7 @@ class Editeur {
             g1().cellule(l, c).alignement = Alignement::centre;
         }
         Aspect& coul = g1().cellule(l, couleur);
-        coul.fond = w_prog_coul::couleur_de(ligne.couleur());
+        coul.fond = depuis_bgr(ligne.couleur());
         if (coul.fond != sans_couleur) coul.role = Role::puce;
     }
 

@@ -159,7 +159,7 @@ class Choix {
         for (int i = 0; i < nb_listes; ++i) {
             barre[i] = {listes[i].titre, listes[i].image, i == numero ? Role::attendre : Role::action};
         }
-        barre[case_ferme] = {"Fermer", image_fermer, Role::action};
+        barre[case_ferme] = formes::touche_ferme;
         formes::remplit_barre(forme_("g2"), barre);
         remplit(listes[numero].titre, listes[numero].liste());
         dernier = {numero, -1, ""};
@@ -197,9 +197,7 @@ class Choix {
     }
 
     void branche() {
-        forme_("g1").a_la_cellule = [this](int l, int c) {
-            touche(static_cast<std::size_t>(l * forme_("g1").grille.colonnes + c));
-        };
+        forme_("g1").a_la_cellule = [this](int l, int c) { touche(forme_("g1").grille.rang(l, c)); };
         forme_("g2").a_la_cellule = [this](int, int c) {
             if (c < nb_listes) montre_liste(c);
             if (c == case_ferme) forme_.ferme();

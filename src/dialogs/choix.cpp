@@ -29,7 +29,7 @@ int espace_pour(int lignes, int hauteur) {
 void ajoute_barre(Forme& forme, Fin fin) {
     formes::ToucheDeBarre barre[6] = {{"Précédent"_t, image_gauche, Role::action},
                                       {"Suivant", image_droite, Role::action}};
-    if (fin == Fin::ferme) barre[ferme] = {"Fermer", image_fermer, Role::action};
+    if (fin == Fin::ferme) barre[ferme] = formes::touche_ferme;
     if (fin == Fin::valide) barre[ferme] = {"Valider", image_valider, Role::aller};
     formes::ajoute_barre(forme, barre);
 }

@@ -30,12 +30,8 @@ constexpr int pas_defilement = 10;  ///< rows
 constexpr int police_entete = 16;
 
 enum CaseBarre { bas = 0, haut = 1, envoie = 3, ferme = 5 };
-const formes::ToucheDeBarre barre[6] = {{"Bas", image_bas, Role::action},
-                                        {"Haut", image_haut, Role::action},
-                                        {},
-                                        {"Envoyer", image_envoyer, Role::aller},
-                                        {},
-                                        {"Fermer", image_fermer, Role::action}};
+const formes::ToucheDeBarre barre[6] = {
+    formes::touche_bas, formes::touche_haut, {}, {"Envoyer", image_envoyer, Role::aller}, {}, formes::touche_ferme};
 
 enum Colonne { nombre = 0, libelle = 1, ligne_note = 2 };
 

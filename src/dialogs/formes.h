@@ -7,6 +7,7 @@
 
 #include "dialogs/moduclav.h"
 #include "platform/controles/controles.h"
+#include "platform/peinture/images.h"
 
 namespace formes {
 
@@ -38,9 +39,15 @@ struct ToucheDeBarre {
     ecran::Role role = ecran::Role::vide;
     int police = 0;  ///< points, 0: the caption size of the bar
 };
+/// Keys of several bars.
+inline constexpr ToucheDeBarre touche_bas = {"Bas", ecran::image_bas, ecran::Role::action};
+inline constexpr ToucheDeBarre touche_haut = {"Haut", ecran::image_haut, ecran::Role::action};
+inline constexpr ToucheDeBarre touche_ferme = {"Fermer", ecran::image_fermer, ecran::Role::action};
 /// Fills a bar of one row; a dialog's own is called `g2`.
 void remplit_barre(ecran::Controle& barre, std::span<const ToucheDeBarre> touches);
 ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre> touches);
+/// A key that looks as one of a bar, but is a button of its own name.
+void ajoute_touche(ecran::Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const ecran::Cadre& cadre);
 
 /// A card with a caption and a value: the names of its controls, and what it says.
 struct Carte {

@@ -9,7 +9,6 @@
 #include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/peinture/images.h"
 #include "platform/systeme/texte.h"
 
 namespace lis_tbb {
@@ -26,9 +25,7 @@ int combien(int place) {
 }
 
 enum CaseBarre { bas = 0, haut = 1, ferme = 5 };
-const formes::ToucheDeBarre barre[6] = {
-    {"Bas", image_bas, Role::action},      {"Haut", image_haut, Role::action}, {}, {}, {},
-    {"Fermer", image_fermer, Role::action}};
+const formes::ToucheDeBarre barre[6] = {formes::touche_bas, formes::touche_haut, {}, {}, {}, formes::touche_ferme};
 
 class Liste {
   public:

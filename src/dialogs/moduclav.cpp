@@ -20,10 +20,6 @@ Controle& bandeau(Forme& forme, const Plan& plan) {
     return c != nullptr ? *c : forme.ajoute(plan);
 }
 
-Couleur rgb(std::int32_t bgr) {
-    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
-}
-
 /// What a text of this aspect is seen on; where it has no ground of its own, that is a card.
 Couleur fond_vu(const Aspect& a) {
     if (a.fond != sans_couleur) return a.fond;
@@ -34,26 +30,7 @@ Couleur fond_vu(const Aspect& a) {
 void met_couleurs_du_numero(Aspect& aspect, int numero) {
     if (numero < 1 || numero > 9) return;
     const auto n = static_cast<std::size_t>(numero);
-    met_couleurs(aspect, rgb(etat::fonds_regles[n]), rgb(etat::encres_regles[n]));
-}
-
-/// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.
-int etiquette_de(const Aspect& cellule, int etiquette_grille) {
-    switch (cellule.role) {
-        case Role::aller:
-            return 5;
-        case Role::detruire:
-            return 6;
-        case Role::entete:
-            return 7;
-        case Role::vide:
-        case Role::ligne_touchee:
-        case Role::ligne_choisie:
-        case Role::puce:
-            return 0;
-        default:
-            return etiquette_grille;
-    }
+    met_couleurs(aspect, depuis_bgr(etat::fonds_regles[n]), depuis_bgr(etat::encres_regles[n]));
 }
 
 }  // namespace
@@ -104,7 +81,25 @@ void colore(Forme& forme) {
         Controle& c = **i;
         if (c.etiquette == 0) continue;
         met_couleurs_du_numero(c.aspect, c.etiquette);
-        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a, c.etiquette));
+        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a.role, c.etiquette));
+    }
+}
+
+int etiquette_de(Role role, int sinon) {
+    switch (role) {
+        case Role::aller:
+            return 5;
+        case Role::detruire:
+            return 6;
+        case Role::entete:
+            return 7;
+        case Role::vide:
+        case Role::ligne_touchee:
+        case Role::ligne_choisie:
+        case Role::puce:
+            return 0;
+        default:
+            return sinon;
     }
 }
 

@@ -26,7 +26,7 @@ constexpr double contraste_lisible = 4.5;
 
 /// A stored colour, red in the low byte; what a damaged file holds beyond is cut off.
 Couleur couleur(std::int32_t stockee) {
-    return ((stockee & 0xFF) << 16) | (stockee & 0xFF00) | ((stockee >> 16) & 0xFF);
+    return depuis_bgr(stockee & 0xFFFFFF);
 }
 
 class Details {

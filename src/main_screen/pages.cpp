@@ -208,10 +208,8 @@ void pose_ligne(int k, const programme_touches::Ligne& l, int police_familles) {
     const int police = l.taille() > 0 ? l.taille() : police_familles;
     pose_touche(k, cadre, std::string(l.action()), l.libelle(), police);
     Controle& b = touche_numero(k);
-    if (const auto bgr = l.couleur(); bgr >= 0) {
-        b.aspect.fond = ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
-        b.aspect.encre = encre_lisible(b.aspect.fond);
-    }
+    b.aspect.fond = depuis_bgr(l.couleur());
+    if (b.aspect.fond != sans_couleur) b.aspect.encre = encre_lisible(b.aspect.fond);
     if (l.image() > 0 || l.marque()) pose_image(k, l);
 }
 
