@@ -20,6 +20,8 @@ struct Cadre {
     bool operator==(const Cadre&) const = default;
     int droite() const { return gauche + largeur; }
     int bas() const { return haut + hauteur; }
+    /// With so much more on every side; less, where it is negative.
+    Cadre elargi(int n) const { return {gauche - n, haut - n, largeur + 2 * n, hauteur + 2 * n}; }
     bool contient(int x, int y) const { return x >= gauche && x < droite() && y >= haut && y < bas(); }
 };
 
