@@ -52,8 +52,8 @@ enum Colonne { libelle = 0, valeur = 1, code = 4, invite = 5, nb_colonnes = 6 };
 
 enum CaseBarre { ecran_ = 0, bas, haut, moins, plus, ferme };
 const formes::ToucheDeBarre barre[6] = {
-    {"Écran"_t, image_ecran, Role::action}, {"Bas", image_bas, Role::action}, {"Haut", image_haut, Role::action},
-    {"A\x96", 0, Role::action, 30},         {"A+", 0, Role::action, 30},      {"Fermer", image_fermer, Role::action}};
+    {"Écran"_t, image_ecran, Role::action}, formes::touche_bas,          formes::touche_haut,
+    {"A\x96", 0, Role::action, 30},         {"A+", 0, Role::action, 30}, formes::touche_ferme};
 
 int record_de(std::string_view code_rangee) {
     return nombres::entier_int(texte::colonnes(code_rangee, longueur_genre + 1));
@@ -113,35 +113,29 @@ class Outils {
 
     void construit() {
         const int largeur = std::max(px(60), formes::largeur() - reserve_largeur);
-        const Cadre liste = {gauche, haut_liste, largeur, std::max(px(60), formes::hauteur() - reserve_hauteur)};
+        const int hauteur = std::max(px(60), formes::hauteur() - reserve_hauteur);
         const int largeur_valeur = largeur / 4, largeur_libelle = largeur - largeur_valeur - reserve_colonne;
-        Controle& g = forme_.ajoute({.nom = "g1",
-                                     .genre = Genre::grille,
-                                     .cadre = liste,
-                                     .role = Role::carte,
-                                     .alignement = Alignement::gauche,
-                                     .etiquette = 9});
-        g.grille.dimensionne(0, nb_colonnes);
-        g.grille.largeurs = {largeur_libelle, largeur_valeur, 0, 0, 0, 0};
-        g.grille.defile = true;
-        const Cadre trait = {liste.gauche + largeur_libelle, liste.haut, px(1), liste.hauteur};
-        const Cadre bouton = {0, formes::hauteur() - hauteur_bandeau, px(80), hauteur_bandeau};
+        const Cadre liste = {gauche, haut_liste, largeur, hauteur};
+        const Cadre trait = {gauche + largeur_libelle, haut_liste, px(1), hauteur};
+        const Cadre touche = {0, formes::hauteur() - hauteur_bandeau, px(80), hauteur_bandeau};
         const Plan plans[] = {
-            {.nom = "Shape1", .genre = Genre::forme, .cadre = trait},
-            {.nom = "Label1"},
+            {.nom = "g1", .genre = Genre::grille, .cadre = liste, .role = Role::carte, .etiquette = 9},
+            {.nom = "Shape1", .genre = Genre::forme, .cadre = trait, .fond = palette::trait, .laisse_passer = true},
+            {.nom = "Label1", .visible = false},
             {.nom = "Command111",
              .genre = Genre::bouton,
-             .cadre = bouton,
+             .cadre = touche,
              .texte = "Relevé"_t,
              .role = Role::touche_douce,
              .police = 9,
-             .gras = true},
+             .gras = true,
+             .visible = etat::service},
         };
         forme_.construit(plans);
-        forme_("Shape1").aspect.fond = palette::trait;
-        forme_("Shape1").laisse_passer = true;
-        forme_("Label1").visible = false;
-        forme_("Command111").visible = etat::service;
+        Grille& g = g1().grille;
+        g.dimensionne(0, nb_colonnes);
+        g.largeurs = {largeur_libelle, largeur_valeur, 0, 0, 0, 0};
+        g.defile = true;
         Controle& g2 = formes::ajoute_barre(forme_, barre);
         g2.cadre.gauche = gauche;
         g2.cadre.largeur = largeur;

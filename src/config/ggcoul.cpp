@@ -6,6 +6,7 @@
 #include <string>
 
 #include "config/nuances.h"
+#include "config/reglette.h"
 #include "data/nombres.h"
 #include "data/reglages.h"
 #include "dialogs/formes.h"
@@ -51,10 +52,7 @@ constexpr std::array<Couleur, 12> couleurs_palette = {palette::chiffres[0], pale
                                                       palette::chiffres[6], palette::chiffres[7], palette::chiffres[8],
                                                       palette::chiffres[9], palette::encre,       palette::noir};
 
-/// A strip of colours under the finger, painted in so many steps.
-constexpr int pas_reglette = 90;
 constexpr double saturation_vive = 0.7, saturation_grise = 0.1, clarte_moyenne = 0.5, clarte_extreme = 0.05;
-constexpr int largeur_curseur = px(28), debord_curseur = px(6), bord_curseur = px(2), blanc_curseur = px(5);
 
 constexpr int anneau = px(6), vide_anneau = px(2);  ///< around the key that is being coloured
 
@@ -70,13 +68,14 @@ Cadre part(const Cadre& zone, int lignes, int colonnes, int i) {
     return {zone.gauche + x, zone.haut + y, l * (c + 1) / colonnes - x - rythme, h * (r + 1) / lignes - y - rythme};
 }
 
-Cadre elargi(const Cadre& c, int n) {
-    return {c.gauche - n, c.haut - n, c.largeur + 2 * n, c.hauteur + 2 * n};
-}
-
 /// The parts of the right, or lower, half.
 struct Panneau {
     Cadre onglets, palette, teinte, clarte, carte;
+};
+
+/// The parts of the card: a key as the number shows it, the contrast, and what there is to say of it.
+struct Exemple {
+    Cadre touche, prix, mesure, avis;
 };
 
 class Choix {
@@ -107,8 +106,8 @@ class Choix {
 
     void lis() {
         for (int n = 1; n <= nb_numeros; ++n) {
-            paire(n) = {nuances::depuis_bgr(reglages::couleur(reglages::fonds + n)),
-                        nuances::depuis_bgr(reglages::couleur(reglages::encres + n))};
+            paire(n) = {depuis_bgr(reglages::couleur(reglages::fonds + n)),
+                        depuis_bgr(reglages::couleur(reglages::encres + n))};
         }
         lues_ = reglees_;
     }
@@ -156,8 +155,8 @@ class Choix {
         const Panneau p = partage(droite);
         ajoute_onglets(p.onglets);
         ajoute_palette(p.palette);
-        ajoute_reglette("teinte", "Teinte", p.teinte);
-        ajoute_reglette("clarte", "Clarté"_t, p.clarte);
+        reglette::ajoute(forme_, "teinte", "Teinte", p.teinte, [this](double place) { change_teinte(place); });
+        reglette::ajoute(forme_, "clarte", "Clarté"_t, p.clarte, [this](double place) { change_clarte(place); });
         ajoute_carte(p.carte);
         formes::ajoute_barre(forme_, barre);
     }
@@ -183,33 +182,43 @@ class Choix {
         return p;
     }
 
-    Controle& decor(std::string_view nom, const Cadre& cadre, Role role, Couleur fond) {
-        Controle& c = forme_.ajoute({.nom = nom, .genre = Genre::forme, .cadre = cadre, .role = role});
-        c.aspect.fond = fond;
-        c.laisse_passer = true;
-        return c;
+    void ajoute_touches(const Cadre& zone) {
+        const Plan anneaux[] = {
+            {.nom = "Shape1",
+             .genre = Genre::forme,
+             .role = Role::touche,
+             .fond = palette::bleu,
+             .laisse_passer = true},
+            {.nom = "Shape2",
+             .genre = Genre::forme,
+             .role = Role::touche,
+             .fond = palette::papier,
+             .laisse_passer = true},
+        };
+        forme_.construit(anneaux);
+        for (int n = 1; n <= nb_numeros; ++n) ajoute_touche(n, part(zone, 3, 3, n - 1));
     }
 
-    void ajoute_touches(const Cadre& zone) {
-        decor("Shape1", {}, Role::touche, palette::bleu);
-        decor("Shape2", {}, Role::touche, palette::papier);
+    void ajoute_touche(int n, const Cadre& c) {
         const bool etroit = formes::est_etroit();
-        for (int n = 1; n <= nb_numeros; ++n) {
-            const Cadre c = part(zone, 3, 3, n - 1);
-            Controle& b = forme_.ajoute({.nom = "btx",
-                                         .index = n,
-                                         .genre = Genre::bouton,
-                                         .cadre = c,
-                                         .texte = std::to_string(n),
-                                         .role = sorte(n).role,
-                                         .police = etroit ? 18 : 46,
-                                         .gras = true});
-            b.aspect.marge_bas = c.hauteur / 5;
-            b.au_toucher = [this, n] { choisit(n); };
-            const Cadre bas = {c.gauche, c.haut + c.hauteur * 3 / 5, c.largeur, c.hauteur * 2 / 5};
-            forme_.ajoute({.nom = "btt", .index = n, .cadre = bas, .texte = sorte(n).nom, .police = etroit ? 12 : 16})
-                .laisse_passer = true;
-        }
+        const int police_chiffre = etroit ? 18 : 46, police_nom = etroit ? 12 : 16;
+        const Cadre bas = {c.gauche, c.haut + c.hauteur * 3 / 5, c.largeur, c.hauteur * 2 / 5};
+        const Sorte& s = sorte(n);
+        const Plan plans[] = {
+            {.nom = "btx",
+             .index = n,
+             .genre = Genre::bouton,
+             .cadre = c,
+             .role = s.role,
+             .police = police_chiffre,
+             .gras = true},
+            {.nom = "btt", .index = n, .cadre = bas, .texte = s.nom, .police = police_nom, .laisse_passer = true},
+        };
+        forme_.construit(plans);
+        Controle& touche = forme_("btx", n);
+        touche.texte() = std::to_string(n);
+        touche.aspect.marge_bas = c.hauteur / 5;
+        touche.au_toucher = [this, n] { choisit(n); };
     }
 
     void ajoute_onglets(const Cadre& zone) {
@@ -238,82 +247,59 @@ class Choix {
             a.role = Role::touche;
             a.fond = couleurs_palette[i];
         }
-        g.a_la_cellule = [this](int l, int c) {
-            prend(couleurs_palette[static_cast<std::size_t>(l * colonnes_palette + c)]);
-        };
+        g.a_la_cellule = [this](int l, int c) { prend(couleurs_palette[forme_("g1").grille.rang(l, c)]); };
     }
 
-    /// A strip with its caption, and the mark of the place in hand: an ink frame, a white one, and the colour.
-    void ajoute_reglette(const std::string& nom, std::string_view legende, const Cadre& zone) {
-        const int largeur_legende = px(formes::est_etroit() ? 76 : 92);
-        const Cadre titre = {zone.gauche, zone.haut, largeur_legende, zone.hauteur};
-        const Cadre bande = {zone.gauche + largeur_legende, zone.haut, zone.largeur - largeur_legende, zone.hauteur};
-        forme_.ajoute({.nom = "Label1",
-                       .cadre = titre,
-                       .texte = legende,
-                       .police = formes::est_etroit() ? 14 : 18,
-                       .alignement = Alignement::gauche});
-        Controle& g = forme_.ajoute({.nom = nom, .genre = Genre::grille, .cadre = bande, .role = Role::carte});
-        g.grille.dimensionne(1, pas_reglette);
-        decor(nom + "_cadre", {}, Role::touche, palette::encre);
-        decor(nom + "_blanc", {}, Role::touche, palette::blanc);
-        decor(nom + "_place", {}, Role::touche, palette::blanc);
+    static Exemple partage_carte(const Cadre& c) {
+        const bool etroit = formes::est_etroit();
+        Exemple e;
+        e.touche = {c.gauche, c.haut, c.largeur * (etroit ? 25 : 37) / 100, c.hauteur};
+        const int hauteur_prix = std::min(px(46), c.hauteur * 2 / 5);
+        e.prix = {c.gauche, c.bas() - hauteur_prix, e.touche.largeur, hauteur_prix};
+        const int x = e.touche.droite() + px(etroit ? 10 : 18);
+        if (etroit) {
+            e.mesure = {x, c.haut, c.largeur * 3 / 10, c.hauteur};
+            e.avis = {e.mesure.droite(), c.haut, c.droite() - e.mesure.droite(), c.hauteur};
+        } else {
+            e.mesure = {x, c.haut, c.droite() - x, c.hauteur * 38 / 100};
+            e.avis = {x, e.mesure.bas(), c.droite() - x, c.bas() - e.mesure.bas()};
+        }
+        return e;
     }
 
     void ajoute_carte(const Cadre& zone) {
         const bool etroit = formes::est_etroit();
-        decor("Shape3", zone, Role::carte, sans_couleur);
-        const int marge = px(etroit ? 6 : 14);
-        const Cadre dedans = elargi(zone, -marge);
-        const Cadre touche = {dedans.gauche, dedans.haut, dedans.largeur * (etroit ? 25 : 37) / 100, dedans.hauteur};
-        const int hauteur_prix = std::min(px(46), dedans.hauteur * 2 / 5);
-        const Cadre prix = {touche.gauche, touche.bas() - hauteur_prix, touche.largeur, hauteur_prix};
-        const int x = touche.droite() + (etroit ? px(10) : px(18));
-        const Cadre mesure = {x, dedans.haut, etroit ? dedans.largeur * 3 / 10 : dedans.droite() - x,
-                              etroit ? dedans.hauteur : dedans.hauteur * 38 / 100};
-        const Cadre avis = etroit
-                               ? Cadre{mesure.droite(), dedans.haut, dedans.droite() - mesure.droite(), dedans.hauteur}
-                               : Cadre{x, mesure.bas(), dedans.droite() - x, dedans.bas() - mesure.bas()};
+        const Exemple e = partage_carte(zone.elargi(-px(etroit ? 6 : 14)));
+        const int police_avis = etroit ? 11 : e.avis.largeur < px(300) ? 12 : 15;
         const Plan plans[] = {
+            {.nom = "Shape3", .genre = Genre::forme, .cadre = zone, .role = Role::carte, .laisse_passer = true},
             {.nom = "Label2",
              .genre = Genre::bouton,
-             .cadre = touche,
+             .cadre = e.touche,
              .texte = "Entrecôte"_t,
              .role = Role::touche,
              .police = etroit ? 14 : 20,
              .gras = true},
-            {.nom = "Label3", .cadre = prix, .texte = "24.50", .police = etroit ? 11 : 14},
+            {.nom = "Label3", .cadre = e.prix, .texte = "24.50", .police = etroit ? 11 : 14},
             {.nom = "Label4",
-             .cadre = mesure,
+             .cadre = e.mesure,
              .police = etroit ? 12 : 20,
              .gras = true,
              .alignement = Alignement::gauche},
             {.nom = "Label5",
-             .cadre = avis,
+             .cadre = e.avis,
              .role = Role::attendre,
-             .police = etroit                   ? 11
-                       : avis.largeur < px(300) ? 12
-                                                : 15,
+             .police = police_avis,
              .gras = true,
-             .alignement = Alignement::gauche},
+             .alignement = Alignement::gauche,
+             .image = image_attention,
+             .place_image = PlaceImage::gauche},
         };
         forme_.construit(plans);
-        if (etroit) forme_("Label2").aspect.marge_bas = hauteur_prix * 2 / 3;
-        forme_("Label5").aspect.image = image_attention;
-        forme_("Label5").aspect.place_image = PlaceImage::gauche;
+        if (etroit) forme_("Label2").aspect.marge_bas = e.prix.hauteur * 2 / 3;
     }
 
     void branche() {
-        const auto place = [](const Controle& c, int x) {
-            return std::clamp(static_cast<double>(x) / std::max(1, c.cadre.largeur), 0.0, 1.0);
-        };
-        Controle& teinte = forme_("teinte");
-        teinte.au_glisse = [this, &teinte, place](int x, int) { change_teinte(place(teinte, x)); };
-        Controle& clarte = forme_("clarte");
-        clarte.au_glisse = [this, &clarte, place](int x, int) {
-            nuance_.clarte = place(clarte, x);
-            pose(nuances::vers_couleur(nuance_));
-        };
         forme_("g2").a_la_cellule = [this](int, int c) {
             if (c == defaut) remet_par_defaut();
             if (c == annule) forme_.ferme();
@@ -343,6 +329,11 @@ class Choix {
         pose(nuances::vers_couleur(nuance_));
     }
 
+    void change_clarte(double place) {
+        nuance_.clarte = place;
+        pose(nuances::vers_couleur(nuance_));
+    }
+
     void pose(Couleur c) {
         (du_texte_ ? paire(numero_).encre : paire(numero_).fond) = c;
         montre_choix();
@@ -350,8 +341,8 @@ class Choix {
 
     void montre_choix() {
         for (int n = 1; n <= nb_numeros; ++n) peint(forme_("btx", n), forme_("btt", n), montrees(n));
-        forme_("Shape1").cadre = elargi(forme_("btx", numero_).cadre, anneau);
-        forme_("Shape2").cadre = elargi(forme_("btx", numero_).cadre, vide_anneau);
+        forme_("Shape1").cadre = forme_("btx", numero_).cadre.elargi(anneau);
+        forme_("Shape2").cadre = forme_("btx", numero_).cadre.elargi(vide_anneau);
         forme_("bt_coul", 0).aspect.role = du_texte_ ? Role::touche : Role::action;
         forme_("bt_coul", 1).aspect.role = du_texte_ ? Role::action : Role::touche;
         montre_palette();
@@ -374,26 +365,14 @@ class Choix {
     }
 
     void montre_reglettes() {
-        Grille& teintes = forme_("teinte").grille;
-        Grille& clartes = forme_("clarte").grille;
-        for (int i = 0; i < pas_reglette; ++i) {
-            const double place = (i + 0.5) / pas_reglette;
-            teintes.cellule(0, i).fond = nuances::vers_couleur({place * 360, saturation_vive, clarte_moyenne});
-            clartes.cellule(0, i).fond = nuances::vers_couleur({nuance_.teinte, nuance_.saturation, place});
-        }
-        place_curseur("teinte", nuance_.teinte / 360);
-        place_curseur("clarte", nuance_.clarte);
-    }
-
-    void place_curseur(const std::string& nom, double place) {
-        const Cadre& bande = forme_(nom).cadre;
-        const int x = std::clamp(bande.gauche + static_cast<int>(place * bande.largeur) - largeur_curseur / 2,
-                                 bande.gauche, bande.droite() - largeur_curseur);
-        const Cadre c = {x, bande.haut - debord_curseur, largeur_curseur, bande.hauteur + 2 * debord_curseur};
-        forme_(nom + "_cadre").cadre = c;
-        forme_(nom + "_blanc").cadre = elargi(c, -bord_curseur);
-        forme_(nom + "_place").cadre = elargi(c, -bord_curseur - blanc_curseur);
-        forme_(nom + "_place").aspect.fond = en_main();
+        const auto teinte = [](double place) {
+            return nuances::vers_couleur({place * 360, saturation_vive, clarte_moyenne});
+        };
+        const auto clarte = [this](double place) {
+            return nuances::vers_couleur({nuance_.teinte, nuance_.saturation, place});
+        };
+        reglette::peint(forme_, "teinte", teinte, nuance_.teinte / 360, en_main());
+        reglette::peint(forme_, "clarte", clarte, nuance_.clarte, en_main());
     }
 
     /// The figure is cut, not rounded: it never says that a contrast is reached which is not.
@@ -411,7 +390,7 @@ class Choix {
     // --- the store
 
     static bool ecrit(int record, Couleur c) {
-        const std::string t = c == sans_couleur ? "" : "#I#" + std::to_string(nuances::vers_bgr(c));
+        const std::string t = c == sans_couleur ? "" : "#I#" + std::to_string(vers_bgr(c));
         return reglages::ecrit(record, t) == fichiers::Issue::fait;
     }
 

@@ -19,6 +19,7 @@ using formes::px;
 constexpr int nb_lignes = decalage_grand;  ///< the pictures of the set, 0 (none) first
 constexpr int hauteur_ligne = px(70), reserve_ascenseur = 280;
 constexpr int hauteur_marque = px(200), largeur_case = px(100);
+constexpr int police_touches = 14;
 constexpr std::size_t chiffres = 3;
 
 class Liste {
@@ -40,56 +41,33 @@ class Liste {
     std::string& nombre() { return forme_("Label2").texte(); }
     bool marquee() { return forme_("Check1").coche; }
 
-    /// The list at the left, else above; what is chosen beside it, with the two keys below.
+    /// The list at the left; beside it what is chosen, the mark, and the two keys.
     void construit() {
         const bool etroit = formes::est_etroit() && formes::largeur() < formes::hauteur();
         const Cadre barre = formes::cadre_barre();
-        const int moitie = (barre.largeur - rythme) / 2;
-        const Cadre zone = {barre.gauche, formes::contenu().haut, barre.largeur, barre.bas() - formes::contenu().haut};
-        Cadre liste = zone, choix = zone;
-        liste.largeur = etroit ? zone.largeur * 2 / 5 : moitie;
-        choix.gauche = liste.droite() + rythme;
-        choix.largeur = zone.droite() - choix.gauche;
-        const Cadre touches = {choix.gauche, barre.haut, choix.largeur, barre.hauteur};
-        const Cadre marque = {choix.gauche, touches.haut - rythme - hauteur_marque, choix.largeur, hauteur_marque};
+        const int haut = formes::contenu().haut;
+        const int largeur = etroit ? barre.largeur * 2 / 5 : (barre.largeur - rythme) / 2;
+        const Cadre liste = {barre.gauche, haut, largeur, barre.bas() - haut};
+        const int gauche = liste.droite() + rythme, reste = barre.droite() - gauche;
+        const Cadre marque = {gauche, barre.haut - rythme - hauteur_marque, reste, hauteur_marque};
         construit_liste(liste);
-        construit_choix({choix.gauche, choix.haut, choix.largeur, marque.haut - rythme - choix.haut});
+        construit_choix({gauche, haut, reste, marque.haut - rythme - haut});
         construit_marque(marque);
-        const int l = (touches.largeur - rythme) / 2;
-        const Cadre gauche = {touches.gauche, touches.haut, l, touches.hauteur};
-        const Cadre droite = {gauche.droite() + rythme, touches.haut, l, touches.hauteur};
-        const Plan plans[] = {
-            {.nom = "bt_no",
-             .genre = Genre::bouton,
-             .cadre = gauche,
-             .texte = "Aucune",
-             .role = Role::detruire,
-             .police = 14,
-             .gras = true,
-             .etiquette = 6},
-            {.nom = "bt_valide",
-             .genre = Genre::bouton,
-             .cadre = droite,
-             .texte = "Valider",
-             .role = Role::aller,
-             .police = 14,
-             .gras = true,
-             .etiquette = 5},
-        };
-        forme_.construit(plans);
-        forme_("bt_no").aspect.image = image_aucune;
-        forme_("bt_valide").aspect.image = image_valider;
+        construit_touches({gauche, barre.haut, reste, barre.hauteur});
+    }
+
+    void construit_touches(const Cadre& c) {
+        const int largeur = (c.largeur - rythme) / 2;
+        const Cadre gauche = {c.gauche, c.haut, largeur, c.hauteur};
+        const Cadre droite = {gauche.droite() + rythme, c.haut, largeur, c.hauteur};
+        formes::ajoute_touche(forme_, "bt_no", {"Aucune", image_aucune, Role::detruire, police_touches}, gauche);
+        formes::ajoute_touche(forme_, "bt_valide", {"Valider", image_valider, Role::aller, police_touches}, droite);
     }
 
     void construit_liste(const Cadre& cadre) {
-        Controle& g3 = forme_.ajoute({.nom = "g3",
-                                      .genre = Genre::grille,
-                                      .cadre = cadre,
-                                      .role = Role::carte,
-                                      .police = 19,
-                                      .alignement = Alignement::gauche,
-                                      .etiquette = 9});
-        Grille& g = g3.grille;
+        const Plan plan = {
+            .nom = "g3", .genre = Genre::grille, .cadre = cadre, .role = Role::carte, .police = 19, .etiquette = 9};
+        Grille& g = forme_.ajoute(plan).grille;
         g.dimensionne(nb_lignes, 2);
         g.largeurs = {0, cadre.largeur - reserve_ascenseur};
         g.hauteur_ligne = hauteur_ligne;
@@ -105,16 +83,17 @@ class Liste {
     }
 
     void construit_choix(const Cadre& c) {
-        const int titre = px(56), valeur = std::min(px(110), c.hauteur / 4);
-        const Cadre dessin = {c.gauche, c.haut + titre, c.largeur, c.hauteur - titre - valeur - px(10)};
+        const int haut_dessin = c.haut + px(56), hauteur_numero = std::min(px(110), c.hauteur / 4);
+        const Cadre titre = {c.gauche, c.haut, c.largeur, haut_dessin - c.haut};
+        const Cadre numero = {c.gauche, c.bas() - px(10) - hauteur_numero, c.largeur, hauteur_numero};
+        const Cadre dessin = {c.gauche, haut_dessin, c.largeur, numero.haut - haut_dessin};
         const Plan plans[] = {
             {.nom = "Shape1", .genre = Genre::forme, .cadre = c, .role = Role::carte, .etiquette = 4},
-            {.nom = "Label1", .cadre = {c.gauche, c.haut, c.largeur, titre}, .texte = "Image choisie", .police = 16},
+            {.nom = "Label1", .cadre = titre, .texte = "Image choisie", .police = 16, .encre = palette::gris},
             {.nom = "Image1", .genre = Genre::image, .cadre = dessin},
-            {.nom = "Label2", .cadre = {c.gauche, dessin.bas(), c.largeur, valeur}, .police = 58, .gras = true},
+            {.nom = "Label2", .cadre = numero, .police = 58, .gras = true},
         };
         forme_.construit(plans);
-        forme_("Label1").aspect.encre = palette::gris;
     }
 
     /// The picture of the mark's state; beside it what it means. A touch anywhere in it counts.
@@ -122,24 +101,27 @@ class Liste {
         const int bord = c.largeur / 8, gauche = c.gauche + bord + largeur_case + px(24);
         const int largeur = c.droite() - px(12) - gauche;
         const Cadre coche = {c.gauche + bord, c.haut + (c.hauteur - largeur_case) / 2, largeur_case, largeur_case};
+        const Cadre lettre = {gauche, c.haut + px(24), largeur, px(88)};
+        const Cadre sens = {gauche, lettre.bas(), largeur, px(60)};
         const Plan plans[] = {
             {.nom = "oui", .genre = Genre::image, .cadre = c, .role = Role::touche},
-            {.nom = "Check1", .genre = Genre::case_, .cadre = coche},
+            {.nom = "Check1", .genre = Genre::case_, .cadre = coche, .laisse_passer = true},
             {.nom = "Label3",
-             .cadre = {gauche, c.haut + px(24), largeur, px(88)},
+             .cadre = lettre,
              .texte = "N",
              .police = 56,
              .gras = true,
-             .alignement = Alignement::gauche},
+             .alignement = Alignement::gauche,
+             .laisse_passer = true},
             {.nom = "Label4",
-             .cadre = {gauche, c.haut + px(112), largeur, px(60)},
+             .cadre = sens,
              .texte = "Marque posée sur la touche"_t,
              .police = 17,
-             .alignement = Alignement::gauche},
+             .alignement = Alignement::gauche,
+             .encre = palette::gris,
+             .laisse_passer = true},
         };
         forme_.construit(plans);
-        forme_("Label4").aspect.encre = palette::gris;
-        for (const char* nom : {"Check1", "Label3", "Label4"}) forme_(nom).laisse_passer = true;
     }
 
     void ouvre_valeur() {

@@ -39,12 +39,4 @@ ecran::Couleur vers_couleur(const Nuance& n) {
     return (composante(0) << 16) | (composante(8) << 8) | composante(4);
 }
 
-ecran::Couleur depuis_bgr(int bgr) {
-    return bgr < 0 ? ecran::sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
-}
-
-int vers_bgr(ecran::Couleur c) {
-    return depuis_bgr(c);  // the exchange of two bytes is its own inverse
-}
-
 }  // namespace nuances

@@ -14,8 +14,4 @@ struct Nuance {
 Nuance depuis(ecran::Couleur c);
 ecran::Couleur vers_couleur(const Nuance& n);
 
-/// Colours as the settings store holds them: red in the low byte; sans_couleur stays.
-ecran::Couleur depuis_bgr(int bgr);
-int vers_bgr(ecran::Couleur c);
-
 }  // namespace nuances

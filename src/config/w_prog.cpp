@@ -10,6 +10,7 @@
 #include "config/lis_bout.h"
 #include "config/w_prog_acte.h"
 #include "config/w_prog_coul.h"
+#include "config/w_prog_grille.h"
 #include "data/etat.h"
 #include "data/nombres.h"
 #include "data/programme_touches.h"
@@ -30,26 +31,10 @@ using formes::px;
 using programme_touches::Champ;
 using programme_touches::Ligne;
 using programme_touches::lignes_par_page;
+using w_prog_grille::champ_de;
+using enum w_prog_grille::Colonne;
 
 constexpr std::string_view titre_de_saisie = "KMZ";
-
-/// The columns of the grid; their widths in design pixels on the narrowest and on a wide screen.
-enum Colonne { numero, reference, libelle, lh, taille, image, visible, acte, couleur, nb_colonnes };
-struct PlanColonne {
-    std::string_view entete;
-    Champ champ;  ///< of column 0 none
-    int largeur_min, largeur;
-    Alignement alignement;
-};
-constexpr PlanColonne colonnes[nb_colonnes] = {
-    {"N°"_t, Champ::reference, 26, 64, Alignement::centre},     {"Ref", Champ::reference, 54, 188, Alignement::gauche},
-    {"Libellé"_t, Champ::libelle, 92, 214, Alignement::gauche}, {"LH", Champ::lh, 54, 62, Alignement::centre},
-    {"Size", Champ::taille, 54, 70, Alignement::centre},        {"Grap", Champ::image, 54, 112, Alignement::centre},
-    {"Visu", Champ::visible, 54, 72, Alignement::centre},       {"Acte", Champ::action, 68, 316, Alignement::gauche},
-    {"Coul", Champ::couleur, 60, 142, Alignement::centre},
-};
-constexpr int largeur_serree = px(80), police_serree = 8;  ///< a column below that width takes the small letters
-constexpr int largeur_ascenseur = px(20), hauteur_ligne = px(57), hauteur_entete = px(44);
 
 /// A card of the head and its share of the width.
 struct CarteDeTete {
@@ -60,20 +45,20 @@ constexpr CarteDeTete cartes[] = {{{"Shape1", "Label5", "Label1", "Page"}, 120, 
                                   {{"Shape2", "Label6", "Text1", "Titre"}, 0, 0},
                                   {{"Shape3", "Label7", "Text2", "Texte"}, 0, 0},
                                   {{"Shape4", "Label8", "Label4", "Opération"_t}, 250, 118}};
-constexpr int hauteur_cartes = px(78);
+constexpr int hauteur_cartes = px(78), espace_touches = px(8);
 
 constexpr std::string_view lh_ordinaire = "11";
 constexpr std::string_view copier = "COPIER", coller = "COLLER", couper = "COUPER";
 
 /// The keys below the grid, from the left.
-struct Bouton {
-    std::string_view nom, texte;
-    int image;
+struct Touche {
+    std::string_view nom;
+    formes::ToucheDeBarre face;
 };
-constexpr Bouton boutons[] = {{"Command2", "Page", image_page},        {"Command3", copier, image_copier},
-                              {"Command4", coller, image_coller},      {"Command5", couper, image_couper},
-                              {"Command6", "Switch", image_reglettes}, {"Command1", "Fermer", image_fermer}};
-constexpr int nb_boutons = 6;
+constexpr Touche touches[] = {
+    {"Command2", {"Page", image_page, Role::action}},        {"Command3", {copier, image_copier, Role::action}},
+    {"Command4", {coller, image_coller, Role::action}},      {"Command5", {couper, image_couper, Role::action}},
+    {"Command6", {"Switch", image_reglettes, Role::action}}, {"Command1", formes::touche_ferme}};
 
 /// The copied line: its cells from column 1 on, none before the first copy. It outlives the screen.
 std::vector<std::string> presse_papiers;
@@ -90,22 +75,21 @@ void allonge(Ligne& l) {
     l.pose(Champ::visible, l.champ(Champ::visible));
 }
 
-std::vector<int> largeurs(int place) {
-    int petites = 0, grandes = 0;
-    for (const PlanColonne& c : colonnes) {
-        petites += px(c.largeur_min);
-        grandes += px(c.largeur);
+/// The raw editor of any settings record. An answer that is empty, or of blanks, changes nothing.
+void change_reglage() {
+    const auto numero = mini_97::saisit("Entrez le numero de switch ?");
+    if (!numero || texte::rogne(*numero).empty()) return;
+    const int n = nombres::entier_int(*numero);
+    const auto reponse =
+        mini_97::saisit(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
+    if (!reponse) return;
+    const std::string_view valeur = texte::rogne(*reponse);
+    if (valeur.empty()) return;
+    if (valeur.size() > reglages::longueur_record) {
+        return mini_97::informe("Valeur trop longue (20 caractères au plus), le réglage reste ce qu'il était !"_t);
     }
-    const double serre = std::min(1.0, static_cast<double>(place) / petites);
-    const double part = std::clamp(static_cast<double>(place - petites) / (grandes - petites), 0.0, 1.0);
-    std::vector<int> r;
-    int reste = place;
-    for (const PlanColonne& c : colonnes) {
-        r.push_back(static_cast<int>(serre * px(c.largeur_min) + part * px(c.largeur - c.largeur_min)));
-        reste -= r.back();
-    }
-    r[acte] = std::max(px(20), r[acte] + reste);
-    return r;
+    if (reglages::ecrit(n, valeur) == fichiers::Issue::fait) return;
+    mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
 }
 
 class Editeur {
@@ -140,34 +124,13 @@ class Editeur {
         const Cadre zone = formes::contenu();
         construit_cartes(zone);
         const int haut = zone.haut + hauteur_cartes + rythme;
-        const Cadre liste = {zone.gauche, haut, zone.largeur, zone.bas() - haut};
-        forme_.ajoute({.nom = "g1",
-                       .genre = Genre::grille,
-                       .cadre = liste,
-                       .role = Role::carte,
-                       .police = formes::est_etroit() ? 11 : 15,
-                       .alignement = Alignement::gauche,
-                       .etiquette = 9});
-        Grille& g = g1();
-        g.dimensionne(lignes_par_page + 1, nb_colonnes);
-        g.largeurs = largeurs(liste.largeur - largeur_ascenseur);
-        g.lignes_fixes = 1;
-        g.hauteur_ligne = hauteur_ligne;
-        g.hauteurs.assign(static_cast<std::size_t>(g.lignes), hauteur_ligne);
-        g.hauteurs[0] = hauteur_entete;
-        g.defile = g.quadrillage = true;
+        w_prog_grille::ajoute(forme_, {zone.gauche, haut, zone.largeur, zone.bas() - haut});
         const Cadre barre = formes::cadre_barre();
-        for (int i = 0; i < nb_boutons; ++i) {
-            const int pas = (barre.largeur + px(8)) / nb_boutons;
-            forme_.ajoute({.nom = boutons[i].nom,
-                           .genre = Genre::bouton,
-                           .cadre = {barre.gauche + i * pas, barre.haut, pas - px(8), barre.hauteur},
-                           .texte = boutons[i].texte,
-                           .role = Role::action,
-                           .police = formes::est_etroit() ? 11 : 14,
-                           .gras = true,
-                           .etiquette = 2});
-            forme_(boutons[i].nom).aspect.image = boutons[i].image;
+        const int pas = (barre.largeur + espace_touches) / static_cast<int>(std::size(touches));
+        int gauche = barre.gauche;
+        for (const Touche& t : touches) {
+            formes::ajoute_touche(forme_, t.nom, t.face, {gauche, barre.haut, pas - espace_touches, barre.hauteur});
+            gauche += pas;
         }
     }
 
@@ -206,17 +169,8 @@ class Editeur {
         allonge(titres_);
         forme_("Text1").texte() = titres_.libelle();
         forme_("Text2").texte() = titres_.action();
-        Grille& g = g1();
-        for (int c = 0; c < nb_colonnes; ++c) cellule(0, c) = colonnes[c].entete;
         lignes_ = lignes_de_la_page();
-        for (int l = 1; l <= lignes_par_page; ++l) {
-            cellule(l, numero) = nombres::entier_complete(l, 2);
-            for (int c = 1; c < nb_colonnes; ++c) {
-                cellule(l, c) = lignes_[static_cast<std::size_t>(l - 1)].champ(colonnes[c].champ);
-            }
-        }
-        g.ligne = g.colonne = -1;
-        g.premiere_ligne = g.lignes_fixes;
+        w_prog_grille::remplit(g1(), lignes_);
         peint();
     }
 
@@ -227,7 +181,7 @@ class Editeur {
         for (int l = 1; l <= lignes_par_page; ++l) {
             Ligne& lue = lignes_[static_cast<std::size_t>(l - 1)];
             Ligne ligne = lue;
-            for (int c = 1; c < nb_colonnes; ++c) ligne.pose(colonnes[c].champ, texte::rogne(cellule(l, c)));
+            w_prog_grille::reprend(g1(), l, ligne);
             if (ligne.record == lue.record) continue;
             const bool ecrite = programme_touches::ecrit_ligne(page(), l, ligne) == fichiers::Issue::fait;
             if (ecrite) lue = ligne;
@@ -245,50 +199,21 @@ class Editeur {
     // --- Painting
 
     void peint() {
-        Grille& g = g1();
-        for (int l = 0; l < g.lignes; ++l) peint_rang(l);
-        for (const Bouton& b : boutons) {
-            const bool attend = !operation().empty() && operation() == b.texte;
-            Controle& c = forme_(b.nom);
-            c.aspect.role = attend ? Role::attendre : Role::action;
-            c.aspect.fond = c.aspect.encre = sans_couleur;
-            c.etiquette = attend ? 0 : 2;
-        }
         const bool attend = !operation().empty();
-        Controle& carte = forme_("Shape4");
-        carte.aspect.role = attend ? Role::attendre : Role::carte;
-        carte.aspect.fond = sans_couleur;
-        carte.etiquette = attend ? 0 : 4;
-        for (const CarteDeTete& c : cartes) forme_(c.carte.titre).aspect.encre = palette::gris;
-        if (attend) forme_("Label8").aspect.encre = palette::encre;
+        for (const Touche& t : touches) {
+            montre_attente(forme_(t.nom), attend && operation() == t.face.texte, Role::action, 2);
+        }
+        montre_attente(forme_("Shape4"), attend, Role::carte, 4);
+        forme_("Label8").aspect.encre = attend ? palette::encre : palette::gris;
+        w_prog_grille::peint(g1());
         formes::colore(forme_);
     }
 
-    void peint_rang(int l) {
-        const bool entete = l == 0, touchee = l == g1().ligne;
-        for (int c = 0; c < nb_colonnes; ++c) {
-            Aspect& a = g1().cellule(l, c);
-            a.role = entete ? Role::entete : touchee ? Role::ligne_touchee : Role::ligne;
-            a.fond = a.encre = sans_couleur;
-            a.alignement = colonnes[c].alignement;
-            a.gras = entete || c == libelle || (c == numero && touchee);
-            if (c == numero && !entete && !touchee) a.encre = palette::gris;
-        }
-        if (entete) return;
-        Ligne ligne;
-        ligne.pose(Champ::image, cellule(l, image));
-        ligne.pose(Champ::couleur, cellule(l, couleur));
-        Aspect& grap = g1().cellule(l, image);
-        grap.image = ligne.image();
-        grap.place_image = g1().largeurs[image] < largeur_serree ? PlaceImage::seule : PlaceImage::gauche;
-        for (const int c : {acte, couleur}) {
-            if (g1().largeurs[static_cast<std::size_t>(c)] >= largeur_serree) continue;
-            g1().cellule(l, c).police = police_serree;
-            g1().cellule(l, c).alignement = Alignement::centre;
-        }
-        Aspect& coul = g1().cellule(l, couleur);
-        coul.fond = w_prog_coul::couleur_de(ligne.couleur());
-        if (coul.fond != sans_couleur) coul.role = Role::puce;
+    /// Amber as long as an operation waits for its line; else as it was built.
+    static void montre_attente(Controle& c, bool attend, Role role, int etiquette) {
+        c.aspect.role = attend ? Role::attendre : role;
+        c.aspect.fond = c.aspect.encre = sans_couleur;
+        c.etiquette = attend ? 0 : etiquette;
     }
 
     // --- Touches
@@ -307,7 +232,7 @@ class Editeur {
              {std::pair("Command3", copier), std::pair("Command4", coller), std::pair("Command5", couper)}) {
             forme_(nom).au_toucher = [this, mot = mot] { attend_ligne(mot); };
         }
-        forme_("Command6").au_toucher = [] { change_reglage(); };
+        forme_("Command6").au_toucher = change_reglage;
         forme_("Command1").au_toucher = forme_.a_l_echappement = [this] { ferme(); };
     }
 
@@ -363,7 +288,7 @@ class Editeur {
                        }};
         const auto reponse = saisie::demande(d);
         if (!reponse) return;
-        const std::string avant = std::exchange(cellule(l, c), comme_garde(colonnes[c].champ, *reponse));
+        const std::string avant = std::exchange(cellule(l, c), comme_garde(champ_de(c), *reponse));
         if (c == reference) {
             cellule(l, visible) = "1";
             if (cellule(l, lh).empty()) cellule(l, lh) = lh_ordinaire;
@@ -380,7 +305,7 @@ class Editeur {
         for (const auto& [c, valeur] :
              {std::pair(reference, choisi.reference), std::pair(libelle, choisi.libelle), std::pair(image, grap),
               std::pair(couleur, w_prog_coul::valeur_de(choisi.couleur))}) {
-            if (remplace || cellule(l, c).empty()) cellule(l, c) = comme_garde(colonnes[c].champ, valeur);
+            if (remplace || cellule(l, c).empty()) cellule(l, c) = comme_garde(champ_de(c), valeur);
         }
     }
 
@@ -418,21 +343,6 @@ class Editeur {
         if (valide_donnees() || mini_97::demande("La page n'a pas pu être enregistrée, fermer quand même ?"_t)) {
             forme_.ferme();
         }
-    }
-
-    /// The raw editor of any settings record. An empty answer changes nothing, one of blanks makes the record blank.
-    static void change_reglage() {
-        const auto numero = mini_97::saisit("Entrez le numero de switch ?");
-        if (!numero || texte::rogne(*numero).empty()) return;
-        const int n = nombres::entier_int(*numero);
-        const auto valeur =
-            mini_97::saisit(std::string("Valeur du switch N° "_t) + std::to_string(n) + " ?|" + reglages::brut(n));
-        if (!valeur || texte::rogne(*valeur).empty()) return;
-        if (texte::rogne(*valeur).size() > reglages::longueur_record) {
-            return mini_97::informe("Valeur trop longue (20 caractères au plus), le réglage reste ce qu'il était !"_t);
-        }
-        if (reglages::ecrit(n, texte::rogne(*valeur)) == fichiers::Issue::fait) return;
-        mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
     }
 };
 

@@ -27,7 +27,7 @@ constexpr std::size_t longueur_reference = 15;
 
 /// One key of a list; with a family it leads to the family's articles and is no action yet.
 struct Entree {
-    Acte acte;
+    Acte acte = {};
     int famille = -1;
     int chiffre = 0;  ///< colour digit
 };
@@ -42,7 +42,8 @@ int famille_du_sous_groupe(std::string_view record) {
 }
 
 Entree entree_famille(int n, std::string_view nom, int chiffre) {
-    return {{"#FAMI#" + nombres::entier_complete(n, 2), std::string(nom), "", 0, sans_couleur}, -1, chiffre};
+    return {.acte = {.code = "#FAMI#" + nombres::entier_complete(n, 2), .libelle = std::string(nom)},
+            .chiffre = chiffre};
 }
 
 /// The named families, and the sub-groups below the articles of each.
@@ -75,11 +76,12 @@ Liste articles(int famille) {
         const std::string libelle(lignes::libelle(a));
         const int chiffre = lignes::chiffre_couleur(a);
         if (est_sous_groupe(a)) {
-            r.push_back({{"", libelle, "", 0, sans_couleur}, famille_du_sous_groupe(a), chiffre});
+            r.push_back({.acte = {.libelle = libelle}, .famille = famille_du_sous_groupe(a), .chiffre = chiffre});
             continue;
         }
         const std::string reference(texte::rogne(a.substr(0, longueur_reference)));
-        r.push_back({{"#AJOU#" + std::string(a), libelle, reference, 0, sans_couleur}, -1, chiffre});
+        const std::string code = "#AJOU#" + std::string(a);
+        r.push_back({.acte = {.code = code, .libelle = libelle, .reference = reference}, .chiffre = chiffre});
     }
     return r;
 }
@@ -89,7 +91,7 @@ Liste pages() {
     for (int p = 0; p < programme_touches::nb_pages; ++p) {
         std::string libelle(programme_touches::lis_titres(p).libelle());
         if (libelle.empty()) libelle = p == 0 ? "Accueil" : "Page " + std::to_string(p);
-        r.push_back({{"#PAGE#" + std::to_string(p), std::move(libelle), "", 0, sans_couleur}});
+        r.push_back({.acte = {.code = "#PAGE#" + std::to_string(p), .libelle = std::move(libelle)}});
     }
     return r;
 }
@@ -107,7 +109,7 @@ Liste fonctions() {
     };
     Liste r;
     for (const auto& f : table) {
-        r.push_back({{std::string(f.code), std::string(f.libelle), "", f.image, sans_couleur}});
+        r.push_back({.acte = {.code = std::string(f.code), .libelle = std::string(f.libelle), .image = f.image}});
     }
     return r;
 }
@@ -159,7 +161,7 @@ class Choix {
         for (int i = 0; i < nb_listes; ++i) {
             barre[i] = {listes[i].titre, listes[i].image, i == numero ? Role::attendre : Role::action};
         }
-        barre[case_ferme] = {"Fermer", image_fermer, Role::action};
+        barre[case_ferme] = formes::touche_ferme;
         formes::remplit_barre(forme_("g2"), barre);
         remplit(listes[numero].titre, listes[numero].liste());
         dernier = {numero, -1, ""};
@@ -197,9 +199,7 @@ class Choix {
     }
 
     void branche() {
-        forme_("g1").a_la_cellule = [this](int l, int c) {
-            touche(static_cast<std::size_t>(l * forme_("g1").grille.colonnes + c));
-        };
+        forme_("g1").a_la_cellule = [this](int l, int c) { touche(forme_("g1").grille.rang(l, c)); };
         forme_("g2").a_la_cellule = [this](int, int c) {
             if (c < nb_listes) montre_liste(c);
             if (c == case_ferme) forme_.ferme();

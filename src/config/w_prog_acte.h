@@ -10,9 +10,9 @@ namespace w_prog_acte {
 
 /// What a key can do, and how it looks as long as nobody says otherwise.
 struct Acte {
-    std::string code;  ///< the action text of the key
-    std::string libelle;
-    std::string reference;  ///< of an article
+    std::string code = {};  ///< the action text of the key
+    std::string libelle = {};
+    std::string reference = {};  ///< of an article
     int image = 0;
     ecran::Couleur couleur = ecran::sans_couleur;
 };

@@ -4,7 +4,6 @@
 
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
-#include "platform/peinture/images.h"
 #include "platform/systeme/texte.h"
 
 namespace w_prog_coul {
@@ -50,7 +49,7 @@ constexpr std::array<Teinte, 28> teintes_offertes = {{
 constexpr int colonnes_large = 7, colonnes_etroit = 4, police_large = 17, police_etroite = 12;
 
 enum CaseBarre { ferme = 5 };
-const formes::ToucheDeBarre barre[6] = {{}, {}, {}, {}, {}, {"Fermer", image_fermer, Role::action}};
+const formes::ToucheDeBarre barre[6] = {{}, {}, {}, {}, {}, formes::touche_ferme};
 
 class Palette {
   public:
@@ -85,8 +84,7 @@ class Palette {
 
     void branche() {
         forme_("g1").a_la_cellule = [this](int l, int c) {
-            const auto i = static_cast<std::size_t>(l * forme_("g1").grille.colonnes + c);
-            choisie_ = valeur_de(teintes_offertes[i].couleur);
+            choisie_ = valeur_de(teintes_offertes[forme_("g1").grille.rang(l, c)].couleur);
             forme_.ferme();
         };
         forme_("g2").a_la_cellule = [this](int, int c) {
@@ -96,19 +94,10 @@ class Palette {
     }
 };
 
-/// Exchanges red and blue.
-std::int32_t retourne(std::int32_t c) {
-    return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
-}
-
 }  // namespace
 
-Couleur couleur_de(std::int32_t valeur) {
-    return valeur < 0 || valeur > 0xFFFFFF ? sans_couleur : retourne(valeur);
-}
-
 std::string valeur_de(Couleur couleur) {
-    return couleur == sans_couleur ? "" : std::to_string(retourne(couleur));
+    return couleur == sans_couleur ? "" : std::to_string(vers_bgr(couleur));
 }
 
 std::optional<std::string> demande() {

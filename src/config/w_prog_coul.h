@@ -1,7 +1,6 @@
 // The colours that the key program editor offers for a key.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -9,11 +8,10 @@
 
 namespace w_prog_coul {
 
-/// A colour as the key program has it, red in the low byte, and back; below 0 or too large: sans_couleur.
-ecran::Couleur couleur_de(std::int32_t valeur);
+/// A colour as the text of a "Coul" cell; empty for the plain key.
 std::string valeur_de(ecran::Couleur couleur);
 
-/// Shows the palette; the colour as the text of a "Coul" cell, empty for the plain key, nothing when it was left.
+/// Shows the palette; the colour as such a text, nothing when it was left.
 std::optional<std::string> demande();
 
 }  // namespace w_prog_coul

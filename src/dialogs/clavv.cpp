@@ -36,7 +36,7 @@ struct Rangee {
 };
 constexpr Rangee rangees[] = {{1, 12, 10, 110}, {15, 25, 48, 182}, {27, 37, 78, 254}, {40, 50, 78, 326}};
 constexpr int pas = 65, largeur_touche = 57, hauteur_touche = 64;
-constexpr int police_touche = 22;
+constexpr int police_touche = 22, etiquette_touche = 3;
 
 /// Function keys and the space key.
 enum Fonction {
@@ -77,11 +77,6 @@ const ToucheDeFonction fonctions[] = {
     {ligne_avant, {px(801), px(398), px(57), px(64)}, "", image_haut, Role::action, 15},
     {ligne_apres, {px(866), px(398), px(57), px(64)}, "", image_bas, Role::action, 15},
 };
-
-/// The tag that a key's colours go by.
-int etiquette_de(Role role) {
-    return role == Role::aller ? 5 : role == Role::detruire ? 6 : 3;
-}
 
 /// Candidates for the next opening; empty: none.
 std::vector<std::string> candidats;
@@ -162,7 +157,7 @@ class Clavier {
                            .police = f.police,
                            .gras = true,
                            .image = f.image,
-                           .etiquette = etiquette_de(f.role)});
+                           .etiquette = moduclav::etiquette_de(f.role, etiquette_touche)});
         }
         for (const Rangee& r : rangees) {
             for (int i = r.premiere; i <= r.derniere; ++i) {

@@ -15,6 +15,17 @@ constexpr int haut_contenu = px(36), bas_contenu = px(142);  ///< from the form'
 constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top, from the bottom edge
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
+constexpr int etiquette_barre = 2;
+
+Aspect aspect_de(const ToucheDeBarre& touche) {
+    Aspect a;
+    a.texte = touche.texte;
+    a.image = touche.image;
+    a.role = touche.role;
+    a.gras = true;
+    a.police = touche.police != 0 ? touche.police : est_etroit() ? police_barre_etroite : police_barre;
+    return a;
+}
 
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
@@ -73,22 +84,20 @@ void remplit_barre(Controle& barre, std::span<const ToucheDeBarre> touches) {
     Grille& g = barre.grille;
     g.dimensionne(1, static_cast<int>(touches.size()));
     g.espace = espace_barre;
-    const int police = est_etroit() ? police_barre_etroite : police_barre;
-    for (std::size_t c = 0; c < touches.size(); ++c) {
-        const ToucheDeBarre& t = touches[c];
-        g.cellules[c] = {.texte = std::string(t.texte),
-                         .image = t.image,
-                         .role = t.role,
-                         .police = t.police != 0 ? t.police : police,
-                         .gras = true};
-    }
+    std::transform(touches.begin(), touches.end(), g.cellules.begin(), aspect_de);
 }
 
 Controle& ajoute_barre(Forme& forme, std::span<const ToucheDeBarre> touches) {
-    Controle& barre =
-        forme.ajoute({.nom = "g2", .genre = Genre::grille, .cadre = cadre_barre(), .gras = true, .etiquette = 2});
+    const Cadre cadre = cadre_barre();
+    Controle& barre = forme.ajoute({.nom = "g2", .genre = Genre::grille, .cadre = cadre, .etiquette = etiquette_barre});
     remplit_barre(barre, touches);
     return barre;
+}
+
+void ajoute_touche(Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const Cadre& cadre) {
+    Controle& c = forme.ajoute({.nom = nom, .genre = Genre::bouton, .cadre = cadre});
+    c.aspect = aspect_de(touche);
+    c.etiquette = moduclav::etiquette_de(touche.role, etiquette_barre);
 }
 
 void ajoute_carte(Forme& forme, const Carte& carte, const PlanCarte& plan) {

@@ -53,6 +53,8 @@ inline constexpr ToucheDeBarre touche_bas = {"Bas", ecran::image_bas, ecran::Rol
 /// Fills a bar of one row; a dialog's own is called `g2`.
 void remplit_barre(ecran::Controle& barre, std::span<const ToucheDeBarre> touches);
 ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre> touches);
+/// A key that looks as one of a bar, but is a button of its own name.
+void ajoute_touche(ecran::Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const ecran::Cadre& cadre);
 
 /// A card with a caption and a value: the names of its controls, and what its caption says.
 struct Carte {

@@ -31,25 +31,6 @@ void met_couleurs_du_numero(Aspect& aspect, int numero) {
     met_couleurs(aspect, depuis_bgr(etat::fonds_regles[n]), depuis_bgr(etat::encres_regles[n]));
 }
 
-/// The tag of one cell: the key that says go and the one that destroys have their own, an empty place has none.
-int etiquette_de(const Aspect& cellule, int etiquette_grille) {
-    switch (cellule.role) {
-        case Role::aller:
-            return 5;
-        case Role::detruire:
-            return 6;
-        case Role::entete:
-            return 7;
-        case Role::vide:
-        case Role::ligne_touchee:
-        case Role::ligne_choisie:
-        case Role::puce:
-            return 0;
-        default:
-            return etiquette_grille;
-    }
-}
-
 }  // namespace
 
 int largeur() {
@@ -107,7 +88,25 @@ void colore(Forme& forme) {
         Controle& c = **i;
         if (c.etiquette == 0) continue;
         met_couleurs_du_numero(c.aspect, c.etiquette);
-        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a, c.etiquette));
+        for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a.role, c.etiquette));
+    }
+}
+
+int etiquette_de(Role role, int sinon) {
+    switch (role) {
+        case Role::aller:
+            return 5;
+        case Role::detruire:
+            return 6;
+        case Role::entete:
+            return 7;
+        case Role::vide:
+        case Role::ligne_touchee:
+        case Role::ligne_choisie:
+        case Role::puce:
+            return 0;
+        default:
+            return sinon;
     }
 }
 

@@ -34,6 +34,9 @@ inline constexpr double contraste_min = 2;
 void met_couleurs(ecran::Aspect& aspect, ecran::Couleur fond, ecran::Couleur encre);
 /// Gives the controls the colours that the manager has set for their tags; called last when a form opens.
 void colore(ecran::Forme& forme);
+/// The tag of a key or cell: those that say go, destroy or head a list have their own, an empty place has 0, all others
+/// have `sinon`.
+int etiquette_de(ecran::Role role, int sinon);
 /// Ground and text of a key with a colour digit, 0 to 9: the manager's colours, else the palette's.
 void colore_chiffre(ecran::Aspect& aspect, int chiffre);
 

@@ -63,6 +63,13 @@ double luminance(Couleur c) {
 
 }  // namespace
 
+Couleur depuis_bgr(std::int32_t bgr) {
+    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
+}
+std::int32_t vers_bgr(Couleur couleur) {
+    return depuis_bgr(couleur);  // the exchange of two bytes is its own inverse
+}
+
 Couleur fond_de(Role role) {
     return look(role).fond;
 }
@@ -71,10 +78,6 @@ Couleur encre_de(Role role) {
 }
 bool est_touche(Role role) {
     return look(role).touche;
-}
-
-Couleur depuis_bgr(std::int32_t bgr) {
-    return bgr < 0 ? sans_couleur : ((bgr & 0xFF) << 16) | (bgr & 0xFF00) | ((bgr >> 16) & 0xFF);
 }
 
 double contraste(Couleur a, Couleur b) {

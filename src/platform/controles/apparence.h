@@ -9,6 +9,11 @@ namespace ecran {
 using Couleur = std::int32_t;
 inline constexpr Couleur sans_couleur = -1;
 
+/// A colour as the files hold it, red in the low byte, and back. A number below 0 is no colour; of one too large the
+/// three low bytes count.
+Couleur depuis_bgr(std::int32_t bgr);
+std::int32_t vers_bgr(Couleur couleur);
+
 namespace palette {
 inline constexpr Couleur encre = 0x1F2A36, papier = 0xF4F1EB, blanc = 0xFFFFFF, trait = 0xD9D2C6, gris = 0x6B7280,
                          vert = 0x23704F, rouge = 0xA83A2B, ambre = 0xD98E04, bleu = 0x2F5D8A, noir = 0x000000,
@@ -54,8 +59,6 @@ bool est_touche(Role role);
 
 /// White, else ink, else black: the first whose contrast on `fond` is at least 4.5 to 1.
 Couleur encre_lisible(Couleur fond);
-/// A colour as files hold it, red in the low byte; sans_couleur for a negative one.
-Couleur depuis_bgr(std::int32_t bgr);
 /// Contrast ratio of two colours, 1 to 21, after the relative luminances of sRGB.
 double contraste(Couleur a, Couleur b);
 

@@ -20,6 +20,8 @@ struct Cadre {
     bool operator==(const Cadre&) const = default;
     int droite() const { return gauche + largeur; }
     int bas() const { return haut + hauteur; }
+    /// With so much more on every side; less, where it is negative.
+    Cadre elargi(int n) const { return {gauche - n, haut - n, largeur + 2 * n, hauteur + 2 * n}; }
     bool contient(int x, int y) const { return x >= gauche && x < droite() && y >= haut && y < bas(); }
 };
 
@@ -78,8 +80,10 @@ struct Grille {
     int flots = 1;                 ///< one column painted in several side by side, filled from the left
     int ligne = -1, colonne = -1;  ///< the cell touched last
 
-    Aspect& cellule(int l, int c) { return cellules[static_cast<std::size_t>(l * colonnes + c)]; }
-    const Aspect& cellule(int l, int c) const { return cellules[static_cast<std::size_t>(l * colonnes + c)]; }
+    /// The place of a cell in `cellules`.
+    std::size_t rang(int l, int c) const { return static_cast<std::size_t>(l * colonnes + c); }
+    Aspect& cellule(int l, int c) { return cellules[rang(l, c)]; }
+    const Aspect& cellule(int l, int c) const { return cellules[rang(l, c)]; }
     bool existe(int l, int c) const { return l >= 0 && l < lignes && c >= 0 && c < colonnes; }
     /// Sets the size; cells that stay keep their content, new ones are `modele`.
     void dimensionne(int nb_lignes, int nb_colonnes, const Aspect& modele = {});
