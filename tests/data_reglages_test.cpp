@@ -36,6 +36,8 @@ TEST_F(ReglagesTest, UnReglagePrendSonDefautLaPremiereFois) {
     for (const auto& [n, defaut] : defauts) {
         EXPECT_EQ(reglages::nombre(n), std::stoi(std::string(defaut))) << n;
         EXPECT_EQ(record(n), texte::complete("#I#" + std::string(defaut), 20)) << n;
+        ASSERT_EQ(reglages::ecrit(n, "#I#1"), Issue::fait);
+        EXPECT_EQ(reglages::nombre(n), 1) << n << " may be that small";
     }
     for (const int n : {1, 2, 55, 200, 201, 202, 1701}) EXPECT_EQ(reglages::nombre(n), 0) << "no default, not written";
     EXPECT_EQ(record(2) + record(55), std::string(40, ' '));
