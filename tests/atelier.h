@@ -39,7 +39,8 @@ class Atelier : public testing::Test {
 
     static void vide_etat() {
         std::fill(etat::lignes_note.begin(), etat::lignes_note.end(), std::string());
-        etat::nb_lignes_note = etat::numero_serveur = 0;
+        etat::nb_lignes_note = etat::numero_serveur = etat::numero_page = etat::page_programme = 0;
+        etat::nom_serveur.clear();
         etat::texte_table.clear();
         etat::table_couverts.clear();
         etat::hors_ligne = false;

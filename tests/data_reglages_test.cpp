@@ -2,10 +2,6 @@
 #include "atelier.h"
 #include "platform/systeme/texte.h"
 
-#ifndef _WIN32
-#include <sys/resource.h>
-#endif
-
 namespace {
 
 using fichiers::Issue;
@@ -34,29 +30,28 @@ TEST_F(ReglagesTest, UnMagasinTropCourtEstRefaitUnPlusLongComplete) {
 TEST_F(ReglagesTest, UnReglagePrendSonDefautLaPremiereFois) {
     ASSERT_TRUE(reglages::ouvre());
     const std::pair<int, std::string_view> defauts[] = {
-        {3, "#I#20"},   {5, "#I#14"},   {6, "#I#2"},   {7, "#I#2"},   {8, "#I#10"},  {10, "#I#14"},
-        {11, "#I#2"},   {12, "#I#2"},   {13, "#I#10"}, {20, "#I#18"}, {21, "#I#2"},  {22, "#I#2"},
-        {23, "#I#10"},  {30, "#I#20"},  {40, "#I#20"}, {41, "#I#18"}, {42, "#I#20"}, {50, "#I#1"},
-        {25, "#I#006"}, {26, "#I#008"}, {51, "#I#28"}, {60, "#I#36"}, {61, "#I#3"},  {62, "#I#8"}};
+        {3, "20"},  {5, "14"},  {6, "2"},   {7, "2"},    {8, "10"},   {10, "14"}, {11, "2"},  {12, "2"},
+        {13, "10"}, {20, "18"}, {21, "2"},  {22, "2"},   {23, "10"},  {30, "20"}, {40, "20"}, {41, "18"},
+        {42, "20"}, {50, "1"},  {51, "28"}, {25, "006"}, {26, "008"}, {60, "36"}, {61, "3"},  {62, "8"}};
     for (const auto& [n, defaut] : defauts) {
-        EXPECT_EQ(reglages::nombre(n), std::stoi(std::string(defaut.substr(3)))) << n;
-        EXPECT_EQ(record(n), texte::complete(defaut, 20)) << n;
+        EXPECT_EQ(reglages::nombre(n), std::stoi(std::string(defaut))) << n;
+        EXPECT_EQ(record(n), texte::complete("#I#" + std::string(defaut), 20)) << n;
+        ASSERT_EQ(reglages::ecrit(n, "#I#1"), Issue::fait);
+        EXPECT_EQ(reglages::nombre(n), 1) << n << " may be that small";
     }
     for (const int n : {1, 2, 55, 200, 201, 202, 1701}) EXPECT_EQ(reglages::nombre(n), 0) << "no default, not written";
     EXPECT_EQ(record(2) + record(55), std::string(40, ' '));
 }
 
 TEST_F(ReglagesTest, UneValeurQuiNeVautRienNeNuitPas) {
-    const struct {
-        std::string_view contenu;
-        int attendu;
-    } table[] = {{"#I#12", 12},        {"#I# 7 ", 7}, {"#I#", 6}, {"#I#0", 6},     {"#I#-4", 6}, {"#I#abc", 6},
-                 {"#I#99999999", 100}, {"#i#12", 6},  {"12", 6},  {"#I#12.9", 12}, {"#I#3,5", 3}};
-    for (const auto& c : table) {
-        terrain.regle(25, c.contenu);
+    const std::pair<std::string_view, int> table[] = {
+        {"#I#12", 12},        {"#I# 7 ", 7}, {"#I#", 6}, {"#I#0", 6},     {"#I#-4", 6}, {"#I#abc", 6},
+        {"#I#99999999", 100}, {"#i#12", 6},  {"12", 6},  {"#I#12.9", 12}, {"#I#3,5", 3}};
+    for (const auto& [contenu, attendu] : table) {
+        terrain.regle(25, contenu);
         ASSERT_TRUE(reglages::ouvre());
-        EXPECT_EQ(reglages::nombre(25), c.attendu) << c.contenu;
-        const std::string_view reste = c.contenu.starts_with("#I#") ? c.contenu : "#I#006";
+        EXPECT_EQ(reglages::nombre(25), attendu) << contenu;
+        const std::string_view reste = contenu.starts_with("#I#") ? contenu : "#I#006";
         EXPECT_EQ(record(25), texte::complete(reste, 20)) << "what is set stays as it was entered";
         reglages::ferme();
     }
@@ -127,17 +122,12 @@ TEST_F(ReglagesTest, SansMagasinLesDefautsServent) {
 
 #ifndef _WIN32
 TEST_F(ReglagesTest, UnDisquePleinNEmpechePasDeCommencer) {
-    rlimit avant{};
-    getrlimit(RLIMIT_FSIZE, &avant);
-    const rlimit serre = {100, avant.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &serre);
-    const bool ouvert = reglages::ouvre();
-    const int colonnes = reglages::nombre(25);
-    const Issue issue = reglages::ecrit(25, "#I#12");
-    setrlimit(RLIMIT_FSIZE, &avant);
-    EXPECT_TRUE(ouvert);
-    EXPECT_EQ(colonnes, 6);
-    EXPECT_EQ(issue, Issue::plein);
+    {
+        const tests::LimiteDeTaille limite(100);
+        EXPECT_TRUE(reglages::ouvre());
+        EXPECT_EQ(reglages::nombre(25), 6);
+        EXPECT_EQ(reglages::ecrit(25, "#I#12"), Issue::plein);
+    }
     EXPECT_EQ(reglages::ecrit(25, "#I#12"), Issue::fait);
     EXPECT_EQ(reglages::nombre(25), 12);
     EXPECT_EQ(reglages::nombre(5), 14);

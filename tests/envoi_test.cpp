@@ -4,12 +4,14 @@
 namespace {
 
 namespace fs = std::filesystem;
+using tests::fois;
 using tests::Issue;
 using tests::page1252;
 using tests::sans_identite;
 using tests::Terrain;
 using tests::tient;
 using tests::tient_texte;
+using namespace std::string_literals;
 
 using Noms = std::vector<std::string>;
 
@@ -29,7 +31,20 @@ class Envoi : public testing::Test {
 };
 
 TEST_F(Envoi, SansTableOuSansCouvertsRienNePart) {
-    tient(t, "refus.txt");
+    const std::string table = "touche \"Table\"\n", valide = "touche \"Valider\"\n", note = "touche \"Note\"\n";
+    const std::string refus = "touche \"Envoyer\"\nverifie Label1 \"Vous devez préciser un N° de table et un Nb de " +
+                              "couverts !\"\ntouche \"Fermer\"\ntouche \"Fermer\"\n"s;
+    const std::string sans_couverts = table + "touche g3 0 0\n" + valide + note + refus;
+    const std::string zero_couvert = table +
+                                     "touche \"Autres\"\nattend 100\ntouche \"0\"\ntouche \".\"\ntouche \"0\"\n" +
+                                     valide + valide + note + "verifie Label5 \"0\"\n" + refus;
+    const std::string table_zero = table + "touche g2 0 0\ntouche g3 3 1\ntouche g1 0 1\n" + valide + note + refus;
+    tient_texte(t, "touche \"Sophie\"\ntouche btx(5)\n" + valide + note + refus + sans_couverts + zero_couvert +
+                       table_zero + "verifie label_etat \"Sophie · 2 couverts · 1 ligne · 24.50\"\n" + table +
+                       "touche g2 0 0\ntouche g3 0 0\ntouche g1 0 1\n" + valide + note + "touche \"Envoyer\"\n" +
+                       "verifie Label1 \"Confimez l'envoi de la commande au serveur ?\"\ntouche \"Non\"\n" +
+                       "verifie ecran eta_com\nheure \"2021-05-19 12:30:00\"\n" + envoie + envoyee +
+                       "verifie label_etat \"Sophie · 0 ligne · 0.00\"\n");
     EXPECT_EQ(livrees(), Noms{"2021-05-19-12-30-00_01_001_002_.txt"}) << "the last one, which was complete";
     EXPECT_TRUE(en_attente().empty());
 }
@@ -52,7 +67,23 @@ TEST_F(Envoi, LesOctetsDeChaqueSorteDeLigne) {
 
 /// Table and covers in the name and in the text; a note without lines goes too.
 TEST_F(Envoi, LesNomsEtLesCouverts) {
-    tient(t, "couverts.txt");
+    const auto une = [](const std::string& table, const char* quand) {
+        return "touche \"Table\"\nverifie Label5 \"\"\nverifie Label7 \"\"\n" + table + "touche \"Note\"\n" + quand +
+               "\n" + envoie + envoyee;
+    };
+    const std::string inconnue = "touche \"Valider\"\ntouche \"Non\"\n";
+    tient_texte(t, "touche \"Élodie\"\n" +
+                       une("touche g3 3 1\ntouche g3 3 1\ntouche g3 2 0\ntouche g3 0 0\nverifie Label5 \"0071\"\n"
+                           "touche g1 1 0\n" +
+                               inconnue,
+                           "verifie Label5 \"4\"") +
+                       une("touche g3 2 0\ntouche \"Autres\"\nattend 100\ntouche \"1\"\ntouche \"2\"\ntouche \"3\"\n"
+                           "touche \"Valider\"\n" +
+                               inconnue,
+                           "verifie Label5 \"12\"\nheure \"2021-05-19 12:40:00\"") +
+                       une("touche \"Liste\"\ntouche \"015\"\ntouche \"10\"\ntouche \"Valider\"\n",
+                           "heure \"2021-05-19 12:50:00\"") +
+                       une("touche \"999 / 1\"\n" + inconnue, "heure \"2021-12-31 23:59:59\"\nattend 1000"));
     const struct {
         const char *nom, *texte;
     } attendues[] = {{"2021-05-19-12-30-00_07_071_004_.txt", "#TABLE#071\r\n#NBCOUVERT#4 \r\n"},
@@ -79,11 +110,22 @@ TEST_F(Envoi, LesCommandesAttendentUnReseauAbsentLentOuBloque) {
 
 TEST_F(Envoi, LInterrupteurCoupeLeReseau) {
     const std::string sonde(54, ' ');
-    tient(t, "hors_ligne.txt");
+    const std::string logoserv = "touche logoserv\n", non = "touche \"Non\"\n", oui = "touche \"Oui\"\n";
+    tient_texte(t, "touche \"Sophie\"\n" + logoserv + "verifie Label1 \"Voulez vous déconnecter le Wifi ?\"\n" + non +
+                       "verifie image g2 0 4 23\n" + logoserv + oui + "verifie image g2 0 4 30\n" +
+                       "verifie Label_attente \"0\"\nverifie visible Label_attente oui\n" +
+                       "heure \"2021-05-20 08:00:00\"\ntouche logo\ntouche \"En attente\"\n" + table_et_note + envoie +
+                       envoyee + "verifie Label_attente \"1\"\n" + logoserv +
+                       "verifie Label1 \"Voulez vous connecter le Wifi ?\"\n" + non +
+                       "verifie image g2 0 4 30\nverifie Label_attente \"1\"\n");
     EXPECT_EQ(t.lis("reseau/Test.res"), "19-05-2021" + sonde) << "not written while the switch is off";
     EXPECT_EQ(en_attente(), Noms{"2021-05-20-08-00-00_01_012_004_.-A-"});
     EXPECT_TRUE(livrees().empty());
-    tient(t, "en_ligne.txt", "--horloge \"2021-05-21 08:00:00\"");
+    const std::string tout_part = "verifie image g2 0 4 23\nverifie visible Label_attente non\n";
+    tient_texte(t,
+                "touche \"Sophie\"\n" + tout_part + logoserv + oui + table_et_note + envoie + envoyee +
+                    "verifie Label_attente \"1\"\n" + logoserv + oui + tout_part,
+                "--horloge \"2021-05-21 08:00:00\"");
     EXPECT_EQ(t.lis("reseau/Test.res"), "21-05-2021" + sonde);
     EXPECT_TRUE(en_attente().empty());
     EXPECT_EQ(livrees(), Noms({"2021-05-20-08-00-00_01_012_004_.txt", "2021-05-21-08-00-00_01_012_004_.txt"}));
@@ -97,7 +139,18 @@ TEST_F(Envoi, AuReveilLeReseauEstCherchePlusieursFois) {
 }
 
 TEST_F(Envoi, QuitterPropose) {
-    tient(t, "quitter_en_attente.txt");
+    const std::string quitter = "touche \"Quitter\"\n", quitte = quitter + "touche \"Oui\"\n";
+    const std::string demande =
+        "verifie Label1 \"Attention, vous avez 1 Commande(s) en attente, Envoyer maintenant ?\"\n";
+    tient_texte(t, "touche \"Élodie\"\nreseau absent\n"s + table_et_note + envoie + envoyee + table_et_note +
+                       "touche \"Fermer\"\ntouche btx(5)\ntouche g1 1 0\ntape \"Sans sel\"\ntape entree\n" +
+                       "touche \"Valider\"\ntouche \"Viandes\"\ntouche btx(2)\ntouche bt_droi\ntouche \"Valider\"\n" +
+                       "touche \"Familles\"\ntouche \"Accueil\"\n" + quitter + demande +
+                       "touche \"Non\"\nverifie Label1 \"Confirmez la fermeture de Orvalune ?\"\ntouche \"Non\"\n" +
+                       "verifie ecran Form1\n" + quitter + demande + "reseau present\ntouche \"Oui\"\n" +
+                       "verifie label_etat \"Élodie · Table 012 · 4 couverts · 2 lignes · 68.50\"\n" +
+                       "verifie visible Label_attente non\n" + quitter +
+                       "verifie Label1 \"Confirmez la fermeture de Orvalune ?\"\ntouche \"Oui\"\nverifie arret\n");
     EXPECT_EQ(livrees().size(), 1U);
     EXPECT_EQ(t.lis("prov.txt"), page1252("#SERV#07\r\n#TABL#12\r\n"
                                           "8880000000024  |DES:Entrecôte 300 g|PVE:24.50|FA1:2|FA2:0|COU:1 "
@@ -106,7 +159,6 @@ TEST_F(Envoi, QuitterPropose) {
                                           "##QUA:002.00##\r\n"));
     fs::remove(t.chemin() / "prov.txt");
     fs::create_directory(t.chemin() / "prov.txt");
-    const std::string quitte = "touche \"Quitter\"\ntouche \"Oui\"\n";
     tient_texte(t, "touche \"Sophie\"\n" + quitte + "verifie arret\n");
     tient_texte(t, "touche \"Sophie\"\ntouche \"Entrecôte\"\ntouche g2 0 5\n" + quitte +
                        "verifie Label1 \"La note n'a pas pu être gardée dans prov.txt, fermer quand même ?\"\n"
@@ -190,12 +242,6 @@ TEST_F(Envoi, UnFichierALaPlaceDuRepertoireReseau) {
 }
 
 #ifndef _WIN32
-std::string fois(int n, const std::string& commandes) {
-    std::string r;
-    for (int i = 0; i < n; ++i) r += commandes;
-    return r;
-}
-
 /// On a full disk the waiter is told, and everything stays as it was; a shorter order still fits.
 TEST_F(Envoi, SurUnDisquePleinLaNoteReste) {
     tient_texte(t, "verifie ecran Form1\n");  // all the files that a start makes

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdio>
+#include <sstream>
 #include <string>
 #include <thread>
 
@@ -17,56 +19,22 @@ namespace {
 using namespace ecran;
 using Sorte = Evenement::Sorte;
 
-/// The queue as a text: a letter for each event, with its place, its character or its key.
+/// The queue as a text: the name of each event, with its place, its character or its key.
 std::string vide(Entrees& entrees) {
+    constexpr const char* noms[] = {"rien", "appui:",    "glisse:", "relache:",  "perdu",      "car:",
+                                    "cle:", "repeindre", "reveil",  "fermeture", "extinction", "fin"};
     std::string t;
     while (!entrees.vide()) {
         const Evenement e = entrees.prend();
-        const std::string place = std::to_string(e.x) + "," + std::to_string(e.y);
-        if (!t.empty()) t += ' ';
-        switch (e.sorte) {
-            case Sorte::rien:
-                t += "rien";
-                break;
-            case Sorte::appui:
-                t += "appui:" + place;
-                break;
-            case Sorte::glisse:
-                t += "glisse:" + place;
-                break;
-            case Sorte::relache:
-                t += "relache:" + place;
-                break;
-            case Sorte::perdu:
-                t += "perdu";
-                break;
-            case Sorte::caractere:
-                t += "car:" + std::to_string(e.code);
-                break;
-            case Sorte::cle:
-                t += "cle:" + std::to_string(static_cast<int>(e.cle));
-                break;
-            case Sorte::repeindre:
-                t += "repeindre";
-                break;
-            case Sorte::reveil:
-                t += "reveil";
-                break;
-            case Sorte::fermeture:
-                t += "fermeture";
-                break;
-            case Sorte::extinction:
-                t += "extinction";
-                break;
-            case Sorte::fin:
-                t += "fin";
-                break;
-        }
+        t += (t.empty() ? "" : " ") + std::string(noms[static_cast<std::size_t>(e.sorte)]);
+        if (e.sorte >= Sorte::appui && e.sorte <= Sorte::relache) t += std::to_string(e.x) + "," + std::to_string(e.y);
+        if (e.sorte == Sorte::caractere) t += std::to_string(e.code);
+        if (e.sorte == Sorte::cle) t += std::to_string(static_cast<int>(e.cle));
     }
     return t;
 }
 
-constexpr WPARAM seul = POINTER_MESSAGE_FLAG_PRIMARY, autre = 0, annule = POINTER_MESSAGE_FLAG_CANCELED;
+constexpr WPARAM seul = POINTER_MESSAGE_FLAG_PRIMARY;
 
 /// Messages to a decoder, and what it made of them.
 struct EntreesWin32 : testing::Test {
@@ -82,87 +50,90 @@ struct EntreesWin32 : testing::Test {
     std::optional<LRESULT> recoit(UINT message, WPARAM wp = 0, LPARAM lp = 0) {
         return entrees.decode(nullptr, message, wp, lp);
     }
-    void pointeur(UINT message, WORD doigt, WPARAM drapeaux, int x, int y) {
-        EXPECT_EQ(recoit(message, MAKEWPARAM(doigt, drapeaux), MAKELPARAM(x, y)), 0) << "left to the system";
-    }
-    void souris(UINT message, int x, int y, LPARAM faite_de = 0) {
-        SetMessageExtraInfo(faite_de);
-        recoit(message, message == WM_LBUTTONUP ? 0 : MK_LBUTTON, MAKELPARAM(x, y));
-        SetMessageExtraInfo(0);
-    }
-    void touche(DWORD doigt, DWORD drapeaux, int x, int y) {
-        TOUCHINPUT t{};
-        t.x = x * 100 + 49;
-        t.y = y * 100 + 49;
-        t.dwID = doigt;
-        t.dwFlags = drapeaux;
-        touches.push_back(t);
-    }
     std::string lues() { return vide(entrees); }
+    /// What these words become. A word is who ("1" a contact, "+2" one that is not the primary, "s" the mouse, "d" and
+    /// "p" the mouse that the system makes of a finger and of a pen), what (">" down, "~" moved, "<" up, "x" up and
+    /// cancelled,
+    /// "!" taken away, "o" out of reach) and where.
+    std::string recus(const std::string& mots) {
+        std::istringstream flux(mots);
+        for (std::string mot; flux >> mot;) joue(mot);
+        return lues();
+    }
+    /// One WM_TOUCH of an older system, with all these words' contacts.
+    std::optional<LRESULT> recoit_touches(const std::string& mots) {
+        touches.clear();
+        std::istringstream flux(mots);
+        for (std::string mot; flux >> mot;) {
+            const Mot m(mot);
+            constexpr DWORD gestes[] = {TOUCHEVENTF_DOWN, TOUCHEVENTF_MOVE, TOUCHEVENTF_UP};
+            TOUCHINPUT t{};
+            t.x = m.x * 100 + 49;
+            t.y = m.y * 100 + 49;
+            t.dwID = static_cast<DWORD>(std::stoi(m.qui));
+            t.dwFlags = gestes[m.geste] | (m.qui[0] == '+' ? 0 : TOUCHEVENTF_PRIMARY);
+            touches.push_back(t);
+        }
+        return recoit(WM_TOUCH);
+    }
+
+  private:
+    struct Mot {
+        std::string qui;
+        std::size_t geste;
+        int x = 0, y = 0;
+        explicit Mot(const std::string& mot) : qui(mot, 0, mot.find_first_of(">~<x!o")) {
+            geste = std::string_view(">~<x!o").find(mot[qui.size()]);
+            std::sscanf(mot.c_str() + qui.size() + 1, "%d,%d", &x, &y);
+        }
+    };
+    void joue(const std::string& mot) {
+        const Mot m(mot);
+        constexpr UINT pointeur[] = {WM_POINTERDOWN, WM_POINTERUPDATE,         WM_POINTERUP,
+                                     WM_POINTERUP,   WM_POINTERCAPTURECHANGED, WM_POINTERLEAVE};
+        constexpr UINT souris[] = {WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_LBUTTONUP, 0, WM_CAPTURECHANGED};
+        const LPARAM ou = MAKELPARAM(m.x, m.y);
+        if (const auto sorte = std::string_view("sdp").find(m.qui); sorte != std::string_view::npos) {
+            constexpr LPARAM faite_de[] = {0, 0xFF515780, 0xFF515700};
+            SetMessageExtraInfo(faite_de[sorte]);
+            recoit(souris[m.geste], souris[m.geste] == WM_LBUTTONUP ? 0 : MK_LBUTTON, ou);
+            SetMessageExtraInfo(0);
+            return;
+        }
+        const WPARAM drapeaux =
+            (m.qui[0] == '+' ? 0 : seul) | (mot[m.qui.size()] == 'x' ? POINTER_MESSAGE_FLAG_CANCELED : 0);
+        const auto rendu = recoit(pointeur[m.geste], MAKEWPARAM(std::stoi(m.qui), drapeaux), ou);
+        EXPECT_EQ(rendu.has_value(), pointeur[m.geste] != WM_POINTERLEAVE) << mot << " is left to the system or not";
+    }
 };
 
-TEST_F(EntreesWin32, OneFingerPressesSlidesAndIsReleased) {
-    pointeur(WM_POINTERUPDATE, 7, seul, 5, 5);  // a pen that hovers
-    pointeur(WM_POINTERDOWN, 7, seul, 10, 20);
-    pointeur(WM_POINTERUPDATE, 7, seul, 11, 21);
-    pointeur(WM_POINTERUPDATE, 7, seul, 12, 22);
-    pointeur(WM_POINTERUP, 7, seul, 13, 23);
-    pointeur(WM_POINTERCAPTURECHANGED, 7, seul, 0, 0);  // follows every release
-    EXPECT_EQ(lues(), "appui:10,20 glisse:12,22 relache:13,23");
-
-    pointeur(WM_POINTERDOWN, 8, seul, -4, 3);  // on a monitor to the left
-    pointeur(WM_POINTERUP, 8, seul, -4, 3);
-    EXPECT_EQ(lues(), "appui:-4,3 relache:-4,3");
+TEST_F(EntreesWin32, UnDoigtAppuieGlisseEtSeLeve) {
+    EXPECT_EQ(recus("7~5,5 7>10,20 7~11,21 7~12,22 7<13,23 7!0,0"), "appui:10,20 glisse:12,22 relache:13,23")
+        << "a pen hovers first; a release takes the capture away";
+    EXPECT_EQ(recus("8>-4,3 8<-4,3"), "appui:-4,3 relache:-4,3") << "on a monitor to the left";
 }
 
-TEST_F(EntreesWin32, TheSecondFingerDoesNothingUntilAllAreUp) {
-    pointeur(WM_POINTERDOWN, 1, seul, 10, 10);
-    pointeur(WM_POINTERDOWN, 2, autre, 90, 90);
-    pointeur(WM_POINTERUPDATE, 2, autre, 91, 91);
-    pointeur(WM_POINTERUP, 1, seul, 10, 10);
-    pointeur(WM_POINTERDOWN, 3, autre, 50, 50);  // while the second still lies there
-    pointeur(WM_POINTERUP, 2, autre, 92, 92);
-    pointeur(WM_POINTERUP, 3, autre, 50, 50);
-    EXPECT_EQ(lues(), "appui:10,10 relache:10,10");
-    pointeur(WM_POINTERDOWN, 4, seul, 30, 30);
-    EXPECT_EQ(lues(), "appui:30,30");
+TEST_F(EntreesWin32, LeSecondDoigtNeFaitRienTantQueTousNeSontPasLeves) {
+    EXPECT_EQ(recus("1>10,10 +2>90,90 +2~91,91 1<10,10 +3>50,50 +2<92,92 +3<50,50"), "appui:10,10 relache:10,10");
+    EXPECT_EQ(recus("4>30,30"), "appui:30,30");
 }
 
-TEST_F(EntreesWin32, AFingerThatIsTakenAwayFiresNoKeyAndDoesNotDeafenTheScreen) {
-    pointeur(WM_POINTERDOWN, 1, seul, 10, 10);
-    pointeur(WM_POINTERCAPTURECHANGED, 1, seul, 10, 10);
-    pointeur(WM_POINTERDOWN, 2, seul, 10, 10);
-    pointeur(WM_POINTERUP, 2, seul | annule, 10, 10);
-    pointeur(WM_POINTERDOWN, 3, seul, 10, 10);
+TEST_F(EntreesWin32, UnDoigtRetireNeToucheRienEtNAssourditPasLEcran) {
+    EXPECT_EQ(recus("1>10,10 1!10,10 2>10,10 2x10,10 3>10,10"), "appui:10,10 perdu appui:10,10 perdu appui:10,10");
     EXPECT_EQ(recoit(WM_CANCELMODE), std::nullopt) << "the system has its part to do";
-    pointeur(WM_POINTERUP, 3, seul, 10, 10);
-    EXPECT_EQ(lues(), "appui:10,10 perdu appui:10,10 perdu appui:10,10 perdu");
-
-    // Its release never came: the next finger, alone on the glass, acts all the same.
-    pointeur(WM_POINTERDOWN, 4, seul, 10, 10);
-    pointeur(WM_POINTERDOWN, 5, seul, 60, 60);
-    pointeur(WM_POINTERUP, 5, seul, 60, 60);
-    EXPECT_EQ(lues(), "appui:10,10 perdu appui:60,60 relache:60,60");
+    EXPECT_EQ(recus("3<10,10"), "perdu");
+    EXPECT_EQ(recus("4>10,10 5>60,60 5<60,60"), "appui:10,10 perdu appui:60,60 relache:60,60")
+        << "its release never came: the next finger, alone on the glass, acts all the same";
 }
 
-TEST_F(EntreesWin32, APalmBesideThePenNeitherActsNorTakesThePressAway) {
+TEST_F(EntreesWin32, UnePaumeACoteDuStyletNAgitPasEtNeLuiPrendRien) {
     stylos = {1, 3};
-    pointeur(WM_POINTERDOWN, 1, seul, 10, 10);
-    pointeur(WM_POINTERDOWN, 2, seul, 80, 80);
-    pointeur(WM_POINTERUPDATE, 2, seul, 81, 81);
-    pointeur(WM_POINTERUP, 1, seul, 11, 11);
-    pointeur(WM_POINTERDOWN, 3, seul, 20, 20);  // the palm lies there still
-    pointeur(WM_POINTERUP, 2, seul, 81, 81);
-    EXPECT_EQ(recoit(WM_POINTERLEAVE, MAKEWPARAM(3, seul)), std::nullopt);
-    pointeur(WM_POINTERDOWN, 4, seul, 30, 30);
-    souris(WM_LBUTTONDOWN, 50, 50);
-    pointeur(WM_POINTERUP, 4, seul, 30, 30);
-    EXPECT_EQ(lues(), "appui:10,10 relache:11,11 appui:20,20 perdu appui:30,30 relache:30,30");
-    souris(WM_LBUTTONDOWN, 50, 50);
-    EXPECT_EQ(lues(), "appui:50,50") << "a contact that was lost does not deafen the mouse";
+    EXPECT_EQ(recus("1>10,10 2>80,80 2~81,81 1<11,11 3>20,20 2<81,81 3o0,0 4>30,30 s>50,50 4<30,30"),
+              "appui:10,10 relache:11,11 appui:20,20 perdu appui:30,30 relache:30,30");
+    EXPECT_EQ(recus("s>50,50"), "appui:50,50") << "a contact that was lost does not deafen the mouse";
 }
 
-TEST_F(EntreesWin32, AnInstallerThatNeedsTheFileEndsTheProgram) {
+TEST_F(EntreesWin32, UnInstalleurQuiVeutLeFichierFinitLeLogiciel) {
     EXPECT_EQ(recoit(WM_QUERYENDSESSION, 0, ENDSESSION_CLOSEAPP), TRUE);
     EXPECT_EQ(recoit(WM_ENDSESSION, FALSE, ENDSESSION_CLOSEAPP), std::nullopt);
     EXPECT_EQ(lues(), "extinction");
@@ -171,70 +142,31 @@ TEST_F(EntreesWin32, AnInstallerThatNeedsTheFileEndsTheProgram) {
     EXPECT_EQ(recoit(WM_ENDSESSION, TRUE, 0), std::nullopt) << "the system ends it itself";
 }
 
-TEST_F(EntreesWin32, TheMouseThatTheSystemMakesOfAFingerDoesNotCount) {
-    constexpr LPARAM fait_d_un_doigt = 0xFF515780, fait_d_un_stylet = 0xFF515700;
-    souris(WM_LBUTTONDOWN, 1, 1, fait_d_un_doigt);  // it reports nothing else: then it does count
-    souris(WM_LBUTTONUP, 1, 1, fait_d_un_doigt);
-    EXPECT_EQ(lues(), "appui:1,1 relache:1,1");
-
-    pointeur(WM_POINTERDOWN, 1, seul, 10, 10);
-    pointeur(WM_POINTERUP, 1, seul, 10, 10);
-    souris(WM_LBUTTONDOWN, 10, 10, fait_d_un_doigt);
-    souris(WM_MOUSEMOVE, 10, 10, fait_d_un_doigt);
-    souris(WM_LBUTTONUP, 10, 10, fait_d_un_doigt);
-    souris(WM_LBUTTONDOWN, 10, 10, fait_d_un_stylet);
-    souris(WM_LBUTTONUP, 10, 10, fait_d_un_stylet);
-    souris(WM_LBUTTONDOWN, 20, 20);
-    souris(WM_MOUSEMOVE, 21, 21);
-    souris(WM_LBUTTONUP, 22, 22);
-    EXPECT_EQ(lues(), "appui:10,10 relache:10,10 appui:20,20 glisse:21,21 relache:22,22");
+TEST_F(EntreesWin32, LaSourisQueLeSystemeFaitDUnDoigtNeComptePas) {
+    EXPECT_EQ(recus("d>1,1 d<1,1"), "appui:1,1 relache:1,1") << "it reports nothing else: then it does count";
+    EXPECT_EQ(recus("1>10,10 1<10,10 d>10,10 d~10,10 d<10,10 p>10,10 p<10,10 s>20,20 s~21,21 s<22,22"),
+              "appui:10,10 relache:10,10 appui:20,20 glisse:21,21 relache:22,22");
 }
 
-TEST_F(EntreesWin32, TheMouseLosesItsButton) {
-    souris(WM_LBUTTONDOWN, 10, 10);
-    recoit(WM_CAPTURECHANGED);
-    souris(WM_LBUTTONUP, 10, 10);
-    souris(WM_LBUTTONDOWN, 10, 10);
+TEST_F(EntreesWin32, LaSourisPerdSonBouton) {
+    EXPECT_EQ(recus("s>10,10 s!0,0 s<10,10 s>10,10"), "appui:10,10 perdu appui:10,10");
     recoit(WM_MOUSEMOVE, 0, MAKELPARAM(70, 70));  // released outside, unheard
-    souris(WM_LBUTTONDOWN, 30, 30);
-    souris(WM_LBUTTONUP, 30, 30);
-    EXPECT_EQ(lues(), "appui:10,10 perdu appui:10,10 perdu appui:30,30 relache:30,30");
+    EXPECT_EQ(recus("s>30,30 s<30,30"), "perdu appui:30,30 relache:30,30");
 }
 
-TEST_F(EntreesWin32, FingersOfAnOlderSystem) {
-    EXPECT_EQ(recoit(WM_TOUCH), std::nullopt) << "what cannot be read is the system's to close";
-    touche(1, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY, 10, 20);
-    EXPECT_EQ(recoit(WM_TOUCH), 0);
-    touches.clear();
-    touche(1, TOUCHEVENTF_MOVE | TOUCHEVENTF_PRIMARY, 11, 21);
-    touche(2, TOUCHEVENTF_DOWN, 80, 80);
-    recoit(WM_TOUCH);
-    touches.clear();
-    touche(2, TOUCHEVENTF_UP, 80, 80);
-    touche(1, TOUCHEVENTF_UP | TOUCHEVENTF_PRIMARY, 12, 22);
-    recoit(WM_TOUCH);
+TEST_F(EntreesWin32, LesDoigtsDUnSystemePlusAncien) {
+    EXPECT_EQ(recoit_touches(""), std::nullopt) << "what cannot be read is the system's to close";
+    EXPECT_EQ(recoit_touches("1>10,20"), 0);
+    recoit_touches("1~11,21 +2>80,80");
+    recoit_touches("+2<80,80 1<12,22");
     EXPECT_EQ(lues(), "appui:10,20 glisse:11,21 relache:12,22");
-
-    touches.clear();
-    touche(3, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY, 10, 20);  // its release never comes
-    recoit(WM_TOUCH);
-    touches.clear();
-    touche(4, TOUCHEVENTF_DOWN | TOUCHEVENTF_PRIMARY, 60, 60);
-    recoit(WM_TOUCH);
-    touches.clear();
-    touche(4, TOUCHEVENTF_UP | TOUCHEVENTF_PRIMARY, 60, 60);
-    recoit(WM_TOUCH);
-    EXPECT_EQ(lues(), "appui:10,20 perdu appui:60,60 relache:60,60");
-
-    souris(WM_LBUTTONDOWN, 12, 22, 0xFF515781);
-    souris(WM_LBUTTONUP, 12, 22, 0xFF515781);
-    EXPECT_EQ(lues(), "");
-    souris(WM_LBUTTONDOWN, 40, 40, 0xFF515701);  // there a pen is a mouse
-    souris(WM_LBUTTONUP, 40, 40, 0xFF515701);
-    EXPECT_EQ(lues(), "appui:40,40 relache:40,40");
+    for (const char* mot : {"3>10,20", "4>60,60", "4<60,60"}) recoit_touches(mot);
+    EXPECT_EQ(lues(), "appui:10,20 perdu appui:60,60 relache:60,60") << "the first one's release never comes";
+    EXPECT_EQ(recus("d>12,22 d<12,22"), "");
+    EXPECT_EQ(recus("p>40,40 p<40,40"), "appui:40,40 relache:40,40") << "there a pen is a mouse";
 }
 
-TEST_F(EntreesWin32, Keyboard) {
+TEST_F(EntreesWin32, LeClavierDonneSesSignesEtSesTouches) {
     for (const WPARAM c : {0xE9, 0x20AC, 0x0153, 0x61}) EXPECT_EQ(recoit(WM_CHAR, c), 0);
     for (const WPARAM c : {0x03A9, 0xD83D, 0x08, 0x0D, 0x1B, 0x7F}) EXPECT_EQ(recoit(WM_CHAR, c), 0);
     EXPECT_EQ(recoit(WM_DEADCHAR, '^'), std::nullopt);
@@ -256,7 +188,7 @@ TEST_F(EntreesWin32, Keyboard) {
     EXPECT_EQ(lues(), "fermeture");
 }
 
-TEST_F(EntreesWin32, SleepSessionAndScreen) {
+TEST_F(EntreesWin32, LeSommeilLaSeanceEtLEcran) {
     const auto ecran = [this](BYTE etat) {
         POWERBROADCAST_SETTING reglage{etat_de_l_ecran, 1, {etat}};
         recoit(WM_POWERBROADCAST, PBT_POWERSETTINGCHANGE, reinterpret_cast<LPARAM>(&reglage));
@@ -309,7 +241,7 @@ struct FenetreWin32 : testing::Test {
     }
 };
 
-TEST_F(FenetreWin32, ShowsTheZonesAndKeepsThemForTheSystem) {
+TEST_F(FenetreWin32, MontreLesZonesEtLesGardePourLeSysteme) {
     const TailleEcran t = fenetre->taille();
     EXPECT_EQ(t.largeur, GetSystemMetrics(SM_CXSCREEN));
     EXPECT_EQ(t.hauteur, GetSystemMetrics(SM_CYSCREEN));
@@ -340,7 +272,7 @@ TEST_F(FenetreWin32, ShowsTheZonesAndKeepsThemForTheSystem) {
     verifie();
 }
 
-TEST_F(FenetreWin32, IsWokenFromAnotherThreadAndCalledToTheFront) {
+TEST_F(FenetreWin32, SeReveilleDUnAutreFilEtVientDevant) {
     const auto debut = std::chrono::steady_clock::now();
     std::thread autre([&] { fenetre->reveille(); });
     EXPECT_EQ(fenetre->attend(20000).sorte, Sorte::rien);
@@ -360,7 +292,7 @@ TEST_F(FenetreWin32, IsWokenFromAnotherThreadAndCalledToTheFront) {
     EXPECT_FALSE(IsIconic(poignee));
 }
 
-TEST_F(FenetreWin32, LiesAboveTheTaskBarOnlyWhileItIsActive) {
+TEST_F(FenetreWin32, CouvreLaBarreDesTachesTantQuElleSert) {
     const auto dessus = [this] { return (GetWindowLongPtrW(poignee, GWL_EXSTYLE) & WS_EX_TOPMOST) != 0; };
     fenetre->vient_devant();
     vide_la_file();
@@ -379,7 +311,7 @@ TEST_F(FenetreWin32, LiesAboveTheTaskBarOnlyWhileItIsActive) {
     DestroyWindow(autre);
 }
 
-TEST_F(FenetreWin32, AFingerAnEndAndATurnReachTheLoop) {
+TEST_F(FenetreWin32, UnDoigtUneFinEtUnTourArriventALaBoucle) {
     const Evenement appui = apres(WM_POINTERDOWN, MAKEWPARAM(5, seul), MAKELPARAM(123, 45));
     EXPECT_EQ(appui.sorte, Sorte::appui);
     EXPECT_EQ(appui.x, 123);

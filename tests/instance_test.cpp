@@ -14,7 +14,6 @@
 namespace {
 
 using namespace std::chrono_literals;
-using std::chrono::steady_clock;
 
 std::unique_ptr<instance::Prise> prend() {
     bool appelee = false;
@@ -36,10 +35,11 @@ class Instance : public tests::Atelier {
         };
         return std::async(std::launch::async, essaie).get();
     }
-    static std::chrono::milliseconds duree(const std::function<void()>& f) {
-        const auto debut = steady_clock::now();
-        f();
-        return std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - debut);
+    /// Of so many threads at the same time, in how many this is true.
+    static int en_meme_temps(int fils, const std::function<bool()>& essaie) {
+        std::vector<std::future<bool>> essais;
+        for (int i = 0; i < fils; ++i) essais.push_back(std::async(std::launch::async, essaie));
+        return static_cast<int>(std::count_if(essais.begin(), essais.end(), [](auto& e) { return e.get(); }));
     }
 };
 
@@ -69,24 +69,16 @@ TEST_F(Instance, TousCeuxQuiAppellentEnMemeTempsOntUneReponse) {
     const auto prise = prend();
     ASSERT_TRUE(prise);
     prise->ecoute([] { std::this_thread::sleep_for(30ms); });
-    for (int tour = 0; tour < 5; ++tour) {
-        std::atomic<int> devances = 0;
-        std::vector<std::thread> fils;
-        for (int i = 0; i < 4; ++i) {
-            fils.emplace_back([&] {
-                if (second_est_devance(true)) ++devances;
-            });
-        }
-        for (auto& f : fils) f.join();
-        EXPECT_EQ(devances, 4);
-    }
+    for (int tour = 0; tour < 5; ++tour) EXPECT_EQ(en_meme_temps(4, [] { return second_est_devance(true); }), 4);
 }
 
 TEST_F(Instance, UnPremierMuetNeRetientLeSecondQuUnMoment) {
     std::atomic<int> appels = 0;
     const auto prise = prend();
     ASSERT_TRUE(prise);
-    EXPECT_LT(duree([] { EXPECT_TRUE(second_est_devance(false)); }), instance::attente_ms * 1ms + 2s);
+    const auto debut = std::chrono::steady_clock::now();
+    EXPECT_TRUE(second_est_devance(false));
+    EXPECT_LT(std::chrono::steady_clock::now() - debut, instance::attente_ms * 1ms + 2s);
     prise->ecoute([&] { ++appels; });
     EXPECT_FALSE(second_prend());
     EXPECT_GE(appels, 1);
@@ -106,24 +98,17 @@ TEST_F(Instance, LeSecondPrendLaPlaceDUnPremierQuiFinit) {
 }
 
 TEST_F(Instance, DeTousLesDepartsUnSeulPrend) {
+    constexpr int departs = 6;
     for (int tour = 0; tour < 20; ++tour) {
-        std::atomic<int> prises = 0;
         std::atomic<int> arrives = 0;
-        constexpr int departs = 6;
-        std::vector<std::thread> fils;
-        for (int i = 0; i < departs; ++i) {
-            fils.emplace_back([&] {
-                const auto prise = prend();
-                if (prise) {
-                    ++prises;
-                    prise->ecoute([] {});
-                }
-                ++arrives;
-                while (arrives < departs) std::this_thread::yield();
-            });
-        }
-        for (auto& f : fils) f.join();
-        EXPECT_EQ(prises, 1);
+        const auto essaie = [&] {
+            const auto prise = prend();
+            if (prise) prise->ecoute([] {});
+            ++arrives;
+            while (arrives < departs) std::this_thread::yield();
+            return prise != nullptr;
+        };
+        EXPECT_EQ(en_meme_temps(departs, essaie), 1);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "atelier.h"
+#include "data/livraison.h"
 #include "data/programme_touches.h"
 #include "data/reglages.h"
 
@@ -80,6 +81,15 @@ TEST_F(Lecture, UneToucheIllisibleNEstPasRemplacee) {
         EXPECT_EQ(ecrit_ligne(3, 5, l), Issue::fait) << "it can be written all the time";
     }
     EXPECT_EQ(lis_page(2)[4].libelle(), "Desserts");
+}
+
+TEST_F(Lecture, UneCommandeIllisibleNEstPasLivreeVide) {
+    fs::create_directory("reseau");
+    fs::create_directory("a_.-A-");
+    for (const char* nom : {"a_.-A-", "absente_.-A-"}) {
+        EXPECT_EQ(livraison::livre({"reseau", ""}, nom).sort, livraison::Sort::attend) << nom;
+    }
+    EXPECT_TRUE(fs::is_empty("reseau"));
 }
 
 }  // namespace

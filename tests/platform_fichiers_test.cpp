@@ -12,7 +12,6 @@
 #include "terrain.h"
 
 #ifndef _WIN32
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -60,15 +59,13 @@ TEST_F(Fichiers, UnNomDeLaPageEstCeluiQueLeSystemeMontre) {
 }
 
 TEST_F(Fichiers, LeMotifIgnoreLaCasseEtNeCompteAucunCaractereDeuxFois) {
-    struct Cas {
-        std::string_view nom, motif;
-        bool attendu;
-    };
-    const Cas table[] = {{"a.-A-", "*.-a-", true},   {"a.txt", "*.TXT", true},
-                         {"txt", "*.txt", false},    {"ab", "ab*b", false},
-                         {"abb", "ab*b", true},      {"", "*", true},
-                         {"é.txt"_t, "É*"_t, false}, {"x.-A-.12-1.tmp_", "*.-A-", false}};
-    for (const auto& c : table) EXPECT_EQ(fichiers::correspond(c.nom, c.motif), c.attendu) << c.nom << ' ' << c.motif;
+    const std::tuple<std::string_view, std::string_view, bool> table[] = {
+        {"a.-A-", "*.-a-", true},   {"a.txt", "*.TXT", true},
+        {"txt", "*.txt", false},    {"ab", "ab*b", false},
+        {"abb", "ab*b", true},      {"", "*", true},
+        {"é.txt"_t, "É*"_t, false}, {"x.-A-.12-1.tmp_", "*.-A-", false}};
+    for (const auto& [nom, motif, attendu] : table)
+        EXPECT_EQ(fichiers::correspond(nom, motif), attendu) << nom << ' ' << motif;
 }
 
 TEST_F(Fichiers, UnFichierEstEntierOuNEstPas) {
@@ -174,25 +171,11 @@ TEST_F(Fichiers, LesTrousEntreRecordsSontDesBlancs) {
 
 #ifndef _WIN32
 
-/// No file may grow past this many bytes while it lives: what a full disk does to a write, part way through.
-class LimiteDeTaille {
-  public:
-    explicit LimiteDeTaille(rlim_t octets) {
-        getrlimit(RLIMIT_FSIZE, &avant_);
-        const rlimit limite{octets, avant_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limite);
-    }
-    ~LimiteDeTaille() { setrlimit(RLIMIT_FSIZE, &avant_); }
-
-  private:
-    rlimit avant_{};
-};
-
 TEST_F(Fichiers, SurUnDisquePleinLAncienFichierReste) {
     terrain.pose("a.-A-", "ancien");
     const std::string grand(50'000, 'x');
     {
-        const LimiteDeTaille limite(20'000);
+        const tests::LimiteDeTaille limite(20'000);
         EXPECT_EQ(fichiers::ecrit_tout(chemin("a.-A-"), grand, Remplace::oui), Issue::plein);
         EXPECT_EQ(fichiers::ecrit_tout(chemin("b.-A-"), grand, Remplace::jamais), Issue::plein);
     }
@@ -205,7 +188,7 @@ TEST_F(Fichiers, SurUnDisquePleinAucunDemiRecordNeReste) {
     ASSERT_TRUE(f);
     ASSERT_EQ(f->ecrit(2, "#I#1280"), Issue::fait);
     {
-        const LimiteDeTaille limite(65);
+        const tests::LimiteDeTaille limite(65);
         EXPECT_EQ(f->ecrit(4, "#I#101280:00800"), Issue::plein);
     }
     EXPECT_EQ(f->longueur(), 40u);

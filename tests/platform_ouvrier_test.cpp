@@ -184,6 +184,27 @@ class OuvrierEnRejeu : public OuvrierTest {
         horloge::avance(debut + ms - horloge::millisecondes());
         ouvrier::termine_en_rejeu();
     }
+    /// The answers, how often the work was done, and whether it still is.
+    std::string vu() const {
+        std::string r;
+        for (const Reponse reponse : reponses) r += reponse == Reponse::faite ? "faite " : "tard ";
+        return r + std::to_string(*faits) + (ouvrier::occupe() ? " en cours" : "");
+    }
+    /// Starts an operation while the network is so: when it must be answered at the latest, and vu() at each instant.
+    std::string suit(Reseau etat, int ms, std::initializer_list<int> instants) {
+        debut = horloge::millisecondes();
+        reponses.clear();
+        *faits = 0;
+        ouvrier::simule(etat, ms);
+        EXPECT_TRUE(ouvrier::lance(operation()));
+        EXPECT_TRUE(reponses.empty());
+        std::string r = std::to_string(ouvrier::prochaine_echeance() - debut);
+        for (const int instant : instants) {
+            va_a(instant);
+            r += ", " + std::to_string(instant) + ": " + vu();
+        }
+        return r;
+    }
 };
 
 TEST_F(OuvrierEnRejeu, PresentEstAttenduMemeLentVraiment) {
@@ -206,93 +227,46 @@ TEST_F(OuvrierEnRejeu, PresentEstAttenduMemeLentVraiment) {
     EXPECT_EQ(horloge::millisecondes(), debut);
 }
 
-TEST_F(OuvrierEnRejeu, AbsentNExecuteRienEtRepondAussitot) {
-    ouvrier::simule(Reseau::absent, 0);
-    ASSERT_TRUE(ouvrier::lance(operation()));
-    EXPECT_TRUE(reponses.empty());
-    EXPECT_EQ(ouvrier::prochaine_echeance(), debut);
-    va_a(0);
-    EXPECT_EQ(reponses, Reponses{Reponse::faite});
-    EXPECT_EQ(*faits, 0);
-}
-
-TEST_F(OuvrierEnRejeu, LentRepondASonHeureEtPasAvant) {
-    ouvrier::simule(Reseau::lent, 500);
-    ASSERT_TRUE(ouvrier::lance(operation()));
-    EXPECT_EQ(ouvrier::prochaine_echeance(), debut + 500);
-    va_a(499);
-    EXPECT_EQ(*faits, 0);
-    EXPECT_TRUE(ouvrier::occupe());
-    va_a(500);
-    EXPECT_EQ(reponses, Reponses{Reponse::faite});
-    EXPECT_EQ(*faits, 1);
-    EXPECT_FALSE(ouvrier::occupe());
+TEST_F(OuvrierEnRejeu, AbsentNExecuteRienEtLentRepondASonHeure) {
+    EXPECT_EQ(suit(Reseau::absent, 0, {0}), "0, 0: faite 0");
+    EXPECT_EQ(suit(Reseau::lent, 500, {499, 500}), "500, 499: 0 en cours, 500: faite 1");
 }
 
 TEST_F(OuvrierEnRejeu, TropLentEstHorsDelaiEtAgitQuandMemePlusTard) {
-    ouvrier::simule(Reseau::lent, 5000);
-    ASSERT_TRUE(ouvrier::lance(operation()));
-    EXPECT_EQ(ouvrier::prochaine_echeance(), debut + 2000);
-    va_a(2000);
-    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
+    EXPECT_EQ(suit(Reseau::lent, 5000, {2000}), "2000, 2000: tard 0 en cours");
     EXPECT_EQ(ouvrier::prochaine_echeance(), debut + 5000);
     va_a(4999);
-    EXPECT_EQ(*faits, 0);
+    EXPECT_EQ(vu(), "tard 0 en cours");
     EXPECT_FALSE(ouvrier::lance(operation()));
     va_a(5000);
-    EXPECT_EQ(*faits, 1);
-    EXPECT_EQ(reponses.size(), 1u);
-    EXPECT_FALSE(ouvrier::occupe());
-
-    ouvrier::simule(Reseau::lent, 2000);
-    ASSERT_TRUE(ouvrier::lance(operation()));
-    va_a(7000);
-    EXPECT_EQ(reponses.back(), Reponse::faite) << "just in time is in time";
-
-    ouvrier::simule(Reseau::lent, 2001);
-    ASSERT_TRUE(ouvrier::lance(operation()));
-    va_a(20'000);
-    EXPECT_EQ(reponses.back(), Reponse::hors_delai) << "however far the clock has jumped";
-    ouvrier::termine_en_rejeu();
-    EXPECT_EQ(*faits, 3);
-    EXPECT_FALSE(ouvrier::occupe());
+    EXPECT_EQ(vu(), "tard 1");
+    EXPECT_EQ(suit(Reseau::lent, 2000, {2000}), "2000, 2000: faite 1") << "just in time is in time";
+    suit(Reseau::lent, 2001, {13'000, 13'000});
+    EXPECT_EQ(vu(), "tard 1") << "however far the clock has jumped";
 }
 
 TEST_F(OuvrierEnRejeu, BloqueAgitQuandLeReseauRevient) {
-    ouvrier::simule(Reseau::bloque, 0);
-    ASSERT_TRUE(ouvrier::lance(operation()));
-    va_a(1999);
-    EXPECT_TRUE(reponses.empty());
-    va_a(2000);
-    EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
-    va_a(100'000);
-    EXPECT_EQ(*faits, 0);
+    EXPECT_EQ(suit(Reseau::bloque, 0, {1999, 2000, 100'000}),
+              "2000, 1999: 0 en cours, 2000: tard 0 en cours, 100000: tard 0 en cours");
     EXPECT_EQ(ouvrier::prochaine_echeance(), -1);
     EXPECT_FALSE(ouvrier::lance(operation()));
     ouvrier::simule(Reseau::present, 0);
     ouvrier::termine_en_rejeu();
-    EXPECT_EQ(*faits, 1);
-    EXPECT_EQ(reponses.size(), 1u);
-    EXPECT_FALSE(ouvrier::occupe());
+    EXPECT_EQ(vu(), "tard 1");
 }
 
 TEST_F(OuvrierEnRejeu, UnEtatQuiChangeDecideDeCeQuiPend) {
-    ouvrier::simule(Reseau::bloque, 0);
-    ASSERT_TRUE(ouvrier::lance(operation()));
+    suit(Reseau::bloque, 0, {});
     ouvrier::simule(Reseau::lent, 300);
     va_a(299);
-    EXPECT_TRUE(reponses.empty());
+    EXPECT_EQ(vu(), "0 en cours");
     ouvrier::simule(Reseau::absent, 0);
     va_a(299);
-    EXPECT_EQ(reponses, Reponses{Reponse::faite});
-    EXPECT_EQ(*faits, 0) << "what the network never got has no effect";
-
-    ouvrier::simule(Reseau::bloque, 0);
-    ASSERT_TRUE(ouvrier::lance(operation()));
+    EXPECT_EQ(vu(), "faite 0") << "what the network never got has no effect";
+    suit(Reseau::bloque, 0, {});
     ouvrier::simule(Reseau::present, 0);
     va_a(299);
-    EXPECT_EQ(reponses, (Reponses{Reponse::faite, Reponse::faite})) << "within its limit it is an answer like others";
-    EXPECT_EQ(*faits, 1);
+    EXPECT_EQ(vu(), "faite 1") << "within its limit it is an answer like others";
 }
 
 TEST_F(OuvrierEnRejeu, AttendreVoitCeQuiViendraitSansBougerLHorloge) {

@@ -49,21 +49,17 @@ TEST(Texte, LesColonnesEtLesLignesNeSortentJamaisDuTexte) {
 }
 
 TEST(Horloge, LesSecondesPassentLesFinsDeMoisEtDAnnee) {
-    struct Cas {
-        std::string_view depart;
-        std::int64_t secondes;
-        std::string_view arrivee;
-    };
-    const Cas table[] = {{"2021-12-31 23:59:59", 1, "2022-01-01 00:00:00"},
-                         {"2022-01-01 00:00:00", -1, "2021-12-31 23:59:59"},
-                         {"2020-02-28 23:59:30", 60, "2020-02-29 00:00:30"},
-                         {"2100-02-28 12:00:00", 86400, "2100-03-01 12:00:00"},
-                         {"2020-03-01 00:00:00", -86400, "2020-02-29 00:00:00"},
-                         {"2021-05-19 12:30:00", 365 * 86400, "2022-05-19 12:30:00"}};
-    for (const auto& c : table) {
-        const auto depart = horloge::depuis_texte(c.depart), arrivee = horloge::depuis_texte(c.arrivee);
-        ASSERT_TRUE(depart && arrivee) << c.depart;
-        EXPECT_EQ(horloge::plus_secondes(*depart, c.secondes), *arrivee) << c.depart;
+    const std::tuple<std::string_view, std::int64_t, std::string_view> table[] = {
+        {"2021-12-31 23:59:59", 1, "2022-01-01 00:00:00"},
+        {"2022-01-01 00:00:00", -1, "2021-12-31 23:59:59"},
+        {"2020-02-28 23:59:30", 60, "2020-02-29 00:00:30"},
+        {"2100-02-28 12:00:00", 86400, "2100-03-01 12:00:00"},
+        {"2020-03-01 00:00:00", -86400, "2020-02-29 00:00:00"},
+        {"2021-05-19 12:30:00", 365 * 86400, "2022-05-19 12:30:00"}};
+    for (const auto& [depart, secondes, arrivee] : table) {
+        const auto de = horloge::depuis_texte(depart), a = horloge::depuis_texte(arrivee);
+        ASSERT_TRUE(de && a) << depart;
+        EXPECT_EQ(horloge::plus_secondes(*de, secondes), *a) << depart;
     }
 }
 

@@ -3,14 +3,10 @@
 
 namespace {
 
-using tests::page1252;
-using tests::sans_identite;
-using tests::Terrain;
-using tests::tient;
+using namespace tests;
+using Route = Restaurant;
 
-TEST(Route, UneCommandeArriveDansLeRepertoireReseau) {
-    Terrain t;
-    t.restaurant();
+TEST_F(Route, UneCommandeArriveDansLeRepertoireReseau) {
     tient(t, "commande.txt");
     EXPECT_TRUE(t.fichiers(".", "-A-").empty());
     EXPECT_EQ(sans_identite(t.lis("reseau/2021-05-19-12-30-00_01_012_004_.txt")),
@@ -18,71 +14,57 @@ TEST(Route, UneCommandeArriveDansLeRepertoireReseau) {
                        "#REF#8880000000024  {2.00}\r\n#COMP#Sans sel|\r\n#NOTE#\r\n"));
 }
 
-TEST(Route, LePremierDemarrageDemandeLeRepertoire) {
+TEST(PremierDepart, DemandeLeFormatPuisLeRepertoire) {
     Terrain t;
     tient(t, "premier_demarrage.txt");
-    EXPECT_EQ(t.lis("wfichdir.wdo"), "reseau\r\n \r\n \r\n \r\n \r\n \r\n \r\n \r\n \r\n \r\n \r\n \r\n");
+    EXPECT_EQ(t.lis("wfichdir.wdo"), "reseau\r\n" + fois(11, " \r\n"));
     EXPECT_EQ(t.lis("wwinqx42.wdo").substr(20, 20), "#I#0:01280:00770    ");
     EXPECT_EQ(t.lis("wwinqx42.wdo").size(), 40000U);
     EXPECT_EQ(t.lis("progppb.wdo").size(), 1280000U);
     EXPECT_EQ(t.lis("w_styl72.wdo").size(), 64128U);
 }
 
-TEST(Route, SansRepertoireLeLogicielCherchePuisSArrete) {
-    tient(Terrain(), "recherche_du_serveur.txt");
+TEST(PremierDepart, SansRepertoireLeLogicielCherchePuisSArrete) {
+    tient_texte(Terrain(), "touche Image2\ntouche \"Oui\"\nverifie arret\nverifie lance \"orvapara.exe\"\n");
     Terrain t;
-    tient(t, "sans_repertoire.txt");
+    tient_texte(t,
+                "touche Image2\ntouche \"Non\"\ntouche \"Valider\"\nverifie Label1 \"Aucun répertoire réseau n'a été "
+                "donné, le logiciel s'arrête !\"\ntouche \"Fermer\"\nverifie arret\n");
     EXPECT_FALSE(t.existe("wfichdir.wdo"));
 }
 
-TEST(Route, LaVirguleEstCorrigeeUneFois) {
-    Terrain t;
-    t.restaurant();
-    tient(t, "separateur.txt", "--separateur ,");
-    tient(t, "commande.txt", "--separateur .");
+TEST_F(Route, LaVirguleEstCorrigeeEtLeLogicielSArrete) {
+    tient_texte(
+        t,
+        "verifie separateur \".\"\nverifie Label1 \"Le logiciel a configuré le point comme séparateur décimal "
+        "(obligatoire), relancez votre logiciel !\"\ntouche \"Fermer\"\nverifie arret\nverifie separateur \".\"\n",
+        "--separateur ,");
 }
 
-TEST(Route, LesPagesSousGroupesEtTouchesInertes) {
-    Terrain t;
-    t.restaurant();
+TEST_F(Route, LesPagesSousGroupesEtOutils) {
     tient(t, "navigation.txt");
 }
 
-TEST(Route, LeClavierEtSesTroisPages) {
-    Terrain t;
-    t.restaurant();
+TEST_F(Route, LeClavierEtSesTroisPages) {
     tient(t, "clavier.txt", "--service");
 }
 
-TEST(Route, UneTabletteTourneeResteSousLeDoigt) {
-    Terrain t;
-    t.restaurant();
-    const auto taille = [&t](const char* png) {
-        const std::string s = t.lis(png);
-        const auto nombre = [&s](std::size_t i) {
-            return static_cast<unsigned char>(s[i]) * 256 + static_cast<unsigned char>(s[i + 1]);
-        };
-        return s.size() < 24 ? std::pair(0, 0) : std::pair(nombre(18), nombre(22));
-    };
+TEST_F(Route, UneTabletteTourneeResteSousLeDoigt) {
     tient(t, "rotation.txt");
-    EXPECT_EQ(taille("debout_note.png"), std::pair(800, 770))
+    EXPECT_EQ(taille_png(t.lis("debout_note.png")), std::pair(800, 770))
         << "as high as the format that was chosen, no wider than the screen";
-    EXPECT_EQ(taille("tourne_article.png").first, 554) << "the whole of what was open, smaller";
-    EXPECT_EQ(taille("debout.png"), std::pair(554, 770));
-    EXPECT_EQ(taille("remis.png"), std::pair(1280, 770));
+    EXPECT_EQ(taille_png(t.lis("tourne_article.png")).first, 554) << "the whole of what was open, smaller";
+    EXPECT_EQ(taille_png(t.lis("debout.png")), std::pair(554, 770));
+    EXPECT_EQ(taille_png(t.lis("remis.png")), std::pair(1280, 770));
 }
 
-TEST(Route, QuitterAvecDesCommandesEnAttente) {
-    Terrain t;
-    t.restaurant();
-    for (const char* nom : {"2021-05-19-11-00-00_01_001_002_.-A-", "2021-05-19-11-05-00_02_003_002_.-A-"}) {
-        t.pose(nom, "x\r\n");
-    }
-    t.pose("worvalune.wdo", t.lis("reseau/worvalune.wdo"));
-    std::filesystem::remove_all(t.reseau());
-    tient(t, "quitter.txt");
-    EXPECT_EQ(t.lis("prov.txt"), "#SERV#01\r\n#TABL#\r\n");
-    EXPECT_EQ(t.fichiers(".", "-A-").size(), 2U);
+/// The network is there, and yet an order waits: another of its name has not been collected.
+TEST_F(Route, LaToucheDEnvoiCompteCeQuiAttend) {
+    t.pose("a_.-A-", "une");
+    t.pose("reseau/a_.txt", "autre");
+    tient_texte(t,
+                "touche \"Sophie\"\nverifie image g2 0 4 23\nverifie visible Label_attente oui\n"
+                "verifie Label_attente \"1\"\ntouche \"Serveurs\"\nverifie visible Label_attente non\n");
 }
 
 }  // namespace

@@ -6,6 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#ifndef _WIN32
+#include <sys/resource.h>
+#endif
+
 namespace tests {
 
 /// What a replay gave.
@@ -57,5 +61,21 @@ std::string scenario(const std::string& nom);
 
 /// A UTF-8 text as bytes of the page 1252.
 std::string page1252(std::string_view utf8);
+
+#ifndef _WIN32
+/// No file may grow past this many bytes while it lives: what a full disk does to a write, part way through.
+class LimiteDeTaille {
+  public:
+    explicit LimiteDeTaille(rlim_t octets) {
+        getrlimit(RLIMIT_FSIZE, &avant_);
+        const rlimit limite{octets, avant_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limite);
+    }
+    ~LimiteDeTaille() { setrlimit(RLIMIT_FSIZE, &avant_); }
+
+  private:
+    rlimit avant_{};
+};
+#endif
 
 }  // namespace tests
