@@ -10,6 +10,7 @@
 #include "data/reglages.h"
 #include "data/reseau.h"
 #include "data/styles.h"
+#include "data/suivi.h"
 #include "data/tenus.h"
 #include "dialogs/clavv.h"
 #include "dialogs/mini_97.h"
@@ -108,7 +109,10 @@ void prend_repertoire() {
 
 void prepare_fichiers() {
     if (fichiers_prets) return;
-    if (!deja_fait) fichiers::retire_temporaires(".");
+    if (!deja_fait) {
+        fichiers::retire_temporaires(".");
+        suivi::charge();
+    }
     const bool choix = styles::init_styles(), touches = programme_touches::prepare();
     fichiers_prets = !tenus::est_tenu(styles::nom_fichier) && !tenus::est_tenu(programme_touches::nom_fichier);
     if (fichiers_prets && (!choix || !touches))

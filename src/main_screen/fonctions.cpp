@@ -23,6 +23,7 @@
 #include "main_screen/guet.h"
 #include "main_screen/note.h"
 #include "main_screen/pages.h"
+#include "main_screen/suivi.h"
 #include "platform/systeme/texte.h"
 
 namespace fonctions {
@@ -138,6 +139,14 @@ void ouvre_outils() {
     }
     ch_outils::montre_ch_outils();
     recharge();
+}
+
+/// Who asks wants to know how it is at this moment.
+void ouvre_suivi() {
+    guet::reprend();
+    reseau::passe();
+    ecran_suivi::montre_suivi();
+    recharge_sur_place();
 }
 
 void bascule_reseau() {

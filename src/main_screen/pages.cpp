@@ -364,7 +364,7 @@ void init_g2(std::string_view codes_touches, std::string_view images) {
     }
     Controle& g2 = bandeau::forme()("g2");
     formes::remplit_barre(g2, barre);
-    formes::colore(bandeau::forme());
+    bandeau::colore();
 }
 
 void barre_accueil() {
