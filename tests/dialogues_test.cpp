@@ -86,7 +86,7 @@ TEST(Boite, LesGenresEtLesTailles) {
 }
 
 /// Each dialog, by the touches that lead to it from the home page with a line in the note.
-constexpr std::array<std::pair<const char*, const char*>, 9> dialogues = {{
+constexpr std::array<std::pair<const char*, const char*>, 10> dialogues = {{
     {"Form1", ""},
     {"ch_numtab", "touche \"Table\"\n"},
     {"lis_tbb", "touche \"Table\"\ntouche \"Liste\"\n"},
@@ -96,6 +96,7 @@ constexpr std::array<std::pair<const char*, const char*>, 9> dialogues = {{
     {"sai_detail", "touche btx(5)\ntouche \"A\"\n"},
     {"ch_outils", "touche \"Outils\"\nattend 300\n"},
     {"menufor", "touche Command6\n"},
+    {"suivi", "touche logosuiv\n"},
 }};
 constexpr const char* note_d_une_ligne =
     "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche \"Valider\"\ntouche btx(5)\n"

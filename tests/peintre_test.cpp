@@ -74,6 +74,7 @@ void remplit_grille(Hasard& h, Controle& c) {
     if (h.entre(0, 3) == 0) g.hauteurs.assign(static_cast<std::size_t>(g.lignes), h.entre(5, 40) * px);
     g.lignes_fixes = g.hauteur_ligne > 0 ? h.entre(0, 1) : 0;
     g.defile = h.pile();
+    g.reglee = h.pile();
     g.premiere_ligne = g.hauteur_ligne > 0 ? h.entre(0, g.lignes - 1) : 0;
     if (h.pile()) g.largeurs.assign(static_cast<std::size_t>(g.colonnes), h.entre(0, 60) * px);
     if (g.colonnes == 1) g.flots = h.entre(1, 2);
@@ -340,6 +341,35 @@ TEST(Peintre, UneListeResteDansSaCarte) {
     EXPECT_LT(marque(0), marque(10));
     EXPECT_LT(marque(10), marque(28));
     EXPECT_LT(marque(28), 149);
+}
+
+/// The rows that a list does not have are seen as its own empty ones would be.
+TEST(Peintre, UneListeRegleeMontreDesLignesVides) {
+    const auto peinte = [](int lignes, bool reglee) {
+        Forme f = fond();
+        Controle& g = f.ajoute(
+            {.nom = "g", .genre = Genre::grille, .cadre = {40 * px, 40 * px, 200 * px, 150 * px}, .role = Role::carte});
+        Aspect modele;
+        modele.role = Role::ligne;
+        modele.trait = true;
+        g.grille.dimensionne(lignes, 3, modele);
+        g.grille.cellule(0, 0).role = Role::entete;
+        g.grille.lignes_fixes = 1;
+        g.grille.hauteur_ligne = 40 * px;
+        g.grille.hauteurs.assign(static_cast<std::size_t>(lignes), 40 * px);
+        g.grille.hauteurs[0] = 20 * px;
+        g.grille.defile = true;
+        g.grille.reglee = reglee;
+        Ecran e;
+        e.peint({&f});
+        return e.pixels();
+    };
+    const auto trois = peinte(4, true);  // what fits, and ten pixels more
+    EXPECT_EQ(peinte(1, true), trois);
+    EXPECT_EQ(peinte(2, true), trois);
+    EXPECT_EQ(peinte(4, false), trois);
+    EXPECT_NE(peinte(2, false), trois);
+    EXPECT_EQ(peinte(9, true), peinte(9, false)) << "a full list has its own lines";
 }
 
 TEST(Peintre, LesEntreesAbimeesNeFontRien) {

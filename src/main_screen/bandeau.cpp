@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "data/catalogue.h"
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/suivi.h"
 #include "dialogs/formes.h"
 #include "dialogs/moduclav.h"
 #include "platform/peinture/images.h"
@@ -24,13 +26,15 @@ constexpr int police_etat = 12, police_etat_etroite = 11;
 constexpr int hauteur_commande = 390, haut_command1 = 870;  ///< twips, the latter from the form's bottom edge
 
 std::unique_ptr<Forme> ecran_principal;
+bool ambre = false;  ///< the upper banner says that the kitchen has not collected an order
 
 /// The service pictures, from the left.
 struct Service {
     std::string_view nom;
     int image;
 };
-constexpr Service services[] = {{"logoserv", image_wifi}, {"logil", image_outils}, {"logo", image_maison}};
+constexpr Service services[] = {
+    {"logosuiv", image_historique}, {"logoserv", image_wifi}, {"logil", image_outils}, {"logo", image_maison}};
 
 /// The technician's buttons.
 struct Commande {
@@ -60,13 +64,15 @@ void place_commandes() {
     forme()("Command1").cadre.haut = formes::hauteur() - haut_command1;
 }
 
-/// What lies on the banners is seen on whatever colour the manager gives them.
+/// What lies on the banners is seen on whatever colour they have.
 void accorde_au_bandeau() {
-    const Couleur fond = forme()("label_haut").aspect.fond;
-    const bool propre = fond != sans_couleur;
-    for (const Service& s : services) forme()(s.nom).aspect.encre = propre ? encre_lisible(fond) : palette::blanc;
-    forme()("label_etat").aspect.encre = propre ? encre_lisible(fond) : palette::jaune;
-    forme()("Label_num").aspect.encre = propre ? encre_lisible(fond) : palette::pale;
+    const auto encre = [](std::string_view bandeau, Couleur ordinaire) {
+        const Couleur fond = forme()(bandeau).aspect.fond;
+        return fond != sans_couleur ? encre_lisible(fond) : ordinaire;
+    };
+    for (const Service& s : services) forme()(s.nom).aspect.encre = encre("label_haut", palette::blanc);
+    forme()("label_etat").aspect.encre = encre("label_haut", palette::jaune);
+    forme()("Label_num").aspect.encre = encre("label_bas", palette::pale);
 }
 
 /// Who, which table, how many covers and lines, and the total; the narrow screen has room for abbreviations.
@@ -88,10 +94,15 @@ std::string texte_etat() {
     return t;
 }
 
+std::string texte_cuisine(int non_collectees) {
+    const std::string_view quoi = non_collectees > 1 ? " commandes non collectées"_t : " commande non collectée"_t;
+    return "Cuisine : " + std::to_string(non_collectees) + std::string(quoi);
+}
+
 /// The state takes the room that its text needs, left of the service pictures; the title keeps the rest.
 void partage() {
     Controle& c = forme()("label_etat");
-    const int droite = forme()("logoserv").cadre.gauche - px(formes::est_etroit() ? 8 : 24);
+    const int droite = forme()(services[0].nom).cadre.gauche - px(formes::est_etroit() ? 8 : 24);
     const int voulu = largeur_en_twips(c.aspect.police, true, c.texte()) + px(2);
     const int gauche = std::max(droite - voulu, formes::largeur() / 5);
     c.cadre = {gauche, 0, droite - gauche, hauteur_bandeau};
@@ -135,7 +146,14 @@ void place() {
     moduclav::bandeaux(f, f("label_haut").texte(), f("label_bas").texte());
     place_services();
     place_commandes();
-    formes::colore(f);
+    colore();
+}
+
+void colore() {
+    Aspect& haut = forme()("label_haut").aspect;
+    haut.fond = haut.encre = sans_couleur;
+    formes::colore(forme());
+    if (ambre) formes::met_couleurs(haut, palette::ambre, palette::encre);
     accorde_au_bandeau();
 }
 
@@ -154,7 +172,11 @@ void titre_accueil() {
 
 void affiche_etat() {
     forme()("logoserv").aspect.image = etat::hors_ligne ? image_wifi_coupe : image_wifi;
-    annonce_etat(texte_etat());
+    const int n = suivi::non_collectees();
+    const bool avant = std::exchange(ambre, n > 0);
+    if (ambre != avant) colore();
+    forme()("label_etat").laisse_passer = !ambre;
+    annonce_etat(ambre ? texte_cuisine(n) : texte_etat());
 }
 
 void annonce_etat(std::string_view texte) {

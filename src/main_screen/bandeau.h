@@ -17,6 +17,8 @@ ecran::Forme& forme();
 
 /// Gives the form and its banners the working size and the manager's colours.
 void place();
+/// Gives the form the manager's colours, and its upper banner amber while the kitchen has not collected an order.
+void colore();
 /// Shows the technician's buttons "Command1" to "Command7".
 void montre_commandes();
 
@@ -24,7 +26,8 @@ void montre_commandes();
 void titre(std::string_view haut, std::string_view bas);
 /// Titles of the home page and of the server page.
 void titre_accueil();
-/// Brings the state at the right up to date: who, which table, how many covers and lines, and the total.
+/// Brings the state at the right up to date: who, which table, how many covers and lines, and the total; before them
+/// what the kitchen has not collected, in an amber banner and open to a touch.
 void affiche_etat();
 /// Puts a passing text in its place, during a wait.
 void annonce_etat(std::string_view texte);

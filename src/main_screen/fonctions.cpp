@@ -17,6 +17,7 @@
 #include "dialogs/mini_97.h"
 #include "dialogs/moduclav.h"
 #include "dialogs/sai_menu.h"
+#include "dialogs/suivi.h"
 #include "main_screen/attend_tempo.h"
 #include "main_screen/bandeau.h"
 #include "main_screen/demarrage.h"
@@ -138,6 +139,14 @@ void ouvre_outils() {
     }
     ch_outils::montre_ch_outils();
     recharge();
+}
+
+/// Who asks wants to know how it is at this moment.
+void ouvre_suivi() {
+    guet::reprend();
+    reseau::passe();
+    ecran_suivi::montre_suivi();
+    recharge_sur_place();
 }
 
 void bascule_reseau() {

@@ -20,6 +20,8 @@ void quitte();
 
 /// Asks for the access code unless the manager has done without, and opens the toolbox.
 void ouvre_outils();
+/// Shows what became of the orders; the page stays.
+void ouvre_suivi();
 /// Asks, and sets or clears the offline switch.
 void bascule_reseau();
 /// The technician watches a wait for the network; at its end, unless broken off, the tablet looks for it again.

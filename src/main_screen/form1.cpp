@@ -6,6 +6,7 @@
 #include "data/reseau.h"
 #include "dialogs/formes.h"
 #include "dialogs/moduclav.h"
+#include "dialogs/suivi.h"
 #include "main_screen/bandeau.h"
 #include "main_screen/demarrage.h"
 #include "main_screen/fonctions.h"
@@ -38,9 +39,12 @@ void au_reveil_du_systeme() {
     guet::reveil();
 }
 
-/// The network has answered otherwise than before, or orders have left.
+/// The network has answered otherwise than before, orders have left, or the kitchen has collected some. The start's own
+/// text stays until the first page.
 void au_changement_du_reseau() {
     if (pages::vue() == pages::Vue::accueil) pages::barre_accueil();
+    if (demarrage::est_fait()) bandeau::affiche_etat();
+    ecran_suivi::rafraichit();
     guet::veille();
 }
 
@@ -71,6 +75,9 @@ void construit() {
     Forme& f = forme();
     f("label_haut").au_maintien = montre_service;
     f("label_bas").au_toucher = formes::demande_reinitialisation;
+    f("label_etat").au_maintien = montre_service;
+    f("label_etat").au_toucher = fonctions::ouvre_suivi;
+    f("logosuiv").au_toucher = fonctions::ouvre_suivi;
     f("logoserv").au_toucher = fonctions::bascule_reseau;
     f("logil").au_toucher = fonctions::ouvre_outils;
     f("logo").au_toucher = fonctions::recharge_sur_place;

@@ -167,7 +167,7 @@ void init_g2(std::string_view codes_touches, std::string_view images) {
             touche_de_barre(static_cast<int>(nombres::lis(texte::colonnes(images, 6 * c + 1, 2))), codes_barre[c]);
     }
     formes::remplit_barre(bandeau::forme()("g2"), barre);
-    formes::colore(bandeau::forme());
+    bandeau::colore();
 }
 
 }  // namespace grille

@@ -77,6 +77,7 @@ struct Grille {
     int premiere_ligne = 0;        ///< first row shown below the fixed ones
     bool defile = false;           ///< holds more than it shows: follows the finger, shows a scroll mark
     bool quadrillage = false;      ///< of a list: thin lines below its rows and between its columns
+    bool reglee = false;           ///< of a list: where its rows end, the lines of empty ones go on to its lower edge
     int flots = 1;                 ///< one column painted in several side by side, filled from the left
     int ligne = -1, colonne = -1;  ///< the cell touched last
 

@@ -123,6 +123,7 @@ class Composition {
     bool rangee(const Vue& v, int l);
     void cellule(const Vue& v, int l, int k, const Cadre& cadre, const Rang& rang);
     void fond_de_rangee(const Vue& v, const Zone& z, const Aspect& a, bool appuye);
+    void lignes_vides(const Vue& v);
     void ascenseur(const Vue& v);
 
     bool presse(const Controle& c, int l, int k) const {

@@ -47,8 +47,10 @@ void Composition::grille(const Controle& c, const Zone& z) {
         ordre_ = debut;
         if (l >= g.lignes || (!rangee(v, l) && l >= premiere)) break;
     }
-    ordre_ = debut + cellule_max * pas_cellule;
+    ordre_ = debut;
     coupe_ = ecran_;
+    if (g.reglee && !avec_ascenseur) lignes_vides(v);
+    ordre_ = debut + cellule_max * pas_cellule;
     if (avec_ascenseur) ascenseur(v);
 }
 
@@ -124,6 +126,20 @@ void Composition::fond_de_rangee(const Vue& v, const Zone& z, const Aspect& a, b
     if (dans.haut > carte.haut) coins &= ~unsigned{coins_hauts};
     if (dans.bas < carte.bas) coins &= ~unsigned{coins_bas};
     rond(Part::fond, dans, p_.pixels(coin) - p_.px(1), couleur, coins);
+}
+
+/// The lines of the rows that a short list does not have.
+void Composition::lignes_vides(const Vue& v) {
+    const Grille& g = v.c.grille;
+    Cadre rang = cadre_cellule(v.c, g.lignes - 1, 0);
+    if (rang.hauteur <= 0 || p_.pixels(g.hauteur_ligne) < 1) return;
+    ordre_ += std::min(g.cellules.size(), static_cast<std::size_t>(cellule_max / 2)) * pas_cellule;
+    for (rang.hauteur += g.hauteur_ligne; rang.bas() <= v.c.cadre.bas(); rang.hauteur += g.hauteur_ligne) {
+        const int gauche = v.z.gauche + p_.px(retrait_trait), droite = v.utile.droite - p_.px(retrait_trait);
+        const int bas = p_.zone(rang).bas;
+        ordre_ += pas_cellule;
+        aplat(Part::trait, {gauche, bas - p_.px(1), droite, bas}, palette::trait);
+    }
 }
 
 /// How much of the list is in view, and where: within a card, else in the margin at the right.

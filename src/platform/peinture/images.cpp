@@ -94,6 +94,11 @@ constexpr Ligne dialogues[] = {
     {image_ecran, {0xE85B, "écran"}},
     {image_attention, {0xE002, "attention"}},
     {image_defaut, {0xE8BA, "par défaut"}},
+    {image_historique, {0xE889, "suivi des commandes"}},
+    {image_en_attente, {0xEF4A, "en attente", palette::ambre, true}},
+    {image_deposee, {0xEF4A, "déposée", palette::bleu, true}},
+    {image_collectee, {0xEF4A, "collectée", palette::vert, true}},
+    {image_a_verifier, {0xEF4A, "à vérifier", palette::rouge, true}},
 };
 
 constexpr auto table = [] {

@@ -7,7 +7,7 @@ namespace ecran {
 
 /// Pictures of the set have numbers 1 to 49; the set with offset 50 holds the same ones drawn larger.
 inline constexpr int decalage_grand = 50;
-inline constexpr int nb_images = 130;
+inline constexpr int nb_images = 135;
 
 /// Pictures that the screens use by name.
 enum ImageDeDialogue {
@@ -39,6 +39,11 @@ enum ImageDeDialogue {
     image_ecran = 127,
     image_attention,
     image_defaut,
+    image_historique,
+    image_en_attente,  ///< discs in the colours of an order's states
+    image_deposee,
+    image_collectee,
+    image_a_verifier,
 };
 
 struct ImageDeTouche {

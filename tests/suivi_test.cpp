@@ -1,0 +1,349 @@
+// What became of the orders, as the waiter sees it: the list, the sending again, and the amber banner.
+#include <algorithm>
+#include <cstdio>
+#include <functional>
+#include <memory>
+
+#include "atelier.h"
+#include "data/suivi.h"
+#include "dialogs/suivi.h"
+#include "main_screen/bandeau.h"
+#include "platform/ecran/boucle.h"
+#include "platform/peinture/placement.h"
+#include "platform/peinture/polices.h"
+#include "platform/rejeu/rejeu.h"
+#include "platform/systeme/horloge.h"
+#include "rejeux.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tests::page1252;
+using tests::Terrain;
+using tests::tient;
+using tests::tient_texte;
+
+/// The ends of the files that keep the text of an order to be checked, and of one deposited in "reseau".
+constexpr const char *fin_a_verifier = "-V-", *fin_gardee = "dcfc60ce.-T-";
+const std::string soir = "--horloge \"2021-05-19 20:15:00\"";
+
+/// An order as the list knows it; the state is written as on the screen.
+struct Commande {
+    const char *jour, *heure;  ///< "2021-05-19", "20:14:00"
+    const char* table;
+    int lignes;
+    const char *etat, *depuis;  ///< the latter a time of that day
+
+    std::string nom() const {
+        std::string n = std::string(jour) + "-" + heure + "_01_" + table + "_004_.";
+        std::replace(n.begin(), n.end(), ':', '-');
+        return n;
+    }
+    std::string ligne() const {
+        return page1252(std::string(jour) + " " + heure + ";01;" + table + ";004;" + std::to_string(lignes) + ";" +
+                        etat + ";" + jour + " " + depuis + ";" + nom() + "\r\n");
+    }
+};
+
+void pose(const Terrain& t, const std::vector<Commande>& commandes) {
+    std::string liste;
+    for (const Commande& c : commandes) liste += c.ligne();
+    t.pose("suivi.txt", liste);
+}
+
+class Suivi : public testing::Test {
+  protected:
+    Terrain t;
+    Suivi() { t.restaurant(); }
+    /// No network directory: what is posed in the working directory stays as it is.
+    void sans_reseau() const {
+        t.pose("worvalune.wdo", t.lis("reseau/worvalune.wdo"));
+        fs::remove_all(t.reseau());
+    }
+    /// Deposited orders that the router leaves where they are.
+    void deposees(const std::vector<Commande>& commandes) const {
+        pose(t, commandes);
+        for (const Commande& c : commandes) {
+            t.pose(c.nom() + fin_gardee, "commande\r\n");
+            t.pose("reseau/" + c.nom() + "txt", "commande\r\n");
+        }
+    }
+    /// After these commands the text cannot be touched: it is scrolled away.
+    void ne_se_touche_pas(const std::string& commandes, const std::string& texte) const {
+        EXPECT_EQ(t.joue(commandes + "touche \"" + texte + "\"\n", soir).statut, 2) << texte;
+    }
+};
+
+TEST_F(Suivi, ChaqueEtatSeLitEtSeuleUneCommandeAVerifierSeRenvoie) {
+    sans_reseau();
+    const std::vector<Commande> commandes = {
+        {"2021-05-18", "22:59:59", "999", 1, "à vérifier", "23:00:00"},
+        {"2021-05-19", "09:07:00", "033", 2, "à vérifier", "09:07:00"},
+        {"2021-05-19", "09:08:59", "007", 5, "collectée", "09:09:00"},
+        {"2021-05-19", "20:02:00", "021", 12, "collectée", "20:03:00"},
+        {"2021-05-19", "20:11:00", "004", 3, "déposée", "20:11:00"},
+        {"2021-05-19", "20:14:00", "012", 7, "en attente", "20:14:00"},
+    };
+    pose(t, commandes);
+    t.pose(commandes[5].nom() + "-A-", "commande\r\n");
+    t.pose(commandes[4].nom() + fin_gardee, "commande\r\n");
+    t.pose(commandes[1].nom() + fin_a_verifier, "commande\r\n");
+    tient(t, "suivi.txt", soir);
+    tient_texte(t, "touche \"Sophie\"\ntouche logosuiv\nverifie g1 5 3 \"en attente\"\nverifie g1 6 3 \"à vérifier\"\n",
+                soir);
+}
+
+TEST_F(Suivi, SansCommandeLaListeEstVide) {
+    tient_texte(t,
+                "touche logosuiv\nverifie ecran suivi\nverifie lignes g1 1\ntouche g2 0 0\ntouche g2 0 1\n"
+                "touche \"Renvoyer\"\ntouche \"Fermer\"\ntouche \"Fermer\"\nverifie btx(1) \"Sophie\"\n");
+}
+
+TEST_F(Suivi, UneLongueListeNePasseAucuneLigne) {
+    sans_reseau();
+    std::vector<std::string> tables;
+    for (int n = 1; n <= 200; ++n) tables.push_back((n < 10 ? "00" : n < 100 ? "0" : "") + std::to_string(n));
+    std::vector<Commande> commandes;
+    for (const std::string& table : tables)
+        commandes.push_back({"2021-05-19", "19:00:00", table.c_str(), 3, "collectée", "19:01:00"});
+    pose(t, commandes);
+    const std::string ouvre = "touche \"Sophie\"\ntouche logosuiv\nverifie lignes g1 201\n", bas = "touche g2 0 0\n",
+                      haut = "touche g2 0 1\n";
+    std::string jusqu_au_bout, retour;
+    for (int i = 0; i < 25; ++i) jusqu_au_bout += bas, retour += haut;
+    // Nine rows are in view: the first touch scrolls to the tenth, and a chosen row does not move the list.
+    tient_texte(t,
+                ouvre + "touche \"200\"\ntouche \"192\"\n" + bas + "touche \"191\"\ntouche \"183\"\n" +
+                    "verifie couleur g1 18 0 DCE6F1\nverifie couleur g1 10 0 FFFFFF\n" + jusqu_au_bout +
+                    "touche \"001\"\ntouche \"009\"\n" + haut + "touche \"010\"\n" + retour +
+                    "touche \"200\"\ntouche \"Fermer\"\n",
+                soir);
+    ne_se_touche_pas(ouvre + bas + "touche \"191\"\n", "192");
+    ne_se_touche_pas(ouvre + jusqu_au_bout, "010");
+}
+
+TEST_F(Suivi, LeBandeauEstAmbreTantQueLaCuisineNaPasCollecte) {
+    deposees({{"2021-05-19", "12:20:00", "001", 2, "déposée", "12:20:30"},
+              {"2021-05-19", "12:25:00", "002", 2, "déposée", "12:25:00"},
+              {"2021-05-19", "12:26:00", "003", 2, "déposée", "12:26:00"}});
+    for (const char* couleur : {"", "#I#255"}) {
+        t.regle(1701, couleur);
+        tient(t, "suivi_ambre.txt");
+    }
+    // Not yet five minutes: the manager's red, and a hold reaches the title below the state.
+    tient_texte(t,
+                "touche \"Sophie\"\nverifie couleur label_haut FF0000\nverifie label_etat \"Sophie · 0 ligne · 0.00\"\n"
+                "tient label_haut 2000\nverifie visible Command1 oui\n",
+                "--horloge \"2021-05-19 12:25:00\"");
+    tient_texte(t, "verifie label_etat \"Cuisine : 1 commande non collectée\"\n", "--horloge \"2021-05-19 12:25:30\"");
+}
+
+/// The four sizes of the manual.
+constexpr struct { int largeur, hauteur; } tailles[] = {{1280, 770}, {800, 800}, {1024, 768}, {554, 770}};
+
+/// Pieces of a scenario, and what happens elsewhere in the terminal after each.
+struct Etape {
+    std::string commandes;
+    std::function<void()> puis = [] {};
+};
+
+class Conduite final : public ecran::Pilote {
+  public:
+    explicit Conduite(std::vector<Etape> etapes) : etapes_(std::move(etapes)) {}
+
+    ecran::Evenement prochain() override {
+        for (; rang_ < etapes_.size(); ++rang_, rejeu_.reset()) {
+            if (!rejeu_) rejeu_ = commence(etapes_[rang_].commandes);
+            try {
+                return rejeu_->prochain();
+            } catch (const ecran::FinDuProgramme&) {
+                EXPECT_EQ(rejeu_->statut(), 0) << etapes_[rang_].commandes;
+                etapes_[rang_].puis();
+            }
+        }
+        throw ecran::FinDuProgramme{ecran::FinDuProgramme::Cause::coupure};
+    }
+
+  private:
+    std::vector<Etape> etapes_;
+    std::size_t rang_ = 0;
+    std::unique_ptr<rejeu::Rejeu> rejeu_;
+
+    static std::unique_ptr<rejeu::Rejeu> commence(const std::string& commandes) {
+        EXPECT_EQ(fichiers::ecrit_tout("etape.txt", commandes, fichiers::Remplace::oui), fichiers::Issue::fait);
+        return std::make_unique<rejeu::Rejeu>("etape.txt", ".");
+    }
+};
+
+/// The screen and the banner in this process, upon a list that the test moves on.
+class SuiviVivant : public tests::Atelier {
+  protected:
+    SuiviVivant() {
+        horloge::rend_virtuelle({2021, 5, 19, 20, 15, 0});
+        suivi::charge();
+        reglages::ouvre();
+        prend_taille(1280, 770);
+    }
+    ~SuiviVivant() override {
+        for (const std::string& nom : noms_) suivi::passe_a(nom, suivi::Etat::collectee);
+        horloge::rend_reelle();
+    }
+
+    static void prend_taille(int largeur, int hauteur) {
+        etat::largeur_ecran = largeur;
+        etat::hauteur_ecran = hauteur;
+    }
+    std::string commande(int table, suivi::Etat etat) {
+        char nom[64];
+        std::snprintf(nom, sizeof nom, "2021-05-19-20-15-00_01_%03d_004_.", table);
+        suivi::ajoute(nom, 3);
+        suivi::passe_a(nom, etat);
+        return noms_.emplace_back(nom);
+    }
+    static void montre(std::vector<Etape> etapes) {
+        Conduite conduite(std::move(etapes));
+        ecran::ouvre_ecran(ecran::cree_fenetre_muette(etat::largeur_ecran, etat::hauteur_ecran), &conduite);
+        EXPECT_THROW(ecran_suivi::montre_suivi(), ecran::FinDuProgramme);
+        ecran::ferme_ecran();
+    }
+    /// The banner as on the main screen, with the state of an order in hand.
+    static ecran::Forme& bandeau_de(int largeur, int hauteur) {
+        prend_taille(largeur, hauteur);
+        bandeau::construit([](ecran::Forme& f) { f.ajoute({.nom = "Label_num"}); });
+        bandeau::titre_accueil();
+        bandeau::place();
+        bandeau::affiche_etat();
+        return bandeau::forme();
+    }
+
+  private:
+    std::vector<std::string> noms_;
+};
+
+/// Whether a caption stands in its place whole and as large as set.
+bool tient_entier(const ecran::Aspect& a, int police, const ecran::Zone& z, const ecran::Rang& rang) {
+    const ecran::Placement p(1);
+    const ecran::Zone place = p.contenu(z, a, !a.texte.empty(), rang).texte;
+    const ecran::Place dans{place.droite - place.gauche, place.bas - place.haut, 1};
+    const auto& m =
+        ecran::met_en_lignes(a.gras ? ecran::Police::grasse : ecran::Police::normale, p.em(police), a.texte, dans);
+    return m.lignes.size() == 1 && m.lignes[0] == a.texte && m.taille == p.em(police);
+}
+
+TEST_F(SuiviVivant, LaListeSuitPendantQuElleEstOuverte) {
+    using suivi::Etat;
+    for (int table = 1; table <= 20; ++table) commande(table, Etat::collectee);
+    const std::string avant_derniere = commande(21, Etat::a_verifier), derniere = commande(22, Etat::deposee);
+    const auto collecte = [](const std::string& nom) {
+        return [nom] {
+            suivi::passe_a(nom, Etat::collectee);
+            ecran_suivi::rafraichit();
+        };
+    };
+    const auto autre_commande = [this] {
+        commande(23, Etat::en_attente);
+        ecran_suivi::rafraichit();
+    };
+    montre({
+        {"verifie g1 1 3 \"déposée 20:15\"\ntouche g1 2 0\ntouche g2 0 0\nattend 60000\n", collecte(derniere)},
+        // Still scrolled by nine rows, and the row that was chosen is.
+        {"verifie g1 1 3 \"collectée 20:16\"\nverifie couleur g1 2 0 DCE6F1\ntouche \"013\"\ntouche g1 2 0\n"
+         "touche \"Renvoyer\"\nverifie Label1 \"Renvoyer la commande de la table 021 ? La cuisine l'a peut-être "
+         "déjà.\"\n",
+         collecte(avant_derniere)},
+        // Collected while the waiter was being asked: his yes sends nothing, and nothing is said.
+        {"verifie suivi.g1 2 3 \"collectée 20:16\"\ntouche \"Oui\"\nverifie ecran suivi\n"
+         "verifie g1 2 3 \"collectée 20:16\"\n",
+         autre_commande},
+        {"verifie lignes g1 24\nverifie g1 1 1 \"023\"\nverifie couleur g1 3 0 DCE6F1\n"
+         "verifie couleur g1 2 0 FFFFFF\n"},
+    });
+    ecran_suivi::rafraichit();  // closed: nothing is there to be brought up to date
+}
+
+TEST_F(SuiviVivant, LesLignesSeLisentEtSeTouchentAuxQuatreTailles) {
+    constexpr int doigt = 54 * ecran::twips_par_pixel;
+    for (const auto e :
+         {suivi::Etat::en_attente, suivi::Etat::deposee, suivi::Etat::collectee, suivi::Etat::a_verifier})
+        commande(888, e);
+    for (const auto& taille : tailles) {
+        SCOPED_TRACE(taille.largeur);
+        prend_taille(taille.largeur, taille.hauteur);
+        montre({{"verifie ecran suivi\n", [&] {
+                     ecran::Forme& f = *ecran::forme_chargee("suivi");
+                     const ecran::Controle &g1 = f("g1"), &g2 = f("g2");
+                     ecran::Placement p(1);
+                     for (int l = 0; l < g1.grille.lignes; ++l) {
+                         for (int k = 0; k < 4; ++k) {
+                             const ecran::Cadre c = ecran::cadre_cellule(g1, l, k);
+                             const ecran::Aspect& a = g1.grille.cellule(l, k);
+                             EXPECT_TRUE(l == 0 || c.hauteur >= doigt);
+                             EXPECT_TRUE(tient_entier(a, a.police > 0 ? a.police : g1.aspect.police, p.zone(c),
+                                                      {true, k == 0, k == 3}))
+                                 << a.texte;
+                         }
+                     }
+                     for (const int k : {0, 1, 3, 5}) {
+                         const ecran::Cadre c = ecran::cadre_cellule(g2, 0, k);
+                         EXPECT_GE(std::min(c.largeur, c.hauteur), doigt) << g2.grille.texte(0, k);
+                     }
+                 }}});
+    }
+}
+
+TEST_F(SuiviVivant, LeBandeauRedevientCommeAvant) {
+    using ecran::palette::ambre;
+    for (const char* couleur : {"", "#I#255"}) {  // none of the manager's, then red
+        SCOPED_TRACE(couleur);
+        ASSERT_EQ(reglages::ecrit(reglages::fonds + 1, couleur), fichiers::Issue::fait);
+        ecran::Forme& f = bandeau_de(1280, 770);
+        const ecran::Aspect avant = f("label_haut").aspect, logo = f("logosuiv").aspect;
+        EXPECT_TRUE(f("label_etat").laisse_passer);
+        const std::string nom = commande(12, suivi::Etat::deposee);
+        horloge::avance(5 * 60 * 1000 - 1);
+        bandeau::affiche_etat();
+        EXPECT_EQ(f("label_haut").aspect.fond, avant.fond);
+        horloge::avance(1);
+        bandeau::affiche_etat();
+        EXPECT_EQ(f("label_haut").aspect.fond, ambre);
+        EXPECT_NE(f("label_bas").aspect.fond, ambre);
+        EXPECT_FALSE(f("label_etat").laisse_passer);
+        for (const char* nom_controle : {"label_haut", "label_etat", "logosuiv", "logoserv", "logil", "logo"})
+            EXPECT_GE(ecran::contraste(f(nom_controle).aspect.encre, ambre), 4.5) << nom_controle;
+        bandeau::colore();
+        EXPECT_EQ(f("label_haut").aspect.fond, ambre) << "the manager's colours do not hide it";
+        suivi::passe_a(nom, suivi::Etat::collectee);
+        bandeau::affiche_etat();
+        EXPECT_EQ(f("label_haut").aspect, avant);
+        EXPECT_EQ(f("logosuiv").aspect, logo);
+        EXPECT_TRUE(f("label_etat").laisse_passer);
+    }
+}
+
+TEST_F(SuiviVivant, LesImagesDuBandeauRestentLibres) {
+    etat::nom_serveur = "Maximilien";
+    etat::table_couverts = "  012 12";
+    etat::nb_lignes_note = 123;
+    etat::total_note = "12345.00";
+    for (const auto& taille : tailles) {
+        SCOPED_TRACE(taille.largeur);
+        for (const bool ambre : {false, true}) {
+            if (ambre) {
+                commande(12, suivi::Etat::deposee);
+                horloge::avance(5 * 60 * 1000);
+            }
+            ecran::Forme& f = bandeau_de(taille.largeur, taille.hauteur);
+            const ecran::Controle &etat = f("label_etat"), &suivi = f("logosuiv");
+            EXPECT_LT(etat.cadre.droite(), suivi.cadre.gauche);
+            EXPECT_EQ(suivi.cadre.droite(), f("logoserv").cadre.gauche);
+            EXPECT_EQ(suivi.cadre.largeur, f("logoserv").cadre.largeur);
+            EXPECT_EQ(f("logo").cadre.droite(), taille.largeur * ecran::twips_par_pixel);
+            const ecran::Zone z = ecran::Placement(1).zone(etat.cadre);
+            const auto& m = ecran::met_en_lignes(ecran::Police::grasse, ecran::Placement(1).em(etat.aspect.police),
+                                                 etat.aspect.texte, {z.droite - z.gauche, z.bas - z.haut, 1});
+            EXPECT_EQ(m.lignes, std::vector<std::string>{etat.aspect.texte}) << "shrunk perhaps, but not cut";
+        }
+    }
+}
+
+}  // namespace
