@@ -144,21 +144,23 @@ class Outils {
     /// Appends a row: its label behind a blank, and the present value of what it edits.
     void ajoute_ligne(const Rangee& r) {
         const bool titre = texte::rogne(r.code).empty();
-        Aspect modele;
-        modele.role = titre ? Role::titre_groupe : Role::ligne;
+        const bool trait = !titre && !precede_un_titre(r);
+        const Role role = titre ? Role::titre_groupe : Role::ligne;
         Grille& g = g1().grille;
-        const int l = g.ajoute_ligne(modele);
-        g.cellule(l, libelle).texte = " " + std::string(r.libelle);
-        g.cellule(l, libelle).alignement = titre ? Alignement::centre : Alignement::gauche;
-        g.cellule(l, libelle).gras = titre;
-        g.cellule(l, libelle).trait = g.cellule(l, valeur).trait = !titre && !precede_un_titre(r);
+        const int l = g.ajoute_ligne();
+        g.cellule(l, libelle) = {.texte = " " + std::string(r.libelle),
+                                 .role = role,
+                                 .gras = titre,
+                                 .alignement = titre ? Alignement::centre : Alignement::gauche,
+                                 .trait = trait};
+        g.cellule(l, valeur) = {.texte = valeur_initiale(r.code),
+                                .role = role,
+                                .encre = palette::bleu,
+                                .gras = true,
+                                .alignement = Alignement::droite,
+                                .trait = trait};
         g.cellule(l, code).texte = r.code;
         g.cellule(l, invite).texte = r.invite;
-        Aspect& v = g.cellule(l, valeur);
-        v.texte = valeur_initiale(r.code);
-        v.alignement = Alignement::droite;
-        v.gras = true;
-        v.encre = palette::bleu;
     }
 
     /// The last row before a heading needs no line below it.

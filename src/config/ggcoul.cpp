@@ -57,9 +57,12 @@ constexpr double saturation_vive = 0.7, saturation_grise = 0.1, clarte_moyenne =
 constexpr int anneau = px(6), vide_anneau = px(2);  ///< around the key that is being coloured
 
 enum CaseBarre { defaut = 0, annule = 4, valide = 5 };
-const formes::ToucheDeBarre barre[6] = {
-    {"Par défaut"_t, image_defaut, Role::detruire}, {}, {}, {}, {"Annuler", image_fermer, Role::action},
-    {"Valider", image_valider, Role::aller}};
+const formes::ToucheDeBarre barre[6] = {{"Par défaut"_t, image_defaut, Role::detruire},
+                                        {},
+                                        {},
+                                        {},
+                                        {"Annuler", image_fermer, Role::action},
+                                        formes::touche_valide};
 
 /// Cell i of an area cut into rows and columns.
 Cadre part(const Cadre& zone, int lignes, int colonnes, int i) {
@@ -117,9 +120,7 @@ class Choix {
 
     /// Both colours as the screens would show them.
     Paire montrees(int n) {
-        Aspect a;
-        a.role = sorte(n).role;
-        a.fond = sorte(n).fond;
+        Aspect a = {.role = sorte(n).role, .fond = sorte(n).fond};
         formes::met_couleurs(a, paire(n).fond, paire(n).encre);
         const Teintes t = teintes(a);
         return {t.fond, t.encre};
@@ -243,9 +244,7 @@ class Choix {
         g.grille.dimensionne(lignes_palette, colonnes_palette);
         g.grille.espace = rythme;
         for (std::size_t i = 0; i < couleurs_palette.size(); ++i) {
-            Aspect& a = g.grille.cellules[i];
-            a.role = Role::touche;
-            a.fond = couleurs_palette[i];
+            g.grille.cellules[i] = {.role = Role::touche, .fond = couleurs_palette[i]};
         }
         g.a_la_cellule = [this](int l, int c) { prend(couleurs_palette[forme_("g1").grille.rang(l, c)]); };
     }

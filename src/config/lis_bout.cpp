@@ -73,12 +73,11 @@ class Liste {
         g.hauteur_ligne = hauteur_ligne;
         g.defile = true;
         for (int i = 0; i < nb_lignes; ++i) {
-            Aspect& a = g.cellule(i, 1);
-            a.texte = nombres::entier_complete(i, chiffres);
-            a.image = i;
-            a.place_image = PlaceImage::milieu;
-            a.alignement = Alignement::gauche;
-            a.marge_gauche = px(12);
+            g.cellule(i, 1) = {.texte = nombres::entier_complete(i, chiffres),
+                               .image = i,
+                               .alignement = Alignement::gauche,
+                               .place_image = PlaceImage::milieu,
+                               .marge_gauche = px(12)};
         }
     }
 

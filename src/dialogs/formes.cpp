@@ -17,16 +17,6 @@ constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
 constexpr int etiquette_barre = 2;
 
-Aspect aspect_de(const ToucheDeBarre& touche) {
-    Aspect a;
-    a.texte = touche.texte;
-    a.image = touche.image;
-    a.role = touche.role;
-    a.gras = true;
-    a.police = touche.police != 0 ? touche.police : est_etroit() ? police_barre_etroite : police_barre;
-    return a;
-}
-
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
 constexpr int sous_la_marque = px(24);  ///< where the label of a narrow key begins, its mark being in the corner
@@ -57,6 +47,15 @@ PlacesDuMenu places_du_menu(int lignes) {
         p.service = {p.carte.gauche + l * 2 / 5 - px(4), dessus, l * 2 / 5, dedans};
     }
     return p;
+}
+
+Aspect aspect_de(const ToucheDeBarre& touche) {
+    const int police = est_etroit() ? police_barre_etroite : police_barre;
+    return {.texte = std::string(touche.texte),
+            .image = touche.image,
+            .role = touche.role,
+            .police = touche.police != 0 ? touche.police : police,
+            .gras = true};
 }
 
 }  // namespace
