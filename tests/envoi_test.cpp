@@ -53,7 +53,8 @@ TEST_F(Envoi, LesOctetsDeChaqueSorteDeLigne) {
     t.pose("reseau/worvalune.wdo", t.lis("reseau/worvalune.wdo") +
                                        page1252("#ARTI#000078880000000700  |DES:Menu fixe|PVE:18.00|FA1:3|FA2:98|"
                                                 "{{Entréeµ8880000000284|Salade¦|¦Platµ8880000000307|Lasagnes¦}}\r\n"));
-    tient(t, "octets.txt");
+    tient_texte(t, "touche \"Élodie\"\n"s + table_et_note + "touche \"Fermer\"\n" + tests::scenario("octets.txt") +
+                       envoie + envoyee + "verifie label_etat \"Élodie · 0 ligne · 0.00\"\n");
     ASSERT_EQ(livrees(), Noms{"2021-05-19-12-30-00_07_012_004_.txt"});
     EXPECT_EQ(sans_identite(t.lis("reseau/" + livrees()[0])),
               page1252("#VERSION#2.1\r\n#SERVEUR#07\r\n#TABLE#012\r\n#NBCOUVERT#4 \r\n"
