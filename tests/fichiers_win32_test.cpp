@@ -73,21 +73,6 @@ class Occupe : public tests::Atelier {
     }
 };
 
-TEST_F(Occupe, UneCommandeTenueParUnAutreProgrammeAttendPuisPartUneFois) {
-    terrain.pose("a_.-A-", "commande a");
-    terrain.pose("b_.-A-", "commande b");
-    Tenu autre("a_.-A-");
-    passe();
-    EXPECT_EQ(livrees(), Noms{"b_.txt"}) << "the others go by";
-    EXPECT_EQ(reseau::commandes_en_attente(), 1);
-    EXPECT_TRUE(reseau::a_reprendre());
-    autre.lache();
-    passe();
-    EXPECT_FALSE(reseau::a_reprendre());
-    EXPECT_TRUE(attendent().empty());
-    EXPECT_EQ(terrain.lis("reseau/a_.txt"), "commande a");
-}
-
 TEST_F(Occupe, CeQuiEstLivreMaisNePeutEtreSupprimeNEstPasLivreDeuxFois) {
     terrain.pose("a_.-A-", "commande a");
     Tenu lecteur("a_.-A-", FILE_SHARE_READ);
@@ -159,15 +144,18 @@ TEST_F(Occupe, UneMarqueIllisibleNEffaceRien) {
     EXPECT_TRUE(terrain.fichiers(".", "-").empty());
 }
 
-/// Nobody touches the screen: the order leaves as soon as its file is free.
-TEST_F(Occupe, UneCommandeTenuePartDElleMeme) {
+/// The others go by; nobody touches the screen, and the order leaves as soon as its file is free.
+TEST_F(Occupe, UneCommandeTenueAttendPuisPartDElleMeme) {
     tests::Terrain t;
     t.restaurant();
     t.pose("a_.-A-", "commande a");
+    t.pose("b_.-A-", "commande b");
     Tenu autre(page(t.chemin() / "a_.-A-"));
     const std::jthread lache = autre.lache_quand([&] { return t.existe("tenu.png"); });
-    tests::tient_texte(t, "touche btx(1)\ncapture tenu.png\nattend 2000\nattend 2000\nattend 2000\n");
+    tests::tient_texte(t, "touche btx(1)\nverifie Label_attente \"1\"\ncapture tenu.png\n" +
+                              tests::fois(3, "attend 2000\n") + "verifie visible Label_attente non\n");
     EXPECT_EQ(t.lis("reseau/a_.txt"), "commande a");
+    EXPECT_EQ(t.lis("reseau/b_.txt"), "commande b");
 }
 
 /// A file of the terminal's that another program holds while it starts, and lets go under its running.

@@ -13,7 +13,6 @@
 
 #ifndef _WIN32
 #include <sys/stat.h>
-#include <unistd.h>
 #endif
 
 namespace {
@@ -197,29 +196,6 @@ TEST_F(Fichiers, SurUnDisquePleinAucunDemiRecordNeReste) {
     EXPECT_EQ(f->lis(3).value(), std::string(20, ' '));
 }
 
-TEST_F(Fichiers, SansDroitRienNEstTouche) {
-    terrain.pose("a", "un");
-    fs::permissions(terrain.chemin(),
-                    fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read | fs::perms::others_exec);
-    const bool tout_puissant = geteuid() == 0;
-    ASSERT_TRUE(!tout_puissant || seteuid(65534) == 0);
-    EXPECT_EQ(fichiers::ecrit_tout(chemin("a"), "deux", Remplace::oui), Issue::refuse);
-    EXPECT_EQ(fichiers::ecrit_tout(chemin("b"), "deux", Remplace::jamais), Issue::refuse);
-    EXPECT_EQ(fichiers::supprime(chemin("a")), Issue::refuse);
-    EXPECT_EQ(fichiers::renomme(chemin("a"), chemin("b")), Issue::refuse);
-    EXPECT_FALSE(fichiers::FichierRecords::ouvre(chemin("r"), 10));
-    ASSERT_TRUE(!tout_puissant || seteuid(0) == 0);
-    fs::permissions(terrain.chemin(), fs::perms::owner_all);
-    EXPECT_EQ(tous(), Noms{"a"});
-}
-
-/// The first bytes of a process are nobody's: reading them fails as a broken medium does.
-TEST_F(Fichiers, CeQuiNePeutEtreLuNEstPasVide) {
-    const auto f = fichiers::FichierRecords::ouvre("/proc/self/mem", 20);
-    if (!f) GTEST_SKIP() << "the system shows no memory here";
-    EXPECT_EQ(f->lis(1), std::nullopt);
-}
-
 TEST_F(Fichiers, UnTubeALaPlaceDUnFichierEstRefuseSansAttendre) {
     ASSERT_EQ(mkfifo((terrain.chemin() / "tube").c_str(), 0600), 0);
     std::string lu;
@@ -237,21 +213,5 @@ TEST_F(Fichiers, UnNomQueLaPageNeConnaitPasEstPasseSousSilence) {
 }
 
 #endif
-
-TEST_F(Fichiers, LeRepertoireDeTravailEstCeluiDesCheminsRelatifs) {
-    const std::string avant = fichiers::repertoire_courant();
-    fs::create_directory(terrain.chemin() / "rep");
-    terrain.pose("rep/x", "ici");
-    ASSERT_TRUE(fichiers::entre_dans(chemin("rep")));
-    EXPECT_TRUE(fichiers::existe("x"));
-    const std::string absolu = fichiers::absolu("x");
-    EXPECT_EQ(fichiers::ecrit_tout("y", "nu", Remplace::jamais), Issue::fait);
-    EXPECT_FALSE(fichiers::entre_dans("nulle part"));
-    ASSERT_TRUE(fichiers::entre_dans(avant));
-    EXPECT_FALSE(fichiers::existe("x"));
-    EXPECT_TRUE(fichiers::existe(absolu));
-    EXPECT_EQ(fichiers::absolu(absolu), absolu);
-    EXPECT_EQ(terrain.lis("rep/y"), "nu");
-}
 
 }  // namespace
