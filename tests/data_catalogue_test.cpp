@@ -87,21 +87,6 @@ TEST_F(CatalogueTest, UneRelectureImpossibleLaisseLaCarteEnMain) {
     EXPECT_EQ(catalogue::complete_article("888"), "888");
 }
 
-/// Cut at any byte, a catalogue is read as far as it goes.
-TEST_F(CatalogueTest, UnFichierCoupeSeLitAutantQuePossible) {
-    terrain.restaurant();
-    const std::string bon = terrain.lis("reseau/worvalune.wdo");
-    std::ptrdiff_t avant = 0;
-    for (std::size_t n = 0; n <= bon.size(); ++n) {
-        const auto& t = lis(bon.substr(0, n));
-        std::ptrdiff_t lus = 0;
-        for (const auto& a : t.articles) lus += std::ssize(a);
-        ASSERT_GE(lus, avant) << "cut at " << n;
-        avant = lus;
-    }
-    EXPECT_EQ(avant, 6);
-}
-
 using StylesTest = tests::Atelier;
 
 TEST_F(StylesTest, LeFichierDesChoixEstRempliUneFoisPourToutes) {

@@ -73,6 +73,8 @@ class Occupe : public tests::Atelier {
     }
 };
 
+using RestaurantTenu = tests::Restaurant;
+
 TEST_F(Occupe, CeQuiEstLivreMaisNePeutEtreSupprimeNEstPasLivreDeuxFois) {
     terrain.pose("a_.-A-", "commande a");
     Tenu lecteur("a_.-A-", FILE_SHARE_READ);
@@ -113,9 +115,7 @@ TEST_F(Occupe, UnFichierTenuDansLeRepertoireReseauNEstNiEcraseNiPerdu) {
 }
 
 /// The program ends while another one still holds the order's file.
-TEST_F(Occupe, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
-    tests::Terrain t;
-    t.restaurant();
+TEST_F(RestaurantTenu, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
     t.pose("a_.-A-", "commande a");
     Tenu lecteur(page(t.chemin() / "a_.-A-"), FILE_SHARE_READ);
     const std::string part = "touche btx(1)\nverifie image g2 0 4 23\n";
@@ -145,9 +145,7 @@ TEST_F(Occupe, UneMarqueIllisibleNEffaceRien) {
 }
 
 /// The others go by; nobody touches the screen, and the order leaves as soon as its file is free.
-TEST_F(Occupe, UneCommandeTenueAttendPuisPartDElleMeme) {
-    tests::Terrain t;
-    t.restaurant();
+TEST_F(RestaurantTenu, UneCommandeTenueAttendPuisPartDElleMeme) {
     t.pose("a_.-A-", "commande a");
     t.pose("b_.-A-", "commande b");
     Tenu autre(page(t.chemin() / "a_.-A-"));
@@ -159,11 +157,9 @@ TEST_F(Occupe, UneCommandeTenueAttendPuisPartDElleMeme) {
 }
 
 /// A file of the terminal's that another program holds while it starts, and lets go under its running.
-class TenuAuDepart : public testing::TestWithParam<const char*> {};
+class TenuAuDepart : public tests::Restaurant, public testing::WithParamInterface<const char*> {};
 
 TEST_P(TenuAuDepart, LEcranLeReprendDesQuIlEstLibre) {
-    tests::Terrain t;
-    t.restaurant();
     const std::string fichier = GetParam();
     const bool catalogue = fichier == "worvalune.wdo";
     tests::tient_texte(t, "touche btx(1)\ncapture libre.png\n");  // makes what a first start makes

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <thread>
+#include <future>
+#include <map>
 
 #include "platform/systeme/texte.h"
 #include "terrain.h"
@@ -100,16 +100,14 @@ TEST_F(Fichiers, DeTousCeuxQuiCreentUnNomUnSeulReussit) {
     constexpr int ecrivains = 8, tours = 20;
     for (int tour = 0; tour < tours; ++tour) {
         const std::string nom = chemin("c" + std::to_string(tour));
-        std::vector<Issue> issues(ecrivains, Issue::panne);
-        std::vector<std::thread> fils;
+        std::vector<std::future<Issue>> ecritures;
         for (int i = 0; i < ecrivains; ++i) {
-            fils.emplace_back([&nom, &issue = issues[static_cast<std::size_t>(i)], i] {
-                issue = fichiers::ecrit_tout(nom, std::string(5000, static_cast<char>('a' + i)), Remplace::jamais);
-            });
+            const std::string texte(5000, static_cast<char>('a' + i));
+            ecritures.push_back(std::async(std::launch::async, fichiers::ecrit_tout, nom, texte, Remplace::jamais));
         }
-        for (auto& f : fils) f.join();
-        EXPECT_EQ(std::count(issues.begin(), issues.end(), Issue::fait), 1);
-        EXPECT_EQ(std::count(issues.begin(), issues.end(), Issue::existe), ecrivains - 1);
+        std::map<Issue, int> issues;
+        for (auto& e : ecritures) ++issues[e.get()];
+        EXPECT_EQ(issues, (std::map<Issue, int>{{Issue::fait, 1}, {Issue::existe, ecrivains - 1}}));
         const std::string c = contenu("c" + std::to_string(tour));
         EXPECT_EQ(c, std::string(5000, c.empty() ? ' ' : c[0]));
     }
