@@ -42,18 +42,6 @@ TEST(Nombres, LesMontantsSArrondissentSurLaValeurDecimale) {
     EXPECT_EQ(nombres::general(1.5) + nombres::general(3), "1.53");
 }
 
-/// What is written is read again, and no cent is ever off.
-TEST(Nombres, UnMontantReluDonneLeMemeTexte) {
-    std::mt19937 hasard(20210519);
-    std::uniform_int_distribution<int> centimes(-99999999, 99999999);
-    for (int i = 0; i < 20000; ++i) {
-        const int c = centimes(hasard);
-        const std::string t = nombres::montant(c / 100.0);
-        ASSERT_EQ(std::lround(nombres::lis(t) * 100), c) << t;
-        ASSERT_EQ(nombres::montant(nombres::lis(t)), t);
-    }
-}
-
 TEST(Lignes, UneLigneValideePlusieursFoisOctetParOctet) {
     const std::string x = article;
     const std::string une = lignes::validee(x, 2, {});
@@ -115,14 +103,10 @@ TEST(Lignes, UneCompositionNEstPasUneRemarqueEtResteEnPlace) {
 TEST(Lignes, LesComposantsDUnMenu) {
     const std::string menu(
         "8880000000574  |DES:M|FA2:99|¤¤8880000000284  xSaladeð5ð1Ð8880000000307  xPâtesð0.5ð2.5|Ðreste"_t);
-    const auto c = lignes::composants(lignes::validee(menu, 2, Remarques{std::string("8880000000999  xFauxð1ð1Ð"_t)}));
-    ASSERT_EQ(c.size(), 2u);
-    EXPECT_EQ(c[0].reference, "8880000000284  ");
-    EXPECT_EQ(c[0].premier, 5);
-    EXPECT_EQ(c[0].second, 1);
-    EXPECT_EQ(c[1].reference, "8880000000307  ");
-    EXPECT_EQ(c[1].premier, .5);
-    EXPECT_EQ(c[1].second, 2.5);
+    std::vector<std::tuple<std::string, double, double>> lus;
+    for (const auto& c : lignes::composants(lignes::validee(menu, 2, Remarques{std::string("8  xFauxð1ð1Ð"_t)})))
+        lus.emplace_back(c.reference, c.premier, c.second);
+    EXPECT_EQ(lus, (decltype(lus){{"8880000000284  ", 5, 1}, {"8880000000307  ", .5, 2.5}}));
     EXPECT_TRUE(lignes::composants(article).empty());
     EXPECT_EQ(lignes::composants("x|¤¤Ð"_t).size(), 1u) << "an empty component is one all the same";
 }
@@ -141,6 +125,10 @@ TEST(Lignes, AucuneRemarqueNeChangeUneLigne) {
                                     std::string("7  |DES:M|PVE:3|FA2:98|{{Eµ|¦"_t),
                                     std::string("7  |DES:M|FA2:99|¤¤8  xAð1ð1Ð"_t)};
     const auto tire = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(hasard); };
+    const auto parties = [](const std::string& l) {
+        return std::tuple(lignes::libelle(l), lignes::prix(l), lignes::composition(l), lignes::est_menu_compose(l),
+                          lignes::composants(l).size());
+    };
     etat::nb_lignes_note = 1;
     for (int tour = 0; tour < 5000; ++tour) {
         const std::string& x = articles[tire(std::size(articles))];
@@ -156,11 +144,7 @@ TEST(Lignes, AucuneRemarqueNeChangeUneLigne) {
             l = lignes::validee(l, q, voulues);
             ASSERT_EQ(lignes::quantite(l), q) << l;
             ASSERT_EQ(lignes::segments(l), attendues) << l;
-            ASSERT_EQ(lignes::libelle(l), lignes::libelle(x)) << l;
-            ASSERT_EQ(lignes::prix(l), lignes::prix(x)) << l;
-            ASSERT_EQ(lignes::composition(l), lignes::composition(x)) << l;
-            ASSERT_EQ(lignes::est_menu_compose(l), lignes::est_menu_compose(x)) << l;
-            ASSERT_EQ(lignes::composants(l).size(), lignes::composants(x).size()) << l;
+            ASSERT_TRUE(parties(l) == parties(x)) << l;
         }
         etat::lignes_note[1] = l;
         const std::string fichier = commande::contenu();

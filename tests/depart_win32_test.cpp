@@ -108,20 +108,15 @@ TEST_F(Depart, CeQuiNEstPasUnProgrammeNeSeLancePas) {
 
 /// The installation gives every Windows one; the emulator's prefix may have none.
 TEST_F(Depart, LaMachineAUnIdentifiant) {
-    HKEY cle = nullptr;
-    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Microsoft\\Cryptography", 0, nullptr, 0,
-                              KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_WOW64_64KEY, nullptr, &cle, nullptr),
-              ERROR_SUCCESS);
+    constexpr const wchar_t *cle = L"SOFTWARE\\Microsoft\\Cryptography", *nom = L"MachineGuid";
+    constexpr wchar_t neuf[] = L"0c8a4a4e-5e9e-4b8c-9d2a-7b1c5a3f2e10";
     wchar_t lu[64] = {};
-    DWORD octets = sizeof lu;
-    if (RegQueryValueExW(cle, L"MachineGuid", nullptr, nullptr, reinterpret_cast<BYTE*>(lu), &octets) !=
-        ERROR_SUCCESS) {
-        const std::wstring neuf = L"0c8a4a4e-5e9e-4b8c-9d2a-7b1c5a3f2e10";
-        RegSetValueExW(cle, L"MachineGuid", 0, REG_SZ, reinterpret_cast<const BYTE*>(neuf.c_str()),
-                       static_cast<DWORD>((neuf.size() + 1) * sizeof(wchar_t)));
-        neuf.copy(lu, neuf.size());
-    }
-    RegCloseKey(cle);
+    const auto lit = [&] {
+        DWORD octets = sizeof lu;
+        return RegGetValueW(HKEY_LOCAL_MACHINE, cle, nom, RRF_RT_REG_SZ, nullptr, lu, &octets) == ERROR_SUCCESS;
+    };
+    if (!lit()) RegSetKeyValueW(HKEY_LOCAL_MACHINE, cle, nom, REG_SZ, neuf, sizeof neuf);
+    ASSERT_TRUE(lit());
     EXPECT_EQ(processus::identifiant_machine(), texte::etroit_tolerant(lu));
     EXPECT_GE(processus::identifiant_machine().size(), 10u);
 }

@@ -53,7 +53,8 @@ TEST_F(Envoi, LesOctetsDeChaqueSorteDeLigne) {
     t.pose("reseau/worvalune.wdo", t.lis("reseau/worvalune.wdo") +
                                        page1252("#ARTI#000078880000000700  |DES:Menu fixe|PVE:18.00|FA1:3|FA2:98|"
                                                 "{{Entréeµ8880000000284|Salade¦|¦Platµ8880000000307|Lasagnes¦}}\r\n"));
-    tient(t, "octets.txt");
+    tient_texte(t, "touche \"Élodie\"\n"s + table_et_note + "touche \"Fermer\"\n" + tests::scenario("octets.txt") +
+                       envoie + envoyee + "verifie label_etat \"Élodie · 0 ligne · 0.00\"\n");
     ASSERT_EQ(livrees(), Noms{"2021-05-19-12-30-00_07_012_004_.txt"});
     EXPECT_EQ(sans_identite(t.lis("reseau/" + livrees()[0])),
               page1252("#VERSION#2.1\r\n#SERVEUR#07\r\n#TABLE#012\r\n#NBCOUVERT#4 \r\n"
@@ -98,9 +99,33 @@ TEST_F(Envoi, LesNomsEtLesCouverts) {
     }
 }
 
+/// Away: they wait. Slow: everything answers, and they leave later. Hanging: they wait after two seconds, a copy after
+/// ten.
 TEST_F(Envoi, LesCommandesAttendentUnReseauAbsentLentOuBloque) {
     t.pose("2021-05-18-11-00-00_02_003_002_.-a-", "veille\r\n");
-    tient(t, "attente.txt");
+    const std::string relie = "verifie image g2 0 4 23\n", coupe = "verifie image g2 0 4 30\n",
+                      note = "touche \"Note\"\n";
+    const std::string une = "verifie Label_attente \"1\"\n", aucune = "verifie visible Label_attente non\n";
+    const std::string essaie = "touche \"En attente\"\n", present = "reseau present\n", lente = "reseau lent 500\n";
+    const std::string table = "touche g3 0 0\ntouche g1 0 1\ntouche \"Valider\"\n";
+    const std::string absent = "touche \"Sophie\"\n" + relie + "verifie g2 0 4 \"Envoyer\"\n" + aucune +
+                               "reseau absent\ntouche \"Table\"\n" + table + coupe +
+                               "verifie g2 0 4 \"En attente\"\nverifie Label_attente \"0\"\n"
+                               "verifie visible Label_attente oui\n" +
+                               note + envoie + envoyee + une + essaie + une;
+    const std::string lent = lente + essaie + coupe + une + "attend 499\n" + coupe + note + "verifie ecran eta_com\n" +
+                             "attend 1\nverifie ecran eta_com\ntouche \"Fermer\"\n" + relie + une +
+                             "touche \"Viandes\"\n" + table + "attend 500\nverifie label_haut \"Viandes\"\n" +
+                             "touche \"Familles\"\ntouche \"Accueil\"\n" + aucune + "attend 5000\n";
+    const std::string bloque = "reseau bloque\n" + note + envoie + envoyee + relie + une +
+                               "touche \"Serveurs\"\ntouche \"Marc\"\ntouche \"Envoyer\"\nattend 1999\n" + relie +
+                               "attend 1\n" + coupe + une + essaie + essaie + une + present + une + essaie + relie +
+                               aucune;
+    const std::string copie = "touche \"Table\"\ntouche \"999 / 1\"\ntouche \"Valider\"\ntouche \"Non\"\n" + note +
+                              "reseau lent 100\n" + envoie + "attend 1500\nattend 100\nreseau bloque\n" + une + relie +
+                              "attend 9999\n" + relie + "attend 1\n" + coupe + essaie + present + essaie + relie +
+                              aucune;
+    tient_texte(t, absent + lent + bloque + copie);
     EXPECT_TRUE(en_attente().empty());
     EXPECT_TRUE(t.fichiers(".", "-a-").empty());
     EXPECT_EQ(livrees().size(), 4U);

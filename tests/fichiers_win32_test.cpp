@@ -73,20 +73,7 @@ class Occupe : public tests::Atelier {
     }
 };
 
-TEST_F(Occupe, UneCommandeTenueParUnAutreProgrammeAttendPuisPartUneFois) {
-    terrain.pose("a_.-A-", "commande a");
-    terrain.pose("b_.-A-", "commande b");
-    Tenu autre("a_.-A-");
-    passe();
-    EXPECT_EQ(livrees(), Noms{"b_.txt"}) << "the others go by";
-    EXPECT_EQ(reseau::commandes_en_attente(), 1);
-    EXPECT_TRUE(reseau::a_reprendre());
-    autre.lache();
-    passe();
-    EXPECT_FALSE(reseau::a_reprendre());
-    EXPECT_TRUE(attendent().empty());
-    EXPECT_EQ(terrain.lis("reseau/a_.txt"), "commande a");
-}
+using RestaurantTenu = tests::Restaurant;
 
 TEST_F(Occupe, CeQuiEstLivreMaisNePeutEtreSupprimeNEstPasLivreDeuxFois) {
     terrain.pose("a_.-A-", "commande a");
@@ -128,9 +115,7 @@ TEST_F(Occupe, UnFichierTenuDansLeRepertoireReseauNEstNiEcraseNiPerdu) {
 }
 
 /// The program ends while another one still holds the order's file.
-TEST_F(Occupe, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
-    tests::Terrain t;
-    t.restaurant();
+TEST_F(RestaurantTenu, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
     t.pose("a_.-A-", "commande a");
     Tenu lecteur(page(t.chemin() / "a_.-A-"), FILE_SHARE_READ);
     const std::string part = "touche btx(1)\nverifie image g2 0 4 23\n";
@@ -159,23 +144,22 @@ TEST_F(Occupe, UneMarqueIllisibleNEffaceRien) {
     EXPECT_TRUE(terrain.fichiers(".", "-").empty());
 }
 
-/// Nobody touches the screen: the order leaves as soon as its file is free.
-TEST_F(Occupe, UneCommandeTenuePartDElleMeme) {
-    tests::Terrain t;
-    t.restaurant();
+/// The others go by; nobody touches the screen, and the order leaves as soon as its file is free.
+TEST_F(RestaurantTenu, UneCommandeTenueAttendPuisPartDElleMeme) {
     t.pose("a_.-A-", "commande a");
+    t.pose("b_.-A-", "commande b");
     Tenu autre(page(t.chemin() / "a_.-A-"));
     const std::jthread lache = autre.lache_quand([&] { return t.existe("tenu.png"); });
-    tests::tient_texte(t, "touche btx(1)\ncapture tenu.png\nattend 2000\nattend 2000\nattend 2000\n");
+    tests::tient_texte(t, "touche btx(1)\nverifie Label_attente \"1\"\ncapture tenu.png\n" +
+                              tests::fois(3, "attend 2000\n") + "verifie visible Label_attente non\n");
     EXPECT_EQ(t.lis("reseau/a_.txt"), "commande a");
+    EXPECT_EQ(t.lis("reseau/b_.txt"), "commande b");
 }
 
 /// A file of the terminal's that another program holds while it starts, and lets go under its running.
-class TenuAuDepart : public testing::TestWithParam<const char*> {};
+class TenuAuDepart : public tests::Restaurant, public testing::WithParamInterface<const char*> {};
 
 TEST_P(TenuAuDepart, LEcranLeReprendDesQuIlEstLibre) {
-    tests::Terrain t;
-    t.restaurant();
     const std::string fichier = GetParam();
     const bool catalogue = fichier == "worvalune.wdo";
     tests::tient_texte(t, "touche btx(1)\ncapture libre.png\n");  // makes what a first start makes

@@ -5,10 +5,9 @@
 
 #include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdlib>
+#include <latch>
 #include <memory>
-#include <mutex>
 #include <thread>
 #include <vector>
 
@@ -20,25 +19,6 @@ using ouvrier::Reponse;
 using ouvrier::Reseau;
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-
-/// Holds whoever passes until it is opened.
-class Barriere {
-  public:
-    void ouvre() {
-        const std::lock_guard garde(verrou_);
-        ouverte_ = true;
-        change_.notify_all();
-    }
-    void passe() {
-        std::unique_lock garde(verrou_);
-        change_.wait(garde, [this] { return ouverte_; });
-    }
-
-  private:
-    std::mutex verrou_;
-    std::condition_variable change_;
-    bool ouverte_ = false;
-};
 
 class OuvrierTest : public testing::Test {
   protected:
@@ -58,10 +38,10 @@ class OuvrierTest : public testing::Test {
     ouvrier::Operation operation(int limite_ms = 2000) {
         return {[faits = faits] { ++*faits; }, [this](Reponse r) { reponses.push_back(r); }, limite_ms};
     }
-    ouvrier::Operation operation_qui_pend(const std::shared_ptr<Barriere>& barriere, int limite_ms) {
+    ouvrier::Operation operation_qui_pend(const std::shared_ptr<std::latch>& barriere, int limite_ms) {
         auto o = operation(limite_ms);
         o.travail = [faits = faits, barriere] {
-            barriere->passe();
+            barriere->wait();
             ++*faits;
         };
         return o;
@@ -103,7 +83,7 @@ TEST_F(OuvrierTest, LaSuiteVientUneFoisSurLeFilDeLInterface) {
 }
 
 TEST_F(OuvrierTest, CeQuiPendEstReponduUneFoisEtRienNeCommenceAvantSaFin) {
-    const auto barriere = std::make_shared<Barriere>();
+    const auto barriere = std::make_shared<std::latch>(1);
     auto qui_pend = operation_qui_pend(barriere, 60);
     int tardives = 0;
     qui_pend.tardive = [&tardives] { ++tardives; };
@@ -118,7 +98,7 @@ TEST_F(OuvrierTest, CeQuiPendEstReponduUneFoisEtRienNeCommenceAvantSaFin) {
     EXPECT_EQ(ouvrier::prochaine_echeance(), -1) << "the loop has nothing to wake up for";
     EXPECT_FALSE(ouvrier::lance(operation()));
     EXPECT_EQ(tardives, 0);
-    barriere->ouvre();
+    barriere->count_down();
     ASSERT_TRUE(se_libere());
     ouvrier::traite_reponses();
     EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
@@ -138,7 +118,7 @@ TEST_F(OuvrierTest, UnTravailFiniAvantQueLaBoucleReviennePasseAvantSaLimite) {
 }
 
 TEST_F(OuvrierTest, AbandonnerNAttendPasCeQuiPend) {
-    const auto barriere = std::make_shared<Barriere>();
+    const auto barriere = std::make_shared<std::latch>(1);
     std::atomic<bool> reveille = false;
     ouvrier::previens_par([&] { reveille = true; });
     ASSERT_TRUE(ouvrier::lance(operation_qui_pend(barriere, 10'000)));
@@ -149,7 +129,7 @@ TEST_F(OuvrierTest, AbandonnerNAttendPasCeQuiPend) {
     EXPECT_TRUE(ouvrier::lance(operation())) << "a worker of its own";
     ASSERT_TRUE(se_libere());
     EXPECT_EQ(reponses, Reponses{Reponse::faite}) << "the abandoned one is never answered";
-    barriere->ouvre();
+    barriere->count_down();
     EXPECT_FALSE(reveille) << "nor does it wake a loop that may be gone";
 }
 
@@ -288,14 +268,14 @@ TEST_F(OuvrierEnRejeu, AttendreVoitCeQuiViendraitSansBougerLHorloge) {
 }
 
 TEST_F(OuvrierEnRejeu, CeQuiPendVraimentNEstAttenduQuUneFois) {
-    const auto barriere = std::make_shared<Barriere>();
+    const auto barriere = std::make_shared<std::latch>(1);
     ASSERT_TRUE(ouvrier::lance(operation_qui_pend(barriere, 100)));
     ouvrier::termine_en_rejeu();
     EXPECT_EQ(reponses, Reponses{Reponse::hors_delai});
     const auto avant = steady_clock::now();
     for (int commande = 0; commande < 100; ++commande) ouvrier::termine_en_rejeu();
     EXPECT_LT(steady_clock::now() - avant, milliseconds(2000));
-    barriere->ouvre();
+    barriere->count_down();
     ASSERT_TRUE(se_libere());
     EXPECT_EQ(reponses.size(), 1u);
 }

@@ -22,13 +22,6 @@ namespace {
 
 using processus::Fenetre;
 
-TEST(Processus, UnRejeuNeFaitQueNoter) {
-    processus::enregistre_seulement(true);
-    EXPECT_TRUE(processus::lance("orvapara.exe", Fenetre::normale));
-    EXPECT_EQ(processus::derniere_commande(), "orvapara.exe");
-    processus::enregistre_seulement(false);
-}
-
 TEST(Processus, CeQuiNExistePasNeSeLancePas) {
     for (const auto* commande : {"", "   ", "programme-qui-n-existe-pas", "nulle/part/orvapara.exe", "\"", "\"\" a"}) {
         EXPECT_FALSE(processus::lance(commande, Fenetre::normale)) << commande;

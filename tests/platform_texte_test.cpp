@@ -71,21 +71,4 @@ TEST(Horloge, UneDateQuiNExistePasEstRefusee) {
     }
 }
 
-TEST(Horloge, UneHorlogeVirtuelleNeBougeQuePousseeEtLesMinuteriesNeSautentPas) {
-    horloge::rend_virtuelle({2021, 12, 31, 23, 59, 59});
-    const auto debut = horloge::millisecondes();
-    horloge::avance(999);
-    EXPECT_EQ(horloge::jour_et_heure(horloge::maintenant()), "31-12-2021-23-59-59");
-    horloge::avance(1);
-    EXPECT_EQ(horloge::pour_fichier(horloge::maintenant()), "2022-01-01-00-00-00");
-    horloge::regle({2021, 5, 9, 8, 7, 6});
-    EXPECT_EQ(horloge::millisecondes(), debut + 1000);
-    horloge::avance(60'000);
-    EXPECT_EQ(horloge::pour_fichier(horloge::maintenant()), "2021-05-09-08-08-06");
-    EXPECT_EQ(horloge::jour(horloge::maintenant()), "09-05-2021");
-    horloge::rend_reelle();
-    EXPECT_FALSE(horloge::est_virtuelle());
-    EXPECT_GE(horloge::maintenant().annee, 2021);
-}
-
 }  // namespace

@@ -10,16 +10,16 @@
 
 namespace tests {
 
-/// Plays a file of tests/scenarios whose checks must all hold.
-inline void tient(const Terrain& t, const std::string& scenario, const std::string& options = "") {
-    const Issue r = t.joue_fichier(scenario, options);
-    EXPECT_EQ(r.statut, 0) << scenario << "\n" << r.erreurs;
-}
-
 /// Plays a text whose checks must all hold.
 inline void tient_texte(const Terrain& t, const std::string& scenario, const std::string& options = "") {
     const Issue r = t.joue(scenario, options);
     EXPECT_EQ(r.statut, 0) << r.erreurs;
+}
+
+/// Plays a file of tests/scenarios whose checks must all hold.
+inline void tient(const Terrain& t, const std::string& nom, const std::string& options = "") {
+    SCOPED_TRACE(nom);
+    tient_texte(t, scenario(nom), options);
 }
 
 /// The commands so many times.

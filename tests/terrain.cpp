@@ -4,21 +4,13 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 
 #include "platform/systeme/texte.h"
 
-#ifdef _WIN32
-#include <process.h>
-static int identite() {
-    return _getpid();
-}
-#else
+#ifndef _WIN32
 #include <sys/wait.h>
-#include <unistd.h>
-static int identite() {
-    return getpid();
-}
 #endif
 
 namespace tests {
@@ -60,10 +52,10 @@ std::string page1252(std::string_view utf8) {
 }
 
 Terrain::Terrain() {
-    static int numero = 0;
-    chemin_ = fs::temp_directory_path() / ("orvalune_" + std::to_string(identite()) + "_" + std::to_string(++numero));
-    fs::remove_all(chemin_);
-    fs::create_directories(chemin_);
+    std::random_device hasard;
+    do {
+        chemin_ = fs::temp_directory_path() / ("orvalune_" + std::to_string(hasard()));
+    } while (!fs::create_directories(chemin_));
 }
 
 Terrain::~Terrain() {

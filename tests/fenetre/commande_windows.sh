@@ -2,7 +2,6 @@
 # The real window of Windows: it covers the screen, one whole order is taken in it, and a key of the keyboard reaches it.
 # Then the same in a frame, inside which the same picture lies. Usage: commande_windows.sh PROGRAM SOURCES EMULATOR
 . "$(dirname "$0")/ecran.sh"
-est_fini() { ! kill -0 "$pid_programme" 2>/dev/null; }
 
 ouvre_ecran
 mode=--plein-ecran
@@ -14,10 +13,7 @@ done
 import -silent -window root "$terrain/plein.png"
 
 prend_commande
-clique 442 463 # Oui
-attend 5000 une_livree || echoue "the order has not arrived"
-grep -q '^#REF#8880000000024  {2.00}' "$terrain"/reseau/*_01_012_004_.txt || echoue "the order is not the one that was taken"
-echo "the order has arrived"
+envoie_commande
 
 donne_le_clavier
 attend 3000 est_peint 240 60 C24B45 || echoue "the home page is not shown again"

@@ -108,5 +108,13 @@ prend_commande() {
     attend 3000 est_peint 330 440 23704F || echoue "the question is not asked"
 }
 
-livrees() { find "$terrain/reseau" -name '*_01_012_004_.txt' | wc -l; }
-une_livree() { [ "$(livrees)" = 1 ]; }
+# Answers the question, and sees the order arrive.
+envoie_commande() {
+    clique 442 463 # Oui
+    attend 5000 une_livree || echoue "the order has not arrived"
+    grep -q '^#REF#8880000000024  {2.00}' "$terrain"/reseau/*_01_012_004_.txt || echoue "the order is not the one that was taken"
+    echo "the order has arrived"
+}
+
+une_livree() { [ "$(find "$terrain/reseau" -name '*_01_012_004_.txt' | wc -l)" = 1 ]; }
+est_fini() { ! kill -0 "$pid_programme" 2>/dev/null; }

@@ -6,5 +6,4 @@ mode=--plein-ecran
 ouvre_ecran
 lance_programme
 kill "$pid_ecran"
-termine() { ! kill -0 "$pid_programme" 2>/dev/null; }
-attend 5000 termine || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }
+attend 5000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }

@@ -16,7 +16,6 @@ attend 20000 est_peint 100 277 2F5D8A || echoue "the message is not shown"
 [ "$(separateur)" = . ] || echoue "the point is not set"
 donne_le_clavier
 xdotool key Escape
-est_fini() { ! kill -0 "$pid_programme" 2>/dev/null; }
 attend 10000 est_fini || echoue "the program does not end"
 wait "$pid_programme" || echoue "the program ends with status $?"
 for fichier in w_styl72.wdo reseau/Test.res; do

@@ -124,19 +124,11 @@ refuse 'pour un seul utilisateur, dans C:\Ailleurs' '/AllUsers'
 wine reg delete "HKU\\S-1-5-21-1-2-3-1001" /f >/dev/null 2>&1
 rm -r "$disque/Ailleurs"
 
-# The installed program serves a lunch in its working directory.
+# An update keeps what the restaurant has changed.
 installe 0 /RESEAU=reseau
 wfichdir reseau "another directory"
-for fichier in "$sources"/demo/*.wdo; do
-    [ "${fichier##*/}" = wfichdir.wdo ] || cp "$fichier" "$travail"
-done
-cp -r "$sources/demo/reseau" "$travail"
-mkdir "$essai/captures"
-statut 0 wine "$programme/orvalune.exe" --dossier "$dossier" --rejoue "$sources/demo/service.txt" --captures "$essai/captures"
-[ "$(find "$travail/reseau" -name '*_.txt' | wc -l)" -eq 13 ] || echec "the replay did not deliver its 13 orders"
-
-# An update keeps what the restaurant has changed.
 printf 'ailleurs\r\n' >"$travail/wfichdir.wdo"
+cp "$sources"/demo/{progppb,wwinqx42}.wdo "$travail"
 printf '#VERSION#2.1' >"$travail/2021-05-19-12-30-00_01_007_004_.-A-"
 cp -r "$travail" "$essai/avant"
 installe 0 /DEMARRAGE
