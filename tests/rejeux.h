@@ -22,6 +22,21 @@ inline void tient_texte(const Terrain& t, const std::string& scenario, const std
     EXPECT_EQ(r.statut, 0) << r.erreurs;
 }
 
+/// The commands so many times.
+inline std::string fois(int n, std::string_view commandes) {
+    std::string r;
+    for (int i = 0; i < n; ++i) r += commandes;
+    return r;
+}
+
+/// Width and height that a PNG file says it has.
+inline std::pair<int, int> taille_png(const std::string& png) {
+    const auto entier = [&](std::size_t i) {
+        return static_cast<unsigned char>(png.at(i)) * 256 + static_cast<unsigned char>(png.at(i + 1));
+    };
+    return {entier(18), entier(22)};
+}
+
 /// An order file without its first line, which names the tablet.
 inline std::string sans_identite(const std::string& commande) {
     const auto fin = commande.find("\r\n");
@@ -40,5 +55,23 @@ inline std::map<std::string, std::string> photographie(const Terrain& t) {
     }
     return r;
 }
+
+/// A test on the small restaurant.
+class Restaurant : public testing::Test {
+  protected:
+    Terrain t;
+    Restaurant() { t.restaurant(); }
+    /// What the provisional file keeps of the note that Sophie took at table 1.
+    std::string gardee() const {
+        const std::string p = t.lis("prov.txt"), tete = "#SERV#01\r\n#TABL#1\r\n";
+        EXPECT_EQ(p.substr(0, tete.size()), tete);
+        return p.substr(std::min(p.size(), tete.size()));
+    }
+};
+/// From the start: Sophie, table 1, two covers.
+inline const std::string prend_table_1 =
+    "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche \"Valider\"\n";
+/// The end of a run that keeps the note.
+inline const std::string quitte = "touche \"Quitter\"\ntouche \"Oui\"\nverifie arret\n";
 
 }  // namespace tests

@@ -48,12 +48,6 @@ TEST(Route, LesPagesSousGroupesEtTouchesInertes) {
     tient(t, "navigation.txt");
 }
 
-TEST(Route, LeClavierEtSesTroisPages) {
-    Terrain t;
-    t.restaurant();
-    tient(t, "clavier.txt", "--service");
-}
-
 TEST(Route, UneTabletteTourneeResteSousLeDoigt) {
     Terrain t;
     t.restaurant();
