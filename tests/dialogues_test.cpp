@@ -173,21 +173,21 @@ TEST_F(Dialogues, LaTableEtLesCouverts) {
     tiennent(
         etat::table_couverts, ch_numtab::montre_ch_numtab,
         {{"",
-          "Label5 =  > Label7 =  > g3 3 0 > g2 0 1 > g2 0 4 > g3 2 0 > g1 1 0 > Valider > "
+          "Label5 = > Label7 = > g3 3 0 > g2 0 1 > g2 0 4 > g3 2 0 > g1 1 0 > Valider > "
           "Label1 = Le N° de table 7, est inconnu, voulez vous le corriger ? > Oui > Label5 = 7 > Valider > btc(5)",
           "#N0074 "},
          {"#N0074 ", "Label5 = 007 > Label7 = 4 > g3 0 0 > Valider > Non", "#N0714 "},
          {"#N0714 ",
-          fois(4, "g3 3 0 > ") + "Label5 =  > 1 > g3 3 1 > g3 0 0 > g3 0 1 > g1 3 0 > Label7 = 10 > Valider > Non",
+          fois(4, "g3 3 0 > ") + "Label5 = > 1 > g3 3 1 > g3 0 0 > g3 0 1 > g1 3 0 > Label7 = 10 > Valider > Non",
           "#N01210"},
          {"#N01210",
-          "Effacer > Label5 =  > Label7 =  > Liste > 015 > g1 3 1 > Label7 = 11 > Autres > "
-          "Label2 = Entrez le nb de personnes > Label5 =  > attend 100 > 1 > 2 > 3 > Valider > Label7 = 123 > "
+          "Effacer > Label5 = > Label7 = > Liste > 015 > g1 3 1 > Label7 = 11 > Autres > "
+          "Label2 = Entrez le nb de personnes > Label5 = > attend 100 > 1 > 2 > 3 > Valider > Label7 = 123 > "
           "Valider",
           "#N01512"},
          {"#N01512",
           "Autres > attend 100 > tape 9 > tape echappement > Label7 = 12 > Autres > attend 100 > Valider > "
-          "Label7 =  > g2 0 2 > Fermer > Label5 = 015 > 999 / 1 > Label5 = 999 > Label7 = 1 > Valider > Non",
+          "Label7 = > g2 0 2 > Fermer > Label5 = 015 > 999 / 1 > Label5 = 999 > Label7 = 1 > Valider > Non",
           "#N9991 "},
          {"", "tape a0b1.2 > Label5 = 012 > tape retour > g1 0 1 > Valider", "#N0012 "},
          {"", "g3 3 1 > g1 0 1 > Valider", "#N0002 "}});
@@ -210,8 +210,8 @@ TEST_F(Dialogues, LImageDUneTouche) {
                "20 N"},
               {"20 N", "g3 12 1 > Label2 = 012 > verifie image Image1 12 > oui > bt_valide", "012 "},
               {"012N", "tape entree", "012N"},
-              {"", "Label2 =  > verifie image Image1 0 > oui > bt_valide", "   N"},
-              {"N", "Label2 =  > g3 7 1 > bt_valide", "007N"},
+              {"", "Label2 = > verifie image Image1 0 > oui > bt_valide", "   N"},
+              {"N", "Label2 = > g3 7 1 > bt_valide", "007N"},
               {"20 N", "bt_no", "    "},
               {"20 N", "g3 12 1 > tape echappement", "20 N"}});
 }

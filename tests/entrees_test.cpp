@@ -205,7 +205,7 @@ TEST(EntreesEnormes, QuaranteMilleArticles) {
     t.pose("reseau/worvalune.wdo", carte);
     tient_texte(t,
                 route("Sophie > Familles > g3 0 0 > Valider > Vins > btx(1) = Vin 2 > " + fois(24, "Suivant > ") + R"(
-        label_bas = Vins · 25 / 25 > btx(12) = Vin 36181 > g2 0 1 =  > btx(12) > Label3 = 1.50 )"));
+        label_bas = Vins · 25 / 25 > btx(12) = Vin 36181 > g2 0 1 = > btx(12) > Label3 = 1.50 )"));
 }
 
 /// Catalogues of random pieces of lines: whatever they hold, the screens go on.

@@ -51,49 +51,44 @@ TEST_F(Ligne, LaQuantiteEtLesValidations) {
          // With a remark, one blank more each time.
          {steak + " ##QUA:003.00##{Sans sel}", "Valider", steak + "  ##QUA:003.00##{Sans sel}"},
          {steak, "Effacer > Non > Effacer > btc(5) > verifie ecran sel_arti > Effacer > Oui", ""},
-         {"8880000000024  |DES:Offert", "Label3 =  > Label5 = 0.00  > Valider",
+         {"8880000000024  |DES:Offert", "Label3 = > Label5 = 0.00  > Valider",
           "8880000000024  |DES:Offert ##QUA:001.00##"}});
 }
 
 TEST_F(Ligne, LesRemarquesViennentChangentEtPartent) {
     const auto tape = [](int rang, const std::string& texte) {
-        return "g1 " + std::to_string(rang) + " 0 > tape " + texte + " > tape entree > ";
+        return "g1 " + std::to_string(rang) + " 0 > tape " + texte + " > tape entree\n";
     };
     std::string pleine, gardees;
     for (int r = 1; r <= 20; ++r) pleine += tape(r, "r" + std::to_string(r));
     for (int r = 1; r <= 20; ++r) gardees += r == 3 ? "" : "{r" + std::to_string(r) + "}";
     deviennent(
-        {{steak,
-          "g1 0 0 = Informations complémentaires > verifie lignes g1 21 > g1 0 0 > g1 1 0 > Text1 =  > tape Sans sel > "
-          "Valider > " +
-              tape(2, "Bleu") + tape(4, "À point") + tape(5, "{a|b} |DES:x") + tape(20, "fin") + tape(7, "   ") +
-              "g1 2 0 > Label1 = Voulez vous annuler la ligne  Bleu ? > Non > Label1 = Bleu > Text1 = Bleu > tape  "
-              "froid > "
-              "Valider > g1 2 0 = Bleu froid > g1 4 0 > Non > tape xyz > Annuler > g1 4 0 = À point > g1 1 0 > Oui > "
-              "g1 1 0 = Bleu froid > g1 2 0 =  > g1 3 0 = À point > verifie lignes g1 21 > verifie image g1 3 0 110 "
-              "> " +
-              tape(6, "à vider") + "g1 6 0 > Non > ttoc(14) > Valider > g1 6 0 =  > verifie image g1 6 0 0 > Valider",
+        {{steak, tape(2, "Bleu") + tape(4, "À point") + tape(5, "{a|b} |DES:x") + tape(20, "fin") + tape(7, "   ") + R"(
+                     g1 0 0 = Informations complémentaires > g1 0 0 > g1 1 0 > Text1 = > tape Sans sel > Valider
+                     g1 2 0 > Label1 = Voulez vous annuler la ligne  Bleu ? > Non > Label1 = Bleu > Text1 = Bleu
+                     tape  froid > Valider > g1 2 0 = Bleu froid > verifie image g1 2 0 110
+                     g1 4 0 > Non > tape xyz > Annuler > g1 4 0 = À point
+                     g1 1 0 > Oui > g1 1 0 = Bleu froid > g1 2 0 = > g1 3 0 = À point > verifie lignes g1 21
+                     g1 6 0 > tape à vider > tape entree > g1 6 0 > Non > ttoc(14) > Valider > g1 6 0 = > Valider)",
           steak + " ##QUA:001.00##{Bleu froid}{À point}{(a/b) /DES:x}{fin}"},
          // A full grid takes no more, until a row is free.
-         {steak,
-          pleine +
-              "A > Riz > verifie image g1(1) 4 0 0 > Fermer > verifie lignes g1 21 > g1 20 0 = r20 > g1 3 0 > Oui > "
-              "A > Riz > verifie image g1(1) 4 0 101 > Fermer > g1 19 0 = r20 > g1 20 0 = Riz > Valider",
+         {steak, pleine + R"(
+                     A > Riz > verifie image g1(1) 4 0 0 > Fermer > verifie lignes g1 21 > g1 20 0 = r20 > g1 3 0 > Oui
+                     A > Riz > verifie image g1(1) 4 0 101 > Fermer > g1 19 0 = r20 > g1 20 0 = Riz > Valider)",
           steak + " ##QUA:001.00##" + gardees + "{Riz}"}});
 }
 
 TEST_F(Ligne, LesDetailsSePrennentEtSeRendent) {
-    deviennent(
-        {{steak + "{Bien chaud}",
-          "A > label_haut = Saisie d'un détail > label_bas = Win_Orvalune 2.01 > verifie police g1(0) 0 0 20 > "
-          "g1(0) 0 0 = Viandes > verifie couleur g1(0) 0 0 FD6706 > g1(0) 8 0 = Sauces > g1(1) 0 0 = Garnitures > "
-          "Saignante > Sauce Poivre > Frites > verifie image g1(0) 1 0 101 > verifie image g1(0) 2 0 0 > "
-          "sel_arti.g1 2 0 =  > Saignante > verifie image g1(0) 1 0 0 > verifie image g1(0) 11 0 101 > Saignante > "
-          "g1(0) 4 0 > g1(1) 14 0 > Précédent > g1(0) 0 0 = Viandes > Suivant > g1(0) 0 0 =  > g1(1) 0 0 = Menus > "
-          "Oeuf Mimosa > verifie image g1(1) 2 0 101 > g2 0 3 > Suivant > g1(1) 0 0 =  > Précédent > Précédent > "
-          "verifie image g1(0) 1 0 101 > Fermer > g1 1 0 = Bien chaud > g1 2 0 = Sauce Poivre > g1 5 0 = Oeuf Mimosa > "
-          "g1 4 0 > Oui > A > verifie image g1(0) 1 0 0 > Fermer > Valider",
-          steak + " ##QUA:001.00##{Bien chaud}{Sauce Poivre}{Frites}{Oeuf Mimosa}"}});
+    deviennent({{steak + "{Bien chaud}", R"(
+        A > label_haut = Saisie d'un détail > label_bas = Win_Orvalune 2.01 > verifie police g1(0) 0 0 20
+        g1(0) 0 0 = Viandes > verifie couleur g1(0) 0 0 FD6706 > g1(0) 8 0 = Sauces > g1(1) 0 0 = Garnitures
+        Saignante > Sauce Poivre > Frites > verifie image g1(0) 1 0 101 > verifie image g1(0) 2 0 0 > sel_arti.g1 4 0 =
+        Saignante > verifie image g1(0) 1 0 0 > verifie image g1(0) 11 0 101 > Saignante > g1(0) 4 0 > g1(1) 14 0
+        Précédent > g1(0) 0 0 = Viandes > Suivant > g1(0) 0 0 = > g1(1) 0 0 = Menus > Oeuf Mimosa
+        verifie image g1(1) 2 0 101 > g2 0 3 > Suivant > g1(1) 0 0 = > Précédent > Précédent
+        verifie image g1(0) 1 0 101 > Fermer > g1 1 0 = Bien chaud > g1 2 0 = Sauce Poivre > g1 5 0 = Oeuf Mimosa
+        g1 4 0 > Oui > A > verifie image g1(0) 1 0 0 > Fermer > Valider)",
+                 steak + " ##QUA:001.00##{Bien chaud}{Sauce Poivre}{Frites}{Oeuf Mimosa}"}});
     // Each key opens two of the twenty categories; the pages end at the first and the last.
     const std::pair<std::string, int> debuts[] = {
         {"A", 0}, {"B", 2}, {"C", 4}, {"D", 6}, {"D" + fois(9, " > Suivant"), 18}, {"B" + fois(9, " > Précédent"), 0}};
@@ -142,19 +137,16 @@ TEST_F(Ligne, UnFichierDeStylesCourtOuAbimeNEstJamaisFatal) {
 }
 
 TEST_F(Ligne, LesPlatsDUnMenuAPrixFixe) {
-    deviennent(
-        {{menu + composition,
-          "label_haut = Menu composé > Label1 = Menu midi > Label2 = Entrée > Label3 = 1 / 3 > g1 0 0 = Salade de "
-          "tomates > "
-          "g1 1 0 =  > verifie police g1 0 0 20 > Salade de tomates > verifie image g1 0 0 101 > Buffet > "
-          "Salade de tomates > verifie image g1 0 0 0 > verifie image g1 0 1 101 > g1 1 0 > Précédent > Label2 = "
-          "Entrée > "
-          "Suivant > Label2 = Plat > Pâtes {maison} > Suivant > Label2 =  > Label3 = 3 / 3 > g1 1 0 = Frites > "
-          "Steak Frites > verifie image g1 1 0 0 > Suivant > Label3 = 3 / 3 > Précédent > verifie image g1 7 1 101 > "
-          "Fermer > Label1 = Menu midi > Label5 = 15.00  > g1 2 0 = Pâtes (maison) > Valider",
-          menu + composition + " ##QUA:001.00##{Buffet}{Pâtes (maison)}{Steak Frites}"},
-         {menu + composition, "verifie image g1 0 1 0 > Fermer > g1 1 0 =  > Valider",
-          menu + composition + " ##QUA:001.00##"}});
+    deviennent({{menu + composition, R"(
+        label_haut = Menu composé > Label1 = Menu midi > Label2 = Entrée > Label3 = 1 / 3 > verifie police g1 0 0 20
+        g1 0 0 = Salade de tomates > Salade de tomates > verifie image g1 0 0 101 > Buffet
+        Salade de tomates > verifie image g1 0 0 0 > verifie image g1 0 1 101 > g1 1 0 > Précédent > Label2 = Entrée
+        Suivant > Label2 = Plat > Pâtes {maison} > Suivant > Label2 = > Label3 = 3 / 3 > g1 1 0 = Frites
+        Steak Frites > verifie image g1 1 0 0 > Suivant > Label3 = 3 / 3 > Précédent > verifie image g1 7 1 101
+        Fermer > Label1 = Menu midi > Label5 = 15.00  > g1 2 0 = Pâtes (maison) > Valider)",
+                 menu + composition + " ##QUA:001.00##{Buffet}{Pâtes (maison)}{Steak Frites}"},
+                {menu + composition, "verifie image g1 0 1 0 > Fermer > g1 1 0 = > Valider",
+                 menu + composition + " ##QUA:001.00##"}});
     for (const std::string& abimee : {std::string(), std::string("{{"), std::string("{{}}"),
                                       std::string("{{Entréeµ1|Seule"), composition.substr(0, composition.size() - 2),
                                       "{{Eµ" + fois(17, "1|Plat¦") + "Pµ1|Riz¦}}", "{{" + fois(20000, "µ1|Riz¦") + "}}",
@@ -166,14 +158,13 @@ TEST_F(Ligne, LesPlatsDUnMenuAPrixFixe) {
 
 TEST_F(Ligne, LEssaiDuMenuComposeFinitLeLogiciel) {
     complements::prend(sai_menu::menu_exemple());
-    arrete(sai_menu::montre_sai_menu,
-           "label_haut = Menu composé > Label1 = DES:Menu 15 Euros > Label2 = Entrée > verifie lignes g1 9 > "
-           "g1 0 0 = Salade de tomates > g1 8 0 = Buffet d'entrées > g1 0 1 = Buffet d'entrées > g1 7 1 = Harengs > "
-           "g1 8 1 =  > g2 0 0 > Label2 = Entrée > Buffet d'entrées > verifie image g1 8 0 101 > "
-           "verifie image g1 0 1 101 > g1 0 1 > verifie image g1 8 0 0 > Salade de tomates > g1 8 1 > g2 0 1 > Label2 "
-           "=  > "
-           "g1 0 0 = Entrecote > g2 0 1 > g1 0 0 = Fromage > g2 0 1 > g1 0 0 = Verre de rouge > g2 0 1 > g1 0 0 =  > "
-           "g2 0 1 > g2 0 0 > g1 0 0 = Verre de rouge > g2 0 0 > g2 0 0 > g2 0 0 > verifie image g1 0 0 101 > g2 0 5");
+    arrete(sai_menu::montre_sai_menu, R"(
+        label_haut = Menu composé > Label1 = DES:Menu 15 Euros > Label2 = Entrée > verifie lignes g1 9
+        g1 8 0 = Buffet d'entrées > g1 0 1 = Buffet d'entrées > g1 7 1 = Harengs > g1 8 1 = > g2 0 0 > Label2 = Entrée
+        Buffet d'entrées > verifie image g1 8 0 101 > verifie image g1 0 1 101 > g1 0 1 > verifie image g1 8 0 0
+        Salade de tomates > g1 8 1 > g2 0 1 > Label2 = > g1 0 0 = Entrecote > g2 0 1 > g1 0 0 = Fromage
+        g2 0 1 > g1 0 0 = Verre de rouge > g2 0 1 > g1 0 0 = > g2 0 1 > g2 0 0 > g1 0 0 = Verre de rouge
+        g2 0 0 > g2 0 0 > g2 0 0 > verifie image g1 0 0 101 > g2 0 5)");
     EXPECT_EQ(complements::rangs()[0], "Salade de tomates");
 }
 
@@ -181,13 +172,12 @@ TEST_F(Ligne, LeRecapitulatifCorrigeUneNote) {
     const std::string magret = "8880000000031  |DES:Magret de canard|PVE:22.00|FA1:2|FA2:0";
     note({page1252(steak + " ##QUA:001.00##{Sans sel}"), magret + " ##QUA:003.00##", salade + " ##QUA:001.00##"});
     etat::table_couverts = "#N0122 ";
-    joue(eta_com::montre_eta_com,
-         "Label4 = 12 > Label5 = 2 > verifie lignes g1 5 > g1 0 0 = Nb > g1 0 1 = Libellé > g1 2 0 =  > "
-         "g1 2 1 =    Sans sel > g1 2 2 = 1 > g1 3 0 = 3 > g1 4 1 = Salade > Label6 = 5 > g1 0 1 > g2 0 2 > g2 0 4 > "
-         "g1 2 1 > Label1 = Entrecôte 300 g > bt_droi > g1 2 0 > tape Bleu > tape entree > Valider > verifie lignes g1 "
-         "6 > "
-         "g1 1 0 = 2 > g1 3 1 =    Bleu > g1 4 2 = 2 > Label6 = 6 > g1 4 0 > Label6 = 3 > Effacer > Oui > "
-         "verifie lignes g1 5 > g1 4 1 = Salade > g1 4 2 = 2 > Label6 = 3 > Fermer");
+    joue(eta_com::montre_eta_com, R"(
+        Label4 = 12 > Label5 = 2 > Label6 = 5 > verifie lignes g1 5 > g1 0 0 = Nb > g1 0 1 = Libellé > g1 2 0 = > g1 2 2 = 1
+        g1 2 1 =    Sans sel > g1 3 0 = 3 > g1 4 1 = Salade > g1 0 1 > g2 0 2 > g2 0 4
+        g1 2 1 > Label1 = Entrecôte 300 g > bt_droi > g1 2 0 > tape Bleu > tape entree > Valider
+        verifie lignes g1 6 > g1 1 0 = 2 > g1 3 1 =    Bleu > g1 4 2 = 2 > Label6 = 6
+        g1 4 0 > Label6 = 3 > Effacer > Oui > verifie lignes g1 5 > g1 4 1 = Salade > g1 4 2 = 2 > Label6 = 3 > Fermer)");
     EXPECT_EQ(etat::nb_lignes_note, 2);
     EXPECT_EQ(etat::lignes_note[1], page1252(steak + "  ##QUA:002.00##{Sans sel}{Bleu}"));
     EXPECT_EQ(etat::lignes_note[2], salade + " ##QUA:001.00##");

@@ -46,8 +46,8 @@ class Outils : public tests::Scene {
 TEST_F(Outils, LesRangeesEtLaGarde) {
     joue(ch_outils::montre_ch_outils, R"(
         label_haut = Boite à Outils > label_bas = Manier avec précautions > verifie lignes g1 42 > sans Command111
-        g1 0 0 =  Grille générale d'affichage > verifie couleur g1 0 0 FFE0C0 > g1 0 4 =  > g1 1 0 =  Nb de colonnes
-        g1 1 1 = 12 > g1 1 4 = #SW42#25 > g1 1 5 = Entrez le nb de colonnes > g1 28 1 =  > g1 41 4 = #MAJJ#
+        g1 0 0 =  Grille générale d'affichage > verifie couleur g1 0 0 FFE0C0 > g1 0 4 = > g1 1 0 =  Nb de colonnes
+        g1 1 1 = 12 > g1 1 4 = #SW42#25 > g1 1 5 = Entrez le nb de colonnes > g1 28 1 = > g1 41 4 = #MAJJ#
         # Too early, and on a heading, a touch does nothing.
         g1 1 0 > verifie ecran ch_outils > attend 299 > g1 1 0 > attend 1 > g1 0 0 > verifie ecran ch_outils
         # Ten rows are in view and passed at a time, the last page is full.
@@ -148,7 +148,7 @@ TEST_F(Outils, UnReglageQuiNeSEcritPas) {
     fs::create_directory("wwinqx42.wdo");
     const std::string refus = "Label1 = Le réglage n'a pas pu être enregistré ! > btc(5) > ";
     joue(ch_outils::montre_ch_outils, garde + "g1 1 0 > attend 100 > tape 2 > Valider > " + refus +
-                                          "g1 1 1 =  > g1 35 0 > Oui > " + refus + "g1 35 1 =  > " + ferme);
+                                          "g1 1 1 = > g1 35 0 > Oui > " + refus + "g1 35 1 = > " + ferme);
     joue(ggcoul::montre_ggcoul,
          "g1 0 2 > g2 0 5 > Label1 = Les couleurs n'ont pas pu être enregistrées ! > btc(5) > g2 0 0 > Oui > "
          "Label1 = Les couleurs n'ont pas pu être enregistrées ! > btc(5) > g2 0 4");

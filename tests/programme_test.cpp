@@ -43,17 +43,17 @@ TEST_F(Programme, LesCasesEtLesLignes) {
         g1 14 3 > tape 05 > tape entree > g1 14 1 > tape X > tape entree > g1 14 3 = 05
         # Left, nothing changes; an empty text empties the cell, a long one is cut.
         g1 14 1 > tape Y > btc(5) > g1 14 1 = X
-        g1 14 3 > tape retour > tape retour > tape entree > g1 14 3 =  > g1 14 3 > tape  42 3 > tape entree > g1 14 3 = 42
+        g1 14 3 > tape retour > tape retour > tape entree > g1 14 3 = > g1 14 3 > tape  42 3 > tape entree > g1 14 3 = 42
         g1 13 2 > Text1 > tape Café crème > Valider > btc(2)
         # Copied, pasted over, cut; an operation is done once, and can be left.
-        Command3 > Label4 = COPIER > verifie couleur Shape4 D98E04 > g1 13 2 > Label4 =  > verifie couleur Shape4 FFFFFF
-        Command4 > g1 3 4 > g1 3 0 = 03 > g1 3 1 = 8880000000048 > g1 3 2 = Café crème > g1 3 7 =  > g1 3 6 = 1
-        Command5 > Label4 = COUPER > g1 1 5 > g1 1 0 = 01 > g1 1 2 =  > g1 1 7 =  > verifie image g1 1 5 0
+        Command3 > Label4 = COPIER > verifie couleur Shape4 D98E04 > g1 13 2 > Label4 = > verifie couleur Shape4 FFFFFF
+        Command4 > g1 3 4 > g1 3 0 = 03 > g1 3 1 = 8880000000048 > g1 3 2 = Café crème > g1 3 7 = > g1 3 6 = 1
+        Command5 > Label4 = COUPER > g1 1 5 > g1 1 0 = 01 > g1 1 2 = > g1 1 7 = > verifie image g1 1 5 0
         Command4 > Label4 = COLLER > g1 20 1 > g1 20 2 = Viandes > verifie couleur g1 20 8 C24B45 > verifie image g1 20 5 20
-        Command3 > Label4 > Label4 =  > verifie ecran w_prog
+        Command3 > Label4 > Label4 = > verifie ecran w_prog
         # A colour is typed or chosen, a picture chosen.
         g1 13 8 > tape 12800 > tape entree > verifie couleur g1 13 8 003200 > g1 13 8 > bt_choix > Rouge
-        g1 20 8 > bt_choix > Fermer > bt_choix > Aucune > g1 20 8 =  > g1 13 8 = 4541378
+        g1 20 8 > bt_choix > Fermer > bt_choix > Aucune > g1 20 8 = > g1 13 8 = 4541378
         g1 5 5 > g3 12 1 > oui > bt_valide > g1 5 5 = 012N > verifie image g1 5 5 12 > Command1)");
     EXPECT_EQ(record(0, 13), "8880000000048  " + page1252("Café crème") + std::string(30, ' ') + "11" +
                                  std::string("\0b", 2) + "    1   4541378   " + cachees + std::string(100, ' ') +
@@ -75,7 +75,7 @@ TEST_F(Programme, LesPagesEtLeursTitres) {
     edite(R"(
         Label1 = 1 > Command2 > tape retour > tape toto > tape entree > Label1 = 0
         Text1 > tape Salle > tape entree > Text2 > tape Terrasse > tape entree > Text2 > tape x > Annuler
-        Command2 > tape retour > tape 99 > tape entree > Label1 = 49 > Text2 =  > Text1 =  > verifie ecran w_prog
+        Command2 > tape retour > tape 99 > tape entree > Label1 = 49 > Text2 = > Text1 = > verifie ecran w_prog
         Command2 > Label2 = KMZ > Text1 = 49 > tape echappement > Command1)");
     EXPECT_EQ(etat::page_programme, 49);
     etat::page_programme = -3;
@@ -89,9 +89,9 @@ TEST_F(Programme, LesPagesEtLeursTitres) {
 TEST_F(Programme, UneAutreActionChangeLaToucheEntiere) {
     edite(R"(
         g1 1 6 > tape retour > tape 0 > tape entree > g1 1 7 > bt_choix > Articles > Viandes > Magret de canard
-        g1 1 1 = 8880000000031 > g1 1 2 = Magret de canard > g1 1 5 =  > g1 1 8 = 2980057 > g1 1 6 = 0 > g1 1 3 = 22
+        g1 1 1 = 8880000000031 > g1 1 2 = Magret de canard > g1 1 5 = > g1 1 8 = 2980057 > g1 1 6 = 0 > g1 1 3 = 22
         g1 31 7 > bt_choix > label_haut = Action de la touche · Viandes > Entrecôte 300 g > g1 31 1 = 8880000000024
-        g1 1 7 > bt_choix > Fonctions > Note > g1 1 1 =  > g1 1 2 = Note > g1 1 5 = 022 > g1 1 8 =  > g1 1 7 = #FONC#NOTE
+        g1 1 7 > bt_choix > Fonctions > Note > g1 1 1 = > g1 1 2 = Note > g1 1 5 = 022 > g1 1 8 = > g1 1 7 = #FONC#NOTE
         g1 1 2 > tape  de la table > tape entree
         g1 1 7 > bt_choix > label_haut = Action de la touche · Fonctions > Note > g1 1 2 = Note de la table
         g1 30 2 > tape Midi > tape entree > g1 30 7 > bt_choix > g2 0 0 > Entrées
@@ -107,8 +107,8 @@ TEST_F(Programme, UneAutreActionChangeLaToucheEntiere) {
 TEST_F(Programme, LeSigneParagrapheEtUneReferenceVidee) {
     edite("g1 3 2 > tape  §1§ > tape entree > Command3 > g1 3 2 > Command1");
     edite(R"(
-        Command4 > g1 40 2 > g1 40 1 =  > g1 40 2 = Entrées §1§ > g1 40 3 = 22 > g1 40 7 = #FAMI#01
-        g1 40 6 > tape retour > tape 0 > tape entree > g1 40 1 > tape entree > g1 40 1 =  > g1 40 6 = 1 > Command1)");
+        Command4 > g1 40 2 > g1 40 1 = > g1 40 2 = Entrées §1§ > g1 40 3 = 22 > g1 40 7 = #FAMI#01
+        g1 40 6 > tape retour > tape 0 > tape entree > g1 40 1 > tape entree > g1 40 1 = > g1 40 6 = 1 > Command1)");
 }
 
 /// The raw editor of any settings record: an empty answer changes nothing, one of blanks neither; nothing is cut.

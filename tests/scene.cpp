@@ -41,6 +41,7 @@ std::string commande(std::string_view etape) {
     if (mot == "tape") return "tape " + (parmi(cles, suite) ? suite : cite(suite));
     if (mot == "sans" || mot == "avec") return "verifie visible " + suite + (mot == "sans" ? " non" : " oui");
     if (parmi(commandes, mot)) return std::string(etape);
+    if (etape.ends_with(" =")) return "verifie " + std::string(etape.substr(0, etape.size() - 1)) + "\"\"";
     if (const auto egal = etape.find(montre); egal != std::string_view::npos) {
         return "verifie " + std::string(etape.substr(0, egal)) + " " + cite(etape.substr(egal + montre.size()));
     }
