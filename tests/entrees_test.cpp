@@ -3,12 +3,14 @@
 #include <functional>
 #include <random>
 
-#include "rejeux.h"
+#include "scene.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using tests::fois;
 using tests::Issue;
+using tests::route;
 using tests::Terrain;
 using tests::tient_texte;
 
@@ -69,10 +71,20 @@ const Degat degats[] = {
      Vue::photo},
 };
 
-/// Walks over the screens with touches that may miss: the session answers each and goes on. At the end the main screen
-/// is on top, and not much was missed; or the terminal said why it stopped.
+/// Touches that may miss, on all the screens of an order's road, and what closes them again.
+const std::string promenade = R"(
+    Image2 > btc(5) > btc(5) > btc(3) > tape reseau > tape entree > btc(5) > btc(5) > btx(1)
+    g2 0 2 > btx(2) > g2 0 1 > g3 0 1 > g2 0 0 > g3 3 2 > g2 0 0 > g1 0 0 > g1 3 2 > attend 100 > g3 0 1 > g2 0 5 > g2 0 5
+    btc(3) > g2 0 1 > g2 0 1 > g2 0 0 > btx(1) > btx(1) > bt_droi > g1 1 0 > tape {x| > tape entree > g2 0 5
+    btx(2) > g2 0 5 > btx(3) > g2 0 5 > g2 0 1 > btx(1) > g2 0 5
+    g2 0 4 > g2 0 0 > g1 1 0 > g1 2 0 > tape entree > g2 0 5 > g2 0 3 > btc(2) > btc(5) > attend 1500 > logo
+)" + fois(5, "btc(3) > btc(5) > ttoc(57) > attend 1500 > g2 0 5\n") +
+                              "btc(3) > btc(3) > btc(5)";
+
+/// Walks over the screens: the session answers each touch and goes on. At the end the main screen is on top, or the
+/// terminal said why it stopped.
 void se_promene(const Terrain& t, Vue vue = Vue::rien) {
-    std::string commandes = tests::scenario("promenade.txt");
+    std::string commandes = tests::route(promenade);
     if (vue == Vue::photo) commandes = "capture debut.png\n" + commandes + "capture fin.png\n";
     t.pose("promenade.txt", commandes + "lit ecran\n");
     const Issue r = t.joue("", "--rejoue - <\"" + (t.chemin() / "promenade.txt").string() + "\"");
@@ -143,10 +155,9 @@ TEST(EntreesManquantes, LeTerminalDitCeQuiManque) {
         for (const Degat& d : degats) {
             if (std::string(d.nom) == c.degat) d.inflige(t, c.fichier);
         }
-        tient_texte(t, "verifie ecran mini_97\nverifie Label1 \"" + c.message +
-                           "\"\ntouche \"Fermer\"\nverifie ecran Form1\ntouche \"Sophie\"\n"
-                           "touche \"Table\"\ntouche g3 0 0\ntouche g1 0 0\ntouche \"Valider\"\n"
-                           "touche \"Note\"\ntouche \"Envoyer\"\ntouche \"Oui\"\nattend 1500\n");
+        tient_texte(t, route("Label1 = " + c.message +
+                             " > Fermer > Sophie > Table > g3 0 0 > g1 0 0 > Valider > Note > "
+                             "Envoyer > Oui > attend 1500"));
         const std::size_t attend = c.message == sans_reseau ? 1 : 0;
         EXPECT_EQ(t.fichiers(".", "-A-").size(), attend);
         EXPECT_EQ(t.fichiers("reseau", ".txt").size(), 1 - attend);
@@ -161,10 +172,9 @@ TEST(EntreesManquantes, UnMagasinQuiNeSOuvrePas) {
     fs::remove(t.chemin() / "wwinqx42.wdo");
     fs::create_directory(t.chemin() / "wwinqx42.wdo");
     for (int depart = 0; depart < 2; ++depart) {
-        tient_texte(t,
-                    "verifie ecran porpay\ntouche Image2\n"
-                    "verifie Label1 \"La résolution n'a pas pu être enregistrée !\"\ntouche \"Fermer\"\n"
-                    "verifie ecran Form1\nverifie police btx(1) 14\ntouche \"Sophie\"\n");
+        tient_texte(
+            t, route("verifie ecran porpay > Image2 > Label1 = La résolution n'a pas pu être enregistrée ! > Fermer > "
+                     "verifie police btx(1) 14 > Sophie"));
     }
     EXPECT_TRUE(fs::is_directory(t.chemin() / "wwinqx42.wdo"));
 }
@@ -193,14 +203,9 @@ TEST(EntreesEnormes, QuaranteMilleArticles) {
     Terrain t;
     t.restaurant();
     t.pose("reseau/worvalune.wdo", carte);
-    std::string suite;
-    for (int i = 0; i < 24; ++i) suite += "touche \"Suivant\"\n";
     tient_texte(t,
-                "touche \"Sophie\"\ntouche \"Familles\"\ntouche g3 0 0\ntouche \"Valider\"\ntouche \"Vins\"\n"
-                "verifie btx(1) \"Vin 2\"\n" +
-                    suite +
-                    "verifie label_bas \"Vins · 25 / 25\"\nverifie btx(12) \"Vin 36181\"\nverifie g2 0 1 \"\"\n"
-                    "touche btx(12)\nverifie Label3 \"1.50 \"\n");
+                route("Sophie > Familles > g3 0 0 > Valider > Vins > btx(1) = Vin 2 > " + fois(24, "Suivant > ") + R"(
+        label_bas = Vins · 25 / 25 > btx(12) = Vin 36181 > g2 0 1 = > btx(12) > Label3 = 1.50 )"));
 }
 
 /// Catalogues of random pieces of lines: whatever they hold, the screens go on.

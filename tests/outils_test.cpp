@@ -1,181 +1,234 @@
-// The toolbox: its rows and actions, what it writes, how it ends the program, and the screens that follow its settings.
+// The toolbox: its rows and actions, what it writes, how it ends the program; the colour chooser; the technician's
+// keys.
 #include <cstdlib>
 #include <filesystem>
 
-#include "data/etat.h"
+#include "config/ch_outils.h"
+#include "config/ggcoul.h"
+#include "dialogs/clav_num.h"
 #include "main_screen/attend_tempo.h"
-#include "platform/ecran/boucle.h"
+#include "platform/peinture/placement.h"
 #include "platform/systeme/fichiers.h"
-#include "rejeux.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
+#include "scene.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using tests::Terrain;
-using tests::tient;
+using tests::fois;
+using tests::route;
 using tests::tient_texte;
 
-class Outils : public testing::Test {
+const std::string garde = "attend 300 > ", ferme = "g2 0 5";
+
+class Outils : public tests::Scene {
   protected:
-    Terrain t;
-    Outils() { t.restaurant(); }
-    /// Without the code prompt, from the home page.
-    void sans_mot_de_passe() { t.regle(200, "OUI"); }
-    std::string record(int n) { return t.lis("wwinqx42.wdo").substr(static_cast<std::size_t>(n - 1) * 20, 20); }
+    /// Without the code prompt.
+    Outils() { static_cast<void>(reglages::ecrit(reglages::sans_mot_de_passe, "OUI")); }
+    /// Cases of a row: what it is touched for, and the record that it edits.
+    void rangee(int n, int record, const std::vector<tests::Cas>& cas) const {
+        for (const tests::Cas& c : cas) {
+            const std::string etapes = garde + "g1 " + std::to_string(n) + " 0 > " + c.etapes + " > " + ferme;
+            reglent(record, ch_outils::montre_ch_outils, {{c.avant, etapes, c.apres}});
+        }
+    }
+    /// The row closes the files and hands over to another program.
+    void passe_la_main(int n, const std::string& question, const std::string& programme) const {
+        const std::string touche = garde + "g1 " + std::to_string(n) + " 0 > Label1 = " + question + " > ";
+        joue(ch_outils::montre_ch_outils, touche + "Non > verifie ecran ch_outils > " + ferme);
+        arrete(ch_outils::montre_ch_outils, touche + "Oui");
+        EXPECT_NE(processus::derniere_commande().find(programme), std::string::npos);
+        EXPECT_TRUE(reglages::ouvre());
+    }
 };
 
-const std::string ouvre = "touche btx(2)\ntouche logil\nverifie ecran ch_outils\nattend 300\n";
-
-TEST_F(Outils, LesRangeesEtLaBarre) {
-    tient(t, "outils.txt");
-    EXPECT_EQ(record(25), "#I#12               ");
-    EXPECT_EQ(record(7), "#I#                 ");
-    EXPECT_EQ(record(20), "#I#34               ");
-    EXPECT_EQ(record(50), "#I#4                ");
-    EXPECT_EQ(record(3), "#I#60               ");
-    EXPECT_EQ(record(55), "OUI                 ");
-    EXPECT_EQ(record(200), "OUI                 ");
-    EXPECT_EQ(record(201), "NON                 ");
-    EXPECT_EQ(record(2), "#I#0:00554:00770    ");
+TEST_F(Outils, LesRangeesEtLaGarde) {
+    joue(ch_outils::montre_ch_outils, R"(
+        label_haut = Boite à Outils > label_bas = Manier avec précautions > verifie lignes g1 42 > sans Command111
+        g1 0 0 =  Grille générale d'affichage > verifie couleur g1 0 0 FFE0C0 > g1 0 4 = > g1 1 0 =  Nb de colonnes
+        g1 1 1 = 12 > g1 1 4 = #SW42#25 > g1 1 5 = Entrez le nb de colonnes > g1 28 1 = > g1 41 4 = #MAJJ#
+        # Too early, and on a heading, a touch does nothing.
+        g1 1 0 > verifie ecran ch_outils > attend 299 > g1 1 0 > attend 1 > g1 0 0 > verifie ecran ch_outils
+        # Ten rows are in view and passed at a time, the last page is full.
+        Haut > Nb de colonnes > attend 100 > tape echappement > Bas > Largeur touches familles > attend 100
+        tape echappement > Grosseur ecriture Note > attend 100 > tape echappement > Bas > Bas > Bas > Gestion des couleurs
+        tape echappement > g2 0 5)");
 }
 
-/// The store keeps 17 characters of a value: what is longer is refused and told, never cut.
-TEST_F(Outils, UneValeurTropLongueEstRefusee) {
-    sans_mot_de_passe();
-    const std::string trop =
-        "verifie Label1 \"Valeur trop longue (17 caractères au plus), le réglage reste ce qu'il était !\"\n"
-        "touche btc(5)\nverifie ecran ch_outils\n";
-    tient_texte(t, ouvre + "touche g1 1 0\nattend 100\ntape \"3456789012345678\"\ntouche \"Valider\"\n" + trop +
-                       "verifie g1 1 1 \"12\"\ntouche g1 30 0\nattend 100\ntape \"345678901234567890\"\n"
-                       "touche \"Valider\"\n" +
-                       trop +
-                       "touche g1 1 0\nattend 100\ntape \"345678901234567\"\ntouche \"Valider\"\n"
-                       "verifie ecran ch_outils\nverifie g1 1 1 \"12345678901234567\"\n");
-    EXPECT_EQ(record(25), "#I#12345678901234567");
-    EXPECT_EQ(record(50), "#I#1                ");
+TEST_F(Outils, LesValeurs) {
+    const std::string dix_sept = "12345678901234567";
+    rangee(
+        1, 25,
+        {{"#I#12", "attend 100 > Label2 = Entrez le nb de colonnes > Label5 = 12 > C > Valider > g1 1 1 = 1", "#I#1"},
+         {"#I#12", "attend 100 > tape 5 > tape echappement > g1 1 1 = 12", "#I#12"},
+         {"#I#1", "attend 100 > tape 234567890123456 > tape 7 > Valider > g1 1 1 = " + dix_sept, "#I#" + dix_sept},
+         {"#I#12",
+          "attend 100 > tape 3456789012345678 > Valider > Label1 = Valeur trop longue (17 caractères au plus), "
+          "le réglage reste ce qu'il était ! > btc(5) > g1 1 1 = 12",
+          "#I#12"}});
+    rangee(
+        16, 7,
+        {{"#I#2", "attend 100 > Label2 = valeur :  Hauteur touches Serveur > Effacer > Valider > g1 16 1 = ", "#I#"}});
+    rangee(9, 20,
+           {{"#I#18",
+             "attend 100 > Label2 = valeur :  Grosseur ecriture Famille > g3 2 2 = 54 > 34 > Valider > g1 9 1 = 34",
+             "#I#34"}});
+    rangee(30, 50,
+           {{"#I#1",
+             "attend 100 > Effacer > tape 4 > Valider > Label1 = Verification Boite de dialogue ! > "
+             "verifie police Label1 31 > Fermer > g1 30 1 = 4",
+             "#I#4"},
+            {"#I#1", "attend 100 > tape 234567890123456789 > Valider > verifie police Label1 24 > Fermer", "#I#1"}});
+    rangee(28, 55,
+           {{"", "Label1 =  Vérification du N° de table > Oui > g1 28 1 = OUI", "OUI"},
+            {"OUI", "Non > g1 28 1 = NON", "NON"},
+            {"OUI", "btc(5) > g1 28 1 = NON", "NON"}});
+    rangee(35, 201, {{"OUI", "Non", "NON"}});
 }
 
 /// However wide the screen, the rows have letters of one size, at which no label is cut; the size asked for where it
-/// fits.
+/// fits. Two keys change it, within bounds.
 TEST_F(Outils, LesRangeesOntUneSeuleTaille) {
-    sans_mot_de_passe();
+    reglent(reglages::police_outils, ch_outils::montre_ch_outils,
+            {{"#I#20", "g2 0 3 > verifie police g1 20 > g2 0 4 > verifie police g1 22 > " + ferme, "#I#22"},
+             {"#I#22", "g2 0 3 > g2 0 3 > " + ferme, "#I#20"},
+             {"#I#58", "g2 0 4 > g2 0 4 > verifie police g1 60 > " + ferme, "#I#60"}});
     const struct {
-        const char *resolution, *voulue, *montree;
-    } cas[] = {
-        {"#I#0:01280:00770", "#I#20", "20"}, {"#I#0:01280:00770", "#I#60", "48"}, {"#I#0:00554:00770", "#I#60", "18"}};
+        int largeur;
+        const char* voulue;
+        int montree;
+    } cas[] = {{1280, "#I#20", 20}, {1280, "#I#60", 48}, {554, "#I#60", 18}};
     for (const auto& c : cas) {
-        SCOPED_TRACE(std::string(c.resolution) + " " + c.voulue);
-        t.regle(2, c.resolution);
-        t.regle(3, c.voulue);
-        std::string verifie;
-        for (int l = 0; l < 42; ++l) {
-            for (const char* colonne : {" 0 ", " 1 "}) {
-                verifie += "verifie police g1 " + std::to_string(l) + colonne + c.montree + "\n";
-            }
-        }
-        tient_texte(t, ouvre + verifie);
+        SCOPED_TRACE(std::to_string(c.largeur) + " " + c.voulue);
+        ecran_de(c.largeur, 800);
+        static_cast<void>(reglages::ecrit(reglages::police_outils, c.voulue));
+        regarde(ch_outils::montre_ch_outils, [&](ecran::Forme& f) {
+            for (const ecran::Aspect& a : f("g1").grille.cellules)
+                EXPECT_TRUE(a.police == c.montree || a.police == 0) << a.texte;
+            EXPECT_EQ(f("g1").grille.cellule(41, 1).police, c.montree);
+        });
     }
 }
 
-TEST_F(Outils, UnMauvaisCodeNOuvrePas) {
-    tient_texte(t,
-                "touche btx(2)\ntouche logil\nattend 100\ntouche \"5\"\ntouche \"8\"\ntouche \"2\"\ntouche g2 0 5\n"
-                "verifie ecran Form1\n");
-}
-
+/// Left at either question, or with an empty answer, the program goes on; else it ends, for the next start to read.
 TEST_F(Outils, LaResolutionTapeeArreteLeProgramme) {
-    sans_mot_de_passe();
-    const std::string efface = "tape retour\ntape retour\ntape retour\ntape retour\ntape retour\n";
-    tient_texte(t, ouvre + "touche g1 33 0\nverifie ecran clavv\nverifie Text1 \"01280\"\n" + efface +
-                       "tape entree\nverifie ecran ch_outils\ntouche g1 33 0\n" + efface +
-                       "tape \"1024\"\ntape entree\nverifie Text1 \"00770\"\n" + efface +
-                       "tape entree\nverifie ecran ch_outils\n");
-    // Left with "Annuler", at either question: the program goes on, whatever was typed.
-    tient_texte(t, ouvre + "touche g1 33 0\n" + efface +
-                       "tape \"1024\"\ntouche \"Annuler\"\nverifie ecran ch_outils\ntouche g1 33 0\n" + efface +
-                       "tape \"1024\"\ntape entree\ntape \"9\"\ntouche ttoc(57)\nverifie ecran ch_outils\n");
-    EXPECT_EQ(record(2), "#I#0:01280:00770    ");
-    tient_texte(t, ouvre + "touche g1 33 0\n" + efface + "tape \"1024\"\ntape entree\n" + efface +
-                       "tape \"768 points\"\ntape entree\nverifie arret\n");
-    EXPECT_EQ(record(2), "#I#0:01024:00768    ");
-}
-
-TEST_F(Outils, LaResolutionTapeeSurLaFormeCourte) {
-    sans_mot_de_passe();
-    t.regle(2, "#I#101024:00768");
-    tient_texte(t, ouvre + "touche g1 33 0\nverifie Text1 \"1024:\"\ntouche ttoc(14)\ntape \"1280\"\ntape entree\n" +
-                       "verifie Text1 \"0768 \"\ntouche ttoc(14)\ntape \"800\"\ntape entree\nverifie arret\n");
-    EXPECT_EQ(record(2), "#I#1001280000800    ");
+    constexpr int record = reglages::record_resolution;
+    const std::string tape = garde + "g1 33 0 > ttoc(14) > tape 1024 > Valider > ";
+    rangee(33, record,
+           {{"#I#0:01280:00770",
+             "Text1 = 01280 > ttoc(14) > Valider > g1 33 0 > tape 9 > Annuler > g1 33 0 > ttoc(14) > tape 1024 > "
+             "Valider > Text1 = 00770 > ttoc(14) > Valider > g1 33 0 > ttoc(14) > tape 1024 > Valider > tape 9 > "
+             "ttoc(57) > verifie ecran ch_outils",
+             "#I#0:01280:00770"}});
+    arrete(ch_outils::montre_ch_outils, tape + "ttoc(14) > tape 768 points > Valider");
+    EXPECT_EQ(reglage(record), "#I#0:01024:00768    ");
+    static_cast<void>(reglages::ecrit(record, "#I#101024:00768"));
+    arrete(ch_outils::montre_ch_outils,
+           garde +
+               "g1 33 0 > Text1 = 1024: > ttoc(14) > tape 1280 > Valider > Text1 = 0768  > "
+               "ttoc(14) > tape 800 > Valider");
+    EXPECT_EQ(reglage(record), "#I#1001280000800    ");
+    // The picture of a format closes the toolbox.
+    reglent(record, ch_outils::montre_ch_outils, {{"#I#0:01280:00770", "g2 0 0 > Image1", "#I#0:00554:00770"}});
 }
 
 TEST_F(Outils, LaReconnexionEtLaMiseAJourPassentLaMain) {
-    sans_mot_de_passe();
-    tient_texte(t, ouvre + "touche g1 34 0\ntouche \"Oui\"\nverifie arret\nverifie lance \"orvapara.exe\"\n");
-    tient_texte(t, ouvre +
-                       "touche g1 41 0\n"
-                       "verifie Label1 \"Confirmez la mise à jour de Win_Orvalune,  le logiciel va être fermé et "
-                       "vous devrez le relancer aprés la mise à jour ?\"\n"
-                       "touche \"Oui\"\nverifie arret\nverifie lance \"iexplore.exe \"\nverifie lance "
-                       "\"majwolu.exe\"\n");
+    passe_la_main(34, "Confirmez la reconnexion de la tablette au réseau serveur ?", "orvapara.exe");
+    const std::string question =
+        "Confirmez la mise à jour de Win_Orvalune,  le logiciel va être fermé et vous devrez le relancer aprés la mise "
+        "à jour ?";
+    passe_la_main(41, question, "iexplore.exe https://www.orvalune.example/majwolu.exe");
 }
 
-const std::string identifie =
-    "touche g1 39 0\nverifie Label1 \"Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK'\"\n"
-    "touche btc(5)\n";
-
-TEST_F(Outils, LIdentificationArriveDansLeRepertoire) {
-    sans_mot_de_passe();
-    tient_texte(t, ouvre + identifie +
-                       "verifie Label1 \"Envoi du code d'identification effectué !\"\ntouche btc(5)\n"
-                       "verifie ecran ch_outils\n");
-    const auto fichiers = t.fichiers("reseau", ".txt");
-    ASSERT_EQ(fichiers.size(), 1U);
-    EXPECT_EQ(fichiers[0].substr(0, 19), "00_00_0_19-05-2021-");
-    const std::string contenu = t.lis("reseau/" + fichiers[0]);
-    EXPECT_EQ(contenu.size(), 16U);
-    EXPECT_EQ(contenu.substr(0, 4), "#ID#");
+/// What the store cannot take is told.
+TEST_F(Outils, UnReglageQuiNeSEcritPas) {
+    reglages::ferme();
+    fs::remove("wwinqx42.wdo");
+    fs::create_directory("wwinqx42.wdo");
+    const std::string refus = "Label1 = Le réglage n'a pas pu être enregistré ! > btc(5) > ";
+    joue(ch_outils::montre_ch_outils, garde + "g1 1 0 > attend 100 > tape 2 > Valider > " + refus +
+                                          "g1 1 1 = > g1 35 0 > Oui > " + refus + "g1 35 1 = > " + ferme);
+    joue(ggcoul::montre_ggcoul,
+         "g1 0 2 > g2 0 5 > Label1 = Les couleurs n'ont pas pu être enregistrées ! > btc(5) > g2 0 0 > Oui > "
+         "Label1 = Les couleurs n'ont pas pu être enregistrées ! > btc(5) > g2 0 4");
 }
+
+/// The code opens the toolbox, nothing else does; the wait for the network, broken off, makes no new attempt.
+TEST_F(Outils, LesTouchesDuTechnicien) {
+    terrain.regle(200, "");
+    const std::string code = "logil > attend 100 > 5 > 8 > 2 > ";
+    tient_texte(terrain,
+                route("btx(2) > sans Command2 > " + code + "Valider > verifie ecran Form1 > " + code + R"(6 > Valider
+        verifie ecran ch_outils > g2 0 5 > reseau absent > logo > tient logoserv 2000 > btc(3) > tient label_haut 2000
+        avec Command1 > tient logoserv 2000 > verifie ecran attend_tempo > reseau present > p11 > g2 0 4 = En attente
+        reseau absent > tient logoserv 2000 > attend 7000 > reseau present > attend 1000 > g2 0 4 = Envoyer
+        Page 1 > Label_num = 1 > Command3 > Label_num = 0 > Command1 > verifie ecran w_prog > Command1
+        Command4 > verifie ecran clavv > tape entree > Command5 > verifie ecran eta_com > g2 0 5
+        Command6 > verifie ecran menufor > g2 0 5 > Command7 > verifie ecran sai_menu > label_bas > Non)"));
+    tient_texte(terrain, route("btx(2) > verifie ecran Form1 > Command2") + "verifie arret\n", "--service");
+    EXPECT_FALSE(terrain.existe("prov.txt"));
+}
+
+TEST_F(Outils, LAttenteDuReseauCompteEtSeReferme) {
+    joue(attend_tempo::montre_attend_tempo, R"(
+        Label1 = Impossible de se connecter au réseau, un nouvel essai sera fait dans         secondes... > Label2 = 5
+        Label4 = 5 > sans Label2 > attend 999 > Label4 = 5 > attend 1 > Label4 = 4 > attend 3000 > Label4 = 1 > sans Label3
+        attend 1000 > Label2 = 0 > Label4 = - > Label3 = Nouvelle tentative de connexion > avec Label3 > attend 1000
+        Label4 = - > attend 1999 > verifie ecran attend_tempo > attend 1)");
+    EXPECT_FALSE(attend_tempo::abandon);
+    joue(attend_tempo::montre_attend_tempo, "attend 2000 > p11");
+    EXPECT_TRUE(attend_tempo::abandon);
+}
+
+class Identification : public Outils {
+  protected:
+    const std::string identifie =
+        "g1 39 0 > Label1 = Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK' > btc(5) > ";
+    const std::string fait = "Label1 = Envoi du code d'identification effectué ! > btc(5) > ";
+    const std::string echec = "Label1 = Le code d'identification n'a pas pu être envoyé ! > btc(5) > ";
+    void envoie(const std::string& etapes) const {
+        for (const auto& f : terrain.fichiers("reseau", ".txt"))
+            fs::remove(terrain.reseau() / f);  // of the same second
+        tient_texte(terrain, route("btx(2) > logil > " + garde + etapes));
+    }
+};
 
 /// The answer is told on whatever screen is open by then, whose own question goes on; and what arrives past the time
 /// allowed is told too.
-TEST_F(Outils, UneIdentificationTardiveEstDiteOuQueLOnSoit) {
-    sans_mot_de_passe();
-    const std::string echec = "verifie Label1 \"Le code d'identification n'a pas pu être envoyé !\"\ntouche btc(5)\n";
-    const std::string fait = "verifie Label1 \"Envoi du code d'identification effectué !\"\ntouche btc(5)\n";
-    const auto joue = [&](const std::string& suite) {
-        for (const auto& f : t.fichiers("reseau", ".txt")) std::filesystem::remove(t.reseau() / f);  // same second
-        tient_texte(t, ouvre + suite);
-    };
-    joue("reseau absent\n" + identifie + echec);
-    joue("reseau lent 3000\n" + identifie + "verifie ecran ch_outils\ntouche g1 1 0\nattend 4000\n" + fait +
-         "verifie ecran clav_num\nverifie Label5 \"12\"\ntouche \"Valider\"\nverifie g1 1 1 \"12\"\n");
-    joue("reseau lent 3000\n" + identifie + "touche g1 36 0\nattend 4000\n" + fait +
-         "touche \"Oui\"\nverifie g1 36 1 \"OUI\"\n");
-    joue("reseau lent 3000\n" + identifie + "touche g2 0 5\nattend 4000\n" + fait + "verifie ecran Form1\n");
-    joue("reseau lent 12000\n" + identifie + "attend 10000\n" + echec + "attend 2000\n" + fait +
-         "verifie ecran ch_outils\n");
+TEST_F(Identification, ElleArriveEtSeDitOuQueLOnSoit) {
+    envoie(identifie + fait + "verifie ecran ch_outils");
+    const auto fichiers = terrain.fichiers("reseau", ".txt");
+    ASSERT_EQ(fichiers.size(), 1U);
+    EXPECT_TRUE(fichiers[0].starts_with("00_00_0_19-05-2021-")) << fichiers[0];
+    EXPECT_TRUE(terrain.lis("reseau/" + fichiers[0]).starts_with("#ID#"));
+    EXPECT_EQ(terrain.lis("reseau/" + fichiers[0]).size(), 16U);
+
+    envoie("reseau absent > " + identifie + echec + "verifie ecran ch_outils");
+    const std::string lente = "reseau lent 3000 > " + identifie;
+    envoie(lente + "g1 1 0 > attend 4000 > " + fait + "verifie ecran clav_num > Label5 = 12 > Valider > g1 1 1 = 12");
+    envoie(lente + "g1 36 0 > attend 4000 > " + fait + "Oui > g1 36 1 = OUI");
+    envoie(lente + "g2 0 5 > attend 4000 > " + fait + "verifie ecran Form1");
+    envoie("reseau lent 12000 > " + identifie + "attend 10000 > " + echec + "attend 2000 > " + fait +
+           "verifie ecran ch_outils");
 }
 
 /// On Windows the records go to a fixed directory of drive C: only the emulator's drive is a test's to write to.
 class Releve : public Outils {
   protected:
-    const fs::path maintenance = t.chemin() / fs::path(fichiers::repertoire_maintenance);
-    const fs::path fichier = maintenance / "dupm42tab.txt";
+    const fs::path maintenance = fichiers::repertoire_maintenance, fichier = maintenance / "dupm42tab.txt";
 
     void SetUp() override {
-        if (fs::path(fichiers::repertoire_maintenance).is_absolute() && std::getenv("WINEPREFIX") == nullptr)
+        if (maintenance.is_absolute() && std::getenv("WINEPREFIX") == nullptr)
             GTEST_SKIP() << "not an emulator's drive";
         emporte();
-        sans_mot_de_passe();
     }
     void TearDown() override { emporte(); }
-    void tient_releve(const std::string& suite) const {
-        tient_texte(t, ouvre +
-                           "verifie visible Command111 non\ntient label_haut 2000\n"
-                           "verifie visible Command111 oui\ntouche Command111\n" +
-                           suite);
+    void releve(const std::string& suite) const {
+        arrete(ch_outils::montre_ch_outils,
+               garde + "sans Command111 > tient label_haut 2000 > avec Command111 > Command111" + suite);
+        etat::service = false;
     }
-
     void emporte() const {
         std::error_code ignoree;
         fs::remove(fichier, ignoree);
@@ -185,116 +238,106 @@ class Releve : public Outils {
 
 /// One test, since the directory is the same for all that run at a time.
 TEST_F(Releve, EcritMilleRecordsOuDitQuIlNePeut) {
-    tient_releve("verifie arret\n");
-    const std::string releve = t.lis(fichier.string());
-    ASSERT_EQ(releve.size(), 1000U * 29U);
-    EXPECT_EQ(releve.substr(29, 29), "0002 : #I#0:01280:00770    \r\n");
-    EXPECT_EQ(releve.substr(199 * 29, 29), "0200 : OUI                 \r\n");
+    releve("");
+    const std::string releve_ecrit = terrain.lis(fs::absolute(fichier).string());
+    ASSERT_EQ(releve_ecrit.size(), 1000U * 29U);
+    EXPECT_EQ(releve_ecrit.substr(29, 29), "0002 : #I#0:01280:00770    \r\n");
+    EXPECT_EQ(releve_ecrit.substr(199 * 29, 29), "0200 : OUI                 \r\n");
 
     emporte();
     fs::create_directories(fichier);
-    tient_releve("verifie Label1 \"Le relevé des réglages n'a pas pu être écrit !\"\ntouche btc(5)\nverifie arret\n");
+    releve(" > Label1 = Le relevé des réglages n'a pas pu être écrit ! > btc(5)");
     EXPECT_TRUE(fs::is_directory(fichier));
 }
 
-TEST_F(Outils, LAttenteDuReseauCompteEtSeReferme) {
-    tient(t, "attend_tempo.txt");
-}
-
-/// Looks at the box of the wait once it is shown, then closes it.
-struct RegardSurLAttente final : ecran::Pilote {
-    int largeur, hauteur;  ///< of the screen, pixels
-    RegardSurLAttente(int l, int h) : largeur(l), hauteur(h) {}
-    ecran::Evenement prochain() override {
-        ecran::Forme& f = *ecran::forme_du_dessus();
-        EXPECT_EQ(f.nom, "attend_tempo");
-        constexpr int px = ecran::twips_par_pixel;
-        EXPECT_GE(f.cadre.haut, ecran::hauteur_bandeau) << "the service pictures stay in view";
-        EXPECT_LE(f.cadre.bas(), hauteur * px);
-        EXPECT_GE(f.cadre.gauche, 0);
-        EXPECT_LE(f.cadre.droite(), largeur * px);
-        int bas = 0;
-        for (const char* nom : {"Label1", "Label4", "Label3", "p11"}) {
-            EXPECT_GE(f(nom).cadre.haut, bas) << nom << " lies upon the part above it";
-            bas = f(nom).cadre.bas();
-        }
-        EXPECT_LT(bas, f.cadre.hauteur);
-        EXPECT_GE(f("p11").cadre.hauteur, 54 * px) << "a finger would miss it";
-        f.ferme();
-        return {};
+class Couleurs : public Outils {
+  protected:
+    void regle(std::initializer_list<std::pair<int, const char*>> records) const {
+        for (const auto& [n, valeur] : records) static_cast<void>(reglages::ecrit(n, valeur));
+    }
+    void est_regle(std::initializer_list<std::pair<int, const char*>> records) const {
+        for (const auto& [n, valeur] : records) EXPECT_EQ(reglages::texte(n), valeur) << n;
     }
 };
 
-TEST(Attente, RienNeSeRecouvreSurUnPetitEcran) {
-    const auto largeur = etat::largeur_ecran, hauteur = etat::hauteur_ecran;
-    for (const auto& [l, h] : {std::pair(320, 440), {440, 320}, {480, 464}, {800, 480}, {554, 770}, {1280, 770}}) {
-        SCOPED_TRACE(std::to_string(l) + " x " + std::to_string(h));
-        RegardSurLAttente regard(l, h);
-        etat::largeur_ecran = l;
-        etat::hauteur_ecran = std::max(h, 440);  // no form is lower, even on a lower screen
-        ecran::ouvre_ecran(ecran::cree_fenetre_muette(l, h), &regard);
-        attend_tempo::montre_attend_tempo();
-        ecran::ferme_ecran();
-    }
-    etat::largeur_ecran = largeur;
-    etat::hauteur_ecran = hauteur;
-}
-
-TEST_F(Outils, LesPetitsBoutonsDuTechnicien) {
-    tient(t, "petits_boutons.txt", "--service");
-    EXPECT_FALSE(t.existe("prov.txt"));
-    EXPECT_EQ(t.joue("touche btx(2)\ntouche Command2\n").statut, 2);
-}
-
-TEST_F(Outils, LesCouleursSeChoisissentEtSeRemettent) {
-    sans_mot_de_passe();
-    t.regle(1733, "#I#7");
-    t.regle(1749, "#I#8");
-    t.regle(1720, "#I#9");
-    tient(t, "couleurs.txt");
-    EXPECT_EQ(record(1701), "#I#0                ");
-    EXPECT_EQ(record(1702), "#I#2980057          ");  // D9782D with red in the low byte
-    EXPECT_EQ(record(1712), "#I#16777215         ");
-    EXPECT_EQ(record(1708), "#I#11039295         ");
-    EXPECT_EQ(record(1703), std::string(20, ' '));
-    tient_texte(t, ouvre +
-                       "touche g1 32 0\ntouche \"Par défaut\"\ntouche \"Non\"\nverifie couleur btx(2) D9782D\n"
-                       "touche \"Par défaut\"\ntouche \"Oui\"\nverifie couleur btx(2) 1F2A36\n"
-                       "touche \"Valider\"\ntouche g2 0 5\nverifie couleur label_haut 1F2A36\n"
-                       "verifie couleur g2 0 0 1F2A36\n");
-    for (const int n : {1701, 1702, 1708, 1712, 1733, 1749}) EXPECT_EQ(record(n), std::string(20, ' ')) << n;
-    EXPECT_EQ(record(1720), "#I#9                ");
+TEST_F(Couleurs, SeChoisissentEtSeRemettent) {
+    regle({{1733, "#I#7"}, {1749, "#I#8"}, {1720, "#I#9"}});
+    joue(ggcoul::montre_ggcoul, R"(
+        label_haut = Choix des couleurs > verifie couleur btx(1) 1F2A36 > verifie couleur btx(5) 23704F
+        verifie couleur btx(8) B95A86 > sans Label5 > btx(2) > g1 0 2 > verifie couleur btx(2) D9782D
+        verifie couleur Label2 D9782D > verifie image g1 0 2 101 > sans Label5
+        bt_coul(1) > g1 0 0 > Label4 = Contraste 3.14 : 1 > avec Label5
+        # Hue and lightness; black, white and grey get a middle colour, so that the hue is seen.
+        bt_coul(0) > btx(1) > g1 1 5 > teinte 0 30 > verifie couleur btx(1) 26D92B > clarte 0 89
+        verifie couleur btx(1) FDFFFD > clarte 0 0 > verifie couleur btx(1) 000200 > teinte 0 0 > verifie couleur btx(1) D92A26
+        btx(9) > clarte > Annuler)");
+    est_regle({{1701, ""}, {1702, ""}, {1712, ""}, {1709, ""}});
+    joue(ggcoul::montre_ggcoul, R"(
+        verifie couleur btx(1) 1F2A36 > g1 1 5 > btx(2) > g1 0 2 > bt_coul(1) > g1 0 0 > btx(8) > bt_coul(0) > g1 1 0
+        g2 0 5)");
+    est_regle({{1701, "#I#0"}, {1702, "#I#2980057"}, {1712, "#I#16777215"}, {1708, "#I#11039295"}, {1703, ""}});
+    joue(ch_outils::montre_ch_outils,
+         "verifie couleur label_haut 000000 > verifie couleur g2 0 0 D9782D > attend 300 > g1 32 0 > "
+         "btx(3) > g1 0 2 > g2 0 5 > g1 1 0 > attend 100 > verifie couleur g3 0 0 D9782D > "
+         "verifie couleur g2 0 5 23704F > Valider > g2 0 5");
+    joue(ggcoul::montre_ggcoul,
+         "g2 0 0 > Non > verifie couleur btx(2) D9782D > g2 0 0 > Oui > verifie couleur btx(2) 1F2A36 > g2 0 5");
+    est_regle({{1701, ""}, {1702, ""}, {1703, ""}, {1708, ""}, {1712, ""}, {1733, ""}, {1749, ""}, {1720, "#I#9"}});
 }
 
 /// A text colour that cannot be told from its ground is announced, and the example shows what screens put instead. A
-/// contrast just below the one wanted is not written as reached, and warned of.
-TEST_F(Outils, LExempleMontreCeQueLesEcransPeignent) {
-    sans_mot_de_passe();
-    t.regle(1701, "#I#7829367");   // 777777
-    t.regle(1711, "#I#16777215");  // 4.478 : 1
-    t.regle(1702, "#I#8289626");   // 5A7D7E: 4.497 : 1
-    t.regle(1712, "#I#16777215");
-    t.regle(1703, "#I#7763574");  // 767676: 4.542 : 1
-    t.regle(1713, "#I#16777215");
-    tient_texte(t, ouvre +
-                       "touche g1 32 0\nverifie Label4 \"Contraste 4.47 : 1\"\nverifie visible Label5 oui\n"
-                       "verifie Label5 \"Texte peu lisible : il faut au moins 4.5 : 1\"\ntouche btx(2)\n"
-                       "verifie Label4 \"Contraste 4.49 : 1\"\nverifie visible Label5 oui\ntouche btx(3)\n"
-                       "verifie Label4 \"Contraste 4.54 : 1\"\nverifie visible Label5 non\ntouche bt_coul(0)\n"
-                       "touche g1 0 2\ntouche bt_coul(1)\ntouche g1 0 2\nverifie image g1 0 2 101\n"
-                       "verifie Label4 \"Contraste 1.00 : 1\"\nverifie visible Label5 oui\n"
-                       "verifie Label5 \"Texte illisible : une autre couleur le remplace\"\n");
+/// contrast just below the one wanted is not written as reached, and warned of: 777777, 5A7D7E, 767676 under white.
+TEST_F(Couleurs, LExempleMontreCeQueLesEcransPeignent) {
+    regle({{1701, "#I#7829367"}, {1702, "#I#8289626"}, {1703, "#I#7763574"}});
+    for (const int n : {1711, 1712, 1713}) regle({{n, "#I#16777215"}});
+    joue(ggcoul::montre_ggcoul, R"(
+        Label4 = Contraste 4.47 : 1 > avec Label5 > Label5 = Texte peu lisible : il faut au moins 4.5 : 1
+        btx(2) > Label4 = Contraste 4.49 : 1 > avec Label5 > btx(3) > Label4 = Contraste 4.54 : 1 > sans Label5
+        bt_coul(0) > g1 0 2 > bt_coul(1) > g1 0 2 > verifie image g1 0 2 101 > Label4 = Contraste 1.00 : 1 > avec Label5
+        Label5 = Texte illisible : une autre couleur le remplace > g2 0 4)");
 }
 
-/// Whatever the colour records hold, the chooser opens and puts all in order again.
-TEST_F(Outils, DesCouleursInsensees) {
-    for (const char* valeur : {"#I#0", "#I#-5", "#I#99999999999", "#I#rouge", "#I#16777215", "OUI"}) {
+/// The manager's colours on a key: a text that can be told from its ground is his own, another is replaced by one that
+/// can be read.
+TEST_F(Couleurs, UneEncreTropProcheDuFondEstRemplacee) {
+    constexpr int remplacee = ecran::sans_couleur;
+    const struct {
+        const char *fond, *encre;  ///< as stored, red in the low byte
+        int vu, ecrit;
+    } cas[] = {{"#I#3154905", "#I#3154905", 0xD92330, remplacee},
+               {"#I#2980057", "#I#16777215", 0xD9782D, 0xFFFFFF},
+               {"#I#0", "#I#1052688", 0x000000, remplacee},
+               {"#I#16777215", "#I#15790320", 0xFFFFFF, remplacee},
+               {"", "#I#16777215", 0xFFFFFF, remplacee},
+               {"", "#I#255", 0xFFFFFF, 0xFF0000},
+               {"#I#255", "", 0xFF0000, remplacee}};
+    for (const auto& c : cas) {
+        SCOPED_TRACE(std::string(c.fond) + " " + c.encre);
+        regle({{1703, c.fond}, {1713, c.encre}});
+        regarde([] { clav_num::demande("", "Combien ?"); },
+                [&](ecran::Forme& f) {
+                    const ecran::Teintes t = ecran::teintes(f("g3").grille.cellule(0, 0));
+                    EXPECT_EQ(t.fond, c.vu);
+                    EXPECT_TRUE(t.encre == c.ecrit || c.ecrit == remplacee);
+                    EXPECT_GE(ecran::contraste(t.fond, t.encre), c.ecrit == remplacee ? 4.5 : 2);
+                });
+    }
+}
+
+/// Whatever the settings hold, toolbox and colour chooser open, are read and closed, and put all in order again.
+TEST_F(Outils, DesReglagesInsenses) {
+    for (const char* valeur :
+         {"#I#0", "#I#-3", "#I#99999999999", "#I#abc", "#I#", "OUI", "\xFF\xFE\x01 #I#5", "#I#16777215"}) {
         SCOPED_TRACE(valeur);
-        for (int n = 1701; n <= 1749; ++n) t.regle(n, valeur);
-        sans_mot_de_passe();
-        tient_texte(t, ouvre +
-                           "touche g1 32 0\ntouche btx(4)\ntouche teinte\ntouche \"Valider\"\ntouche g1 32 0\n"
-                           "touche \"Par défaut\"\ntouche \"Oui\"\nverifie couleur btx(4) FFFFFF\n");
+        for (int n = 3; n <= 62; ++n) static_cast<void>(reglages::ecrit(n, valeur));
+        for (int n = 1701; n <= 1749; ++n) static_cast<void>(reglages::ecrit(n, valeur));
+        joue(
+            ch_outils::montre_ch_outils,
+            garde +
+                "g2 0 1 > g2 0 3 > g2 0 4 > g2 0 2 > g1 1 0 > attend 100 > Effacer > tape 12 > Valider > g1 1 1 = 12 > "
+                "g1 25 0 > attend 100 > 24 > Valider > g1 25 1 = 24 > g1 32 0 > btx(4) > teinte > g2 0 5 > g1 32 0 > "
+                "g2 0 0 > Oui > verifie couleur btx(4) FFFFFF > g2 0 5 > " +
+                ferme);
     }
 }
 

@@ -45,10 +45,6 @@ TEST_F(Route, LesPagesSousGroupesEtOutils) {
     tient(t, "navigation.txt");
 }
 
-TEST_F(Route, LeClavierEtSesTroisPages) {
-    tient(t, "clavier.txt", "--service");
-}
-
 TEST_F(Route, UneTabletteTourneeResteSousLeDoigt) {
     tient(t, "rotation.txt");
     EXPECT_EQ(taille_png(t.lis("debout_note.png")), std::pair(800, 770))
