@@ -56,6 +56,11 @@ class Tenu {
     HANDLE h_;
 };
 
+/// One order, by the worker's own function.
+Sort livre(const std::string& repertoire, const std::string& fichier) {
+    return livraison::livre({repertoire, "TABLETTE01"}, fichier).sort;
+}
+
 class Occupe : public tests::Atelier {
   protected:
     Occupe() {
@@ -97,9 +102,9 @@ TEST_F(Occupe, UnFichierTenuDansLeRepertoireReseauNEstNiEcraseNiPerdu) {
     terrain.pose("a_.-A-", "commande a");
     terrain.pose("reseau/a_.txt", "commande a");
     Tenu routeur("reseau/a_.txt");
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::tenue) << "nobody can tell whether it is the same order";
+    EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::tenue) << "nobody can tell whether it is the same order";
     routeur.lache();
-    EXPECT_EQ(livraison::livre("reseau", "a_.-A-"), Sort::livree);
+    EXPECT_EQ(livre("reseau", "a_.-A-"), Sort::deposee);
     EXPECT_EQ(livrees(), Noms{"a_.txt"});
 
     terrain.pose("worvalune.wdo", "ancien");
@@ -125,6 +130,7 @@ TEST_F(RestaurantTenu, CeQuiEstLivreNEstPasLivreParLeDepartSuivant) {
     tests::tient_texte(t, part);
     lecteur.lache();
     tests::tient_texte(t, part);
+    tests::tient_texte(t, part);
     EXPECT_TRUE(t.fichiers("reseau", ".txt").empty());
     EXPECT_TRUE(t.fichiers(".", "-").empty()) << "neither the order nor its mark";
 }
@@ -141,7 +147,7 @@ TEST_F(Occupe, UneMarqueIllisibleNEffaceRien) {
     autre.lache();
     passe();
     EXPECT_EQ(livrees(), Noms{"a_.txt"});
-    EXPECT_TRUE(terrain.fichiers(".", "-").empty());
+    EXPECT_EQ(terrain.fichiers(".", "-").size(), 1U) << "the text of the deposited order, and no mark";
 }
 
 /// The others go by; nobody touches the screen, and the order leaves as soon as its file is free.
@@ -256,7 +262,7 @@ TEST_F(Partage, ToutSeFaitParUnCheminReseau) {
     const std::string avant = fichiers::repertoire_courant();
     ASSERT_TRUE(fichiers::entre_dans(unc)) << "the working directory may be a share, too";
     EXPECT_EQ(fichiers::ecrit_tout("c.-A-", "c", Remplace::jamais), Issue::fait);
-    EXPECT_EQ(livraison::en_attente(), Noms{"c.-A-"});
+    EXPECT_EQ(livraison::liste_locale()->en_attente, Noms{"c.-A-"});
     EXPECT_EQ(fichiers::repertoire_courant(), unc);
     ASSERT_TRUE(fichiers::entre_dans(avant));
     EXPECT_EQ(fichiers::liste(unc, "*"), (Noms{"Test.res", "c.-A-"}));
@@ -265,16 +271,16 @@ TEST_F(Partage, ToutSeFaitParUnCheminReseau) {
 TEST_F(Partage, UnPartageQuiPartEntreDeuxCommandesLesFaitAttendre) {
     terrain.pose("a_.-A-", "a");
     terrain.pose("b_.-A-", "b");
-    EXPECT_EQ(livraison::livre(unc, "a_.-A-"), Sort::livree);
+    EXPECT_EQ(livre(unc, "a_.-A-"), Sort::deposee);
     const fs::path parti = vrai.parent_path() / "parti";
     fs::rename(vrai, parti);
     EXPECT_FALSE(livraison::ecrit_sonde(unc, 1, "19-05-2021"));
-    EXPECT_EQ(livraison::livre(unc, "b_.-A-"), Sort::reseau_perdu);
-    EXPECT_EQ(livraison::livre("\\\\serveur-inconnu\\carte", "b_.-A-"), Sort::reseau_perdu);
+    EXPECT_EQ(livre(unc, "b_.-A-"), Sort::reseau_perdu);
+    EXPECT_EQ(livre("\\\\serveur-inconnu\\carte", "b_.-A-"), Sort::reseau_perdu);
     EXPECT_FALSE(livraison::depose(unc, "c.txt", "c"));
     EXPECT_EQ(terrain.lis("b_.-A-"), "b");
     fs::rename(parti, vrai);
-    EXPECT_EQ(livraison::livre(unc, "b_.-A-"), Sort::livree);
+    EXPECT_EQ(livre(unc, "b_.-A-"), Sort::deposee);
     EXPECT_EQ(fichiers::liste(unc, "*"), (Noms{"a_.txt", "b_.txt"}));
 }
 
@@ -323,7 +329,7 @@ TEST_F(Profond, UnCheminPlusLongQueLesAppelsSimplesVautUnAutre) {
     ASSERT_TRUE(fichiers::entre_dans(presque)) << presque.size();
     const std::string long_nom = std::string(150, 'n') + ".-A-";
     EXPECT_EQ(fichiers::ecrit_tout(long_nom, "x", Remplace::jamais), Issue::fait);
-    EXPECT_EQ(livraison::en_attente(), Noms{long_nom});
+    EXPECT_EQ(livraison::liste_locale()->en_attente, Noms{long_nom});
     EXPECT_EQ(fichiers::supprime(long_nom), Issue::fait);
     ASSERT_TRUE(fichiers::entre_dans(avant));
 }

@@ -75,10 +75,11 @@ Marque marque_pour(std::string_view nom, const std::string& cle) {
     return {std::string(nom) + cle + std::string(fin_de_marque), std::string(nom), cle};
 }
 
-std::optional<Marque> lis_marque(const std::string& fichier) {
+std::optional<Marque> lis_marque(std::string_view fichier) {
     if (fichier.size() <= longueur_cle + fin_de_marque.size()) return std::nullopt;
     const std::size_t debut = fichier.size() - fin_de_marque.size() - longueur_cle;
-    return Marque{fichier, fichier.substr(0, debut), fichier.substr(debut, longueur_cle)};
+    return Marque{std::string(fichier), std::string(fichier.substr(0, debut)),
+                  std::string(fichier.substr(debut, longueur_cle))};
 }
 
 // --- one order -----------------------------------------------------------------------------------------------------
@@ -236,6 +237,11 @@ std::string nom_garde(std::string_view fichier) {
     const std::string_view debut = nom_de(fichier);
     return std::string(debut.size() <= chiffres_dossier + 1 ? ""
                                                             : debut.substr(0, debut.size() - chiffres_dossier - 1));
+}
+
+std::string nom_marque(std::string_view fichier) {
+    const auto m = lis_marque(fichier);
+    return m ? m->nom : "";
 }
 
 bool finit_par(std::string_view fichier, std::string_view fin) {

@@ -28,6 +28,8 @@ inline constexpr std::string_view fin_en_attente = "-A-",  ///< it waits in the 
 std::string_view nom_de(std::string_view fichier);
 /// The name of the order that a kept text belongs to; empty when it is none.
 std::string nom_garde(std::string_view fichier);
+/// The name of the order that a mark speaks of; empty when it is none.
+std::string nom_marque(std::string_view fichier);
 /// Whether the name of a file ends so; letter case is ignored.
 bool finit_par(std::string_view fichier, std::string_view fin);
 

@@ -86,6 +86,14 @@ std::optional<livraison::Local> regarde_ici() {
     return local;
 }
 
+/// Orders that an earlier run handed over and could not put away: their marks are there, and the list knows the rest.
+void retrouve_les_remises(const livraison::Local& local) {
+    for (const std::string& marque : local.marques) {
+        const std::string nom = livraison::nom_marque(marque);
+        if (suivi::est_deposee(nom)) connexion.remises.insert(nom);
+    }
+}
+
 /// Orders that this pass has not seen yet join those that it delivers.
 void complete_la_passe() {
     if (!std::exchange(passe_en_cours.a_completer, false)) return;
@@ -228,7 +236,7 @@ void livre(const std::string& fichier) {
 /// catalogue.
 void livre_la_suivante() {
     Passe& p = passe_en_cours;
-    if (etat::hors_ligne) return;
+    if (etat::hors_ligne || ouvrier::occupe()) return;  // a new pass has begun meanwhile
     if (!p.point_fait && point_necessaire()) return fait_le_point();
     complete_la_passe();
     if (!p.a_livrer.empty()) {
@@ -304,6 +312,7 @@ int commandes_en_attente() {
 
 void premiere_connexion() {
     connexion = {};
+    if (const auto local = livraison::liste_locale()) retrouve_les_remises(*local);
     connexion.au_demarrage = true;
     passe();
     if (ouvrier::occupe()) ouvrier::attends(attente_sonde_ms);

@@ -166,7 +166,13 @@ std::vector<Fichier> cherche_fichiers() {
     std::vector<Fichier> r;
     const auto local = livraison::liste_locale();
     if (!local) return r;
-    for (const auto& f : local->en_attente) r.push_back({std::string(livraison::nom_de(f)), f, Etat::en_attente});
+    for (const auto& f : local->en_attente) {
+        const std::string nom(livraison::nom_de(f));
+        const bool marquee = std::any_of(local->marques.begin(), local->marques.end(),
+                                         [&](const std::string& m) { return livraison::nom_marque(m) == nom; });
+        // Handed over, but its file could not be put away.
+        r.push_back({nom, f, marquee && est_deposee(nom) ? Etat::deposee : Etat::en_attente});
+    }
     for (const auto& f : local->gardees) r.push_back({livraison::nom_garde(f), f, Etat::deposee});
     for (const auto& f : local->a_verifier) r.push_back({std::string(livraison::nom_de(f)), f, Etat::a_verifier});
     std::sort(r.begin(), r.end(), [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });
@@ -204,6 +210,11 @@ void charge() {
 
 const std::vector<Ligne>& lignes() {
     return liste;
+}
+
+bool est_deposee(std::string_view nom) {
+    const Ligne* l = cherche(nom);
+    return l != nullptr && l->etat == Etat::deposee;
 }
 
 bool est_en_cours(std::string_view nom) {

@@ -42,6 +42,8 @@ void charge();
 /// Oldest first.
 const std::vector<Ligne>& lignes();
 
+/// Whether the list says that the order of that name has been deposited.
+bool est_deposee(std::string_view nom);
 /// Whether an order of that name is under way: written, and not known to be collected.
 bool est_en_cours(std::string_view nom);
 /// An order was written: a line for it, "en attente".
