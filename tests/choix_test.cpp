@@ -1,6 +1,4 @@
 // Remarks and courses between what is typed, the line that keeps them, and the order file.
-#include <random>
-
 #include "data/commande.h"
 #include "data/complements.h"
 #include "data/etat.h"
@@ -13,7 +11,6 @@ namespace {
 
 using tests::fois;
 using tests::page1252;
-using Remarques = std::vector<std::string>;
 
 TEST(Compositions, CeQuiEstLisibleEstLu) {
     const auto lus = [](const std::string& utf8) {
@@ -34,20 +31,6 @@ TEST(Compositions, CeQuiEstLisibleEstLu) {
     EXPECT_EQ(lus("Entrée"), "");
     const std::string ouvertes = fois(60000, "{{a##QUA:");
     EXPECT_EQ(lignes::composition(ouvertes), "a") << "many that never end";
-}
-
-/// What a router wrote around a label, control characters too, never makes a choice that cannot be taken back.
-TEST(Complements, UnChoixSeReprendToujours) {
-    for (const std::string libelle : {"Riz", " Riz ", "Riz\t", "\x01Riz \x1F", "{Riz}|"}) {
-        complements::prend("8880000000024  |DES:x");
-        complements::bascule(libelle);
-        EXPECT_TRUE(complements::est_pris(libelle)) << libelle;
-        EXPECT_TRUE(complements::est_marque(libelle)) << libelle;
-        complements::bascule(libelle);
-        EXPECT_FALSE(complements::est_pris(libelle)) << libelle;
-        EXPECT_EQ(lignes::validee(etat::texte_travail, 1, complements::rangs()),
-                  "8880000000024  |DES:x ##QUA:001.00##");
-    }
 }
 
 class Choix : public tests::Scene {};
@@ -74,56 +57,6 @@ TEST_F(Choix, ChaqueSigneDeLaPageReviendraInchange) {
     note({etat::texte_travail});
     EXPECT_NE(commande::contenu().find("#REF#8880000000024  {2.00}\r\n#COMP#" + comp + "\r\n#NOTE#\r\n"),
               std::string::npos);
-}
-
-/// Whatever a waiter types or a catalogue holds, the order file reads block by block, and its remarks are those taken.
-TEST(Commandes, LeFichierSeLitToujours) {
-    std::mt19937 hasard(98);
-    const auto tire = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(hasard); };
-    const std::string_view morceaux[] = {
-        "{",   "}",     "|",   "{{",  "}}",    "##QUA:005.00##", "FA2:99", "|FA2:98|", "|DES:", "|PVE:9.50",
-        "Ð"_t, "|¤¤"_t, "µ"_t, "¦"_t, "#REF#", "#COMP#",         "#NOTE#", "\t",       "é"_t,   "8880000000024  ",
-        " "};
-    const auto texte_au_hasard = [&] {
-        std::string r;
-        for (std::size_t k = tire(8); k > 0; --k) r += morceaux[tire(std::size(morceaux))];
-        return r;
-    };
-    for (int tour = 0; tour < 3000; ++tour) {
-        complements::prend("8880000000024  |DES:x" + texte_au_hasard());
-        const std::string article = etat::texte_travail;
-        for (std::size_t k = tire(4); k > 0; --k) complements::bascule(texte_au_hasard());
-        complements::pose(tire(20), texte_au_hasard());
-        Remarques prises;
-        for (const std::string& r : complements::rangs()) {
-            if (!texte::rogne(r).empty()) prises.emplace_back(texte::rogne(r));
-        }
-        const std::string ligne = lignes::validee(article, 3, complements::rangs());
-        ASSERT_EQ(lignes::segments(ligne), prises) << ligne;
-        ASSERT_EQ(lignes::composition(ligne).has_value(), lignes::composition(article).has_value()) << ligne;
-        // Cut out, a marker in the catalogue's own text lets an open composition run on.
-        if (!lignes::quantite(article)) {
-            ASSERT_EQ(lignes::composition(ligne), lignes::composition(article)) << ligne;
-            ASSERT_EQ(lignes::est_menu_compose(ligne), lignes::est_menu_compose(article)) << ligne;
-        }
-        etat::lignes_note[1] = ligne;
-        etat::nb_lignes_note = 1;
-        const std::string fichier = commande::contenu();
-        const auto lues = texte::lignes(fichier);
-        ASSERT_GE(lues.size(), 8U);
-        ASSERT_EQ((lues.size() - 5) % 3, 0U) << fichier;
-        for (std::size_t i = 5; i < lues.size(); ++i) {
-            constexpr std::string_view bloc[] = {"#REF#", "#COMP#", "#NOTE#"};
-            ASSERT_TRUE(lues[i].starts_with(bloc[(i - 5) % 3])) << fichier;
-        }
-        std::string comp = "#COMP#";
-        if (!lignes::est_menu_compose(ligne)) {
-            for (const std::string& r : prises) comp += r + "|";
-        }
-        ASSERT_EQ(lues[6], comp);
-    }
-    etat::nb_lignes_note = 0;
-    etat::lignes_note[1].clear();
 }
 
 }  // namespace

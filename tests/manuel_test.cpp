@@ -1,0 +1,34 @@
+// The manual's pictures are what the screens show: played anew, they come out the same, dot for dot.
+#include <filesystem>
+
+#include "rejeux.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using tests::Terrain;
+
+const fs::path sources = SOURCES, images = sources / "docs" / "images";
+
+/// Plays a scenario of the manual and gives the number of its pictures. A wrong one is left for the eye.
+std::size_t compare(const Terrain& t, const char* scenario) {
+    tests::tient_texte(t, t.lis((sources / "docs" / scenario).string()));
+    const auto noms = t.fichiers(".", ".png");
+    for (const std::string& nom : noms) {
+        if (t.lis(nom) == t.lis((images / nom).string())) continue;
+        const fs::path vue = fs::temp_directory_path() / ("vue_" + nom);
+        fs::copy_file(t.chemin() / nom, vue, fs::copy_options::overwrite_existing);
+        ADD_FAILURE() << nom << " is not " << vue << "; where it should be, outils/manuel.sh makes the pictures anew";
+    }
+    return noms.size();
+}
+
+TEST(Manuel, SesImagesSontCeQueLesEcransMontrent) {
+    const Terrain demonstration, neuf;
+    fs::copy(sources / "demo", demonstration.chemin(), fs::copy_options::recursive);
+    fs::copy(sources / "demo" / "reseau", neuf.reseau(), fs::copy_options::recursive);
+    const std::size_t comparees = compare(demonstration, "captures.txt") + compare(neuf, "premier_demarrage.txt");
+    EXPECT_EQ(comparees, neuf.fichiers(images.string(), ".png").size());
+}
+
+}  // namespace
