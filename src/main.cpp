@@ -145,6 +145,12 @@ std::unique_ptr<ecran::Fenetre> cree_fenetre(const Options& o) {
                                o.hauteur);
 }
 
+/// What the order router does, in the place of which a replay does it.
+void collecte() {
+    for (const std::string& nom : fichiers::liste(etat::repertoire_reseau, "*.txt"))
+        static_cast<void>(fichiers::supprime_sans_attendre(fichiers::joint(etat::repertoire_reseau, nom)));
+}
+
 /// The screens, until the program ends by itself or its replay does.
 void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
     try {
@@ -182,7 +188,7 @@ int ouvre(const Options& o) {
     }
 
     std::unique_ptr<rejeu::Rejeu> joue;
-    if (o.rejoue) joue = std::make_unique<rejeu::Rejeu>(*o.rejoue, o.captures.empty() ? "." : o.captures);
+    if (o.rejoue) joue = std::make_unique<rejeu::Rejeu>(*o.rejoue, o.captures.empty() ? "." : o.captures, collecte);
     if (joue && !joue->lisible()) {
         std::cerr << "scénario illisible : " << texte::vers_utf8(*o.rejoue) << "\n";
         return rejeu::faute_usage;

@@ -93,6 +93,21 @@ TEST_F(Suivi, ChaqueEtatSeLitEtSeuleUneCommandeAVerifierSeRenvoie) {
                 soir);
 }
 
+/// With the router, and with the journal of it, which tells orders by their names alone.
+TEST_F(Suivi, UneCommandeSeSuitDeBoutEnBout) {
+    tient(t, "suivi_routeur.txt");
+    EXPECT_TRUE(t.fichiers(".", "-").empty()) << "no file of the order is left on the tablet";
+    const std::string journal = t.lis("journal.txt"), commande = " commande 2021-05-19-12-30-00_01_012_004_. ";
+    std::size_t place = 0;
+    for (const char* mot : {"écrite", "déposée", "collectée"}) {
+        place = journal.find(commande + page1252(mot) + "\r\n", place);
+        EXPECT_NE(place, std::string::npos) << mot;
+    }
+    for (const char* secret : {"Remarque", "Entrecôte", "8880000"})
+        EXPECT_EQ(journal.find(page1252(secret)), std::string::npos) << secret;
+    EXPECT_EQ(t.joue("", "--journal").sortie.find("d\xC3\xA9part d'Orvalune"), 20U);
+}
+
 TEST_F(Suivi, SansCommandeLaListeEstVide) {
     tient_texte(t,
                 "touche logosuiv\nverifie ecran suivi\nverifie lignes g1 1\ntouche g2 0 0\ntouche g2 0 1\n"

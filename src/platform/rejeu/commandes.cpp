@@ -21,10 +21,19 @@ struct Rejeu::Commande {
 };
 
 const Rejeu::Commande Rejeu::commandes[] = {
-    {"touche", 2, 4, &Rejeu::touche},   {"tient", 3, 3, &Rejeu::tient},       {"tape", 2, 2, &Rejeu::tape},
-    {"attend", 2, 2, &Rejeu::attend},   {"heure", 2, 2, &Rejeu::regle_heure}, {"reseau", 2, 3, &Rejeu::regle_reseau},
-    {"verifie", 2, 6, &Rejeu::verifie}, {"lit", 2, 4, &Rejeu::lit},           {"capture", 2, 2, &Rejeu::capture},
-    {"fin", 1, 1, &Rejeu::coupe},       {"tourne", 3, 3, &Rejeu::tourne},     {"reveille", 1, 1, &Rejeu::reveille},
+    {"touche", 2, 4, &Rejeu::touche},
+    {"tient", 3, 3, &Rejeu::tient},
+    {"tape", 2, 2, &Rejeu::tape},
+    {"attend", 2, 2, &Rejeu::attend},
+    {"heure", 2, 2, &Rejeu::regle_heure},
+    {"reseau", 2, 3, &Rejeu::regle_reseau},
+    {"verifie", 2, 6, &Rejeu::verifie},
+    {"lit", 2, 4, &Rejeu::lit},
+    {"capture", 2, 2, &Rejeu::capture},
+    {"fin", 1, 1, &Rejeu::coupe},
+    {"tourne", 3, 3, &Rejeu::tourne},
+    {"reveille", 1, 1, &Rejeu::reveille},
+    {"routeur", 2, 2, &Rejeu::regle_routeur},
 };
 
 const Rejeu::Commande Rejeu::verifications[] = {
@@ -200,6 +209,12 @@ Rejeu::Reponse Rejeu::tourne(const Mots& m) {
 
 Rejeu::Reponse Rejeu::reveille(const Mots&) {
     gestes_.push_back({false, 0, {ecran::Evenement::Sorte::reveil}});
+    return {};
+}
+
+Rejeu::Reponse Rejeu::regle_routeur(const Mots& m) {
+    if (m[1].texte != "collecte" && m[1].texte != "dort") return {Reponse::Sorte::faute, "collecte ou dort"};
+    collecte_ = m[1].texte == "collecte";
     return {};
 }
 

@@ -10,8 +10,12 @@
 
 namespace rejeu {
 
-Rejeu::Rejeu(std::string fichier, std::string captures)
-    : fichier_(std::move(fichier)), captures_(std::move(captures)), flux_(&std::cin), interactif_(fichier_ == "-") {
+Rejeu::Rejeu(std::string fichier, std::string captures, std::function<void()> routeur)
+    : fichier_(std::move(fichier)),
+      captures_(std::move(captures)),
+      routeur_(std::move(routeur)),
+      flux_(&std::cin),
+      interactif_(fichier_ == "-") {
     if (interactif_) return;
     std::string contenu;
     lisible_ = fichiers::lis_tout(fichier_, contenu) == fichiers::Issue::fait;
@@ -95,6 +99,7 @@ void Rejeu::repond() {
 ecran::Evenement Rejeu::prochain() {
     while (true) {
         ouvrier::termine_en_rejeu();
+        if (collecte_ && routeur_) routeur_();
         ecran::Evenement evenement;
         if (continue_geste(evenement)) return evenement;
         repond();

@@ -18,8 +18,8 @@ enum Statut { tout_tient = 0, verification_fausse = 1, faute_usage = 2, fin_prem
 class Rejeu final : public ecran::Pilote {
   public:
     /// `fichier` is a path (page 1252), or "-" for standard input, where each command is answered on standard output.
-    /// `captures` is the directory of the PNG files.
-    Rejeu(std::string fichier, std::string captures);
+    /// `captures` is the directory of the PNG files; `routeur` collects what the terminal has deposited.
+    Rejeu(std::string fichier, std::string captures, std::function<void()> routeur = {});
 
     /// False when the scenario file cannot be read.
     bool lisible() const;
@@ -50,6 +50,8 @@ class Rejeu final : public ecran::Pilote {
     static const Commande verifications[];
 
     std::string fichier_, captures_;
+    std::function<void()> routeur_;
+    bool collecte_ = false;  ///< the simulated router takes whatever is deposited
     std::istringstream flux_fichier_;
     bool lisible_ = true;
     std::istream* flux_;
@@ -81,6 +83,7 @@ class Rejeu final : public ecran::Pilote {
     Reponse coupe(const Mots& m);
     Reponse tourne(const Mots& m);
     Reponse reveille(const Mots& m);
+    Reponse regle_routeur(const Mots& m);
 
     Reponse verifie_ecran(const Mots& m);
     Reponse verifie_visible(const Mots& m);

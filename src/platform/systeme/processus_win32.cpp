@@ -5,9 +5,17 @@
 
 namespace processus::systeme {
 
-/// Without quotes the program's name may hold blanks: the system tries each blank as its end.
+/// The command with its program in quotes, so that a blank in the path is not taken for the end of another one's.
+std::string avec_guillemets(std::string_view commande) {
+    constexpr std::string_view extension = ".EXE";
+    const auto p = texte::majuscules(commande).find(extension);
+    if (commande.starts_with('"') || p == std::string::npos) return std::string(commande);
+    const std::size_t fin = p + extension.size();
+    return "\"" + std::string(commande.substr(0, fin)) + "\"" + std::string(commande.substr(fin));
+}
+
 bool lance(std::string_view commande, Fenetre fenetre) {
-    std::wstring ligne = texte::large(commande);
+    std::wstring ligne = texte::large(avec_guillemets(commande));
     if (ligne.find_first_not_of(L' ') == std::wstring::npos) return false;
     STARTUPINFOW depart{};
     depart.cb = sizeof depart;
