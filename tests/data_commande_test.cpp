@@ -55,6 +55,8 @@ TEST_F(CommandeTest, UnNomNEstDonneQuUneFois) {
 TEST_F(CommandeTest, LaNoteLaPlusLongueEtLeFichierProvisoire) {
     terrain.pose("prov.txt", std::string(5000, 'x'));
     etat::texte_table = " 0071";
+    ASSERT_TRUE(note::ecrit_donnees());
+    EXPECT_EQ(terrain.lis("prov.txt"), "#SERV#03\r\n#TABL# 0071\r\n") << "a note without lines, over a longer file";
     note({"un", std::string("é{b}"_t)});
     ASSERT_TRUE(note::ecrit_donnees());
     EXPECT_EQ(terrain.lis("prov.txt"), "#SERV#03\r\n#TABL# 0071\r\nun\r\n" + std::string("é{b}\r\n"_t));

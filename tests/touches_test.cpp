@@ -134,12 +134,13 @@ TEST_F(Touches, UneLigneDuProgrammePrendSaCaseSaTailleEtSonImage) {
     joue([&] {
         touche("#SERV#01");
         ecran::Forme& f = bandeau::forme();
-        const auto cadre = [&](int k) {
-            const ecran::Cadre& c = f("btx", k).cadre;
+        const auto cadre = [&](const char* nom, int k) {
+            const ecran::Cadre& c = f(nom, k).cadre;
             return std::vector{c.gauche, c.haut, c.droite(), c.bas()};
         };
-        EXPECT_EQ(cadre(1), (std::vector{150, 500, 3175, 3383}));
-        EXPECT_EQ(cadre(14), (std::vector{1737, 2016, 6350, 3383}));
+        EXPECT_EQ(cadre("btx", 1), (std::vector{150, 500, 3175, 3383}));
+        EXPECT_EQ(cadre("btx", 14), (std::vector{1737, 2016, 6350, 3383}));
+        EXPECT_EQ(cadre("btt", 14), (std::vector{1737, 2016, 6350, 2927})) << "above the caption";
         EXPECT_EQ(f("btt", 14).aspect.image, 65);
         EXPECT_EQ(f("btx", 14).aspect.police, 33);
         EXPECT_EQ(f("btx", 1).aspect.police, 18);
