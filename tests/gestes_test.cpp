@@ -10,6 +10,7 @@
 #include "config/w_prog_acte.h"
 #include "config/w_prog_coul.h"
 #include "data/complements.h"
+#include "data/suivi.h"
 #include "dialogs/ch_numtab.h"
 #include "dialogs/clav_num.h"
 #include "dialogs/clavv.h"
@@ -21,6 +22,7 @@
 #include "dialogs/sai_menu.h"
 #include "dialogs/saisie.h"
 #include "dialogs/sel_arti.h"
+#include "dialogs/suivi.h"
 #include "main_screen/attend_tempo.h"
 #include "platform/peinture/polices.h"
 #include "scene.h"
@@ -66,6 +68,7 @@ const Ecran ecrans[] = {
     {"w_prog_acte", [] { w_prog_acte::demande(); }},
     {"w_prog_coul", [] { w_prog_coul::demande(); }},
     {"attend_tempo", attend_tempo::montre_attend_tempo, false},
+    {"suivi", ecran_suivi::montre_suivi},
 };
 
 class Gestes : public tests::Scene {
@@ -73,6 +76,8 @@ class Gestes : public tests::Scene {
     Gestes() {
         note({page1252("8880000000024  |DES:Entrecôte 300 g|PVE:24.50|FA1:2|FA2:0 ##QUA:002.00##{Sans sel}")});
         complements::prend(etat::lignes_note[1]);
+        terrain.pose("2021-05-19-12-30-00_01_012_004_.-V-", "#TABLE#012\r\n");
+        suivi::charge();
         for (int n = 1; n <= 62; ++n) reglages::nombre(n);  // a default is written when it is first read
     }
 };

@@ -1,17 +1,12 @@
 // What became of the orders, as the waiter sees it: the list, the sending again, and the amber banner.
 #include <algorithm>
 #include <cstdio>
-#include <functional>
-#include <memory>
 
 #include "atelier.h"
 #include "data/suivi.h"
-#include "dialogs/suivi.h"
 #include "main_screen/bandeau.h"
-#include "platform/ecran/boucle.h"
 #include "platform/peinture/placement.h"
 #include "platform/peinture/polices.h"
-#include "platform/rejeu/rejeu.h"
 #include "platform/systeme/horloge.h"
 #include "rejeux.h"
 
@@ -153,44 +148,7 @@ TEST_F(Suivi, LeBandeauEstAmbreTantQueLaCuisineNaPasCollecte) {
     tient_texte(t, "verifie label_etat \"Cuisine : 1 commande non collectée\"\n", "--horloge \"2021-05-19 12:25:30\"");
 }
 
-/// The four sizes of the manual.
-constexpr struct { int largeur, hauteur; } tailles[] = {{1280, 770}, {800, 800}, {1024, 768}, {554, 770}};
-
-/// Pieces of a scenario, and what happens elsewhere in the terminal after each.
-struct Etape {
-    std::string commandes;
-    std::function<void()> puis = [] {};
-};
-
-class Conduite final : public ecran::Pilote {
-  public:
-    explicit Conduite(std::vector<Etape> etapes) : etapes_(std::move(etapes)) {}
-
-    ecran::Evenement prochain() override {
-        for (; rang_ < etapes_.size(); ++rang_, rejeu_.reset()) {
-            if (!rejeu_) rejeu_ = commence(etapes_[rang_].commandes);
-            try {
-                return rejeu_->prochain();
-            } catch (const ecran::FinDuProgramme&) {
-                EXPECT_EQ(rejeu_->statut(), 0) << etapes_[rang_].commandes;
-                etapes_[rang_].puis();
-            }
-        }
-        throw ecran::FinDuProgramme{ecran::FinDuProgramme::Cause::coupure};
-    }
-
-  private:
-    std::vector<Etape> etapes_;
-    std::size_t rang_ = 0;
-    std::unique_ptr<rejeu::Rejeu> rejeu_;
-
-    static std::unique_ptr<rejeu::Rejeu> commence(const std::string& commandes) {
-        EXPECT_EQ(fichiers::ecrit_tout("etape.txt", commandes, fichiers::Remplace::oui), fichiers::Issue::fait);
-        return std::make_unique<rejeu::Rejeu>("etape.txt", ".");
-    }
-};
-
-/// The screen and the banner in this process, upon a list that the test moves on.
+/// The banner in this process, upon a list that the test moves on.
 class SuiviVivant : public tests::Atelier {
   protected:
     SuiviVivant() {
@@ -215,12 +173,6 @@ class SuiviVivant : public tests::Atelier {
         suivi::passe_a(nom, etat);
         return noms_.emplace_back(nom);
     }
-    static void montre(std::vector<Etape> etapes) {
-        Conduite conduite(std::move(etapes));
-        ecran::ouvre_ecran(ecran::cree_fenetre_muette(etat::largeur_ecran, etat::hauteur_ecran), &conduite);
-        EXPECT_THROW(ecran_suivi::montre_suivi(), ecran::FinDuProgramme);
-        ecran::ferme_ecran();
-    }
     /// The banner as on the main screen, with the state of an order in hand.
     static ecran::Forme& bandeau_de(int largeur, int hauteur) {
         prend_taille(largeur, hauteur);
@@ -234,77 +186,6 @@ class SuiviVivant : public tests::Atelier {
   private:
     std::vector<std::string> noms_;
 };
-
-/// Whether a caption stands in its place whole and as large as set.
-bool tient_entier(const ecran::Aspect& a, int police, const ecran::Zone& z, const ecran::Rang& rang) {
-    const ecran::Placement p(1);
-    const ecran::Zone place = p.contenu(z, a, !a.texte.empty(), rang).texte;
-    const ecran::Place dans{place.droite - place.gauche, place.bas - place.haut, 1};
-    const auto& m =
-        ecran::met_en_lignes(a.gras ? ecran::Police::grasse : ecran::Police::normale, p.em(police), a.texte, dans);
-    return m.lignes.size() == 1 && m.lignes[0] == a.texte && m.taille == p.em(police);
-}
-
-TEST_F(SuiviVivant, LaListeSuitPendantQuElleEstOuverte) {
-    using suivi::Etat;
-    for (int table = 1; table <= 20; ++table) commande(table, Etat::collectee);
-    const std::string avant_derniere = commande(21, Etat::a_verifier), derniere = commande(22, Etat::deposee);
-    const auto collecte = [](const std::string& nom) {
-        return [nom] {
-            suivi::passe_a(nom, Etat::collectee);
-            ecran_suivi::rafraichit();
-        };
-    };
-    const auto autre_commande = [this] {
-        commande(23, Etat::en_attente);
-        ecran_suivi::rafraichit();
-    };
-    montre({
-        {"verifie g1 1 3 \"déposée 20:15\"\ntouche g1 2 0\ntouche g2 0 0\nattend 60000\n", collecte(derniere)},
-        // Still scrolled by nine rows, and the row that was chosen is.
-        {"verifie g1 1 3 \"collectée 20:16\"\nverifie couleur g1 2 0 DCE6F1\ntouche \"013\"\ntouche g1 2 0\n"
-         "touche \"Renvoyer\"\nverifie Label1 \"Renvoyer la commande de la table 021 ? La cuisine l'a peut-être "
-         "déjà.\"\n",
-         collecte(avant_derniere)},
-        // Collected while the waiter was being asked: his yes sends nothing, and nothing is said.
-        {"verifie suivi.g1 2 3 \"collectée 20:16\"\ntouche \"Oui\"\nverifie ecran suivi\n"
-         "verifie g1 2 3 \"collectée 20:16\"\n",
-         autre_commande},
-        {"verifie lignes g1 24\nverifie g1 1 1 \"023\"\nverifie couleur g1 3 0 DCE6F1\n"
-         "verifie couleur g1 2 0 FFFFFF\n"},
-    });
-    ecran_suivi::rafraichit();  // closed: nothing is there to be brought up to date
-}
-
-TEST_F(SuiviVivant, LesLignesSeLisentEtSeTouchentAuxQuatreTailles) {
-    constexpr int doigt = 54 * ecran::twips_par_pixel;
-    for (const auto e :
-         {suivi::Etat::en_attente, suivi::Etat::deposee, suivi::Etat::collectee, suivi::Etat::a_verifier})
-        commande(888, e);
-    for (const auto& taille : tailles) {
-        SCOPED_TRACE(taille.largeur);
-        prend_taille(taille.largeur, taille.hauteur);
-        montre({{"verifie ecran suivi\n", [&] {
-                     ecran::Forme& f = *ecran::forme_chargee("suivi");
-                     const ecran::Controle &g1 = f("g1"), &g2 = f("g2");
-                     ecran::Placement p(1);
-                     for (int l = 0; l < g1.grille.lignes; ++l) {
-                         for (int k = 0; k < 4; ++k) {
-                             const ecran::Cadre c = ecran::cadre_cellule(g1, l, k);
-                             const ecran::Aspect& a = g1.grille.cellule(l, k);
-                             EXPECT_TRUE(l == 0 || c.hauteur >= doigt);
-                             EXPECT_TRUE(tient_entier(a, a.police > 0 ? a.police : g1.aspect.police, p.zone(c),
-                                                      {true, k == 0, k == 3}))
-                                 << a.texte;
-                         }
-                     }
-                     for (const int k : {0, 1, 3, 5}) {
-                         const ecran::Cadre c = ecran::cadre_cellule(g2, 0, k);
-                         EXPECT_GE(std::min(c.largeur, c.hauteur), doigt) << g2.grille.texte(0, k);
-                     }
-                 }}});
-    }
-}
 
 TEST_F(SuiviVivant, LeBandeauRedevientCommeAvant) {
     using ecran::palette::ambre;
@@ -340,19 +221,19 @@ TEST_F(SuiviVivant, LesImagesDuBandeauRestentLibres) {
     etat::table_couverts = "  012 12";
     etat::nb_lignes_note = 123;
     etat::total_note = "12345.00";
-    for (const auto& taille : tailles) {
-        SCOPED_TRACE(taille.largeur);
+    for (const auto& [largeur, hauteur] : {std::pair(1280, 770), {554, 770}}) {
+        SCOPED_TRACE(largeur);
         for (const bool ambre : {false, true}) {
             if (ambre) {
                 commande(12, suivi::Etat::deposee);
                 horloge::avance(5 * 60 * 1000);
             }
-            ecran::Forme& f = bandeau_de(taille.largeur, taille.hauteur);
+            ecran::Forme& f = bandeau_de(largeur, hauteur);
             const ecran::Controle &etat = f("label_etat"), &suivi = f("logosuiv");
             EXPECT_LT(etat.cadre.droite(), suivi.cadre.gauche);
             EXPECT_EQ(suivi.cadre.droite(), f("logoserv").cadre.gauche);
             EXPECT_EQ(suivi.cadre.largeur, f("logoserv").cadre.largeur);
-            EXPECT_EQ(f("logo").cadre.droite(), taille.largeur * ecran::twips_par_pixel);
+            EXPECT_EQ(f("logo").cadre.droite(), largeur * ecran::twips_par_pixel);
             const ecran::Zone z = ecran::Placement(1).zone(etat.cadre);
             const auto& m = ecran::met_en_lignes(ecran::Police::grasse, ecran::Placement(1).em(etat.aspect.police),
                                                  etat.aspect.texte, {z.droite - z.gauche, z.bas - z.haut, 1});
