@@ -14,62 +14,41 @@ using tests::route;
 using tests::Terrain;
 using tests::tient_texte;
 
-std::string au_hasard(std::mt19937& hasard, std::size_t n) {
-    std::string r(n, ' ');
-    for (char& c : r) c = static_cast<char>(hasard() & 0xFF);
-    return r;
-}
-
-enum class Vue { rien, photo };
-
-/// One way for a file to be wrong.
-struct Degat {
-    const char* nom;
-    std::function<void(const Terrain&, const std::string& fichier)> inflige;
-    Vue vue = Vue::rien;  ///< whether what comes of it is worth painting
-};
-
-void agrandit(const Terrain& t, const std::string& fichier, std::uintmax_t longueur) {
-    t.pose(fichier, t.lis(fichier));
-    fs::resize_file(t.chemin() / fichier, longueur);
-}
-
+/// Ways for a file to be wrong: what its content becomes.
+using Degat = std::pair<std::string, std::string (*)(std::string contenu)>;
 const Degat degats[] = {
-    {"absent", [](const Terrain& t, const std::string& f) { fs::remove(t.chemin() / f); }},
-    {"vide", [](const Terrain& t, const std::string& f) { t.pose(f, ""); }},
-    {"repertoire",
-     [](const Terrain& t, const std::string& f) {
-         fs::remove(t.chemin() / f);
-         fs::create_directories(t.chemin() / f);
-     }},
-    {"coupe",
-     [](const Terrain& t, const std::string& f) {
-         const std::string entier = t.lis(f);
-         t.pose(f, entier.substr(0, entier.size() * 2 / 3 - 1));
-     }},
+    {"vide", [](std::string) { return std::string(); }},
+    {"coupe", [](std::string c) { return c.substr(0, c.size() * 2 / 3 - 1); }},
     {"lignes d'un mega-octet",
-     [](const Terrain& t, const std::string& f) {
+     [](std::string) {
          std::string r;
          for (const char* debut : {"#ARTI#00001", "#SERV#01 ", "#FAMI#02 ", "#TABL#", "#CCOF#", "#DIR#"}) {
              r += debut + std::string(1 << 20, 'x') + "\r\n";
          }
-         t.pose(f, r);
-     },
-     Vue::photo},
+         return r;
+     }},
     {"hasard",
-     [](const Terrain& t, const std::string& f) {
-         std::mt19937 hasard(static_cast<unsigned>(f.size()) * 7919U);
-         t.pose(f, au_hasard(hasard, 70000));
+     [](std::string c) {
+         std::mt19937 hasard(static_cast<unsigned>(c.size()) * 7919U);
+         c.resize(70000);
+         for (char& octet : c) octet = static_cast<char>(hasard() & 0xFF);
+         return c;
      }},
     {"octets changes",
-     [](const Terrain& t, const std::string& f) {
+     [](std::string c) {
          std::mt19937 hasard(4242);
-         std::string r = t.lis(f);
-         for (std::size_t i = 0; i < r.size(); i += 1 + hasard() % 60) r[i] = static_cast<char>(hasard() & 0xFF);
-         t.pose(f, r);
-     },
-     Vue::photo},
+         for (std::size_t i = 0; i < c.size(); i += 1 + hasard() % 60) c[i] = static_cast<char>(hasard() & 0xFF);
+         return c;
+     }},
+    {"absent", nullptr},
+    {"repertoire", nullptr},
 };
+
+void abime(const Terrain& t, const std::string& fichier, const Degat& d) {
+    if (d.second != nullptr) return t.pose(fichier, d.second(t.lis(fichier)));
+    fs::remove(t.chemin() / fichier);
+    if (d.first == "repertoire") fs::create_directories(t.chemin() / fichier);
+}
 
 /// Touches that may miss, on all the screens of an order's road, and what closes them again.
 const std::string promenade = R"(
@@ -83,10 +62,8 @@ const std::string promenade = R"(
 
 /// Walks over the screens: the session answers each touch and goes on. At the end the main screen is on top, or the
 /// terminal said why it stopped.
-void se_promene(const Terrain& t, Vue vue = Vue::rien) {
-    std::string commandes = tests::route(promenade);
-    if (vue == Vue::photo) commandes = "capture debut.png\n" + commandes + "capture fin.png\n";
-    t.pose("promenade.txt", commandes + "lit ecran\n");
+void se_promene(const Terrain& t) {
+    t.pose("promenade.txt", tests::route(promenade) + "capture fin.png\nlit ecran\n");
     const Issue r = t.joue("", "--rejoue - <\"" + (t.chemin() / "promenade.txt").string() + "\"");
     EXPECT_GE(r.statut, 0);
     EXPECT_LE(r.statut, 3) << r.erreurs;
@@ -105,15 +82,17 @@ class Entrees : public testing::Test {
   protected:
     Terrain modele;
     Entrees() { deja_ouvert(modele); }
-    /// A terminal like it whose file is damaged here, or in the network directory.
-    void abime(const std::string& fichier, const Degat& d, bool distant) {
-        SCOPED_TRACE(fichier + (distant ? " du réseau, " : ", ") + d.nom);
-        Terrain t;
-        t.copie(modele);
-        // what comes from the network would replace the damaged file here
-        if (!distant) fs::remove(t.reseau() / fichier);
-        d.inflige(t, distant ? "reseau/" + fichier : fichier);
-        se_promene(t, d.vue);
+    /// Terminals like it whose file is damaged here, or in the network directory.
+    void abime_tout(const std::string& fichier, bool distant) const {
+        for (const Degat& d : degats) {
+            SCOPED_TRACE(fichier + (distant ? " du réseau, " : ", ") + d.first);
+            Terrain t;
+            t.copie(modele);
+            // what comes from the network would replace the damaged file here
+            if (!distant) fs::remove(t.reseau() / fichier);
+            abime(t, distant ? "reseau/" + fichier : fichier, d);
+            se_promene(t);
+        }
     }
 };
 
@@ -125,14 +104,12 @@ TEST_F(Entrees, SansDegatLaPromenadeEnvoieUneCommande) {
 TEST_F(Entrees, SurLaTablette) {
     for (const char* f :
          {"orvalune.wdo", "worvalune.wdo", "w_styl72.wdo", "progppb.wdo", "wwinqx42.wdo", "wfichdir.wdo", "prov.txt"}) {
-        for (const Degat& d : degats) abime(f, d, false);
+        abime_tout(f, false);
     }
 }
 
 TEST_F(Entrees, DansLeReseau) {
-    for (const char* f : {"worvalune.wdo", "w_styl72.wdo", "Test.res"}) {
-        for (const Degat& d : degats) abime(f, d, true);
-    }
+    for (const char* f : {"worvalune.wdo", "w_styl72.wdo", "Test.res"}) abime_tout(f, true);
 }
 
 /// What the waiter must know is said once, and then the terminal serves.
@@ -142,19 +119,18 @@ TEST(EntreesManquantes, LeTerminalDitCeQuiManque) {
     const std::string sans_fichiers =
         "Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !";
     const struct {
-        const char *fichier, *degat;
+        std::string fichier;
+        Degat degat;
         std::string message;
-    } cas[] = {{"wfichdir.wdo", "vide", sans_reseau},
-               {"wfichdir.wdo", "repertoire", sans_reseau},
-               {"progppb.wdo", "repertoire", sans_fichiers},
-               {"w_styl72.wdo", "repertoire", sans_fichiers}};
+    } cas[] = {{"wfichdir.wdo", degats[0], sans_reseau},
+               {"wfichdir.wdo", {"repertoire", nullptr}, sans_reseau},
+               {"progppb.wdo", {"repertoire", nullptr}, sans_fichiers},
+               {"w_styl72.wdo", {"repertoire", nullptr}, sans_fichiers}};
     for (const auto& c : cas) {
-        SCOPED_TRACE(std::string(c.fichier) + ", " + c.degat);
+        SCOPED_TRACE(c.fichier + ", " + c.degat.first);
         Terrain t;
         deja_ouvert(t);
-        for (const Degat& d : degats) {
-            if (std::string(d.nom) == c.degat) d.inflige(t, c.fichier);
-        }
+        abime(t, c.fichier, c.degat);
         tient_texte(t, route("Label1 = " + c.message +
                              " > Fermer > Sophie > Table > g3 0 0 > g1 0 0 > Valider > Note > "
                              "Envoyer > Oui > attend 1500"));
@@ -180,13 +156,13 @@ TEST(EntreesManquantes, UnMagasinQuiNeSOuvrePas) {
 }
 
 TEST(EntreesEnormes, CentMegaOctets) {
-    constexpr std::uintmax_t cent_mega = 100U << 20;
     for (const char* f : {"worvalune.wdo", "progppb.wdo", "wfichdir.wdo", "reseau/worvalune.wdo"}) {
         SCOPED_TRACE(f);
         Terrain t;
         deja_ouvert(t);
         if (!std::string(f).starts_with("reseau/")) fs::remove(t.reseau() / f);
-        agrandit(t, f, cent_mega);
+        t.pose(f, t.lis(f));
+        fs::resize_file(t.chemin() / f, 100U << 20);
         se_promene(t);
     }
 }
@@ -223,7 +199,7 @@ TEST(EntreesAuHasard, DesCartesDeMorceaux) {
         std::string carte = t.lis("reseau/worvalune.wdo");
         for (int i = 0; i < 2000; ++i) carte += morceaux[hasard() % std::size(morceaux)];
         t.pose("reseau/worvalune.wdo", carte);
-        se_promene(t, Vue::photo);
+        se_promene(t);
     }
 }
 
