@@ -13,23 +13,11 @@
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/fichiers_systeme.h"
 #include "platform/systeme/horloge.h"
+#include "repertoire.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A working directory of its own, left and removed at the end.
-struct Repertoire {
-    fs::path avant = fs::current_path(), ici = fs::temp_directory_path() / "orvalune_banc_ecriture";
-    Repertoire() {
-        fs::create_directories(ici);
-        fs::current_path(ici);
-    }
-    ~Repertoire() {
-        fs::current_path(avant);
-        fs::remove_all(ici);
-    }
-};
 
 constexpr int lignes_de_la_note = 200;
 
@@ -42,7 +30,7 @@ void remplit_la_note() {
 }
 
 void commande_ecrite(benchmark::State& mesure) {
-    const Repertoire repertoire;
+    const Repertoire repertoire("orvalune_banc_ecriture");
     horloge::rend_virtuelle({});
     for (auto _ : mesure) {
         mesure.PauseTiming();
@@ -58,7 +46,7 @@ BENCHMARK(commande_ecrite)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseR
 /// Create, write, flush, close, rename, flush of the directory, and nothing else.
 void ecriture_nue(benchmark::State& mesure) {
     using fichiers::systeme::Fichier;
-    const Repertoire repertoire;
+    const Repertoire repertoire("orvalune_banc_ecriture");
     remplit_la_note();
     const std::string contenu = commande::contenu();
     int numero = 0;
@@ -81,7 +69,7 @@ BENCHMARK(ecriture_nue)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseReal
 /// From the start of the process to its end behind the first page, with no window and with the window of SDL's driver
 /// that shows nothing.
 void depart(benchmark::State& mesure, const std::string& environnement, const std::string& options) {
-    const Repertoire repertoire;
+    const Repertoire repertoire("orvalune_banc_ecriture");
     fs::copy(fs::path(SOURCES) / "demo", "demo", fs::copy_options::recursive);
     std::FILE* f = std::fopen("scenario", "w");
     std::fputs("fin\n", f);

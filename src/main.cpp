@@ -29,8 +29,8 @@ namespace {
 
 constexpr const char* aide =
     "orvalune [--dossier REP] [--fenetre | --plein-ecran] [--rejoue FICHIER|-] [--captures REP]\n"
-    "         [--ecran LxH] [--separateur C] [--horloge \"AAAA-MM-JJ hh:mm:ss\"] [--service]\n"
-    "         [--journal] [--version] [--aide]\n"
+    "         [--ecran LxH] [--separateur C] [--machine NOM] [--horloge \"AAAA-MM-JJ hh:mm:ss\"]\n"
+    "         [--service] [--journal] [--version] [--aide]\n"
     "\n"
     "  --dossier REP     répertoire de travail (par défaut : le répertoire courant)\n"
     "  --fenetre         dans une fenêtre ; --plein-ecran : sur tout l'écran (par défaut)\n"
@@ -38,6 +38,7 @@ constexpr const char* aide =
     "  --captures REP    répertoire des captures PNG du scénario\n"
     "  --ecran LxH       taille de l'écran d'un rejeu, ou de la fenêtre, en pixels\n"
     "  --separateur C    séparateur décimal du système simulé d'un rejeu\n"
+    "  --machine NOM     machine simulée d'un rejeu, d'où vient le code de la tablette\n"
     "  --horloge DATE    date et heure où commence un rejeu\n"
     "  --service         montre les touches du technicien\n"
     "  --journal         écrit les 200 dernières lignes du journal du répertoire de travail\n";
@@ -50,6 +51,7 @@ struct Options {
     bool fenetre = false;
     int largeur = 1280, hauteur = 800;
     char separateur = '.';
+    std::optional<std::string> machine;
     horloge::DateHeure debut;
     bool service = false;
     bool montre_aide = false, montre_version = false, montre_journal = false;
@@ -84,6 +86,7 @@ const Option options[] = {
     {"--captures", true, [](const std::string& v, Options& o) { return o.captures = v, !v.empty(); }},
     {"--ecran", true, lis_taille},
     {"--separateur", true, lis_separateur},
+    {"--machine", true, [](const std::string& v, Options& o) { return o.machine = v, !v.empty(); }},
     {"--horloge", true, lis_horloge},
     {"--fenetre", false, [](const std::string&, Options& o) { return o.fenetre = true; }},
     {"--plein-ecran", false, [](const std::string&, Options& o) { return o.fenetre = false, true; }},
@@ -135,6 +138,7 @@ void fixe_chemins(Options& o) {
 void simule_le_monde(const Options& o) {
     horloge::rend_virtuelle(o.debut);
     processus::enregistre_seulement(true);
+    if (o.machine) processus::simule_machine(*o.machine);
     locale_systeme::simule(o.separateur);
     ouvrier::attend_toujours(true);
 }

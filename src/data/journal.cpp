@@ -20,10 +20,18 @@ std::string lis(std::string_view fichier) {
 }  // namespace
 
 void note(std::string_view evenement) {
+    const std::string seul[] = {std::string(evenement)};
+    note(seul);
+}
+
+void note(std::span<const std::string> evenements) {
+    if (evenements.empty()) return;
     if (fichiers::longueur(nom_fichier).value_or(0) >= longueur_max)
         static_cast<void>(fichiers::renomme_en_remplacant(nom_fichier, nom_ancien));
-    const std::string ligne = horloge::lisible(horloge::maintenant()) + " " + std::string(evenement) + "\r\n";
-    static_cast<void>(fichiers::ajoute(nom_fichier, ligne));
+    const std::string heure = horloge::lisible(horloge::maintenant()) + " ";
+    std::string lignes;
+    for (const std::string& e : evenements) lignes.append(heure).append(e).append("\r\n");
+    static_cast<void>(fichiers::ajoute(nom_fichier, lignes));
 }
 
 std::string fin(std::size_t nombre) {

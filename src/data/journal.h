@@ -2,6 +2,7 @@
 // date and time; at 1 MB it becomes "journal_1.txt". It never holds a note's text, a remark or a code.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,8 @@ inline constexpr std::string_view nom_fichier = "journal.txt", nom_ancien = "jou
 
 /// Writes one line (page 1252). A line that cannot be written is lost: the terminal goes on.
 void note(std::string_view evenement);
+/// Likewise several, at one stroke: however many orders were collected, the interface opens the file once.
+void note(std::span<const std::string> evenements);
 
 /// The last lines, at most `nombre`, oldest first, with CR LF; those of the older file too where they are needed.
 std::string fin(std::size_t nombre);

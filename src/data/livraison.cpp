@@ -253,12 +253,14 @@ std::optional<Local> liste_locale() {
     if (!noms) return std::nullopt;
     std::sort(noms->begin(), noms->end());
     Local r;
-    for (const std::string& n : *noms) {
-        if (finit_par(n, fin_en_attente)) r.en_attente.push_back(n);
-        if (finit_par(n, fin_ancienne)) r.anciennes.push_back(n);
-        if (n.ends_with(fin_de_marque)) r.marques.push_back(n);
-        if (n.ends_with(fin_gardee)) r.gardees.push_back(n);
-        if (n.ends_with(fin_a_verifier)) r.a_verifier.push_back(n);
+    for (std::string& n : *noms) {
+        std::vector<std::string>* liste = finit_par(n, fin_en_attente)  ? &r.en_attente
+                                          : finit_par(n, fin_ancienne)  ? &r.anciennes
+                                          : n.ends_with(fin_de_marque)  ? &r.marques
+                                          : n.ends_with(fin_gardee)     ? &r.gardees
+                                          : n.ends_with(fin_a_verifier) ? &r.a_verifier
+                                                                        : nullptr;
+        if (liste != nullptr) liste->push_back(std::move(n));
     }
     return r;
 }

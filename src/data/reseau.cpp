@@ -1,5 +1,6 @@
 #include "data/reseau.h"
 
+#include <algorithm>
 #include <deque>
 #include <map>
 #include <memory>
@@ -79,9 +80,12 @@ std::optional<livraison::Local> regarde_ici() {
     auto local = livraison::liste_locale();
     if (!local) return local;
     connexion.deposees = static_cast<int>(local->gardees.size());
-    connexion.attentes.clear();
+    std::set<std::string>& attentes = connexion.attentes;
+    if (connexion.remises.empty() && std::ranges::equal(attentes, local->en_attente)) return local;
+    attentes.clear();
     for (const std::string& fichier : local->en_attente) {
-        if (!connexion.remises.contains(std::string(livraison::nom_de(fichier)))) connexion.attentes.insert(fichier);
+        if (!connexion.remises.contains(std::string(livraison::nom_de(fichier))))
+            attentes.insert(attentes.end(), fichier);
     }
     return local;
 }
@@ -121,22 +125,21 @@ void note_remise(const livraison::Constat& c, suivi::Etat etat) {
 
 constexpr std::string_view mots_du_journal[] = {"déposée"_t, "collectée"_t, "à vérifier"_t, "retenue", "retenue", ""};
 
-/// A fault is told once as long as it lasts.
-void note_au_journal(const livraison::Constat& c) {
+/// What the journal tells of an order, or nothing: a fault is told once as long as it lasts.
+std::optional<std::string> evenement(const livraison::Constat& c) {
     const std::string_view mot = mots_du_journal[static_cast<std::size_t>(c.sort)];
-    if (mot.empty()) return;
+    if (mot.empty()) return std::nullopt;
     std::string ligne = "commande " + c.nom + " " + std::string(mot);
     if (c.cause != fichiers::Issue::fait) ligne += " : " + std::string(fichiers::raison(c.cause));
     if (c.cause == fichiers::Issue::fait)
         connexion.fautes.erase(c.nom);
     else if (std::exchange(connexion.fautes[c.nom], ligne) == ligne)
-        return;
-    journal::note(ligne);
+        return std::nullopt;
+    return ligne;
 }
 
-/// Takes over what became of an order. False when the network is lost.
-bool prend(const livraison::Constat& c) {
-    note_au_journal(c);
+/// Takes over what became of an order, but for the journal. False when the network is lost.
+bool retient(const livraison::Constat& c) {
     switch (c.sort) {
         case Sort::deposee:
             note_remise(c, suivi::Etat::deposee);
@@ -157,15 +160,25 @@ bool prend(const livraison::Constat& c) {
     return c.sort != Sort::reseau_perdu;
 }
 
+bool prend(const livraison::Constat& c) {
+    if (const auto e = evenement(c)) journal::note(*e);
+    return retient(c);
+}
+
 using Constats = std::optional<std::vector<livraison::Constat>>;
 
-/// The orders that they speak of are not delivered by this pass any more.
+/// The waiting orders that they speak of are not delivered by this pass any more.
 bool prend_tous(const std::vector<livraison::Constat>& constats) {
     bool joint = true;
+    std::vector<std::string> evenements;
     for (const livraison::Constat& c : constats) {
-        for (const std::string_view fin : {"-A-", "-a-"}) passe_en_cours.vues.insert(c.nom + std::string(fin));
-        joint = prend(c) && joint;
+        if (c.sort != Sort::collectee) {
+            for (const std::string_view fin : {"-A-", "-a-"}) passe_en_cours.vues.insert(c.nom + std::string(fin));
+        }
+        if (auto e = evenement(c)) evenements.push_back(std::move(*e));
+        joint = retient(c) && joint;
     }
+    journal::note(evenements);
     if (!constats.empty()) signale();
     return joint;
 }

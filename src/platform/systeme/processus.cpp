@@ -5,11 +5,9 @@
 namespace processus {
 namespace {
 
-/// What a replay finds in the place of the machine's identifier: it writes the same orders everywhere.
-constexpr const char* machine_simulee = "rejeu";
-
 bool seulement_enregistre = false;
 std::string derniere;
+std::string machine_simulee = "rejeu";
 
 }  // namespace
 
@@ -20,6 +18,10 @@ bool lance(std::string_view commande, Fenetre fenetre) {
 
 void enregistre_seulement(bool oui) {
     seulement_enregistre = oui;
+}
+
+void simule_machine(std::string_view identifiant) {
+    machine_simulee = identifiant;
 }
 
 std::string derniere_commande() {

@@ -13,6 +13,8 @@ bool lance(std::string_view commande, Fenetre fenetre);
 
 /// From now on (replays) starts are only recorded, lance() always succeeds, and the machine is a simulated one.
 void enregistre_seulement(bool oui);
+/// What such a machine is called; "rejeu" unless told: a replay writes the same orders everywhere.
+void simule_machine(std::string_view identifiant);
 /// The last command line given to lance(); empty when none was.
 std::string derniere_commande();
 

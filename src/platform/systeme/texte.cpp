@@ -74,9 +74,11 @@ std::string vers_utf8(std::string_view t) {
     return r;
 }
 
+/// Nearly all names of files have nothing but plain characters: these are taken at one stroke.
 std::optional<std::string> depuis_utf8(std::string_view utf8) {
-    std::string r;
-    for (std::size_t i = 0; i < utf8.size();) {
+    const auto simples = std::find_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0x80) != 0; });
+    std::string r(utf8.begin(), simples);
+    for (std::size_t i = r.size(); i < utf8.size();) {
         const auto p = lis_utf8(utf8, i);
         const auto o = p ? octet(*p) : std::nullopt;
         if (!o) return std::nullopt;
