@@ -53,6 +53,12 @@ Issue perd_la_reponse(Operation operation, std::string_view chemin) {
     return Issue::panne;
 }
 
+/// The share is gone when the first order is to be renamed.
+Issue emporte_le_partage(Operation operation, std::string_view chemin) {
+    if (operation == Operation::renomme && chemin.starts_with("reseau/")) fs::rename("reseau", "parti");
+    return Issue::fait;
+}
+
 std::string lis(const fs::path& p) {
     std::ifstream f(p, std::ios::binary);
     return {std::istreambuf_iterator<char>(f), {}};
@@ -177,7 +183,7 @@ TEST_F(Coupures, CoupeeEncoreEnSeReprenant) {
 TEST_F(Coupures, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
     recommence();
     const int nombre = operations_d_une_passe();
-    for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe}) {
+    for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe, Issue::absent}) {
         for (const bool pour_de_bon : {false, true}) {
             for (int k = 1; k <= nombre; ++k) {
                 recommence();
@@ -188,6 +194,34 @@ TEST_F(Coupures, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
             }
         }
     }
+}
+
+/// The share goes while an order is being handed over, and an empty directory stands in its place, as a mount point
+/// does.
+TEST_F(Coupures, UnPartageQuiPartNAJamaisRienCollecte) {
+    recommence();
+    fs::create_directory("reseau/orvalune.wdo");
+    ASSERT_GE(demarre(emporte_le_partage, {}), 0);
+    EXPECT_TRUE(fs::exists(commandes[0] + "-A-")) << "nobody has it";
+    fs::create_directory("reseau");
+    ASSERT_GE(demarre(nullptr, {}, 2), 0);
+    EXPECT_TRUE(fs::is_empty("reseau")) << "an empty place is not the share";
+    fs::remove("reseau");
+    fs::rename("parti", "reseau");
+    ASSERT_GE(demarre(nullptr, {}, 2), 0);
+    fs::remove("reseau/orvalune.wdo");
+    verifie_une_fois("share gone and back");
+}
+
+/// Another tablet's order of the same name has come into the place of one that was cut off before it was handed over.
+TEST_F(Coupures, LaCommandeDUneAutreTabletteNEstPasLaSienne) {
+    recommence();
+    std::ofstream(fs::path("reseau") / (commandes[0] + "txt")) << "une autre";
+    ASSERT_GE(demarre(frappe, {}), 0);
+    EXPECT_EQ(lis(fs::path("reseau") / (commandes[0] + "txt")), "une autre");
+    EXPECT_TRUE(fs::exists(commandes[0] + "-A-"));
+    fs::remove(fs::path("reseau") / (commandes[0] + "txt"));
+    verifie_une_fois("name taken by another order");
 }
 
 TEST_F(Coupures, UneReponsePerdueNEstPasUnEchec) {

@@ -189,12 +189,14 @@ TEST_F(ReseauTest, UneMarqueDeLivraisonNeVautQuePourSaCommande) {
 }
 
 TEST_F(ReseauTest, CeQuUneLivraisonCoupeeALaisseEstRetire) {
-    for (const char* nom : {"a_.txt.123-4.tmp_", "b_.txt.9-1.tmp_", "autre.tmp_"})
-        terrain.pose("reseau/" + std::string(nom), "x");
+    const std::string cle = ".dcfc60ceTABLETTE0100000001.tmp_";  // directory, tablet, delivery
+    const Noms autres = {"a_.txt.123-4.tmp_", "a_.txt.dcfc60ceTABLETTE0200000001.tmp_", "b_.txt" + cle};
+    for (const std::string& nom : autres) terrain.pose("reseau/" + nom, "x");
+    terrain.pose("reseau/a_.txt" + cle, "x");
     livraison::Local local;
     local.en_attente = {"a_.-A-", "-A-"};
     ASSERT_TRUE(livraison::fait_le_point({"reseau", "TABLETTE01"}, local, {}));
-    EXPECT_EQ(restes(), (Noms{"autre.tmp_", "b_.txt.9-1.tmp_"})) << "those of other tablets stay";
+    EXPECT_EQ(restes(), autres) << "those of other tablets and orders stay";
 }
 
 TEST_F(ReseauTest, UneCommandeEcritePendantLaPassePartAussi) {

@@ -149,7 +149,7 @@ fichiers::Issue envoi_commande() {
     std::string fichier;
     for (int s = 0; s < essais_max && issue == fichiers::Issue::existe; ++s) {
         fichier = nom(horloge::plus_secondes(maintenant, s));
-        if (noms_donnes.contains(fichier) || suivi::est_en_cours(livraison::nom_de(fichier))) continue;
+        if (noms_donnes.contains(fichier) || suivi::connait(livraison::nom_de(fichier))) continue;
         issue = fichiers::ecrit_tout(fichier, texte, fichiers::Remplace::jamais);
     }
     const std::string ordre = "commande " + std::string(livraison::nom_de(fichier));

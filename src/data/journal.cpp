@@ -1,5 +1,6 @@
 #include "data/journal.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "platform/systeme/fichiers.h"
@@ -10,6 +11,13 @@ namespace journal {
 namespace {
 
 constexpr std::uint64_t longueur_max = 1'000'000;
+
+/// A file's name may hold what would end the line.
+std::string sur_une_ligne(std::string t) {
+    std::replace_if(
+        t.begin(), t.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, '?');
+    return t;
+}
 
 std::string lis(std::string_view fichier) {
     std::string t;
@@ -30,7 +38,7 @@ void note(std::span<const std::string> evenements) {
         static_cast<void>(fichiers::renomme_en_remplacant(nom_fichier, nom_ancien));
     const std::string heure = horloge::lisible(horloge::maintenant()) + " ";
     std::string lignes;
-    for (const std::string& e : evenements) lignes.append(heure).append(e).append("\r\n");
+    for (const std::string& e : evenements) lignes.append(heure).append(sur_une_ligne(e)).append("\r\n");
     static_cast<void>(fichiers::ajoute(nom_fichier, lignes));
 }
 

@@ -40,6 +40,10 @@ std::string hexadecimal(std::uint32_t v) {
     return t;
 }
 
+bool est_hexadecimal(std::string_view t) {
+    return t.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
 /// What tells one network directory from another, however its path is written (FNV-1a).
 std::string empreinte(std::string_view repertoire) {
     while (!repertoire.empty() && (repertoire.back() == '/' || repertoire.back() == '\\')) repertoire.remove_suffix(1);
@@ -51,13 +55,18 @@ std::string empreinte(std::string_view repertoire) {
     return hexadecimal(h);
 }
 
+/// What the keys of this tablet's deliveries into that directory begin with.
+std::string debut_de_cle(const Lieu& lieu) {
+    std::string code = lieu.tablette;
+    code.resize(longueur_code, '0');
+    return empreinte(lieu.repertoire) + code;
+}
+
 /// A key that no other delivery has, of this tablet or another: directory, tablet, time and count.
 std::string nouvelle_cle(const Lieu& lieu) {
     static std::atomic<std::uint32_t> compte = 0;
-    std::string code = lieu.tablette;
-    code.resize(longueur_code, '0');
     const auto temps = static_cast<std::uint32_t>(horloge::millisecondes());
-    return empreinte(lieu.repertoire) + code + hexadecimal((temps << 8) + ++compte);
+    return debut_de_cle(lieu) + hexadecimal((temps << 8) + ++compte);
 }
 
 /// A mark taken apart: the order, and the key of the temporary file that it names.
@@ -78,8 +87,12 @@ Marque marque_pour(std::string_view nom, const std::string& cle) {
 std::optional<Marque> lis_marque(std::string_view fichier) {
     if (fichier.size() <= longueur_cle + fin_de_marque.size()) return std::nullopt;
     const std::size_t debut = fichier.size() - fin_de_marque.size() - longueur_cle;
-    return Marque{std::string(fichier), std::string(fichier.substr(0, debut)),
-                  std::string(fichier.substr(debut, longueur_cle))};
+    const std::string_view cle = fichier.substr(debut, longueur_cle);
+    const bool bonne = fichier.ends_with(fin_de_marque) && fichier[debut - 1] == '.' &&
+                       est_hexadecimal(cle.substr(0, chiffres_dossier)) &&
+                       est_hexadecimal(cle.substr(chiffres_dossier + longueur_code));
+    if (!bonne) return std::nullopt;
+    return Marque{std::string(fichier), std::string(fichier.substr(0, debut)), std::string(cle)};
 }
 
 // --- one order -----------------------------------------------------------------------------------------------------
@@ -123,17 +136,16 @@ void retire(const Lieu& lieu, const Marque& m) {
 Constat remet(const Lieu& lieu, const Marque& m, const std::string& contenu) {
     const std::string cible = fichiers::joint(lieu.repertoire, fichier(m.nom, fin_livree));
     Issue issue = fichiers::renomme(fichiers::joint(lieu.repertoire, m.temporaire()), cible);
-    if (issue == Issue::existe) {
-        issue = compare(cible, contenu);
-        if (issue != Issue::fait) {
-            retire(lieu, m);
-        } else {
-            // Delivered before: without the temporary file the mark says so.
-            issue = fichiers::supprime(fichiers::joint(lieu.repertoire, m.temporaire()));
-        }
+    if (issue == Issue::fait) return range(lieu, m.nom, Sort::deposee, &m);
+    if (issue != Issue::existe) return echec(lieu, m.nom, issue);
+    issue = compare(cible, contenu);
+    if (issue != Issue::fait) {
+        retire(lieu, m);
+        return echec(lieu, m.nom, issue);
     }
-    if (est_partie(issue)) return range(lieu, m.nom, Sort::deposee, &m);
-    return echec(lieu, m.nom, issue);
+    // Delivered before: without the temporary file the mark says so.
+    issue = fichiers::supprime(fichiers::joint(lieu.repertoire, m.temporaire()));
+    return est_partie(issue) ? range(lieu, m.nom, Sort::deposee, &m) : echec(lieu, m.nom, issue);
 }
 
 /// The first two steps.
@@ -170,12 +182,17 @@ std::optional<Constat> reprend(const Lieu& lieu, const Marque& m, const Noms& la
         retire(lieu, m);
         return std::nullopt;
     }
-    if (remise || (ici && !r.prete && r.vue)) return range(lieu, m.nom, Sort::deposee, &m);
-    if (!ici || !r.prete) return range(lieu, m.nom, Sort::a_verifier, &m);
+    if (remise) return range(lieu, m.nom, Sort::deposee, &m);
     std::string contenu;
-    const Issue lecture = fichiers::lis_tout(fichier(m.nom, fin_en_attente), contenu);
-    if (lecture == Issue::occupe) return Constat{m.nom, Sort::tenue, lecture};
-    return remet(lieu, m, contenu);
+    Issue issue = fichiers::lis_tout(fichier(m.nom, fin_en_attente), contenu);
+    if (issue == Issue::occupe) return Constat{m.nom, Sort::tenue, issue};
+    if (ici && r.prete) return remet(lieu, m, contenu);
+    if (ici && r.vue && issue == Issue::fait) {
+        issue = compare(fichiers::joint(lieu.repertoire, fichier(m.nom, fin_livree)), contenu);
+        if (issue == Issue::occupe) return Constat{m.nom, Sort::tenue, issue};
+        if (issue == Issue::fait) return range(lieu, m.nom, Sort::deposee, &m);
+    }
+    return range(lieu, m.nom, Sort::a_verifier, &m);
 }
 
 /// An order that an earlier version delivered and could not delete: the mark repeats it. Nothing when it speaks of
@@ -185,11 +202,15 @@ std::optional<Constat> reprend_ancienne(const Lieu& lieu, const std::string& mar
     std::string marquee, presente;
     const Issue a = fichiers::lis_tout(marque, marquee);
     const Issue b = fichiers::lis_tout(fichier(nom, fin_en_attente), presente);
-    if (a == Issue::occupe || b == Issue::occupe) return Constat{nom, Sort::tenue, Issue::occupe, true};
-    std::optional<Constat> r;
-    if (a == Issue::fait && b == Issue::fait && presente == marquee) r = range(lieu, nom, Sort::deposee, nullptr);
-    if (!r || !r->reste) static_cast<void>(fichiers::supprime(marque));
-    return r;
+    if (a == Issue::occupe || b == Issue::occupe) return Constat{nom, Sort::tenue, Issue::occupe};
+    if (a == Issue::fait && b == Issue::fait && presente == marquee) {
+        const Constat c = range(lieu, nom, Sort::deposee, nullptr);
+        if (!c.reste) static_cast<void>(fichiers::supprime(marque));
+        return c;
+    }
+    if (b != Issue::absent && (a != Issue::fait || b != Issue::fait)) return Constat{nom, Sort::attend, Issue::panne};
+    static_cast<void>(fichiers::supprime(marque));
+    return std::nullopt;
 }
 
 /// What became of a deposited order; nothing while it still lies there. One that another network directory has is
@@ -202,14 +223,14 @@ std::optional<Constat> cherche_gardee(const Lieu& lieu, const std::string& fichi
         return issue == Issue::fait ? std::optional(Constat{nom, Sort::a_verifier}) : std::nullopt;
     }
     if (la_bas.contains(fichier(nom, fin_livree))) return std::nullopt;
-    static_cast<void>(fichiers::supprime_sans_attendre(fichier_garde));
-    return Constat{nom, Sort::collectee};
+    const Issue issue = fichiers::supprime_sans_attendre(fichier_garde);
+    return Constat{nom, Sort::collectee, est_partie(issue) ? Issue::fait : issue};
 }
 
 /// Removes what deliveries of waiting orders left in the network directory when they were cut off before their mark.
 void retire_restes(const Lieu& lieu, const Local& local, const Noms& la_bas, const Noms& marquees) {
     for (const std::string& attente : local.en_attente) {
-        const std::string debut = fichier(nom_de(attente), fin_livree) + ".";
+        const std::string debut = fichier(nom_de(attente), fin_livree) + "." + debut_de_cle(lieu);
         for (auto i = la_bas.lower_bound(debut); i != la_bas.end() && i->starts_with(debut); ++i) {
             if (i->ends_with(fichiers::suffixe_temporaire) && !marquees.contains(*i))
                 static_cast<void>(fichiers::supprime(fichiers::joint(lieu.repertoire, *i)));
@@ -235,8 +256,10 @@ std::string_view nom_de(std::string_view fichier) {
 
 std::string nom_garde(std::string_view fichier) {
     const std::string_view debut = nom_de(fichier);
-    return std::string(debut.size() <= chiffres_dossier + 1 ? ""
-                                                            : debut.substr(0, debut.size() - chiffres_dossier - 1));
+    if (debut.size() <= chiffres_dossier + 1 || !debut.ends_with('.')) return {};
+    const std::string_view nom = debut.substr(0, debut.size() - chiffres_dossier - 1);
+    const bool bon = nom.ends_with('.') && est_hexadecimal(debut.substr(nom.size(), chiffres_dossier));
+    return std::string(bon ? nom : std::string_view());
 }
 
 std::string nom_marque(std::string_view fichier) {
@@ -254,19 +277,40 @@ std::optional<Local> liste_locale() {
     std::sort(noms->begin(), noms->end());
     Local r;
     for (std::string& n : *noms) {
-        std::vector<std::string>* liste = finit_par(n, fin_en_attente)  ? &r.en_attente
-                                          : finit_par(n, fin_ancienne)  ? &r.anciennes
-                                          : n.ends_with(fin_de_marque)  ? &r.marques
-                                          : n.ends_with(fin_gardee)     ? &r.gardees
-                                          : n.ends_with(fin_a_verifier) ? &r.a_verifier
-                                                                        : nullptr;
+        std::vector<std::string>* liste = finit_par(n, fin_en_attente)                              ? &r.en_attente
+                                          : finit_par(n, fin_ancienne)                              ? &r.anciennes
+                                          : lis_marque(n)                                           ? &r.marques
+                                          : n.ends_with(fin_gardee) && !nom_garde(n).empty()        ? &r.gardees
+                                          : n.ends_with(fin_a_verifier) && nom_de(n).ends_with('.') ? &r.a_verifier
+                                                                                                    : nullptr;
         if (liste != nullptr) liste->push_back(std::move(n));
     }
     return r;
 }
 
-bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date) {
+void retire_temporaires() {
+    const auto local = liste_locale();
+    if (!local) return;
+    Noms marquees;
+    for (const std::string& f : local->marques) marquees.insert(lis_marque(f)->temporaire());
+    for (const std::string& f : fichiers::liste(".", "*" + std::string(fichiers::suffixe_temporaire))) {
+        if (!marquees.contains(f)) static_cast<void>(fichiers::supprime(f));
+    }
+}
+
+bool connait(const Lieu& lieu, const Local& local) {
+    return std::any_of(local.gardees.begin(), local.gardees.end(),
+                       [&](const std::string& f) { return f == gardee(lieu, nom_garde(f)); }) ||
+           std::any_of(local.marques.begin(), local.marques.end(),
+                       [&](const std::string& f) { return lis_marque(f)->concerne(lieu); });
+}
+
+bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date, bool connu) {
     if (repertoire.empty() || record < 1) return false;
+    const auto est_la = [&](std::string_view nom) { return fichiers::existe(fichiers::joint(repertoire, nom)); };
+    if (connu && !est_la(fichier_sonde) &&
+        std::none_of(std::begin(fichiers_du_catalogue), std::end(fichiers_du_catalogue), est_la))
+        return false;
     const auto f = fichiers::FichierRecords::ouvre(fichiers::joint(repertoire, fichier_sonde), longueur_sonde);
     return f && f->ecrit(static_cast<std::size_t>(record), date) == Issue::fait;
 }

@@ -49,9 +49,14 @@ struct Lieu {
     std::string repertoire, tablette;
 };
 
+/// Removes the temporary files that a power cut left behind in the working directory, but those that a mark names.
+void retire_temporaires();
+
+/// Whether this tablet has delivered into that directory before, and the working directory still knows it.
+bool connait(const Lieu& lieu, const Local& local);
 /// Writes the probe record into "Test.res" of the directory: the date in 64 characters. A blank directory is never
-/// there.
-bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date);
+/// there; nor is one that is known and holds neither probe nor catalogue: the place where a share has been mounted.
+bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date, bool connu = false);
 
 /// Copies the style and catalogue files into the working directory; what cannot be read, or is empty because it is just
 /// being written, leaves the local file as it is. True when the catalogue itself is here and whole, and no other
@@ -70,7 +75,7 @@ enum class Sort {
 struct Constat {
     std::string nom;  ///< the order's
     Sort sort = Sort::reseau_perdu;
-    fichiers::Issue cause = fichiers::Issue::fait;  ///< of what keeps it here
+    fichiers::Issue cause = fichiers::Issue::fait;  ///< of what keeps it, or its text, here
     bool reste = false;  ///< handed over, but its local file could not be put away: its mark stays
 };
 

@@ -33,16 +33,17 @@ constexpr int attente_sonde_ms = 100, attente_catalogue_ms = 2000;
 
 struct Connexion {
     bool joignable = false;
+    bool au_journal = false;                    ///< what the journal has told of it last
     bool au_demarrage = false;                  ///< the start waits for the catalogue
     bool catalogue_venu = false;                ///< it has come whole at least once
     bool catalogue_frais = false;               ///< it has come since it was last read
     bool point_fait = false;                    ///< what an earlier run did not end has been ended
     std::set<std::string> attentes;             ///< files of orders that wait, in name order
     std::map<std::string, std::string> fautes;  ///< by order, what the journal has told of it last
-    std::set<std::string> remises;  ///< names of orders that were handed over, and whose files could not be put away
-    bool regarde = false;           ///< the look at the kitchen is under way
-    bool passe_voulue = false;      ///< a pass is to follow it
-    int deposees = 0;               ///< orders that have been handed over, and not been seen collected
+    std::map<std::string, Sort> remises;        ///< by order, what became of it; its file could not be put away
+    bool regarde = false;                       ///< the look at the kitchen is under way
+    bool passe_voulue = false;                  ///< a pass is to follow it
+    int deposees = 0;                           ///< orders that have been handed over, and not been seen collected
 };
 Connexion connexion;
 std::function<void()> temoin;  ///< told of every change
@@ -64,11 +65,16 @@ void signale() {
     if (temoin) temoin();
 }
 
+/// Each change is told once; that the network is back only when something has been done there: a full one answers, too.
+void note_le_reseau(bool joignable) {
+    if (std::exchange(connexion.au_journal, joignable) != joignable)
+        journal::note(joignable ? "réseau joignable"_t : "réseau perdu"_t);
+}
+
 void change_etat(bool joignable) {
     const bool avant = std::exchange(connexion.joignable, joignable);
-    if (avant == joignable) return;
-    journal::note(joignable ? "réseau joignable"_t : "réseau perdu"_t);
-    signale();
+    if (!joignable) note_le_reseau(false);
+    if (avant != joignable) signale();
 }
 
 livraison::Lieu lieu() {
@@ -94,7 +100,7 @@ std::optional<livraison::Local> regarde_ici() {
 void retrouve_les_remises(const livraison::Local& local) {
     for (const std::string& marque : local.marques) {
         const std::string nom = livraison::nom_marque(marque);
-        if (suivi::est_deposee(nom)) connexion.remises.insert(nom);
+        if (suivi::est_deposee(nom)) connexion.remises.emplace(nom, Sort::deposee);
     }
 }
 
@@ -114,7 +120,7 @@ void retire_des_attentes(const std::string& nom) {
 void note_remise(const livraison::Constat& c, suivi::Etat etat) {
     retire_des_attentes(c.nom);
     if (c.reste) {
-        if (!connexion.remises.insert(c.nom).second) return;
+        if (!connexion.remises.emplace(c.nom, c.sort).second) return;
     } else {
         connexion.remises.erase(c.nom);
     }
@@ -123,12 +129,13 @@ void note_remise(const livraison::Constat& c, suivi::Etat etat) {
     suivi::passe_a(c.nom, etat);
 }
 
-constexpr std::string_view mots_du_journal[] = {"déposée"_t, "collectée"_t, "à vérifier"_t, "retenue", "retenue", ""};
+constexpr std::string_view mots_du_journal[] = {"déposée"_t, "collectée"_t, "à vérifier"_t,
+                                                "retenue",   "retenue",     "retenue"};
 
 /// What the journal tells of an order, or nothing: a fault is told once as long as it lasts.
 std::optional<std::string> evenement(const livraison::Constat& c) {
     const std::string_view mot = mots_du_journal[static_cast<std::size_t>(c.sort)];
-    if (mot.empty()) return std::nullopt;
+    if (c.sort == Sort::reseau_perdu && c.cause != fichiers::Issue::plein) return std::nullopt;  // told of the network
     std::string ligne = "commande " + c.nom + " " + std::string(mot);
     if (c.cause != fichiers::Issue::fait) ligne += " : " + std::string(fichiers::raison(c.cause));
     if (c.cause == fichiers::Issue::fait)
@@ -142,6 +149,7 @@ std::optional<std::string> evenement(const livraison::Constat& c) {
 bool retient(const livraison::Constat& c) {
     switch (c.sort) {
         case Sort::deposee:
+            note_le_reseau(true);
             note_remise(c, suivi::Etat::deposee);
             break;
         case Sort::collectee:
@@ -199,12 +207,20 @@ void cherche_catalogue() {
          limite_copie_ms});
 }
 
+/// Orders that have surely been handed over, though their files are still here.
+std::vector<std::string> commandes_remises() {
+    std::vector<std::string> r;
+    for (const auto& [nom, sort] : connexion.remises) {
+        if (sort == Sort::deposee) r.push_back(nom);
+    }
+    return r;
+}
+
 /// Lists the network directory: deliveries that were cut off are ended, and what was collected is seen.
 void fait_le_point() {
     passe_en_cours.point_fait = true;
     auto constats = std::make_shared<Constats>();
-    ouvrier::lance({[lieu = lieu(), local = passe_en_cours.local, constats,
-                     remises = std::vector(connexion.remises.begin(), connexion.remises.end())] {
+    ouvrier::lance({[lieu = lieu(), local = passe_en_cours.local, constats, remises = commandes_remises()] {
                         *constats = livraison::fait_le_point(lieu, local, remises);
                     },
                     [constats](ouvrier::Reponse reponse) {
@@ -213,6 +229,7 @@ void fait_le_point() {
                         const bool fait = reponse == ouvrier::Reponse::faite && *constats;
                         connexion.point_fait = connexion.point_fait || fait;
                         if (!fait || !prend_tous(**constats)) return change_etat(false);
+                        if (!etat::hors_ligne) change_etat(true);
                         if (passe_voulue) return passe();
                         livre_la_suivante();
                     },
@@ -258,6 +275,7 @@ void livre_la_suivante() {
         return livre(fichier);
     }
     if (!p.point_fait && !p.local.gardees.empty()) return fait_le_point();
+    note_le_reseau(true);
     if (!connexion.catalogue_venu && !p.catalogue) cherche_catalogue();
 }
 
@@ -270,11 +288,13 @@ void apres_la_sonde(bool repond) {
     livre_la_suivante();
 }
 
-bool lance_sonde() {
+bool lance_sonde(bool connu) {
     auto repond = std::make_shared<bool>(false);
     return ouvrier::lance(
-        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond,
-          date = horloge::jour(horloge::maintenant())] { *repond = livraison::ecrit_sonde(repertoire, record, date); },
+        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond, connu,
+          date = horloge::jour(horloge::maintenant())] {
+             *repond = livraison::ecrit_sonde(repertoire, record, date, connu);
+         },
          [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
          limite_sonde_ms});
 }
@@ -334,6 +354,7 @@ void premiere_connexion() {
 }
 
 void passe() {
+    ouvrier::traite_reponses();  // what has ended late has changed the files
     auto local = regarde_ici();
     if (etat::hors_ligne) connexion.joignable = false;
     if (etat::hors_ligne || !local) return;
@@ -341,7 +362,7 @@ void passe() {
         connexion.passe_voulue = true;
         return ouvrier::presse(limite_sonde_ms);
     }
-    if (lance_sonde()) {
+    if (lance_sonde(livraison::connait(lieu(), *local))) {
         passe_en_cours = {};
         passe_en_cours.local = std::move(*local);
     }

@@ -14,7 +14,7 @@ namespace {
 using horloge::DateHeure;
 
 constexpr int delai_s = 5 * 60;
-constexpr std::size_t nb_champs = 8;
+constexpr std::size_t nb_champs = 8, chiffres = 3;
 constexpr std::uint64_t longueur_max = 1 << 20;
 constexpr std::size_t longueur_date = 19;  ///< of "yyyy-mm-dd-hh-nn-ss" in a file's name
 
@@ -23,6 +23,7 @@ constexpr std::string_view noms_des_etats[] = {"en attente"_t, "déposée"_t, "c
 
 std::vector<Ligne> liste;
 bool change = false;
+bool tenue = false;  ///< another program held the file at the start: what it says must not be written over
 
 bool est_finie(const Ligne& l) {
     return l.etat == Etat::collectee;
@@ -37,7 +38,8 @@ std::string en_ligne(const Ligne& l) {
 
 /// A name from a file stays in its directory.
 bool est_un_nom(std::string_view nom) {
-    return !nom.empty() && nom.find_first_of("/\\:") == std::string_view::npos &&
+    const bool plat = std::none_of(nom.begin(), nom.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; });
+    return plat && !nom.empty() && nom.find_first_of("/\\:") == std::string_view::npos &&
            nom.find("..") == std::string_view::npos;
 }
 
@@ -64,8 +66,8 @@ std::optional<Ligne> lis_ligne(std::string_view texte_lu) {
     Ligne l;
     l.ecrite = *ecrite;
     l.serveur = nombres::entier_int(c[1]);
-    l.table = c[2];
-    l.couverts = c[3];
+    l.table = c[2].substr(0, chiffres);
+    l.couverts = c[3].substr(0, chiffres);
     l.lignes = nombres::entier_int(c[4]);
     l.etat = static_cast<Etat>(etat - std::begin(noms_des_etats));
     l.depuis = *depuis;
@@ -105,7 +107,7 @@ Ligne depuis_fichier(std::string_view nom, const std::string& fichier) {
     Ligne l;
     l.ecrite = l.depuis = date_de(nom).value_or(horloge::maintenant());
     l.serveur = nombres::entier_int(valeur(contenu, "#SERVEUR#"));
-    l.table = valeur(contenu, "#TABLE#");
+    l.table = valeur(contenu, "#TABLE#").substr(0, chiffres);
     l.couverts = nombres::entier_complete(nombres::lis(valeur(contenu, "#NBCOUVERT#")), 3);
     l.lignes = compte_lignes(contenu);
     l.nom = nom;
@@ -126,12 +128,16 @@ void met_en_etat(Ligne& l, Etat etat) {
     change = true;
 }
 
-/// The oldest collected lines go first.
+/// The oldest collected lines go first, and those that the waiter has to decide on last.
 void raccourcit() {
     if (liste.size() <= lignes_max) return;
     std::size_t trop = liste.size() - lignes_max;
-    std::erase_if(liste, [&trop](const Ligne& l) { return trop > 0 && est_finie(l) && trop-- > 0; });
-    if (liste.size() > lignes_max) liste.erase(liste.begin(), liste.end() - lignes_max);
+    const auto retire = [&trop](auto choisit) {
+        std::erase_if(liste, [&](const Ligne& l) { return trop > 0 && choisit(l) && trop-- > 0; });
+    };
+    retire(est_finie);
+    retire([](const Ligne& l) { return l.etat != Etat::a_verifier; });
+    retire([](const Ligne&) { return true; });
     change = true;
 }
 
@@ -144,7 +150,7 @@ std::int64_t secondes(const Ligne& l) {
 
 void lis_fichier() {
     std::string contenu;
-    static_cast<void>(fichiers::lis_tout(nom_fichier, contenu, longueur_max));  // missing: made anew
+    tenue = fichiers::lis_tout(nom_fichier, contenu, longueur_max) == fichiers::Issue::occupe;
     for (const std::string_view t : texte::lignes(contenu)) {
         auto l = lis_ligne(t);
         if (!l) {
@@ -193,8 +199,10 @@ void charge() {
     for (Ligne& l : liste) {
         if ((l.etat == Etat::en_attente || l.etat == Etat::deposee) && !present(l.nom)) met_en_etat(l, Etat::collectee);
     }
-    if (presents.size() > lignes_max) presents.erase(presents.begin(), presents.end() - lignes_max);
+    std::size_t trop = presents.size() > lignes_max ? presents.size() - lignes_max : 0;
+    std::erase_if(presents, [&trop](const Fichier& f) { return trop > 0 && f.etat != Etat::a_verifier && trop-- > 0; });
     for (const Fichier& f : presents) {
+        if (!est_un_nom(f.nom)) continue;
         Ligne* l = cherche(f.nom);
         if (l == nullptr) {
             liste.push_back(depuis_fichier(f.nom, f.fichier));
@@ -217,9 +225,8 @@ bool est_deposee(std::string_view nom) {
     return l != nullptr && l->etat == Etat::deposee;
 }
 
-bool est_en_cours(std::string_view nom) {
-    const Ligne* l = cherche(nom);
-    return l != nullptr && !est_finie(*l);
+bool connait(std::string_view nom) {
+    return cherche(nom) != nullptr;
 }
 
 void ajoute(std::string_view nom, int nombre_de_lignes) {
@@ -243,7 +250,7 @@ void passe_a(std::string_view nom, Etat etat) {
 }
 
 void enregistre() {
-    if (!change) return;
+    if (!change || tenue) return;
     std::string t;
     for (const Ligne& l : liste) t += en_ligne(l);
     if (fichiers::remplace_sans_attendre(nom_fichier, t) == fichiers::Issue::fait) change = false;

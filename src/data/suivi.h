@@ -44,8 +44,8 @@ const std::vector<Ligne>& lignes();
 
 /// Whether the list says that the order of that name has been deposited.
 bool est_deposee(std::string_view nom);
-/// Whether an order of that name is under way: written, and not known to be collected.
-bool est_en_cours(std::string_view nom);
+/// Whether an order of that name has a line.
+bool connait(std::string_view nom);
 /// An order was written: a line for it, "en attente".
 void ajoute(std::string_view nom, int nombre_de_lignes);
 /// The order of that name came into another state; nothing when it has no line or is there already.

@@ -64,10 +64,9 @@ std::string heure_et_minute(const horloge::DateHeure& d) {
 
 /// The order of that name where it is to be checked, else null.
 const suivi::Ligne* a_verifier(std::string_view nom) {
-    for (const suivi::Ligne& l : suivi::lignes()) {
-        if (l.nom == nom) return l.etat == suivi::Etat::a_verifier ? &l : nullptr;
-    }
-    return nullptr;
+    const auto& lignes = suivi::lignes();
+    const auto l = std::find_if(lignes.rbegin(), lignes.rend(), [nom](const suivi::Ligne& x) { return x.nom == nom; });
+    return l != lignes.rend() && l->etat == suivi::Etat::a_verifier ? &*l : nullptr;
 }
 
 class Suivi;

@@ -6,6 +6,7 @@
 #include "config/porpay.h"
 #include "data/catalogue.h"
 #include "data/etat.h"
+#include "data/livraison.h"
 #include "data/programme_touches.h"
 #include "data/reglages.h"
 #include "data/reseau.h"
@@ -110,7 +111,7 @@ void prend_repertoire() {
 void prepare_fichiers() {
     if (fichiers_prets) return;
     if (!deja_fait) {
-        fichiers::retire_temporaires(".");
+        livraison::retire_temporaires();
         suivi::charge();
     }
     const bool choix = styles::init_styles(), touches = programme_touches::prepare();

@@ -34,7 +34,8 @@ bool cherche_le_reseau() {
 }
 
 bool a_cause() {
-    return !tenus::noms().empty() || reseau::a_reprendre() || cherche_le_reseau() || reseau::attend_la_cuisine();
+    return !tenus::noms().empty() || reseau::a_reprendre() || cherche_le_reseau() || reseau::attend_la_cuisine() ||
+           suivi::avant_la_prochaine() >= 0;
 }
 
 /// The next look: an order that nobody collects is told when its time is up.
@@ -70,7 +71,7 @@ void tic() {
     if (!tenus::noms().empty()) return regarde_les_tenus();
     if (reseau::a_reprendre() || cherche_le_reseau()) return reseau::passe();
     if (reseau::attend_la_cuisine()) return reseau::regarde_la_cuisine();
-    minuterie->arrete();
+    if (!a_cause()) minuterie->arrete();
 }
 
 }  // namespace

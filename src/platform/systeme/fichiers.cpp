@@ -245,7 +245,7 @@ Issue cree(std::string_view chemin, std::string_view contenu) {
     Issue issue = Issue::panne;
     const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::creation, issue);
     if (!f) return issue;
-    issue = remplit(*f, contenu, contenu.empty() ? Tampon::laisse : Tampon::vide);  // its name is all it has
+    issue = remplit(*f, contenu);
     if (issue == Issue::fait)
         systeme::vide_tampon_repertoire(repertoire_de(chemin));
     else

@@ -127,15 +127,6 @@ int drapeaux(Fichier::Ouverture mode) {
     return O_RDONLY;
 }
 
-/// Names a file a second time, then takes its first name away: exclusive wherever links exist.
-Issue renomme_par_lien(const std::string& de, const std::string& vers) {
-    if (::link(de.c_str(), vers.c_str()) != 0) return issue_de(errno);
-    if (::unlink(de.c_str()) == 0) return Issue::fait;
-    const Issue issue = issue_de(errno);
-    static_cast<void>(::unlink(vers.c_str()));
-    return issue;
-}
-
 }  // namespace
 
 std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode, Issue& issue) {
@@ -187,15 +178,14 @@ Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
     return erreur == 0 ? Issue::fait : issue_de(erreur);
 }
 
-/// Some file systems of shares know neither the exclusive rename nor hard links: then the name is looked for first,
-/// which leaves a gap only against another program that makes the same name in between.
+/// Some file systems of shares do not know the exclusive rename: then the name is looked for first, which leaves a gap
+/// only against another program that makes the same name in between. A second name by a link would be exclusive, but a
+/// cut could leave both.
 Issue renomme_sans_remplacer(std::string_view de, std::string_view vers) {
     if (const Issue i = epreuve::essaie(Operation::renomme, de); i != Issue::fait) return i;
     const std::string a = natif(de), b = natif(vers);
     if (::renameat2(AT_FDCWD, a.c_str(), AT_FDCWD, b.c_str(), RENAME_NOREPLACE) == 0) return Issue::fait;
     if (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP) return issue_de(errno);
-    const Issue par_lien = renomme_par_lien(a, b);
-    if (par_lien == Issue::fait || par_lien == Issue::existe || par_lien == Issue::absent) return par_lien;
     struct stat s {};
     if (::lstat(b.c_str(), &s) == 0) return Issue::existe;
     return issue_de_rc(::rename(a.c_str(), b.c_str()));
