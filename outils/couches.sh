@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Checks the rooms of src/: every include runs down the table of outils/salles.sh, none up, none in a circle; no room is
-# crowded; the system is known to platform/ alone. Each fault is named with its file and line.
+# crowded, and none is missing in the table; the system is known to platform/ alone, and what its sources share with each
+# system's own to their room. Each fault is named with its file and line.
 set -uo pipefail
 cd "$(dirname "$0")/../src" || exit
 # shellcheck source=outils/salles.sh
@@ -8,7 +9,14 @@ cd "$(dirname "$0")/../src" || exit
 
 fichiers_max=28
 
-# Rooms that the table does not have, arrows that run up or out of bounds.
+# Files in no room of the table.
+verifie_salles() {
+    find . -type f | sed 's|^\./||' | awk -v table="$table" '
+        BEGIN { n = split(table, lignes, "\n"); for (i = 1; i <= n; ++i) { sub(":.*", "", lignes[i]); salles[lignes[i]] } }
+        { salle = $0; sub("/[^/]*$", "", salle); if (!(salle in salles)) print "src/" $0 ": the table has no room " salle }'
+}
+
+# Arrows that run up, out of bounds or to what a room keeps to itself.
 verifie_fleches() {
     awk -v table="$table" '
         BEGIN {
@@ -20,11 +28,13 @@ verifie_fleches() {
         }
         {
             de = $2; vers = $4
-            if (!(de in rang)) print "src/" $1 ": the table has no room " de
-            else if (!(vers in rang)) print "src/" $1 ": \"" $3 "\" is in no room of the table"
+            if (!(de in rang)) next
+            if (!(vers in rang)) print "src/" $1 ": \"" $3 "\" is in no room of the table"
             else if (rang[vers] < rang[de]) print "src/" $1 ": " de " lies below \"" $3 "\""
             else if (de != vers && bornes[de] != "" && index(bornes[de], vers) == 0)
                 print "src/" $1 ": " de " keeps to " bornes[de] ", and not to \"" $3 "\""
+            else if (de != vers && $3 ~ /_(systeme|interne)[.]h$/)
+                print "src/" $1 ": \"" $3 "\" is for " vers " alone"
         }'
 }
 
@@ -49,14 +59,18 @@ verifie_nombres() {
     done
 }
 
-# Angle includes of the standard library have no ".h" and no "/"; all others belong to a system or a library.
+# Angle includes of the standard library have no ".h" and no "/"; all others but the tree's own belong to a system or a
+# library.
 verifie_systeme() {
-    grep -rnE '^ *# *include *<[^>]*[./]' . | sed -nE 's|^\./(.*)|src/\1|; /^src\/platform\//!p'
-    grep -rnE '^ *# *(if|elif|ifdef|ifndef)\b.*(_WIN32|__linux__|__unix__)' . |
+    local siens systemes='_WIN32|_WIN64|WIN32|_MSC_VER|__MINGW32__|__linux__|__unix__|__APPLE__'
+    mapfile -t siens < <(find . -mindepth 1 -maxdepth 1 -type d -printf '-e\n<%f/\n')
+    siens=(-e '^src/platform/' "${siens[@]}")
+    grep -rnE '^[[:space:]]*#[[:space:]]*include[[:space:]]*<[^>]*[./]' . | sed 's|^\./|src/|' | grep -v "${siens[@]}"
+    grep -rnE "^[[:space:]]*#[[:space:]]*(el)?if(n?def)?\b.*\b($systemes)\b" . |
         sed -nE 's|^\./(.*)|src/\1|; /^src\/(platform\/|main\.cpp:)/!p'
 }
 
 fleches=$(inclusions)
 [ -n "$fleches" ] || { echo "src/: the includes could not be read"; exit 1; }
-fautes=$(verifie_fleches <<<"$fleches"; verifie_cercles <<<"$fleches"; verifie_nombres; verifie_systeme)
+fautes=$(verifie_salles; verifie_fleches <<<"$fleches"; verifie_cercles <<<"$fleches"; verifie_nombres; verifie_systeme)
 [ -z "$fautes" ] || { echo "$fautes"; exit 1; }

@@ -15,9 +15,13 @@ platform/controles
 platform/systeme
 '
 
-# Every include of one of the tree's own headers: "file:line", the file's room, the header, the header's room.
+# Every include of one of the tree's own headers, in quotes or in angle brackets: "file:line", the file's room, the
+# header, the header's room.
 inclusions() {
-    grep -rnE '^ *# *include *"' . | sed -E 's|^\./([^:]*:[0-9]+):[^"]*"([^"]*)".*|\1 \2|' | awk '
+    local dossiers
+    dossiers=$(find . -mindepth 1 -maxdepth 1 -type d -printf '%f|')
+    grep -rnE "^[[:space:]]*#[[:space:]]*include[[:space:]]*(\"|<(${dossiers%|})/)" . |
+        sed -E 's|^\./([^:]*:[0-9]+):[^"<]*["<]([^">]*)[">].*|\1 \2|' | awk '
         function salle(chemin) { sub("/[^/]*$", "", chemin); return chemin }
         { fichier = $1; sub(":.*", "", fichier); print $1, salle(fichier), $2, salle($2) }'
 }

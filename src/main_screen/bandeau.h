@@ -1,5 +1,6 @@
-// The main screen's form with what lies on its banners: the titles, the state of the order, the service pictures and
-// the technician's buttons. What a touch on them does is form1's.
+// Makes and owns the main screen's form, "Form1", and what lies on its banners: the titles, the state of the order, the
+// service pictures and the technician's buttons. The other modules of the room ask for it by forme(). What a touch on
+// the banners does is form1's.
 #pragma once
 
 #include <span>
