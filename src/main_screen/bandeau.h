@@ -2,7 +2,6 @@
 // the technician's buttons. What a touch on them does is form1's.
 #pragma once
 
-#include <span>
 #include <string_view>
 
 #include "platform/controles/controles.h"
