@@ -42,21 +42,31 @@ void prepare(std::string_view entree) {
     for (const char* repertoire : {".", "../reseau"}) {
         for (const auto& f : fs::directory_iterator(repertoire)) fs::remove_all(f);
     }
+    std::set<std::string> poses;
     for (std::size_t n = 0; n < fichiers_max && !entree.empty(); ++n) {
         std::string_view nom = coupe(entree);
+        const auto contenu = coupe(entree);
         const bool la_bas = nom.starts_with('>');
         if (la_bas) nom.remove_prefix(1);
-        std::string utf8 = texte::vers_utf8(nom.substr(0, longueur_nom_max));
+        std::string utf8 = texte::vers_utf8(nom);
         std::replace(utf8.begin(), utf8.end(), '/', '_');
-        pose((la_bas ? "../reseau/" : "./") + utf8, coupe(entree));
+        if (utf8.size() > longueur_nom_max) continue;
+        const std::string chemin = (la_bas ? "../reseau/" : "./") + utf8;
+        // Not every file system tells letter cases apart.
+        if (poses.insert(texte::majuscules(texte::depuis_utf8_tolerant(chemin))).second) pose(chemin, contenu);
     }
 }
 
-/// Whether a file of the working directory is one of a delivery's.
-bool est_de_livraison(std::string_view fichier) {
-    constexpr std::string_view fins[] = {"-A-", "-L-", "-T-", "-V-", ".-D-"};
-    return std::any_of(std::begin(fins), std::end(fins),
-                       [fichier](std::string_view fin) { return livraison::finit_par(fichier, fin); });
+/// The files of the working directory that deliveries may move or remove, by their names in UTF-8.
+std::set<std::string> notres(const livraison::Local& local) {
+    std::set<std::string> r;
+    for (const auto* noms : {&local.en_attente, &local.gardees, &local.a_verifier, &local.marques, &local.anciennes}) {
+        for (const std::string& n : *noms) r.insert(texte::vers_utf8(n));
+    }
+    for (const std::string& m : local.marques) {
+        for (const char* fin : {"-A-", "-a-"}) r.insert(texte::vers_utf8(livraison::nom_marque(m) + fin));
+    }
+    return r;
 }
 
 /// How the temporary files of this tablet's orders begin.
@@ -90,6 +100,14 @@ void livre(const std::string& fichier) {
     exige(lis("../reseau").at(arrivee) == local.at(utf8));
 }
 
+/// Whether a mark of the older kind, which repeats the order, says that it had been delivered before.
+bool est_marquee_livree(const livraison::Local& liste, std::string_view fichier, const std::string& contenu,
+                        const Contenus& local) {
+    return std::any_of(liste.anciennes.begin(), liste.anciennes.end(), [&](const std::string& m) {
+        return livraison::nom_de(m) == livraison::nom_de(fichier) && local.at(texte::vers_utf8(m)) == contenu;
+    });
+}
+
 std::set<std::string> textes(const Contenus& local, const Contenus& reseau) {
     std::set<std::string> r;
     for (const auto& [nom, contenu] : local) r.insert(contenu);
@@ -107,15 +125,18 @@ void essaie(std::string_view entree) {
     exige(livraison::fait_le_point(lieu, *liste, {}).has_value());
     for (const std::string& f : liste->en_attente) livre(f);
     const Contenus local_apres = lis("."), reseau_apres = lis("../reseau");
+    const auto de_livraison = notres(*liste);
     for (const auto& [nom, contenu] : local) {
-        const auto fichier = texte::depuis_utf8_tolerant(nom);
-        if (!est_de_livraison(fichier)) exige(local_apres.contains(nom) && local_apres.at(nom) == contenu);
+        if (!de_livraison.contains(nom)) exige(local_apres.contains(nom) && local_apres.at(nom) == contenu);
     }
-    const auto notres = debuts(*liste);
+    const auto temporaires = debuts(*liste);
     for (const auto& [nom, contenu] : reseau) {
-        if (!est_temporaire(nom, notres)) exige(reseau_apres.contains(nom) && reseau_apres.at(nom) == contenu);
+        if (!est_temporaire(nom, temporaires)) exige(reseau_apres.contains(nom) && reseau_apres.at(nom) == contenu);
     }
     const auto restent = textes(local_apres, reseau_apres);
-    for (const std::string& f : liste->en_attente) exige(restent.contains(local.at(texte::vers_utf8(f))));
-    exige(lis("..").size() == 2);
+    for (const std::string& f : liste->en_attente) {
+        const std::string& contenu = local.at(texte::vers_utf8(f));
+        exige(restent.contains(contenu) || est_marquee_livree(*liste, f, contenu, local));
+    }
+    exige(std::distance(fs::directory_iterator(".."), {}) == 2);
 }
