@@ -172,15 +172,7 @@ void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
 }
 
 /// The terminal in its working directory, until it ends.
-int ouvre(const Options& o) {
-    const bool dossier_utilisable = o.dossier.empty() || fichiers::entre_dans(o.dossier);
-    if (!dossier_utilisable) std::cerr << "répertoire de travail introuvable : " << texte::vers_utf8(o.dossier) << "\n";
-    if (!dossier_utilisable && o.rejoue) return rejeu::faute_usage;
-    if (!dossier_utilisable && o.montre_journal) return rejeu::faute_usage;
-    if (o.montre_journal) {
-        std::cout << texte::vers_utf8(journal::fin(lignes_du_journal));
-        return 0;
-    }
+int ouvre(const Options& o, bool dossier_utilisable) {
     if (o.rejoue) simule_le_monde(o);
     etat::service = o.service;
     // Before any file of the directory is touched. A replay has a simulated world to itself.
@@ -215,6 +207,18 @@ int ouvre(const Options& o) {
     return joue ? joue->statut() : 0;
 }
 
+/// Goes into the working directory, and does there what was asked for. Without it the terminal alone opens, to say so.
+int travaille(const Options& o) {
+    const bool dossier_utilisable = o.dossier.empty() || fichiers::entre_dans(o.dossier);
+    if (!dossier_utilisable) {
+        std::cerr << "répertoire de travail introuvable : " << texte::vers_utf8(o.dossier) << "\n";
+        if (o.rejoue || o.montre_journal) return rejeu::faute_usage;
+    }
+    if (!o.montre_journal) return ouvre(o, dossier_utilisable);
+    std::cout << texte::vers_utf8(journal::fin(lignes_du_journal));
+    return 0;
+}
+
 int lance(const std::vector<std::string>& mots) {
     auto options_lues = lis_options(mots);
     if (!options_lues) return rejeu::faute_usage;
@@ -223,7 +227,7 @@ int lance(const std::vector<std::string>& mots) {
         return 0;
     }
     fixe_chemins(*options_lues);
-    return ouvre(*options_lues);
+    return travaille(*options_lues);
 }
 
 }  // namespace

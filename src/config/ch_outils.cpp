@@ -51,9 +51,12 @@ constexpr int records_du_releve = 1000;
 enum Colonne { libelle = 0, valeur = 1, code = 4, invite = 5, nb_colonnes = 6 };
 
 enum CaseBarre { ecran_ = 0, bas, haut, moins, plus, ferme };
-const formes::ToucheDeBarre barre[6] = {
-    {"Écran"_t, image_ecran, Role::action}, formes::touche_bas,          formes::touche_haut,
-    {"A\x96", 0, Role::action, 30},         {"A+", 0, Role::action, 30}, formes::touche_ferme};
+const formes::ToucheDeBarre barre[6] = {{"Écran"_t, image_ecran, Role::action},
+                                        formes::touche_bas,
+                                        formes::touche_haut,
+                                        {.texte = "A\x96", .role = Role::action, .police = 30},
+                                        {.texte = "A+", .role = Role::action, .police = 30},
+                                        formes::touche_ferme};
 
 int record_de(std::string_view code_rangee) {
     return nombres::entier_int(texte::colonnes(code_rangee, longueur_genre + 1));

@@ -39,12 +39,13 @@ constexpr std::string_view titre_de_saisie = "KMZ";
 /// A card of the head and its share of the width.
 struct CarteDeTete {
     formes::Carte carte;
-    int largeur, largeur_etroite;  ///< design pixels; the two titles share what is left
+    int largeur = 0, largeur_etroite = 0;  ///< design pixels; the two titles share what is left
 };
-constexpr CarteDeTete cartes[] = {{{"Shape1", "Label5", "Label1", "Page"}, 120, 60},
-                                  {{"Shape2", "Label6", "Text1", "Titre"}, 0, 0},
-                                  {{"Shape3", "Label7", "Text2", "Texte"}, 0, 0},
-                                  {{"Shape4", "Label8", "Label4", "Opération"_t}, 250, 118}};
+constexpr CarteDeTete cartes[] = {
+    {.carte = {"Shape1", "Label5", "Label1", "Page"}, .largeur = 120, .largeur_etroite = 60},
+    {.carte = {"Shape2", "Label6", "Text1", "Titre"}},
+    {.carte = {"Shape3", "Label7", "Text2", "Texte"}},
+    {.carte = {"Shape4", "Label8", "Label4", "Opération"_t}, .largeur = 250, .largeur_etroite = 118}};
 constexpr int hauteur_cartes = px(78), espace_touches = px(8);
 
 constexpr std::string_view lh_ordinaire = "11";
@@ -150,7 +151,14 @@ class Editeur {
         const int bord = px(etroit ? 8 : 16), l = cadre.largeur - 2 * bord;
         const Cadre titre = {cadre.gauche + bord, cadre.haut + px(4), l, px(28)};
         const Cadre valeur = {cadre.gauche + bord, cadre.haut + px(32), l, px(40)};
-        formes::ajoute_carte(forme_, c, {cadre, titre, valeur, 13, etroit ? 13 : 19});
+        formes::ajoute_carte(forme_, c,
+                             {.carte = cadre,
+                              .titre = titre,
+                              .valeur = valeur,
+                              .police_titre = 13,
+                              .police_valeur = etroit ? 13 : 19,
+                              .alignement_titre = Alignement::gauche,
+                              .alignement_valeur = Alignement::gauche});
     }
 
     // --- The page

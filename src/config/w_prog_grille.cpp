@@ -19,16 +19,24 @@ using programme_touches::lignes_par_page;
 /// Widths in design pixels, on the narrowest and on a wide screen.
 struct PlanColonne {
     std::string_view entete;
-    Champ champ;  ///< of column 0 none
+    Champ champ = Champ::reference;  ///< of column 0 none
     int largeur_min, largeur;
-    Alignement alignement;
+    Alignement alignement = Alignement::centre;
 };
 constexpr PlanColonne colonnes[nb_colonnes] = {
-    {"N°"_t, Champ::reference, 26, 64, Alignement::centre},     {"Ref", Champ::reference, 54, 188, Alignement::gauche},
-    {"Libellé"_t, Champ::libelle, 92, 214, Alignement::gauche}, {"LH", Champ::lh, 54, 62, Alignement::centre},
-    {"Size", Champ::taille, 54, 70, Alignement::centre},        {"Grap", Champ::image, 54, 112, Alignement::centre},
-    {"Visu", Champ::visible, 54, 72, Alignement::centre},       {"Acte", Champ::action, 68, 316, Alignement::gauche},
-    {"Coul", Champ::couleur, 60, 142, Alignement::centre},
+    {.entete = "N°"_t, .largeur_min = 26, .largeur = 64},
+    {.entete = "Ref", .champ = Champ::reference, .largeur_min = 54, .largeur = 188, .alignement = Alignement::gauche},
+    {.entete = "Libellé"_t,
+     .champ = Champ::libelle,
+     .largeur_min = 92,
+     .largeur = 214,
+     .alignement = Alignement::gauche},
+    {.entete = "LH", .champ = Champ::lh, .largeur_min = 54, .largeur = 62},
+    {.entete = "Size", .champ = Champ::taille, .largeur_min = 54, .largeur = 70},
+    {.entete = "Grap", .champ = Champ::image, .largeur_min = 54, .largeur = 112},
+    {.entete = "Visu", .champ = Champ::visible, .largeur_min = 54, .largeur = 72},
+    {.entete = "Acte", .champ = Champ::action, .largeur_min = 68, .largeur = 316, .alignement = Alignement::gauche},
+    {.entete = "Coul", .champ = Champ::couleur, .largeur_min = 60, .largeur = 142},
 };
 constexpr int largeur_serree = px(80), police_serree = 8;  ///< a column below that width takes the small letters
 constexpr int largeur_ascenseur = px(20), hauteur_ligne = px(57), hauteur_entete = px(44);

@@ -219,7 +219,8 @@ std::optional<Constat> cherche_gardee(const Lieu& lieu, const std::string& fichi
     const std::string nom = nom_garde(fichier_garde);
     if (nom.empty()) return std::nullopt;
     if (fichier_garde != gardee(lieu, nom)) {
-        const Issue issue = fichiers::renomme_en_remplacant(fichier_garde, fichier(nom, fin_a_verifier));
+        // Never over a text that is to be checked itself: that may be the only one of its order.
+        const Issue issue = fichiers::renomme(fichier_garde, fichier(nom, fin_a_verifier));
         return issue == Issue::fait ? std::optional(Constat{nom, Sort::a_verifier}) : std::nullopt;
     }
     if (la_bas.contains(fichier(nom, fin_livree))) return std::nullopt;

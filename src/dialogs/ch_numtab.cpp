@@ -66,12 +66,13 @@ class Saisie {
         const int police = reglages::nombre(reglages::police_table);
         ajoute_moitie(moitie_table, {zone.gauche, zone.haut, l, zone.hauteur}, police);
         ajoute_moitie(moitie_couverts, {zone.gauche + l + rythme, zone.haut, l, zone.hauteur}, police);
-        const formes::ToucheDeBarre barre[6] = {{"Effacer", image_retour_arriere, Role::detruire},
-                                                {},
-                                                {"Liste", image_liste, Role::action},
-                                                {"999 / 1", 0, Role::action, formes::est_etroit() ? 14 : 22},
-                                                {},
-                                                formes::touche_valide};
+        const formes::ToucheDeBarre barre[6] = {
+            {"Effacer", image_retour_arriere, Role::detruire},
+            {},
+            {"Liste", image_liste, Role::action},
+            {.texte = "999 / 1", .role = Role::action, .police = formes::est_etroit() ? 14 : 22},
+            {},
+            formes::touche_valide};
         formes::ajoute_barre(forme_, barre);
     }
 
@@ -90,6 +91,7 @@ class Saisie {
                               .valeur = ligne_valeur,
                               .police_titre = etroit ? police_titre_etroite : police_titre,
                               .police_valeur = police * 5 / 3,
+                              .alignement_titre = Alignement::gauche,
                               .alignement_valeur = Alignement::droite});
         Controle& g = forme_.ajoute({.nom = m.grille,
                                      .genre = Genre::grille,

@@ -71,6 +71,7 @@ class Pave {
                               .valeur = ligne_valeur,
                               .police_titre = police_invite,
                               .police_valeur = police_valeur,
+                              .alignement_titre = Alignement::gauche,
                               .alignement_valeur = Alignement::droite});
         forme_("Label5").visible = !masquee();
         const Plan plans[] = {

@@ -325,12 +325,9 @@ class Clavier {
 
     void remplit_liste(std::string_view nom, const std::vector<std::string>& lignes) {
         Grille& g = forme_(nom).grille;
-        Aspect modele;
-        modele.role = Role::ligne;
-        modele.alignement = Alignement::gauche;
-        modele.marge_gauche = px(12);
         g.dimensionne(0, 1);
-        g.dimensionne(static_cast<int>(lignes.size()), 1, modele);
+        g.dimensionne(static_cast<int>(lignes.size()), 1,
+                      {.role = Role::ligne, .alignement = Alignement::gauche, .marge_gauche = px(12)});
         for (std::size_t l = 0; l < lignes.size(); ++l) g.cellule(static_cast<int>(l), 0).texte = lignes[l];
     }
 

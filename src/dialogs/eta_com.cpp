@@ -104,9 +104,7 @@ class Recapitulatif {
                               .titre = titre,
                               .valeur = valeur,
                               .police_titre = etroit ? 13 : 16,
-                              .police_valeur = etroit ? 38 : 64,
-                              .alignement_titre = Alignement::centre,
-                              .alignement_valeur = Alignement::centre});
+                              .police_valeur = etroit ? 38 : 64});
     }
 
     /// The whole summary from the note; the place in the list stays.

@@ -93,6 +93,13 @@ Controle& ajoute_barre(Forme& forme, std::span<const ToucheDeBarre> touches) {
     return barre;
 }
 
+void defile_par_page(Forme& forme, int touche) {
+    Controle& g1 = forme("g1");
+    const int page = g1.grille.lignes_visibles(g1.cadre);
+    if (touche == case_bas) g1.grille.defile_de(page, g1.cadre);
+    if (touche == case_haut) g1.grille.defile_de(-page, g1.cadre);
+}
+
 void ajoute_touche(Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const Cadre& cadre) {
     Controle& c = forme.ajoute({.nom = nom, .genre = Genre::bouton, .cadre = cadre});
     c.aspect = aspect_de(touche);
@@ -123,11 +130,7 @@ void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const
     g.dimensionne(lignes, colonnes);
     g.espace = rythme;
     for (std::size_t i = 0; i < g.cellules.size() && i < faces.size(); ++i) {
-        Aspect& a = g.cellules[i];
-        a.texte = faces[i];
-        a.role = Role::touche;
-        a.gras = true;
-        a.police = police;
+        g.cellules[i] = {.texte = std::string(faces[i]), .role = Role::touche, .police = police, .gras = true};
     }
 }
 

@@ -21,6 +21,7 @@ using moduclav::largeur;
 using moduclav::met_couleurs;
 using moduclav::px;
 using moduclav::separe_initial;
+using moduclav::touche_de_boite;
 
 /// Gives the form the place of the main screen.
 void place(ecran::Forme& forme);
@@ -53,6 +54,10 @@ inline constexpr ToucheDeBarre touche_bas = {"Bas", ecran::image_bas, ecran::Rol
 /// Fills a bar of one row; a dialog's own is called `g2`.
 void remplit_barre(ecran::Controle& barre, std::span<const ToucheDeBarre> touches);
 ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre> touches);
+/// What the bar of a scrolled list does: a page down, a page up, or its end.
+enum BarreDeListe { case_bas = 0, case_haut = 1, case_ferme = 5 };
+/// Scrolls `g1` by a page where that key of the bar was touched.
+void defile_par_page(ecran::Forme& forme, int touche);
 /// A key that looks as one of a bar, but is a button of its own name.
 void ajoute_touche(ecran::Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const ecran::Cadre& cadre);
 
@@ -64,8 +69,8 @@ struct Carte {
 struct PlanCarte {
     ecran::Cadre carte, titre, valeur;
     int police_titre = 0, police_valeur = 0;  ///< points
-    ecran::Alignement alignement_titre = ecran::Alignement::gauche;
-    ecran::Alignement alignement_valeur = ecran::Alignement::gauche;
+    ecran::Alignement alignement_titre = ecran::Alignement::centre;
+    ecran::Alignement alignement_valeur = ecran::Alignement::centre;
 };
 /// Builds a card; its caption is grey and lets the touch through.
 void ajoute_carte(ecran::Forme& forme, const Carte& carte, const PlanCarte& plan);

@@ -23,7 +23,6 @@ int combien(int place) {
     return std::max(1, (place + rythme) / (touche_min + rythme));
 }
 
-enum CaseBarre { bas = 0, haut = 1, ferme = 5 };
 const formes::ToucheDeBarre barre[6] = {formes::touche_bas, formes::touche_haut, {}, {}, {}, formes::touche_ferme};
 
 class Liste {
@@ -67,11 +66,8 @@ class Liste {
             if (!table.empty()) rend(table);
         };
         forme_("g2").a_la_cellule = [this](int, int c) {
-            Controle& g1 = forme_("g1");
-            const int page = g1.grille.lignes_visibles(g1.cadre);
-            if (c == bas) g1.grille.defile_de(page, g1.cadre);
-            if (c == haut) g1.grille.defile_de(-page, g1.cadre);
-            if (c == ferme) rend("");
+            formes::defile_par_page(forme_, c);
+            if (c == formes::case_ferme) rend("");
         };
         forme_.a_l_echappement = [this] { rend(""); };
     }

@@ -12,6 +12,7 @@ using namespace ecran;
 
 constexpr int police_haut = 12, police_bas = 11;
 constexpr int largeur_etroite = 900;  ///< working widths below this get the narrow layouts
+constexpr int etiquette_action = 2;
 
 Controle& bandeau(Forme& forme, const Plan& plan) {
     Controle* c = forme.cherche(plan.nom);
@@ -108,6 +109,14 @@ int etiquette_de(Role role, int sinon) {
         default:
             return sinon;
     }
+}
+
+Plan touche_de_boite(Plan plan) {
+    plan.genre = Genre::bouton;
+    plan.gras = true;
+    plan.place_image = PlaceImage::gauche;
+    plan.etiquette = etiquette_de(plan.role, etiquette_action);
+    return plan;
 }
 
 void colore_chiffre(Aspect& aspect, int chiffre) {

@@ -37,6 +37,8 @@ void colore(ecran::Forme& forme);
 /// The tag of a key or cell: those that say go, destroy or head a list have their own, an empty place has 0, all others
 /// have `sinon`.
 int etiquette_de(ecran::Role role, int sinon);
+/// The plan of a box's key made whole: a big button with its picture at the left, and the tag of its role.
+ecran::Plan touche_de_boite(ecran::Plan plan);
 /// Ground and text of a key with a colour digit, 0 to 9: the manager's colours, else the palette's.
 void colore_chiffre(ecran::Aspect& aspect, int chiffre);
 

@@ -95,10 +95,10 @@ class Validation {
                        .etiquette = 9});
         const int police = formes::est_etroit() ? 24 : 30;
         const formes::ToucheDeBarre barre[6] = {{"Effacer", image_corbeille, Role::detruire},
-                                                {"A", 0, Role::action, police},
-                                                {"B", 0, Role::action, police},
-                                                {"C", 0, Role::action, police},
-                                                {"D", 0, Role::action, police},
+                                                {.texte = "A", .role = Role::action, .police = police},
+                                                {.texte = "B", .role = Role::action, .police = police},
+                                                {.texte = "C", .role = Role::action, .police = police},
+                                                {.texte = "D", .role = Role::action, .police = police},
                                                 formes::touche_valide};
         formes::ajoute_barre(forme_, barre);
     }

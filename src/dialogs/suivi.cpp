@@ -23,13 +23,9 @@ using formes::px;
 
 constexpr int hauteur_ligne = px(60), hauteur_entete = px(46);
 
-enum CaseBarre { bas = 0, haut = 1, renvoie = 3, ferme = 5 };
-const formes::ToucheDeBarre barre[6] = {{"Bas", image_bas, Role::action},
-                                        {"Haut", image_haut, Role::action},
-                                        {},
-                                        {"Renvoyer", image_envoyer, Role::aller},
-                                        {},
-                                        {"Fermer", image_fermer, Role::action}};
+constexpr int case_renvoie = 3;
+const formes::ToucheDeBarre barre[6] = {
+    formes::touche_bas, formes::touche_haut, {}, {"Renvoyer", image_envoyer, Role::aller}, {}, formes::touche_ferme};
 
 enum Colonne { heure, table, nombre, sort };
 struct Entete {
@@ -131,23 +127,19 @@ class Suivi {
     }
 
     static void ajoute_entetes(Grille& g) {
-        Aspect modele;
-        modele.role = Role::entete;
-        modele.gras = true;
-        modele.police = mesures().police_entete;
-        modele.alignement = Alignement::gauche;
-        modele.marge_gauche = mesures().marge;
-        g.ajoute_ligne(modele);
+        g.ajoute_ligne({.role = Role::entete,
+                        .police = mesures().police_entete,
+                        .gras = true,
+                        .alignement = Alignement::gauche,
+                        .marge_gauche = mesures().marge});
         for (int c = 0; c < nb_colonnes; ++c) g.cellule(0, c).texte = entetes[c].titre;
     }
 
     void ajoute_commande(Grille& g, const suivi::Ligne& commande) {
-        Aspect modele;
-        modele.role = commande.nom == choisie_ ? Role::ligne_touchee : Role::ligne;
-        modele.alignement = Alignement::gauche;
-        modele.marge_gauche = mesures().marge;
-        modele.trait = true;
-        const int l = g.ajoute_ligne(modele);
+        const int l = g.ajoute_ligne({.role = commande.nom == choisie_ ? Role::ligne_touchee : Role::ligne,
+                                      .alignement = Alignement::gauche,
+                                      .marge_gauche = mesures().marge,
+                                      .trait = true});
         noms_.push_back(commande.nom);
         g.cellule(l, heure).texte = heure_et_minute(commande.ecrite);
         g.cellule(l, table).texte = commande.table;
@@ -169,12 +161,9 @@ class Suivi {
             remplit();
         };
         forme_("g2").a_la_cellule = [this](int, int colonne) {
-            Controle& g1 = forme_("g1");
-            const int page = g1.grille.lignes_visibles(g1.cadre);
-            if (colonne == bas) g1.grille.defile_de(page, g1.cadre);
-            if (colonne == haut) g1.grille.defile_de(-page, g1.cadre);
-            if (colonne == renvoie) renvoie_la_choisie();
-            if (colonne == ferme) forme_.ferme();
+            formes::defile_par_page(forme_, colonne);
+            if (colonne == case_renvoie) renvoie_la_choisie();
+            if (colonne == formes::case_ferme) forme_.ferme();
         };
         forme_.a_l_echappement = [this] { forme_.ferme(); };
     }

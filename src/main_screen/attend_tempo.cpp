@@ -88,16 +88,12 @@ class Attente {
              .gras = true,
              .encre = palette::vert,
              .visible = false},
-            {.nom = "p11",
-             .genre = Genre::bouton,
-             .cadre = p.touche,
-             .texte = "Abandonner",
-             .role = Role::detruire,
-             .police = police_touche,
-             .gras = true,
-             .image = image_fermer,
-             .place_image = PlaceImage::gauche,
-             .etiquette = 6},
+            formes::touche_de_boite({.nom = "p11",
+                                     .cadre = p.touche,
+                                     .texte = "Abandonner",
+                                     .role = Role::detruire,
+                                     .police = police_touche,
+                                     .image = image_fermer}),
         };
         forme_.construit(plans);
     }

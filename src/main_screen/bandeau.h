@@ -3,7 +3,6 @@
 // the banners does is form1's.
 #pragma once
 
-#include <span>
 #include <string_view>
 
 #include "platform/controles/controles.h"

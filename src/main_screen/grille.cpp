@@ -145,16 +145,21 @@ void pose_image(int k, int image, bool marque) {
     c.cadre = b.cadre;
     if (avec_texte) c.cadre.hauteur = b.cadre.hauteur * 2 / 3;
     c.visible = true;
-    c.aspect = {.image = image > 0 ? image + etat::decalage_images : 0,
-                .encre = b.aspect.encre != sans_couleur ? b.aspect.encre : encre_de(Role::touche)};
-    if (!marque) return;
-    c.aspect.texte = "N";
-    c.aspect.police = police_marque;
-    c.aspect.gras = true;
-    c.aspect.place_image = PlaceImage::milieu;
-    c.aspect.alignement = Alignement::droite;
-    c.aspect.marge_droite = px(10);
-    c.aspect.marge_bas = std::max(0, c.cadre.hauteur - px(40));
+    const int n = image > 0 ? image + etat::decalage_images : 0;
+    const Couleur encre = b.aspect.encre != sans_couleur ? b.aspect.encre : encre_de(Role::touche);
+    if (!marque) {
+        c.aspect = {.image = n, .encre = encre};
+        return;
+    }
+    c.aspect = {.texte = "N",
+                .image = n,
+                .encre = encre,
+                .police = police_marque,
+                .gras = true,
+                .alignement = Alignement::droite,
+                .place_image = PlaceImage::milieu,
+                .marge_droite = px(10),
+                .marge_bas = std::max(0, c.cadre.hauteur - px(40))};
 }
 
 void init_g2(std::string_view codes_touches, std::string_view images) {

@@ -5,7 +5,6 @@
 
 #include "data/commande.h"
 #include "data/complements.h"
-#include "data/composition.h"
 #include "data/etat.h"
 #include "essai.h"
 #include "platform/systeme/texte.h"
@@ -20,8 +19,8 @@ void lis_tout(std::string_view ligne) {
     const int chiffre = lignes::chiffre_couleur(ligne);
     exige(chiffre >= 0 && chiffre <= 9);
     for (const auto& c : lignes::composants(ligne)) exige(c.reference.size() <= 15);
-    for (const auto& s : composition::services(lignes::composition(ligne).value_or("")))
-        exige(s.choix.size() <= composition::choix_par_service);
+    for (const auto& s : lignes::services(lignes::composition(ligne).value_or("")))
+        exige(s.choix.size() <= lignes::choix_par_service);
 }
 
 /// Whatever was typed, a remark comes back as it was taken over, and leaves the line what it is.
