@@ -114,20 +114,19 @@ TEST_F(Outils, LesRangeesOntUneSeuleTaille) {
 /// Left at either question, or with an empty answer, the program goes on; else it ends, for the next start to read.
 TEST_F(Outils, LaResolutionTapeeArreteLeProgramme) {
     constexpr int record = reglages::record_resolution;
-    const std::string tape = garde + "g1 33 0 > ttoc(14) > tape 1024 > Valider > ";
+    const std::string tape = garde + "g1 33 0 > C > tape 1024 > Valider > ";
     rangee(33, record,
            {{"#I#0:01280:00770",
-             "Text1 = 01280 > ttoc(14) > Valider > g1 33 0 > tape 9 > Annuler > g1 33 0 > ttoc(14) > tape 1024 > "
-             "Valider > Text1 = 00770 > ttoc(14) > Valider > g1 33 0 > ttoc(14) > tape 1024 > Valider > tape 9 > "
-             "ttoc(57) > verifie ecran ch_outils",
+             "Text1 = 01280 > C > Valider > g1 33 0 > tape 9 > Annuler > g1 33 0 > C > tape 1024 > "
+             "Valider > Text1 = 00770 > C > Valider > g1 33 0 > C > tape 1024 > Valider > tape 9 > "
+             "Annuler > verifie ecran ch_outils",
              "#I#0:01280:00770"}});
-    arrete(ch_outils::montre_ch_outils, tape + "ttoc(14) > tape 768 points > Valider");
+    arrete(ch_outils::montre_ch_outils, tape + "C > tape 768 points > Valider");
     EXPECT_EQ(reglage(record), "#I#0:01024:00768    ");
     static_cast<void>(reglages::ecrit(record, "#I#101024:00768"));
-    arrete(ch_outils::montre_ch_outils,
-           garde +
-               "g1 33 0 > Text1 = 1024: > ttoc(14) > tape 1280 > Valider > Text1 = 0768  > "
-               "ttoc(14) > tape 800 > Valider");
+    arrete(ch_outils::montre_ch_outils, garde +
+                                            "g1 33 0 > Text1 = 1024: > C > tape 1280 > Valider > Text1 = 0768  > "
+                                            "C > tape 800 > Valider");
     EXPECT_EQ(reglage(record), "#I#1001280000800    ");
     // The picture of a format closes the toolbox.
     reglent(record, ch_outils::montre_ch_outils, {{"#I#0:01280:00770", "g2 0 0 > Image1", "#I#0:00554:00770"}});
