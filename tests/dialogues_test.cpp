@@ -37,7 +37,7 @@ TEST_F(Dialogues, LaBoiteMontreSesTouchesEtRendSaReponse) {
         {libre, etat::non, {"Nom ?|ab", "tape retour > tape retour > tape retour > tape  x > btc(3)", "x"}},
         {libre, libre, {"Nom ?|ab", "tape c > btc(5)", ""}},
         {libre, etat::oui, {"Nom ?", "tape a\tb > tape entree > tape c > Text1 = a b c > btc(2)", "a b c"}},
-        {libre, etat::oui, {"Nom ?|ab", "Text1 > Label1 = Nom ? > tape  c > ttoc(38) > tape d > btc(2)", "ab cd"}},
+        {libre, etat::oui, {"Nom ?|ab", "Text1 > Label1 = Nom ? > tape  c > Valider > tape d > btc(2)", "ab cd"}},
         {etat::saisie_majuscules, etat::oui, {"Nom ?", "Text1 > ttoc(15) = A > Annuler > btc(2)", ""}},
         {etat::fugitif,
          etat::fugitif,
@@ -115,24 +115,23 @@ TEST_F(Dialogues, LeClavierEtSesTroisPages) {
     const auto clavier = [](etat::Demande genre) {
         return [genre](const std::string& invite) { return clavv::demande(genre, invite); };
     };
-    donnent(
-        clavier(etat::saisie),
-        {{"Nom ?", "Label1 = Nom ? > ttoc(1) = && > " + toutes + "Valider",
-          "&é''(-è_çà)+azertyuiop$qsdfghjklm*<wxcvbn,;:!"},
-         {"Nom ?", "ttoc(26) > " + toutes + "ttoc(26) > ttoc(15) > Valider",
-          "1234567890°=AZERTYUIOP£QSDFGHJKLM%>WXCVBN?./§a"},
-         {"Nom ?", touches({{1, 12}, {15, 25}, {36, 37}}, "ttoc(56) > ") + "ttoc(2) > Valider",
-          " ~#{}`\\^@[] ïë€îêôâûù £ µé"},
-         {"Nom ?", "ttoc(39) > ttoc(15) = A > ttoc(15) > ttoc(15) = a > ttoc(15) > ttoc(0) > Valider", "Aa "},
-         {"Nom ?", "ttoc(39) > ttoc(39) > ttoc(15) > ttoc(56) > ttoc(17) = € > ttoc(56) > ttoc(17) > Valider", "ae"},
-         {"Nom ?", "ttoc(56) > ttoc(26) > ttoc(15) = a > ttoc(15) > Valider", "a"},
-         {"Nom ?|abcd",
-          "ttoc(54) > ttoc(54) > ttoc(13) > ttoc(15) > Text1 = aacd > ttoc(55) > tape x > ttoc(55) > "
-          "ttoc(55) > ttoc(51) > ttoc(52) > ttoc(53) > tape z > tape entree",
-          "aacxdz"},
-         {"Nom ?|abc", "ttoc(14) > ttoc(13) > ttoc(54) > tape \ty > Text1 = y > tape retour > tape z > Valider", "z"},
-         {"Nom ?|abc", "tape def > Annuler", "-"}});
-    donnent(clavier(etat::saisie_majuscules), {{"Nom ?", "ttoc(15) > ttoc(2) > ttoc(26) > ttoc(15) > Valider", "A2a"}});
+    donnent(clavier(etat::saisie),
+            {{"Nom ?", "Label1 = Nom ? > ttoc(1) = && > " + toutes + "Valider",
+              "&é''(-è_çà)+azertyuiop$qsdfghjklm*<wxcvbn,;:!"},
+             {"Nom ?", "VERR. > " + toutes + "VERR. > ttoc(15) > Valider",
+              "1234567890°=AZERTYUIOP£QSDFGHJKLM%>WXCVBN?./§a"},
+             {"Nom ?", touches({{1, 12}, {15, 25}, {36, 37}}, "#~é€ > ") + "ttoc(2) > Valider",
+              " ~#{}`\\^@[] ïë€îêôâûù £ µé"},
+             {"Nom ?", "MAJ > ttoc(15) = A > ttoc(15) > ttoc(15) = a > ttoc(15) > ttoc(0) > Valider", "Aa "},
+             {"Nom ?", "MAJ > MAJ > ttoc(15) > #~é€ > ttoc(17) = € > #~é€ > ttoc(17) > Valider", "ae"},
+             {"Nom ?", "#~é€ > VERR. > ttoc(15) = a > ttoc(15) > Valider", "a"},
+             {"Nom ?|abcd",
+              "ttoc(54) > ttoc(54) > ttoc(13) > ttoc(15) > Text1 = aacd > ttoc(55) > tape x > ttoc(55) > "
+              "ttoc(55) > ttoc(51) > ttoc(52) > ttoc(53) > tape z > tape entree",
+              "aacxdz"},
+             {"Nom ?|abc", "C > ttoc(13) > ttoc(54) > tape \ty > Text1 = y > tape retour > tape z > Valider", "z"},
+             {"Nom ?|abc", "tape def > Annuler", "-"}});
+    donnent(clavier(etat::saisie_majuscules), {{"Nom ?", "ttoc(15) > ttoc(2) > VERR. > ttoc(15) > Valider", "A2a"}});
     tiennent(etat::texte_dialogue, clavv::montre_clavv, {{"Nom ?|abc", "tape def > Annuler", "abc"}});
 }
 
@@ -143,8 +142,8 @@ TEST_F(Dialogues, LaListeDuClavierSuitCeQuiEstTape) {
         return demande(invite);
     };
     donnent(propose, {{"Cuisson ?",
-                       "verifie lignes List1 4 > tape SA > verifie lignes List1 2 > List1 1 0 = Sans sauce > "
-                       "tape retour > tape retour > tape CUI > List1 0 0",
+                       "verifie lignes List1 4 > tape sa > verifie lignes List1 2 > List1 1 0 = Sans sauce > "
+                       "tape retour > tape retour > tape Cui > List1 0 0",
                        "Bien cuite"},
                       {"Cuisson ?", fois(5, "ttoc(53) > ") + "ttoc(52) > Valider", "Bien cuite"},
                       {"Cuisson ?", "tape bleuet > verifie lignes List1 0 > ttoc(53) > Valider", "bleuet"}});

@@ -69,7 +69,7 @@ TEST_F(Ligne, LesRemarquesViennentChangentEtPartent) {
                      tape  froid > Valider > g1 2 0 = Bleu froid > verifie image g1 2 0 110
                      g1 4 0 > Non > tape xyz > Annuler > g1 4 0 = À point
                      g1 1 0 > Oui > g1 1 0 = Bleu froid > g1 2 0 = > g1 3 0 = À point > verifie lignes g1 21
-                     g1 6 0 > tape à vider > tape entree > g1 6 0 > Non > ttoc(14) > Valider > g1 6 0 = > Valider)",
+                     g1 6 0 > tape à vider > tape entree > g1 6 0 > Non > C > Valider > g1 6 0 = > Valider)",
           steak + " ##QUA:001.00##{Bleu froid}{À point}{(a/b) /DES:x}{fin}"},
          // A full grid takes no more, until a row is free.
          {steak, pleine + R"(

@@ -114,20 +114,19 @@ TEST_F(Outils, LesRangeesOntUneSeuleTaille) {
 /// Left at either question, or with an empty answer, the program goes on; else it ends, for the next start to read.
 TEST_F(Outils, LaResolutionTapeeArreteLeProgramme) {
     constexpr int record = reglages::record_resolution;
-    const std::string tape = garde + "g1 33 0 > ttoc(14) > tape 1024 > Valider > ";
+    const std::string tape = garde + "g1 33 0 > C > tape 1024 > Valider > ";
     rangee(33, record,
            {{"#I#0:01280:00770",
-             "Text1 = 01280 > ttoc(14) > Valider > g1 33 0 > tape 9 > Annuler > g1 33 0 > ttoc(14) > tape 1024 > "
-             "Valider > Text1 = 00770 > ttoc(14) > Valider > g1 33 0 > ttoc(14) > tape 1024 > Valider > tape 9 > "
-             "ttoc(57) > verifie ecran ch_outils",
+             "Text1 = 01280 > C > Valider > g1 33 0 > tape 9 > Annuler > g1 33 0 > C > tape 1024 > "
+             "Valider > Text1 = 00770 > C > Valider > g1 33 0 > C > tape 1024 > Valider > tape 9 > "
+             "Annuler > verifie ecran ch_outils",
              "#I#0:01280:00770"}});
-    arrete(ch_outils::montre_ch_outils, tape + "ttoc(14) > tape 768 points > Valider");
+    arrete(ch_outils::montre_ch_outils, tape + "C > tape 768 points > Valider");
     EXPECT_EQ(reglage(record), "#I#0:01024:00768    ");
     static_cast<void>(reglages::ecrit(record, "#I#101024:00768"));
-    arrete(ch_outils::montre_ch_outils,
-           garde +
-               "g1 33 0 > Text1 = 1024: > ttoc(14) > tape 1280 > Valider > Text1 = 0768  > "
-               "ttoc(14) > tape 800 > Valider");
+    arrete(ch_outils::montre_ch_outils, garde +
+                                            "g1 33 0 > Text1 = 1024: > C > tape 1280 > Valider > Text1 = 0768  > "
+                                            "C > tape 800 > Valider");
     EXPECT_EQ(reglage(record), "#I#1001280000800    ");
     // The picture of a format closes the toolbox.
     reglent(record, ch_outils::montre_ch_outils, {{"#I#0:01280:00770", "g2 0 0 > Image1", "#I#0:00554:00770"}});
@@ -274,15 +273,25 @@ TEST_F(Couleurs, SeChoisissentEtSeRemettent) {
     est_regle({{1701, ""}, {1702, ""}, {1712, ""}, {1709, ""}});
     joue(ggcoul::montre_ggcoul, R"(
         verifie couleur btx(1) 1F2A36 > g1 1 5 > btx(2) > g1 0 2 > bt_coul(1) > g1 0 0 > btx(8) > bt_coul(0) > g1 1 0
-        g2 0 5)");
-    est_regle({{1701, "#I#0"}, {1702, "#I#2980057"}, {1712, "#I#16777215"}, {1708, "#I#11039295"}, {1703, ""}});
+        btx(9) > g1 0 3 > g2 0 5)");
+    est_regle(
+        {{1701, "#I#0"}, {1702, "#I#2980057"}, {1712, "#I#16777215"}, {1708, "#I#11039295"}, {1709, "#I#5228272"}});
     joue(ch_outils::montre_ch_outils,
-         "verifie couleur label_haut 000000 > verifie couleur g2 0 0 D9782D > attend 300 > g1 32 0 > "
+         "verifie couleur label_haut 000000 > verifie couleur g2 0 0 D9782D > verifie couleur g1 1 0 F0C64F > attend "
+         "300 > g1 32 0 > "
          "btx(3) > g1 0 2 > g2 0 5 > g1 1 0 > attend 100 > verifie couleur g3 0 0 D9782D > "
          "verifie couleur g2 0 5 23704F > Valider > g2 0 5");
     joue(ggcoul::montre_ggcoul,
          "g2 0 0 > Non > verifie couleur btx(2) D9782D > g2 0 0 > Oui > verifie couleur btx(2) 1F2A36 > g2 0 5");
-    est_regle({{1701, ""}, {1702, ""}, {1703, ""}, {1708, ""}, {1712, ""}, {1733, ""}, {1749, ""}, {1720, "#I#9"}});
+    est_regle({{1701, ""},
+               {1702, ""},
+               {1703, ""},
+               {1708, ""},
+               {1709, ""},
+               {1712, ""},
+               {1733, ""},
+               {1749, ""},
+               {1720, "#I#9"}});
 }
 
 /// A text colour that cannot be told from its ground is announced, and the example shows what screens put instead. A

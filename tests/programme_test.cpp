@@ -115,7 +115,7 @@ TEST_F(Programme, LeSigneParagrapheEtUneReferenceVidee) {
 TEST_F(Programme, LesReglagesBruts) {
     const auto tape = [](const std::string& numero, const std::string& valeur) {
         return "Command6 > Label1 = Entrez le numero de switch ? > tape " + numero +
-               " > btc(2) > Label1 = Valeur du switch N° " + numero + " ? > Text1 > ttoc(14) > tape " + valeur +
+               " > btc(2) > Label1 = Valeur du switch N° " + numero + " ? > Text1 > C > tape " + valeur +
                " > Valider > ";
     };
     for (const int n : {300, 301}) static_cast<void>(reglages::ecrit(n, "garde"));

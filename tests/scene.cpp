@@ -66,7 +66,7 @@ std::string route(std::string_view etapes) {
     std::string r;
     for (std::string_view ligne : texte::lignes(etapes)) {
         ligne.remove_prefix(std::min(ligne.find_first_not_of(' '), ligne.size()));
-        if (ligne.starts_with('#')) continue;
+        if (ligne.starts_with("# ")) continue;
         while (!ligne.empty()) {
             const auto fin = std::min(ligne.find(entre_etapes), ligne.size());
             r += commande(ligne.substr(0, fin)) + "\n";

@@ -16,7 +16,7 @@ namespace tests {
 
 /// A scenario in short, its steps on lines or between " > ": a control or cell to touch ("g1 2 0", "btc(5)", "Label6"),
 /// a caption ("Valider"), the text that one shows ("g1 2 0 = Sans sel"), what is hidden or shown ("sans btc(5)", "avec
-/// Text1"), or any command ("attend 100", "tape Sans sel"). Lines behind "#" are for the reader.
+/// Text1"), or any command ("attend 100", "tape Sans sel"). Lines behind "# " are for the reader.
 std::string route(std::string_view etapes);
 
 /// What a screen is given, what is done on it, and what it gives back.
