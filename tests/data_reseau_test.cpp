@@ -189,12 +189,15 @@ TEST_F(ReseauTest, UneMarqueDeLivraisonNeVautQuePourSaCommande) {
 }
 
 TEST_F(ReseauTest, CeQuUneLivraisonCoupeeALaisseEstRetire) {
-    for (const char* nom : {"a_.txt.123-4.tmp_", "b_.txt.9-1.tmp_", "autre.tmp_"})
-        terrain.pose("reseau/" + std::string(nom), "x");
+    const std::string a_elle = "a_.txt.dcfc60ceTABLETTE0100000401.tmp_",
+                      a_une_autre = "a_.txt.dcfc60ceTABLETTE0200000401.tmp_";
+    for (const std::string& nom : {std::string("a_.txt.123-4.tmp_"), a_elle, a_une_autre,
+                                   std::string("b_.txt.9-1.tmp_"), std::string("autre.tmp_")})
+        terrain.pose("reseau/" + nom, "x");
     livraison::Local local;
     local.en_attente = {"a_.-A-", "-A-"};
     ASSERT_TRUE(livraison::fait_le_point({"reseau", "TABLETTE01"}, local, {}));
-    EXPECT_EQ(restes(), (Noms{"autre.tmp_", "b_.txt.9-1.tmp_"})) << "those of other tablets stay";
+    EXPECT_EQ(restes(), (Noms{a_une_autre, "autre.tmp_", "b_.txt.9-1.tmp_"})) << "those of other tablets stay";
 }
 
 TEST_F(ReseauTest, UneCommandeEcritePendantLaPassePartAussi) {

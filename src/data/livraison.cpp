@@ -51,13 +51,17 @@ std::string empreinte(std::string_view repertoire) {
     return hexadecimal(h);
 }
 
+std::string code_de(const Lieu& lieu) {
+    std::string code = lieu.tablette;
+    code.resize(longueur_code, '0');
+    return code;
+}
+
 /// A key that no other delivery has, of this tablet or another: directory, tablet, time and count.
 std::string nouvelle_cle(const Lieu& lieu) {
     static std::atomic<std::uint32_t> compte = 0;
-    std::string code = lieu.tablette;
-    code.resize(longueur_code, '0');
     const auto temps = static_cast<std::uint32_t>(horloge::millisecondes());
-    return empreinte(lieu.repertoire) + code + hexadecimal((temps << 8) + ++compte);
+    return empreinte(lieu.repertoire) + code_de(lieu) + hexadecimal((temps << 8) + ++compte);
 }
 
 /// A mark taken apart: the order, and the key of the temporary file that it names.
@@ -206,12 +210,21 @@ std::optional<Constat> cherche_gardee(const Lieu& lieu, const std::string& fichi
     return Constat{nom, Sort::collectee};
 }
 
+/// Whether the key of a temporary file tells another tablet's delivery: an order there may have the same name, and its
+/// mark lies on that tablet.
+bool est_d_une_autre(const Lieu& lieu, std::string_view cle) {
+    return cle.size() == longueur_cle && cle.substr(chiffres_dossier, longueur_code) != code_de(lieu);
+}
+
 /// Removes what deliveries of waiting orders left in the network directory when they were cut off before their mark.
 void retire_restes(const Lieu& lieu, const Local& local, const Noms& la_bas, const Noms& marquees) {
     for (const std::string& attente : local.en_attente) {
         const std::string debut = fichier(nom_de(attente), fin_livree) + ".";
         for (auto i = la_bas.lower_bound(debut); i != la_bas.end() && i->starts_with(debut); ++i) {
-            if (i->ends_with(fichiers::suffixe_temporaire) && !marquees.contains(*i))
+            if (!i->ends_with(fichiers::suffixe_temporaire) || marquees.contains(*i)) continue;
+            std::string_view cle = std::string_view(*i).substr(debut.size());
+            cle.remove_suffix(fichiers::suffixe_temporaire.size());
+            if (!est_d_une_autre(lieu, cle))
                 static_cast<void>(fichiers::supprime(fichiers::joint(lieu.repertoire, *i)));
         }
     }
