@@ -4,7 +4,7 @@
 set -euo pipefail
 
 programme="cmake ninja-build g++ libsdl2-dev libstb-dev fonts-liberation fonts-material-design-icons-iconfont"
-tests="libgtest-dev googletest libbenchmark-dev xvfb xdotool imagemagick bindfs dpkg-dev file"
+tests="libgtest-dev googletest libbenchmark-dev xvfb xdotool imagemagick bindfs dpkg-dev file python3"
 windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 wine nsis"
 fuzz="clang libclang-rt-dev"
 format="clang-format python3"

@@ -16,8 +16,9 @@ namespace guet {
 namespace {
 
 /// Twice as long after each vain look, up to the last: nobody's disk or network is worn out. While orders wait for the
-/// network it is looked for steadily: back, it has the first of them within five seconds.
-constexpr int pas_ms = 2000, pas_max_ms = 30000, pas_du_reseau_ms = 4000;
+/// network it is looked for steadily: back, it has the first of them within five seconds, even where each operation on
+/// it takes a third of one.
+constexpr int pas_ms = 2000, pas_max_ms = 30000;
 constexpr int limite_ms = 2000;
 constexpr std::int64_t duree_reveil_ms = 60000;
 
@@ -40,8 +41,7 @@ bool a_cause() {
 
 /// The next look: an order that nobody collects is told when its time is up.
 int pas_suivant(int pas) {
-    if (est_en_reveil()) return pas_ms;
-    if (reseau::est_attendu()) return pas_du_reseau_ms;
+    if (cherche_le_reseau()) return pas_ms;
     const std::int64_t voulu = std::min(2 * pas, pas_max_ms), rappel = suivi::avant_la_prochaine();
     return static_cast<int>(rappel < 0 ? voulu : std::min(voulu, rappel));
 }
