@@ -4,11 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <random>
 
-#include "data/commande.h"
 #include "data/complements.h"
-#include "data/etat.h"
 #include "data/nombres.h"
 #include "platform/systeme/texte.h"
 
@@ -98,65 +95,6 @@ TEST(Lignes, UneCompositionNEstPasUneRemarqueEtResteEnPlace) {
     }
     EXPECT_EQ(l, ouverte + "   ##QUA:002.00##");
     EXPECT_FALSE(lignes::composition("{a}{b}").has_value());
-}
-
-TEST(Lignes, LesComposantsDUnMenu) {
-    const std::string menu(
-        "8880000000574  |DES:M|FA2:99|¤¤8880000000284  xSaladeð5ð1Ð8880000000307  xPâtesð0.5ð2.5|Ðreste"_t);
-    std::vector<std::tuple<std::string, double, double>> lus;
-    for (const auto& c : lignes::composants(lignes::validee(menu, 2, Remarques{std::string("8  xFauxð1ð1Ð"_t)})))
-        lus.emplace_back(c.reference, c.premier, c.second);
-    EXPECT_EQ(lus, (decltype(lus){{"8880000000284  ", 5, 1}, {"8880000000307  ", .5, 2.5}}));
-    EXPECT_TRUE(lignes::composants(article).empty());
-    EXPECT_EQ(lignes::composants("x|¤¤Ð"_t).size(), 1u) << "an empty component is one all the same";
-}
-
-/// Whatever is typed, an article stays what it is, the remarks come back as they were taken over, and the order file
-/// reads block by block.
-TEST(Lignes, AucuneRemarqueNeChangeUneLigne) {
-    std::mt19937 hasard(1252);
-    const std::string_view morceaux[] = {"{",      "}",     "|",      "{{",     "}}",   "##QUA:005.00##", "FA2:99",
-                                         "FA2:98", "|DES:", "|PVE:9", "|COU:7", "Ð"_t,  "|¤¤"_t,          "ð"_t,
-                                         " ",      "a",     "\r\n",   "é"_t,    "\x01", "\x02",           "#REF#"};
-    const std::string articles[] = {article,
-                                    "1",
-                                    "",
-                                    std::string("7  |DES:M|FA2:98|{{Eµ|¦}}"_t),
-                                    std::string("7  |DES:M|PVE:3|FA2:98|{{Eµ|¦"_t),
-                                    std::string("7  |DES:M|FA2:99|¤¤8  xAð1ð1Ð"_t)};
-    const auto tire = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(hasard); };
-    const auto parties = [](const std::string& l) {
-        return std::tuple(lignes::libelle(l), lignes::prix(l), lignes::composition(l), lignes::est_menu_compose(l),
-                          lignes::composants(l).size());
-    };
-    etat::nb_lignes_note = 1;
-    for (int tour = 0; tour < 5000; ++tour) {
-        const std::string& x = articles[tire(std::size(articles))];
-        Remarques voulues, attendues;
-        for (std::size_t i = tire(4); i > 0; --i) {
-            std::string r;
-            for (std::size_t k = tire(6); k > 0; --k) r += morceaux[tire(std::size(morceaux))];
-            voulues.push_back(r);
-            if (!texte::rogne(r).empty()) attendues.push_back(lignes::neutralise(texte::rogne(r)));
-        }
-        std::string l = x;
-        for (const double q : {1., 12., 999.}) {
-            l = lignes::validee(l, q, voulues);
-            ASSERT_EQ(lignes::quantite(l), q) << l;
-            ASSERT_EQ(lignes::segments(l), attendues) << l;
-            ASSERT_TRUE(parties(l) == parties(x)) << l;
-        }
-        etat::lignes_note[1] = l;
-        const std::string fichier = commande::contenu();
-        const auto lues = texte::lignes(fichier);
-        ASSERT_EQ(lues.size(), 5 + 3 * (1 + lignes::composants(x).size())) << fichier;
-        for (std::size_t i = 5; i < lues.size(); ++i)
-            ASSERT_TRUE(lues[i].starts_with(i % 3 == 2 ? "#REF#" : i % 3 == 0 ? "#COMP#" : "#NOTE#")) << fichier;
-        std::string comp = "#COMP#";
-        for (const std::string& r : attendues) comp += lignes::est_menu_compose(x) ? "" : r + "|";
-        ASSERT_EQ(lues[6], comp);
-    }
-    etat::nb_lignes_note = 0;
 }
 
 TEST(Complements, LesRangsSuiventLesRemarquesEtNEnPerdentAucune) {

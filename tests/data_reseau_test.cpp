@@ -9,10 +9,6 @@
 #include "platform/systeme/ouvrier.h"
 #include "platform/systeme/texte.h"
 
-#ifndef _WIN32
-#include <sys/resource.h>
-#endif
-
 namespace {
 
 using livraison::Sort;
@@ -118,22 +114,6 @@ TEST_F(ReseauTest, UneCommandeEstLivreeEntiereEtUneSeuleFois) {
     EXPECT_TRUE(restes().empty());
 }
 
-#ifndef _WIN32
-TEST_F(ReseauTest, UnReseauPleinGardeLaCommandeSurLaTablette) {
-    terrain.pose("a_.-A-", std::string(100000, 'x'));
-    rlimit avant{};
-    getrlimit(RLIMIT_FSIZE, &avant);
-    const rlimit serre = {5000, avant.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &serre);
-    const Sort sort = livre("reseau", "a_.-A-");
-    setrlimit(RLIMIT_FSIZE, &avant);
-    EXPECT_EQ(sort, Sort::reseau_perdu);
-    EXPECT_EQ(attendent().size(), 1u);
-    EXPECT_TRUE(livrees().empty());
-    EXPECT_TRUE(restes().empty());
-}
-#endif
-
 TEST_F(ReseauTest, LeCatalogueNEstRemplaceQueParUnCatalogueEntier) {
     terrain.pose("worvalune.wdo", "ancien");
     terrain.pose("orvalune.wdo", "entete");
@@ -210,26 +190,6 @@ TEST_F(ReseauTest, UneCommandeEcritePendantLaPassePartAussi) {
     passe();
     EXPECT_TRUE(ajoutee);
     EXPECT_EQ(livrees(), (Noms{"0_.txt", "a_.txt"}));
-}
-
-TEST_F(ReseauTest, LeReseauPartEtRevient) {
-    std::filesystem::rename("reseau", "parti");
-    terrain.pose("a_.-A-", "a");
-    passe();
-    EXPECT_FALSE(reseau::joignable());
-    EXPECT_EQ(signaux, 0) << "nothing has changed";
-    std::filesystem::rename("parti", "reseau");
-    passe();
-    EXPECT_TRUE(reseau::joignable());
-    EXPECT_EQ(reseau::commandes_en_attente(), 0);
-
-    etat::hors_ligne = true;
-    terrain.pose("b_.-A-", "b");
-    std::filesystem::remove("reseau/Test.res");
-    passe();
-    EXPECT_FALSE(reseau::joignable());
-    EXPECT_EQ(reseau::commandes_en_attente(), 1);
-    EXPECT_FALSE(std::filesystem::exists("reseau/Test.res")) << "the network is not touched";
 }
 
 /// The switch goes off while the order travels: that one ends, the next one stays.

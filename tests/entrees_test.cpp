@@ -167,42 +167,6 @@ TEST(EntreesEnormes, CentMegaOctets) {
     }
 }
 
-/// 40,000 articles: 330 in each of 121 families, of which 300 are kept.
-TEST(EntreesEnormes, QuaranteMilleArticles) {
-    std::string carte = "#SERV#01 Sophie\r\n#FAMI#02 Vins\r\n#TABL#1\r\n";
-    char ligne[120];
-    for (int n = 0; n < 121 * 330; ++n) {
-        std::snprintf(ligne, sizeof ligne, "#ARTI#%05d888%010d  |DES:Vin %d|PVE:%d.50|FA1:%d|FA2:0\r\n", n % 100000, n,
-                      n, n % 90, n % 121);
-        carte += ligne;
-    }
-    Terrain t;
-    t.restaurant();
-    t.pose("reseau/worvalune.wdo", carte);
-    tient_texte(t,
-                route("Sophie > Familles > g3 0 0 > Valider > Vins > btx(1) = Vin 2 > " + fois(24, "Suivant > ") + R"(
-        label_bas = Vins · 25 / 25 > btx(12) = Vin 36181 > g2 0 1 = > btx(12) > Label3 = 1.50 )"));
-}
-
-/// Catalogues of random pieces of lines: whatever they hold, the screens go on.
-TEST(EntreesAuHasard, DesCartesDeMorceaux) {
-    std::mt19937 hasard(20210519);
-    const std::string_view morceaux[] = {"#SERV#", "#FAMI#", "#ARTI#", "#TABL#",   "#CCOF#", "#CCOU#", "01",
-                                         "20 ",    "|DES:",  "|PVE:",  "|FA1:",    "|FA2:",  "99",     "98",
-                                         "{",      "}",      "{{",     "}}",       "\xB5",   "\xA6",   "|\xA4\xA4",
-                                         "\xD0",   "\xF0",   "#SG#",   "0005",     "-1",     "1e9",    "\r",
-                                         "\n",     "\r\n",   " ",      "888000000"};
-    for (int tour = 0; tour < 6; ++tour) {
-        SCOPED_TRACE(tour);
-        Terrain t;
-        t.restaurant();
-        std::string carte = t.lis("reseau/worvalune.wdo");
-        for (int i = 0; i < 2000; ++i) carte += morceaux[hasard() % std::size(morceaux)];
-        t.pose("reseau/worvalune.wdo", carte);
-        se_promene(t);
-    }
-}
-
 /// Without a directory to work in, nothing is done but to say so.
 TEST(SansDossier, LeProgrammeLeDit) {
     Terrain t;

@@ -168,18 +168,6 @@ TEST_F(Fichiers, LesTrousEntreRecordsSontDesBlancs) {
 
 #ifndef _WIN32
 
-TEST_F(Fichiers, SurUnDisquePleinLAncienFichierReste) {
-    terrain.pose("a.-A-", "ancien");
-    const std::string grand(50'000, 'x');
-    {
-        const tests::LimiteDeTaille limite(20'000);
-        EXPECT_EQ(fichiers::ecrit_tout(chemin("a.-A-"), grand, Remplace::oui), Issue::plein);
-        EXPECT_EQ(fichiers::ecrit_tout(chemin("b.-A-"), grand, Remplace::jamais), Issue::plein);
-    }
-    EXPECT_EQ(contenu("a.-A-"), "ancien");
-    EXPECT_EQ(tous(), Noms{"a.-A-"});
-}
-
 TEST_F(Fichiers, SurUnDisquePleinAucunDemiRecordNeReste) {
     auto f = fichiers::FichierRecords::ouvre(chemin("r"), 20);
     ASSERT_TRUE(f);
@@ -192,14 +180,6 @@ TEST_F(Fichiers, SurUnDisquePleinAucunDemiRecordNeReste) {
     EXPECT_EQ(f->lis(2).value(), "#I#1280             ");
     EXPECT_EQ(f->ecrit(4, "#I#10"), Issue::fait) << "with room again it goes on";
     EXPECT_EQ(f->lis(3).value(), std::string(20, ' '));
-}
-
-TEST_F(Fichiers, UnTubeALaPlaceDUnFichierEstRefuseSansAttendre) {
-    ASSERT_EQ(mkfifo((terrain.chemin() / "tube").c_str(), 0600), 0);
-    std::string lu;
-    EXPECT_EQ(fichiers::lis_tout(chemin("tube"), lu), Issue::refuse);
-    EXPECT_FALSE(fichiers::FichierRecords::ouvre(chemin("tube"), 10));
-    EXPECT_TRUE(tous().empty());
 }
 
 TEST_F(Fichiers, UnNomQueLaPageNeConnaitPasEstPasseSousSilence) {

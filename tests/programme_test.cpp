@@ -175,24 +175,6 @@ TEST_F(Programme, UnFichierQuiNePeutEtreEcrit) {
     }
 }
 
-/// Sizes, files and bytes that nobody wrote: the page shows what can be read, is edited and closed.
-TEST_F(Programme, DesFichiersAbimes) {
-    std::mt19937 hasard(7);
-    const std::string bon = terrain.lis("progppb.wdo");
-    std::string aleatoire(bon.size(), ' ');
-    for (char& c : aleatoire) c = static_cast<char>(hasard() & 0xFF);
-    for (const std::string& contenu : {bon.substr(0, 251), bon.substr(0, 700), aleatoire, std::string(3000, '\0')}) {
-        SCOPED_TRACE(contenu.size());
-        terrain.pose("progppb.wdo", contenu);
-        edite(R"(
-            Command5 > g1 40 2 > g1 40 2 > tape Essai > tape entree > Command3 > g1 1 1 > Command4 > g1 2 1
-            g1 2 5 > oui > bt_valide > Command2 > tape 1 > tape entree
-            Command2 > tape retour > tape retour > tape 0 > tape entree > g1 95 0 = 95 > Command1)");
-        compare(0, 40, 15, "Essai ");
-        compare(0, 40, 254, "\r\n");
-    }
-}
-
 /// On a narrow screen the long columns take small letters, and all can be touched.
 TEST_F(Programme, SurUnEcranDebout) {
     ecran_de(554, 800);

@@ -216,30 +216,4 @@ TEST_F(SuiviVivant, LeBandeauRedevientCommeAvant) {
     }
 }
 
-TEST_F(SuiviVivant, LesImagesDuBandeauRestentLibres) {
-    etat::nom_serveur = "Maximilien";
-    etat::table_couverts = "  012 12";
-    etat::nb_lignes_note = 123;
-    etat::total_note = "12345.00";
-    for (const auto& [largeur, hauteur] : {std::pair(1280, 770), {554, 770}}) {
-        SCOPED_TRACE(largeur);
-        for (const bool ambre : {false, true}) {
-            if (ambre) {
-                commande(12, suivi::Etat::deposee);
-                horloge::avance(5 * 60 * 1000);
-            }
-            ecran::Forme& f = bandeau_de(largeur, hauteur);
-            const ecran::Controle &etat = f("label_etat"), &suivi = f("logosuiv");
-            EXPECT_LT(etat.cadre.droite(), suivi.cadre.gauche);
-            EXPECT_EQ(suivi.cadre.droite(), f("logoserv").cadre.gauche);
-            EXPECT_EQ(suivi.cadre.largeur, f("logoserv").cadre.largeur);
-            EXPECT_EQ(f("logo").cadre.droite(), largeur * ecran::twips_par_pixel);
-            const ecran::Zone z = ecran::Placement(1).zone(etat.cadre);
-            const auto& m = ecran::met_en_lignes(ecran::Police::grasse, ecran::Placement(1).em(etat.aspect.police),
-                                                 etat.aspect.texte, {z.droite - z.gauche, z.bas - z.haut, 1});
-            EXPECT_EQ(m.lignes, std::vector<std::string>{etat.aspect.texte}) << "shrunk perhaps, but not cut";
-        }
-    }
-}
-
 }  // namespace
