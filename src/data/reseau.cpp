@@ -354,6 +354,7 @@ void premiere_connexion() {
 }
 
 void passe() {
+    suivi::enregistre();
     ouvrier::traite_reponses();  // what has ended late has changed the files
     auto local = regarde_ici();
     if (etat::hors_ligne) connexion.joignable = false;

@@ -242,7 +242,6 @@ void ajoute(std::string_view nom, int nombre_de_lignes) {
     liste.push_back(std::move(l));
     change = true;
     raccourcit();
-    enregistre();
 }
 
 void passe_a(std::string_view nom, Etat etat) {

@@ -46,7 +46,7 @@ const std::vector<Ligne>& lignes();
 bool est_deposee(std::string_view nom);
 /// Whether an order of that name has a line.
 bool connait(std::string_view nom);
-/// An order was written: a line for it, "en attente".
+/// An order was written: a line for it, "en attente". The file follows with the next look at the network.
 void ajoute(std::string_view nom, int nombre_de_lignes);
 /// The order of that name came into another state; nothing when it has no line or is there already.
 void passe_a(std::string_view nom, Etat etat);
