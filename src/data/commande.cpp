@@ -159,7 +159,7 @@ fichiers::Issue envoi_commande() {
     }
     noms_donnes.insert(fichier);
     suivi::ajoute(livraison::nom_de(fichier), std::min<int>(etat::nb_lignes_note, etat::lignes_note_max));
-    journal::note(ordre + std::string(" écrite"_t));
+    journal::retient(ordre + std::string(" écrite"_t));
     vide_la_note();
     return issue;
 }

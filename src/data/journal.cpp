@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::uint64_t longueur_max = 1'000'000;
 
+std::string retenues;  ///< lines that have not been written yet
+
 /// A file's name may hold what would end the line.
 std::string sur_une_ligne(std::string t) {
     std::replace_if(
@@ -33,13 +35,20 @@ void note(std::string_view evenement) {
 }
 
 void note(std::span<const std::string> evenements) {
-    if (evenements.empty()) return;
+    for (const std::string& e : evenements) retient(e);
+    ecrit();
+}
+
+void retient(std::string_view evenement) {
+    retenues += horloge::lisible(horloge::maintenant()) + " " + sur_une_ligne(std::string(evenement)) + "\r\n";
+}
+
+void ecrit() {
+    if (retenues.empty()) return;
     if (fichiers::longueur(nom_fichier).value_or(0) >= longueur_max)
         static_cast<void>(fichiers::renomme_en_remplacant(nom_fichier, nom_ancien));
-    const std::string heure = horloge::lisible(horloge::maintenant()) + " ";
-    std::string lignes;
-    for (const std::string& e : evenements) lignes.append(heure).append(sur_une_ligne(e)).append("\r\n");
-    static_cast<void>(fichiers::ajoute(nom_fichier, lignes));
+    static_cast<void>(fichiers::ajoute(nom_fichier, retenues));
+    retenues.clear();
 }
 
 std::string fin(std::size_t nombre) {

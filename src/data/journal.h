@@ -15,6 +15,10 @@ void note(std::string_view evenement);
 /// Likewise several, at one stroke: however many orders were collected, the interface opens the file once.
 void note(std::span<const std::string> evenements);
 
+/// Keeps an event of this moment until something is noted, or ecrit(): whoever tells it is not held up.
+void retient(std::string_view evenement);
+void ecrit();
+
 /// The last lines, at most `nombre`, oldest first, with CR LF; those of the older file too where they are needed.
 std::string fin(std::size_t nombre);
 

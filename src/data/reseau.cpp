@@ -355,6 +355,7 @@ void premiere_connexion() {
 
 void passe() {
     suivi::enregistre();
+    journal::ecrit();
     ouvrier::traite_reponses();  // what has ended late has changed the files
     auto local = regarde_ici();
     if (etat::hors_ligne) connexion.joignable = false;
