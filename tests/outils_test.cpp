@@ -6,6 +6,7 @@
 #include "config/ch_outils.h"
 #include "config/ggcoul.h"
 #include "dialogs/clav_num.h"
+#include "dialogs/formes.h"
 #include "main_screen/attend_tempo.h"
 #include "platform/peinture/placement.h"
 #include "platform/systeme/fichiers.h"
@@ -322,13 +323,16 @@ TEST_F(Couleurs, UneEncreTropProcheDuFondEstRemplacee) {
                {"#I#255", "", 0xFF0000, remplacee}};
     for (const auto& c : cas) {
         SCOPED_TRACE(std::string(c.fond) + " " + c.encre);
-        regle({{1703, c.fond}, {1713, c.encre}});
+        regle({{1703, c.fond}, {1713, c.encre}, {1709, c.fond}});
         regarde([] { clav_num::demande("", "Combien ?"); },
                 [&](ecran::Forme& f) {
                     const ecran::Teintes t = ecran::teintes(f("g3").grille.cellule(0, 0));
                     EXPECT_EQ(t.fond, c.vu);
                     EXPECT_TRUE(t.encre == c.ecrit || c.ecrit == remplacee);
                     EXPECT_GE(ecran::contraste(t.fond, t.encre), c.ecrit == remplacee ? 4.5 : 2);
+                    ecran::Aspect neuf;
+                    formes::colore_chiffre(neuf, 9);
+                    EXPECT_EQ(neuf.fond, *c.fond ? c.vu : ecran::palette::chiffres[9]);
                 });
     }
 }
