@@ -1,5 +1,4 @@
 // The editor of the key program: what it does on the screen, and what it leaves in the file.
-#include <random>
 
 #include "config/w_prog.h"
 #include "scene.h"
