@@ -13,8 +13,8 @@ set_target_properties(orvalune PROPERTIES WIN32_EXECUTABLE ON)
 target_link_options(orvalune PRIVATE -municode $<$<CONFIG:Release>:-s>)
 
 find_program(MAKENSIS makensis NO_CMAKE_FIND_ROOT_PATH)
-if(NOT MAKENSIS)
-  message(STATUS "makensis was not found: no installer")
+if(NOT MAKENSIS OR NOT PAGE_MANUEL)
+  message(STATUS "makensis or the manual was not found: no installer")
   return()
 endif()
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
@@ -27,8 +27,8 @@ endif()
 add_custom_command(OUTPUT ${INSTALLEUR}
   COMMAND ${MAKENSIS} -V2 -WX -INPUTCHARSET UTF8 -DCIBLE=${CIBLE} -DVERSION=${PROJECT_VERSION}
     -DVERSION_W=${PROJECT_VERSION_MAJOR}.${MINEUR}.0.0 -DPROGRAMME=$<TARGET_FILE:orvalune> -DSORTIE=${INSTALLEUR}
-    -DLICENCES=${LICENCES}
+    -DLICENCES=${LICENCES} -DMANUEL=${PAGE_MANUEL}
     -DICONE=${CMAKE_SOURCE_DIR}/assets/orvalune.ico ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi
-  DEPENDS orvalune ${LICENCES} ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi ${CMAKE_SOURCE_DIR}/assets/orvalune.ico
+  DEPENDS orvalune ${LICENCES} ${PAGE_MANUEL} ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi ${CMAKE_SOURCE_DIR}/assets/orvalune.ico
   VERBATIM)
 add_custom_target(installeur ALL DEPENDS ${INSTALLEUR})

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes the pictures of the manual and of the README anew, with the terminal itself.
+# Makes the pictures of the manual and of the README anew, with the terminal itself; then the manual's page for a browser.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -57,3 +57,5 @@ cp build/manuel-suivi-1280x770/renvoyer.png build/manuel/captures
 
 mkdir -p docs/images
 cp build/manuel/captures/*.png docs/images/
+outils/page_manuel.sh docs/manuel.md build/manuel/manuel.html
+echo "The manual: $PWD/build/manuel/manuel.html"

@@ -1,4 +1,5 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, SORTIE, ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, MANUEL, SORTIE,
+; ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
 ;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
@@ -18,6 +19,7 @@ Target ${CIBLE}
 !include x64.nsh
 
 !define NOM "Orvalune"
+!define RACCOURCI_MANUEL "Manuel d'Orvalune"
 !define CLE_PROGRAMME "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NOM}"
 !define CLE_DEMARRAGE "Software\Microsoft\Windows\CurrentVersion\Run"
 !define REFUSE 2
@@ -581,6 +583,7 @@ Function retire_ancien
   ${EndIf}
   Delete "$ancien\orvalune.exe"
   Delete "$ancien\licences.txt"
+  Delete "$ancien\manuel.html"
   Delete "$ancien\desinstalle.exe"
   RMDir $ancien
 FunctionEnd
@@ -605,11 +608,13 @@ Section
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ClearErrors
   File "/oname=licences.txt" "${LICENCES}"
+  File "/oname=manuel.html" "${MANUEL}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit entièrement dans $INSTDIR."
 
   SetOutPath $dossier   ; where the shortcut starts
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
+  CreateShortcut "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk" "$INSTDIR\manuel.html"
   ${If} $demarrage = 1
     WriteRegStr SHCTX "${CLE_DEMARRAGE}" "${NOM}" '"$INSTDIR\orvalune.exe" --dossier "$dossier"'
   ${Else}
@@ -658,10 +663,12 @@ Section Uninstall
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
   Delete "$INSTDIR\licences.txt"
+  Delete "$INSTDIR\manuel.html"
   Delete "$INSTDIR\desinstalle.exe"
   SetOutPath $TEMP
   RMDir $INSTDIR
   Delete "$SMPROGRAMS\${NOM}.lnk"
+  Delete "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk"
   DeleteRegValue SHCTX "${CLE_DEMARRAGE}" "${NOM}"
   DeleteRegKey SHCTX "${CLE_PROGRAMME}"
 SectionEnd

@@ -17,6 +17,7 @@ echec() {
 
 contenu=$(dpkg-deb -c "$paquet" | sed 's/^\(.\{10\}\) [^ ]* .* \.\//\1 /')
 for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rw-r--r-- usr/share/applications/orvalune.desktop' \
+    '-rw-r--r-- usr/share/applications/orvalune-manuel.desktop' \
     '-rw-r--r-- usr/share/icons/hicolor/256x256/apps/orvalune.png' '-rw-r--r-- usr/share/man/man1/orvalune.1.gz' \
     '-rw-r--r-- usr/share/doc/orvalune/copyright' '-rw-r--r-- usr/lib/systemd/system/orvalune-kiosk.service'; do
     grep -qxF -e "$fichier" <<<"$contenu" || echec "not in the package: $fichier"
@@ -33,11 +34,14 @@ programme=$essai/paquet/usr/bin/orvalune
 sed '/^\[Service\]/,$d' "$essai/paquet/usr/lib/systemd/system/orvalune-kiosk.service" | grep -qx 'StartLimitIntervalSec=0' ||
     echec "a kiosk that fails five times stays black"
 [[ $("$programme" --version) == "Orvalune $version ("* ]] || echec "the packaged program does not say its version"
-# Every picture that the manual shows lies beside it.
-manuel=$essai/paquet/usr/share/doc/orvalune
-while read -r image; do
-    [ -s "$manuel/$image" ] || echec "the manual lacks $image"
-done < <(sed -n 's/^!\[.*](\(.*\))$/\1/p' "$manuel/manuel.md")
+# The manual is one page: every picture within, every link leads somewhere in it.
+manuel=$essai/paquet/usr/share/doc/orvalune/manuel.html
+images=$(grep -o '<img [^>]*src="[^"]\{8\}' "$manuel" | sort | uniq -c | sed 's/^ *//')
+[[ $images =~ ^[1-9][0-9]+\ \<img\ src=\"data:ima$ ]] || echec "pictures of the manual are not within it: $images"
+liens=$(grep -o 'href="[^"]*"' "$manuel" | sed 's/^href="//; s/"$//; s/%/\\x/g' | sort -u)
+while read -r lien; do
+    grep -qF "id=\"$(printf '%b' "${lien#\#}")\"" "$manuel" || echec "the manual has no heading for $lien"
+done <<<"$liens"
 
 # Removed, then purged, upon a working directory of our own.
 travail=$essai/travail

@@ -31,6 +31,7 @@ travail=$(winepath -u "$dossier")
 sous_windows=$(winepath -w "$installeur")
 menu="Microsoft/Windows/Start Menu/Programs/Orvalune.lnk"
 raccourci=$profil/AppData/Roaming/$menu
+manuel="$(dirname "$raccourci")/Manuel d'Orvalune.lnk"
 
 # statut EXPECTED COMMAND...
 statut() {
@@ -102,6 +103,7 @@ cp "$programme/orvalune.exe" "$essai/programme"
 [ -z "$(demarrage)" ] || echec "starts at logon, and nobody asked for it"
 [[ $(inscrit UninstallString) == *'\Orvalune\desinstalle.exe"' ]] || echec "not listed among the programs"
 [ "$(tr -d '\0' <"$raccourci" | grep -acF -- "--dossier \"$dossier\"")" -gt 0 ] || echec "the shortcut does not name $dossier"
+[ -e "$manuel" ] && grep -qF 'id="13-installer"' "$programme/manuel.html" || echec "the manual is not in the menu"
 
 # Other ways to name a directory, and the program found where it is.
 vieillit "$programme"
@@ -174,7 +176,7 @@ cp -r "$travail" "$essai/avant"
 desinstalle 0
 [ ! -e "$programme/orvalune.exe" ] || echec "the program is still there"
 [ -z "$(demarrage)$(inscrit DisplayName)" ] || echec "still in the registry"
-[ ! -e "$raccourci" ] || echec "the shortcut is still there"
+[ ! -e "$raccourci" ] && [ ! -e "$manuel" ] || echec "a shortcut is still there"
 ligne 0 ''
 sans_attendre "$profil/AppData/Local/Programs/Orvalune"
 diff -r "$travail" "$essai/avant" || echec "uninstalling changed the working directory"
