@@ -24,7 +24,7 @@ for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rw-r--r-- usr/share/applications/
 done
 ! grep -q '\.wdo\|wants/' <<<"$contenu" || echec "it brings settings, or enables the kiosk"
 depend=$(dpkg-deb -f "$paquet" Depends)
-for nom in libsdl2-2.0-0 libstdc++6 adduser; do
+for nom in libxcb-xinput0 libxkbcommon-x11-0 libx11-data libc6 adduser; do
     [[ ", $depend" == *", $nom"* ]] || echec "does not depend on $nom: $depend"
 done
 
