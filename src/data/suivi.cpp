@@ -167,11 +167,11 @@ struct Fichier {
     Etat etat;
 };
 
-/// The orders that the working directory holds, and the state that their files tell.
-std::vector<Fichier> cherche_fichiers() {
+/// The orders that the working directory holds, and the state that their files tell; nothing when it cannot be read.
+std::optional<std::vector<Fichier>> cherche_fichiers() {
     std::vector<Fichier> r;
     const auto local = livraison::liste_locale();
-    if (!local) return r;
+    if (!local) return std::nullopt;
     for (const auto& f : local->en_attente) {
         const std::string nom(livraison::nom_de(f));
         const bool marquee = std::any_of(local->marques.begin(), local->marques.end(),
@@ -191,7 +191,9 @@ void charge() {
     liste.clear();
     change = false;
     lis_fichier();
-    std::vector<Fichier> presents = cherche_fichiers();
+    auto fichiers_presents = cherche_fichiers();
+    if (!fichiers_presents) return;
+    std::vector<Fichier>& presents = *fichiers_presents;
     const auto present = [&](const std::string& nom) {
         return std::binary_search(presents.begin(), presents.end(), Fichier{nom, "", {}},
                                   [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });
@@ -270,15 +272,17 @@ std::int64_t avant_la_prochaine() {
     return r;
 }
 
-bool renvoie(std::string_view nom) {
-    if (!est_un_nom(nom)) return false;
-    const std::string base(nom);
-    const auto issue =
-        fichiers::renomme(base + std::string(livraison::fin_a_verifier), base + std::string(livraison::fin_en_attente));
-    if (issue != fichiers::Issue::fait) return false;
+Renvoi renvoie(std::string_view nom) {
+    if (!est_un_nom(nom)) return Renvoi::texte_perdu;
+    const std::string base(nom), attente = base + std::string(livraison::fin_en_attente);
+    const auto issue = fichiers::renomme(base + std::string(livraison::fin_a_verifier), attente);
+    if (issue != fichiers::Issue::fait) {
+        if (fichiers::existe(attente)) return Renvoi::deja_en_attente;
+        return issue == fichiers::Issue::absent ? Renvoi::texte_perdu : Renvoi::echec;
+    }
     passe_a(nom, Etat::en_attente);
     enregistre();
-    return true;
+    return Renvoi::fait;
 }
 
 }  // namespace suivi

@@ -171,6 +171,17 @@ std::optional<std::uint64_t> longueur(std::string_view chemin) {
     return n;
 }
 
+std::optional<Trouve> trouve(std::string_view chemin) {
+    Trouve r;
+    std::uint64_t volume = 0, volume_autour = 0, n = 0;
+    if (systeme::nature(chemin, r.longueur, &volume) != systeme::Nature::fichier) return std::nullopt;
+    std::string repertoire = repertoire_de(chemin);
+    while (repertoire.size() > 1 && est_separateur(repertoire.back())) repertoire.pop_back();
+    if (systeme::nature(repertoire_de(repertoire), n, &volume_autour) == systeme::Nature::repertoire)
+        r.monte = volume != volume_autour;
+    return r;
+}
+
 bool correspond(std::string_view nom, std::string_view motif) {
     const auto etoile = motif.find('*');
     if (etoile == std::string_view::npos) return egal_sans_casse(nom, motif);

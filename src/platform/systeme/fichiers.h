@@ -35,6 +35,12 @@ bool est_repertoire(std::string_view chemin);
 bool est_tenu(std::string_view chemin);
 /// Length in bytes; nothing when there is no such file.
 std::optional<std::uint64_t> longueur(std::string_view chemin);
+/// A plain file as it is found at a path.
+struct Trouve {
+    std::uint64_t longueur = 0;  ///< bytes
+    bool monte = false;          ///< a share, or another file system, is mounted in the place of its directory
+};
+std::optional<Trouve> trouve(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
 /// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);

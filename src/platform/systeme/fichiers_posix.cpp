@@ -148,18 +148,21 @@ std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode,
     return f;
 }
 
-Nature nature(std::string_view chemin, std::uint64_t& longueur) {
+Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume) {
     struct stat s {};
     if (::stat(natif(chemin).c_str(), &s) != 0) return Nature::absente;
+    if (volume != nullptr) *volume = s.st_dev;
     longueur = static_cast<std::uint64_t>(s.st_size);
     return S_ISREG(s.st_mode) ? Nature::fichier : S_ISDIR(s.st_mode) ? Nature::repertoire : Nature::autre;
 }
 
 /// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.
+/// What is listed without its sort and cannot be looked at is there all the same, and no file of an order is missing.
 static bool est_fichier(std::string_view repertoire, const std::string& nom, unsigned char sorte) {
     if (sorte == DT_REG || sorte == DT_DIR) return sorte == DT_REG;
     std::uint64_t n = 0;
-    return nature(joint(repertoire, nom), n) == Nature::fichier;
+    const Nature vue = nature(joint(repertoire, nom), n);
+    return vue == Nature::fichier || (vue == Nature::absente && sorte == DT_UNKNOWN);
 }
 
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {

@@ -35,7 +35,8 @@ class Fichier {
 };
 
 enum class Nature { absente, fichier, repertoire, autre };
-Nature nature(std::string_view chemin, std::uint64_t& longueur);
+/// `volume`, where it is asked for: the file system that holds it; 0 where none can be told from another.
+Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume = nullptr);
 /// Names of all entries of a directory that are plain files, in any order. Anything but Issue::fait: not all of them.
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms);
 /// Renames without ever replacing.

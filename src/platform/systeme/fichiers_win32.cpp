@@ -223,8 +223,10 @@ std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode,
     return f;
 }
 
-Nature nature(std::string_view chemin, std::uint64_t& longueur) {
+/// A share goes with its letter or its name: no other directory comes into its place.
+Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume) {
     WIN32_FILE_ATTRIBUTE_DATA d;
+    if (volume != nullptr) *volume = 0;
     if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return Nature::absente;
     longueur = (std::uint64_t{d.nFileSizeHigh} << 32) | d.nFileSizeLow;
     if ((d.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return Nature::repertoire;
