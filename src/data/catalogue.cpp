@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "data/nombres.h"
@@ -12,7 +13,7 @@
 namespace catalogue {
 namespace {
 
-constexpr std::string_view fichier_entete = "orvalune.wdo", fichier_catalogue = "worvalune.wdo";
+constexpr std::string_view fichier_entete = "orvalune.wdo", avant_couleur = "|COU:";
 constexpr std::size_t longueur_marque = 6, longueur_reference = 13;
 constexpr int lignes_entete_gardees = 15;
 
@@ -34,9 +35,15 @@ void augmente(std::int16_t& n) {
     if (n < std::numeric_limits<std::int16_t>::max()) ++n;
 }
 
-void lis_entete(Tables& t) {
+/// Reads a file of the directory; of the working directory another program's hold is noted.
+bool lis_fichier(std::string_view repertoire, std::string_view nom, std::string& contenu) {
+    const auto issue = fichiers::lis_tout(fichiers::joint(repertoire, nom), contenu);
+    return (repertoire.empty() ? tenus::note(nom, issue) : issue) == fichiers::Issue::fait;
+}
+
+void lis_entete(Tables& t, std::string_view repertoire) {
     std::string contenu;
-    if (tenus::note(fichier_entete, fichiers::lis_tout(fichier_entete, contenu)) != fichiers::Issue::fait) return;
+    if (!lis_fichier(repertoire, fichier_entete, contenu)) return;
     pour_chaque_ligne(contenu, [&t](std::string_view ligne) {
         if (texte::rogne(ligne).empty()) return;
         augmente(t.nb_lignes_orvalune);
@@ -47,17 +54,22 @@ void lis_entete(Tables& t) {
     });
 }
 
+/// The number that was named; nothing when it is beyond those that may be.
 template <std::size_t N>
-void pose_nom(std::array<std::string, N>& noms, std::string_view ligne) {
+std::optional<int> pose_nom(std::array<std::string, N>& noms, std::string_view ligne) {
     const double n = nombres::entier(texte::colonnes(ligne, 7, 2));
-    if (n >= 0 && n < static_cast<double>(N)) noms[static_cast<std::size_t>(n)] = texte::colonnes(ligne, 10);
+    if (n < 0 || n >= static_cast<double>(N)) return std::nullopt;
+    noms[static_cast<std::size_t>(n)] = texte::colonnes(ligne, 10);
+    return static_cast<int>(n);
 }
 
 void prend_serveur(Tables& t, std::string_view ligne) {
-    pose_nom(t.noms_serveurs, ligne);
+    static_cast<void>(pose_nom(t.noms_serveurs, ligne));
 }
 void prend_famille(Tables& t, std::string_view ligne) {
-    pose_nom(t.noms_familles, ligne);
+    const auto n = pose_nom(t.noms_familles, ligne);
+    if (n && std::find(t.ordre_familles.begin(), t.ordre_familles.end(), *n) == t.ordre_familles.end())
+        t.ordre_familles.push_back(*n);
 }
 
 void prend_article(Tables& t, std::string_view ligne) {
@@ -93,9 +105,9 @@ constexpr Genre genres[] = {
     {"#TABL#", prend_table},   {"#CCOF#", prend_couleurs_familles}, {"#CCOU#", prend_couleurs_serveurs},
 };
 
-void lis_lignes(Tables& t) {
+void lis_lignes(Tables& t, std::string_view repertoire) {
     auto contenu = std::make_shared<std::string>();
-    t.lu = tenus::note(fichier_catalogue, fichiers::lis_tout(fichier_catalogue, *contenu)) == fichiers::Issue::fait;
+    t.lu = lis_fichier(repertoire, fichier_catalogue, *contenu);
     t.contenu = contenu;
     pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
         const std::string_view marque = ligne.substr(0, longueur_marque);
@@ -107,12 +119,22 @@ void lis_lignes(Tables& t) {
 
 }  // namespace
 
-std::unique_ptr<Tables> lis() {
+std::unique_ptr<Tables> lis(std::string_view repertoire) {
     auto t = std::make_unique<Tables>();
     t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
-    lis_entete(*t);
-    lis_lignes(*t);
+    lis_entete(*t, repertoire);
+    lis_lignes(*t, repertoire);
     return t;
+}
+
+std::optional<int> sous_groupe(std::string_view record) {
+    constexpr int premier = 30;  // sub-group n is family 30 + n
+    if (!record.starts_with("#SG#")) return std::nullopt;
+    return std::clamp(premier + nombres::entier_int(texte::colonnes(record, 5, 4)), 0, familles_max);
+}
+
+std::string_view sans_couleur(std::string_view nom_de_famille) {
+    return nom_de_famille.substr(0, nom_de_famille.find(avant_couleur));
 }
 
 void charge_catalogue() {
@@ -146,9 +168,9 @@ int chiffre_couleur(std::string_view couleurs, int n) {
 int chiffre_famille(int n) {
     if (n < 0 || n > familles_nommees_max) return 0;
     const std::string_view nom = courant().noms_familles[static_cast<std::size_t>(n)];
-    const auto p = nom.find("|COU:");
+    const auto p = nom.find(avant_couleur);
     return p == std::string_view::npos ? chiffre_couleur(courant().couleurs_familles, n)
-                                       : nombres::entier_int(nom.substr(p + 5));
+                                       : nombres::entier_int(nom.substr(p + avant_couleur.size()));
 }
 
 bool table_connue(std::string_view numero) {

@@ -1,16 +1,19 @@
 // The catalogue: servers, families, articles, tables and key colours, from "orvalune.wdo" and "worvalune.wdo" of the
-// working directory. Reading never fails: what cannot be read is left out.
+// working directory, or of another one. Reading never fails: what cannot be read is left out.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace catalogue {
+
+inline constexpr std::string_view fichier_catalogue = "worvalune.wdo";
 
 inline constexpr int serveurs_max = 20, familles_nommees_max = 20, familles_max = 120, places_max = 300;
 
@@ -21,6 +24,7 @@ struct Tables {
     std::string rep_catalogue;                    ///< behind "#DIR#"
     std::array<std::string, serveurs_max + 1> noms_serveurs;
     std::array<std::string, familles_nommees_max + 1> noms_familles;       ///< perhaps with "|COU:" and a colour
+    std::vector<int> ordre_familles;                                       ///< their numbers, as the file names them
     std::array<std::vector<std::string_view>, familles_max + 1> articles;  ///< places 1, 2 … of a family, without gaps
     std::array<std::int16_t, familles_max + 1> nb_articles{};              ///< also counts articles beyond places_max
     std::string liste_tables = "xxx";                                      ///< "xxx001|002|"
@@ -29,8 +33,12 @@ struct Tables {
     bool lu = false;  ///< the catalogue proper could be read
 };
 
-/// Reads both files of the working directory into fresh tables.
-std::unique_ptr<Tables> lis();
+/// Reads both files of a directory, else of the working directory, into fresh tables.
+std::unique_ptr<Tables> lis(std::string_view repertoire = {});
+/// The family that a record opens which is no article but a sub-group of its own family.
+std::optional<int> sous_groupe(std::string_view record);
+/// A family's name without what may tell its colour.
+std::string_view sans_couleur(std::string_view nom_de_famille);
 /// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that
 /// cannot be read at the moment; only while no dialog is open.
 void charge_catalogue();
