@@ -58,18 +58,21 @@ std::string_view Articles::serveur(int numero) const {
     return texte::rogne(tables_->noms_serveurs[static_cast<std::size_t>(numero)]);
 }
 
-const Articles& Carte::courante() {
+bool Carte::relit() {
+    constexpr int patience = 10;
     const std::string fichier = fichiers::joint(repertoire_, catalogue::fichier_catalogue);
     const auto longueur = fichiers::longueur(fichier);
     const auto date = fichiers::modifie_le(fichier);
     const bool change = longueur && date && (*longueur != longueur_ || *date != date_);
-    if (articles_ && !change) return *articles_;
+    if (articles_ && lue_ && !change) return true;
     auto tables = catalogue::lis(repertoire_);
-    if (articles_ && !tables->lu) return *articles_;
-    longueur_ = longueur.value_or(0);
-    date_ = date.value_or(0);
-    articles_ = std::make_unique<Articles>(std::move(tables));
-    return *articles_;
+    if (tables->lu || !articles_) {
+        lue_ = tables->lu;
+        longueur_ = longueur.value_or(0);
+        date_ = date.value_or(0);
+        articles_ = std::make_unique<Articles>(std::move(tables));
+    }
+    return lue_ || !longueur || ++echecs_ > patience;
 }
 
 }  // namespace articles

@@ -49,12 +49,17 @@ class Articles {
 class Carte {
   public:
     explicit Carte(std::string repertoire) : repertoire_(std::move(repertoire)) {}
-    /// What was read last stays while the file cannot be read.
-    const Articles& courante();
+    /// Reads it when it has changed. False while the file is there, cannot be read, and never could be: one that waits
+    /// a moment then prints labels, not references.
+    bool relit();
+    /// What was read last; it stays while the file cannot be read.
+    const Articles& courante() const { return *articles_; }
 
   private:
     std::string repertoire_;
     std::unique_ptr<Articles> articles_;
+    bool lue_ = false;
+    int echecs_ = 0;
     std::uint64_t longueur_ = 0;
     std::int64_t date_ = 0;
 };

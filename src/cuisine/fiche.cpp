@@ -50,13 +50,13 @@ bool prend(std::string_view l, Fiche& f) {
 Issue lis(std::string_view chemin, Fiche& f) {
     std::string contenu;
     const Issue issue = fichiers::lis_tout(chemin, contenu, longueur_max);
-    if (issue != Issue::fait) return issue == Issue::trop_long ? Issue::panne : issue;
     f = {};
-    auto l = texte::lignes(contenu);
-    if (l.size() < 2 || l.front() != debut || l.back() != fin) return Issue::panne;
-    for (std::size_t i = 1; i + 1 < l.size(); ++i) {
-        if (!prend(l[i], f)) return Issue::panne;
-    }
+    if (issue == Issue::trop_long) return Issue::fait;
+    if (issue != Issue::fait) return issue;
+    const auto l = texte::lignes(contenu);
+    bool juste = l.size() >= 2 && l.front() == debut && l.back() == fin;
+    for (std::size_t i = 1; juste && i + 1 < l.size(); ++i) juste = prend(l[i], f);
+    if (!juste) f = {};
     return Issue::fait;
 }
 

@@ -25,7 +25,7 @@ struct Fiche {
     std::vector<Partie> parties;
 };
 
-/// `absent` without a file; `panne` when it is damaged.
+/// `absent` without a file. One that is damaged leaves the fiche without parts.
 fichiers::Issue lis(std::string_view chemin, Fiche& fiche);
 fichiers::Issue ecrit(std::string_view chemin, const Fiche& fiche);
 

@@ -21,6 +21,7 @@ constexpr std::string_view debut_tcp = "tcp://", debut_fichier = "fichier:", mot
 // Milliseconds.
 constexpr int appel_max = 3000, envoi_max = 5000, reponse_max = 500, pas_d_attente = 1000;
 constexpr int pas_d_impression = 8;  ///< steps that a ticket may take to be printed
+constexpr int silences_max = 2;      ///< steps without any answer, after which it counts as hung
 constexpr int fermeture_max = 15000, fermeture_courte = 500;
 
 class Ecran final : public Imprimante {
@@ -98,7 +99,7 @@ class Envoi {
     Constat attend_l_impression() {
         std::size_t partis = 0;
         if (connue_.confirme) static_cast<void>(ligne_.envoie(escpos::demande_apres, envoi_max, partis));
-        bool muette = false;
+        int silences = 0;
         for (int i = 0; i < (connue_.confirme ? pas_d_impression : 1); ++i) {
             const auto fin = connue_.confirme ? attend(escpos::demande_apres, pas_d_attente) : std::nullopt;
             if (fin == Reponse::prete) return {};
@@ -107,9 +108,10 @@ class Envoi {
             if (interroge(escpos::demande_liaison, reponse_max) == Reponse::hors_ligne)
                 return {Sort::interrompu, "hors ligne (capot ouvert ?)"};
             if (perdue_) return {Sort::interrompu, texte_de(liaison::Issue::rompue)};
-            muette = !papier;
+            silences = papier ? 0 : silences + 1;
+            if (silences == silences_max) return {Sort::interrompu, texte_de(liaison::Issue::muette)};
         }
-        if (muette) return {Sort::interrompu, texte_de(liaison::Issue::muette)};
+        if (silences > 0) return {Sort::interrompu, texte_de(liaison::Issue::muette)};
         connue_.confirme = false;
         return {};
     }

@@ -30,6 +30,23 @@ void dit(std::string_view t) {
     std::fprintf(stderr, "%s %s\n", heure.c_str(), texte::vers_utf8(t).c_str());
 }
 
+/// Waits for something new in a directory, which is watched from the first wait on. Simulated time passes at once.
+class Attente {
+  public:
+    explicit Attente(std::string repertoire = {}) : repertoire_(std::move(repertoire)) {}
+    void attend(int ms) {
+        if (horloge::est_virtuelle()) return horloge::avance(ms);
+        if (!guet_) guet_ = guet::ouvre(repertoire_);
+        guet_->attend(ms);
+    }
+    /// The directory was gone, and is there again.
+    void recommence() { guet_ = nullptr; }
+
+  private:
+    std::string repertoire_;
+    std::unique_ptr<guet::Guet> guet_;
+};
+
 /// Says something when it is not what was said last.
 class Annonce {
   public:
@@ -60,6 +77,7 @@ struct Poste {
     std::unique_ptr<imprimante::Imprimante> imprimante;
     std::int64_t prochain = 0;  ///< horloge::millisecondes()
     int pause = 0;
+    bool prete = true;  ///< in this turn
     Annonce annonce;
 };
 
@@ -68,29 +86,34 @@ class Service {
     explicit Service(const Reglages& r)
         : reglages_(r), collecte_(r.reseau, r.archive), compteur_(r.archive), carte_(r.reseau) {
         for (const auto& a : r.partage.adresses) {
-            postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat}), 0, 0, {}});
+            postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat}), 0, 0, true, {}});
         }
     }
 
     int travaille() {
-        auto guet = guet::ouvre(reglages_.reseau);
+        Attente attente(reglages_.reseau);
         collecte_.nettoie();
         if (compteur_.perdu()) dit("numero.txt est abîmé : les tickets recommencent à 1"_t);
         bool joignable = true;
         while (!arret::demande()) {
+            if (!carte_.relit()) {
+                attente.attend(regard_ms);
+                continue;
+            }
             collecte::Regard regard = collecte_.regarde();
             for (const std::string& t : regard.dits) dit(t);
             if (!regard.joignable) reseau_.dit(std::string("répertoire réseau introuvable : "_t) + reglages_.reseau);
             if (regard.joignable) reseau_.va_bien(std::string("répertoire réseau retrouvé"_t));
-            if (regard.joignable && !joignable) guet = guet::ouvre(reglages_.reseau);
+            if (regard.joignable && !joignable) attente.recommence();
             joignable = regard.joignable;
-            for (collecte::Prise& p : regard.prises) accueille(std::move(p));
-            for (Poste& p : postes_) imprime(p);
+            for (collecte::Prise& p : regard.prises) nouvelles_.push_back({std::move(p), 0});
+            std::erase_if(nouvelles_, [this](Nouvelle& n) { return accueille(n); });
+            imprime();
             range();
             if (reglages_.une_fois && a_fini(regard)) break;
-            guet->attend(regard.a_suivre ? regard_proche_ms : regard_ms);
+            attente.attend(regard.a_suivre ? regard_proche_ms : regard_ms);
         }
-        return commandes_.empty() ? tout_imprime : reste_a_imprimer;
+        return commandes_.empty() && nouvelles_.empty() ? tout_imprime : reste_a_imprimer;
     }
 
   private:
@@ -102,19 +125,30 @@ class Service {
     std::vector<Commande> commandes_;  ///< by date
     Annonce reseau_, archive_;
 
+    /// A taken file whose fiche has not been read yet.
+    struct Nouvelle {
+        collecte::Prise prise;
+        int essais = 0;
+    };
+    std::vector<Nouvelle> nouvelles_;
+
     /// Whether nothing is left to do, or nothing can be done.
     bool a_fini(const collecte::Regard& regard) const {
         if (!regard.joignable) return true;
         const auto attend = [](const Poste& p) { return p.pause > 0; };
-        if (commandes_.empty()) return !regard.a_suivre;
+        if (commandes_.empty()) return nouvelles_.empty() && !regard.a_suivre;
         return std::any_of(postes_.begin(), postes_.end(), attend);
     }
 
-    /// What is known of a taken order, and how its lines are shared among the printers.
-    void accueille(collecte::Prise prise) {
+    /// What is known of a taken order, and how its lines are shared among the printers. False when that cannot be read
+    /// at the moment.
+    bool accueille(Nouvelle& n) {
+        constexpr int essais_max = 10;
         Commande c;
-        c.prise = std::move(prise);
-        const Issue lue = fiche::lis(collecte_.fiche(c.prise), c.fiche);
+        const Issue lue = fiche::lis(collecte_.fiche(n.prise), c.fiche);
+        const bool connue = lue == Issue::fait || lue == Issue::absent;
+        if (!connue && ++n.essais < essais_max) return false;
+        c.prise = std::move(n.prise);
         c.ecrite = lue == Issue::fait && rapproche(c);
         if (!c.ecrite) {
             c.fiche = {0, partage::parties(c.prise.commande, carte_.courante(), reglages_.partage)};
@@ -126,6 +160,7 @@ class Service {
         const auto place = std::find_if(commandes_.begin(), commandes_.end(),
                                         [&c](const Commande& autre) { return collecte::avant(c.prise, autre.prise); });
         commandes_.insert(place, std::move(c));
+        return true;
     }
 
     /// Brings a fiche of an earlier run in line with the printers of today: what none of them has is the first one's.
@@ -144,11 +179,9 @@ class Service {
         return std::find(vues.begin(), vues.end(), false) == vues.end() && !c.fiche.parties.empty();
     }
 
-    std::string nom_de(const std::string& adresse) const {
-        for (const Poste& p : postes_) {
-            if (p.adresse.ecrite() == adresse) return p.adresse.nom();
-        }
-        return adresse;
+    Poste& poste_de(const fiche::Partie& partie) {
+        return *std::find_if(postes_.begin(), postes_.end(),
+                             [&](const Poste& p) { return p.adresse.ecrite() == partie.adresse; });
     }
 
     ticket::Ticket compose(const Commande& c, const fiche::Partie& partie, int numero) {
@@ -157,7 +190,7 @@ class Service {
         ticket::Entete entete{numero, partie.duplicata, c.prise.date, ""};
         for (const fiche::Partie& autre : c.fiche.parties) {
             if (autre.adresse == partie.adresse) continue;
-            entete.ailleurs += (entete.ailleurs.empty() ? "" : ", ") + nom_de(autre.adresse);
+            entete.ailleurs += (entete.ailleurs.empty() ? "" : ", ") + poste_de(autre).adresse.nom();
         }
         std::vector<const commande::Article*> lignes;
         for (const int n : partie.lignes) lignes.push_back(&c.prise.commande.articles[static_cast<std::size_t>(n)]);
@@ -172,14 +205,15 @@ class Service {
         return c.ecrite;
     }
 
-    /// Everything that waits for a printer, by date, until it fails.
-    void imprime(Poste& poste) {
-        if (horloge::millisecondes() < poste.prochain) return;
-        const std::string adresse = poste.adresse.ecrite();
+    /// Everything that waits, by date. A printer that fails gets nothing later before what it has not printed.
+    void imprime() {
+        for (Poste& poste : postes_) poste.prete = horloge::millisecondes() >= poste.prochain;
         for (Commande& c : commandes_) {
             for (fiche::Partie& p : c.fiche.parties) {
-                if (p.adresse != adresse || p.etat == Etat::finie) continue;
-                if (arret::demande() || !imprime(poste, c, p)) return;
+                Poste& poste = poste_de(p);
+                if (p.etat == Etat::finie || !poste.prete) continue;
+                if (arret::demande()) return;
+                poste.prete = imprime(poste, c, p);
             }
         }
     }
@@ -246,13 +280,13 @@ class Service {
 /// The claim on the archive; null when the end was asked for before it was free.
 std::unique_ptr<verrou::Verrou> attend_l_archive(const std::string& archive, bool une_fois) {
     Annonce annonce;
-    const auto guet = guet::ouvre("");
+    Attente attente;
     while (!arret::demande()) {
         auto verrou = verrou::prend(fichiers::joint(archive, "cuisine.verrou"));
         if (verrou) return verrou;
         annonce.dit("une autre cuisine travaille avec l'archive " + archive + " : celle-ci prendra la suite");
         if (une_fois) return nullptr;
-        guet->attend(regard_ms);
+        attente.attend(regard_ms);
     }
     return nullptr;
 }
@@ -260,13 +294,13 @@ std::unique_ptr<verrou::Verrou> attend_l_archive(const std::string& archive, boo
 /// The folders of the archive, which may lie where the network is not there yet.
 bool attend_les_dossiers(const Reglages& r) {
     Annonce annonce;
-    const auto guet = guet::ouvre("");
+    Attente attente;
     while (!arret::demande()) {
         const Issue issue = collecte::Collecte(r.reseau, r.archive).prepare();
         if (issue == Issue::fait) return true;
         annonce.dit("archive " + r.archive + " : " + std::string(fichiers::raison(issue)));
         if (r.une_fois) return false;
-        guet->attend(regard_ms);
+        attente.attend(regard_ms);
     }
     return false;
 }

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "platform/liaison/arret.h"
@@ -15,6 +16,8 @@ namespace {
 
 using fichiers::epreuve::Operation;
 
+constexpr std::size_t morceau = 256;  ///< bytes: what small printers take at once
+
 class Sortie final : public Liaison {
   public:
     Sortie(int fd, bool fichier) : fd_(fd), fichier_(fichier) {}
@@ -24,7 +27,7 @@ class Sortie final : public Liaison {
         partis = 0;
         while (!octets.empty()) {
             if (fichiers::epreuve::essaie(Operation::ecrit) != fichiers::Issue::fait) return Issue::rompue;
-            const auto n = ::write(fd_, octets.data(), octets.size());
+            const auto n = ::write(fd_, octets.data(), std::min(octets.size(), morceau));
             if (n < 0 && errno == EINTR) continue;
             if (n < 0 && errno == ENOSPC) return Issue::pleine;
             if (n < 0 && errno != EAGAIN) return Issue::rompue;
@@ -55,7 +58,7 @@ class Sortie final : public Liaison {
 std::unique_ptr<Liaison> ouvre(std::string_view chemin, Issue& issue) {
     const std::string nom = texte::chemin_en_utf8(chemin);
     // A printer that is unplugged must not become a file of its name.
-    const int cree = nom.starts_with("/dev/") ? 0 : O_CREAT;
+    const int cree = nom.starts_with("/dev/") && !nom.starts_with("/dev/shm/") ? 0 : O_CREAT;
     const int fd = ::open(nom.c_str(), O_WRONLY | O_APPEND | cree | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666);
     struct stat s {};
     if (fd < 0 || ::fstat(fd, &s) != 0) {

@@ -22,7 +22,7 @@ class Sortie final : public Liaison {
         borne(ms);
         while (!octets.empty()) {
             if (fichiers::epreuve::essaie(Operation::ecrit) != fichiers::Issue::fait) return Issue::rompue;
-            constexpr std::size_t morceau = 4096;
+            constexpr std::size_t morceau = 256;  // what small printers take at once
             DWORD n = 0;
             const auto voulus = static_cast<DWORD>(std::min(octets.size(), morceau));
             const bool ecrit = WriteFile(h_, octets.data(), voulus, &n, nullptr) != 0;
