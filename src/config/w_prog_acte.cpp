@@ -47,9 +47,9 @@ Liste familles() {
     }
     for (int n = 0; n <= catalogue::familles_max; ++n) {
         for (const std::string_view a : catalogue::articles_de(n)) {
-            const auto groupe = catalogue::sous_groupe(a);
-            if (!groupe) continue;
-            r.push_back(entree_famille(*groupe, lignes::libelle(a), lignes::chiffre_couleur(a)));
+            if (!catalogue::est_sous_groupe(a)) continue;
+            r.push_back(
+                entree_famille(catalogue::famille_du_sous_groupe(a), lignes::libelle(a), lignes::chiffre_couleur(a)));
         }
     }
     return r;
@@ -66,8 +66,9 @@ Liste articles(int famille) {
     for (const std::string_view a : catalogue::articles_de(famille)) {
         const std::string libelle(lignes::libelle(a));
         const int chiffre = lignes::chiffre_couleur(a);
-        if (const auto groupe = catalogue::sous_groupe(a)) {
-            r.push_back({.acte = {.libelle = libelle}, .famille = *groupe, .chiffre = chiffre});
+        if (catalogue::est_sous_groupe(a)) {
+            r.push_back(
+                {.acte = {.libelle = libelle}, .famille = catalogue::famille_du_sous_groupe(a), .chiffre = chiffre});
             continue;
         }
         const std::string reference(texte::rogne(a.substr(0, longueur_reference)));

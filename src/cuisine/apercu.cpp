@@ -108,7 +108,7 @@ bool dessine(const std::string& fichier, const std::string& png, const std::stri
     }
     const auto nom = fichier.find_last_of("/\\") + 1;  // npos + 1 is 0
     const std::string ici = nom == 0 ? "." : fichier.substr(0, nom);
-    const articles::Articles catalogue(catalogue::lis(reseau.empty() ? ici : reseau));
+    const articles::Articles catalogue(articles::lis_tables(reseau.empty() ? ici : reseau));
     std::vector<const commande::Article*> lignes;
     for (const commande::Article& a : c.articles) lignes.push_back(&a);
     const auto date = horloge::depuis_nom(std::string_view(fichier).substr(nom));

@@ -15,6 +15,15 @@ std::string_view reference_de(std::string_view record) {
 
 }  // namespace
 
+std::unique_ptr<catalogue::Tables> lis_tables(const std::string& repertoire) {
+    std::string contenu;
+    const bool lu =
+        fichiers::lis_tout(fichiers::joint(repertoire, catalogue::fichier_catalogue), contenu) == fichiers::Issue::fait;
+    auto tables = catalogue::depuis("", std::move(contenu));
+    tables->lu = lu;
+    return tables;
+}
+
 Articles::Articles(std::unique_ptr<catalogue::Tables> tables) : tables_(std::move(tables)) {
     for (const int n : tables_->ordre_familles) {
         ajoute_famille(n, catalogue::sans_couleur(tables_->noms_familles[static_cast<std::size_t>(n)]), sans_famille);
@@ -35,15 +44,15 @@ void Articles::ajoute_famille(int numero, std::string_view nom, int dans) {
     const std::string_view court = texte::rogne(nom);
     familles_.push_back({numero, court.empty() ? "Famille " + std::to_string(numero) : std::string(court), dans});
     for (const std::string_view record : tables_->articles[static_cast<std::size_t>(numero)]) {
-        if (const auto groupe = catalogue::sous_groupe(record))
-            ajoute_famille(*groupe, lignes::libelle(record), numero);
+        if (catalogue::est_sous_groupe(record))
+            ajoute_famille(catalogue::famille_du_sous_groupe(record), lignes::libelle(record), numero);
     }
 }
 
 /// Where a reference is listed twice the first place counts.
 void Articles::ajoute_articles(int famille) {
     for (const std::string_view record : tables_->articles[static_cast<std::size_t>(famille)]) {
-        if (!catalogue::sous_groupe(record))
+        if (!catalogue::est_sous_groupe(record))
             par_reference_.try_emplace(reference_de(record), Article{lignes::libelle(record), famille});
     }
 }
@@ -65,7 +74,7 @@ bool Carte::relit() {
     const auto date = fichiers::modifie_le(fichier);
     const bool change = longueur && date && (*longueur != longueur_ || *date != date_);
     if (articles_ && lue_ && !change) return true;
-    auto tables = catalogue::lis(repertoire_);
+    auto tables = lis_tables(repertoire_);
     if (tables->lu || !articles_) {
         lue_ = tables->lu;
         longueur_ = longueur.value_or(0);

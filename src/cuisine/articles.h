@@ -25,6 +25,9 @@ struct Famille {
     int dans = sans_famille;  ///< of a sub-group: the family that opens it
 };
 
+/// The catalogue of a directory; `lu` tells whether it could be read.
+std::unique_ptr<catalogue::Tables> lis_tables(const std::string& repertoire);
+
 class Articles {
   public:
     explicit Articles(std::unique_ptr<catalogue::Tables> tables);

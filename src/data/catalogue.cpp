@@ -13,7 +13,8 @@
 namespace catalogue {
 namespace {
 
-constexpr std::string_view fichier_entete = "orvalune.wdo", avant_couleur = "|COU:";
+constexpr std::string_view marque_sous_groupe = "#SG#", avant_couleur = "|COU:";
+constexpr std::size_t chiffres_sous_groupe = 4;
 constexpr std::size_t longueur_marque = 6, longueur_reference = 13;
 constexpr int lignes_entete_gardees = 15;
 
@@ -35,15 +36,7 @@ void augmente(std::int16_t& n) {
     if (n < std::numeric_limits<std::int16_t>::max()) ++n;
 }
 
-/// Reads a file of the directory; of the working directory another program's hold is noted.
-bool lis_fichier(std::string_view repertoire, std::string_view nom, std::string& contenu) {
-    const auto issue = fichiers::lis_tout(fichiers::joint(repertoire, nom), contenu);
-    return (repertoire.empty() ? tenus::note(nom, issue) : issue) == fichiers::Issue::fait;
-}
-
-void lis_entete(Tables& t, std::string_view repertoire) {
-    std::string contenu;
-    if (!lis_fichier(repertoire, fichier_entete, contenu)) return;
+void prend_entete(Tables& t, std::string_view contenu) {
     pour_chaque_ligne(contenu, [&t](std::string_view ligne) {
         if (texte::rogne(ligne).empty()) return;
         augmente(t.nb_lignes_orvalune);
@@ -64,7 +57,7 @@ std::optional<int> pose_nom(std::array<std::string, N>& noms, std::string_view l
 }
 
 void prend_serveur(Tables& t, std::string_view ligne) {
-    static_cast<void>(pose_nom(t.noms_serveurs, ligne));
+    pose_nom(t.noms_serveurs, ligne);
 }
 void prend_famille(Tables& t, std::string_view ligne) {
     const auto n = pose_nom(t.noms_familles, ligne);
@@ -105,36 +98,33 @@ constexpr Genre genres[] = {
     {"#TABL#", prend_table},   {"#CCOF#", prend_couleurs_familles}, {"#CCOU#", prend_couleurs_serveurs},
 };
 
-void lis_lignes(Tables& t, std::string_view repertoire) {
-    auto contenu = std::make_shared<std::string>();
-    t.lu = lis_fichier(repertoire, fichier_catalogue, *contenu);
-    t.contenu = contenu;
+}  // namespace
+
+std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue) {
+    auto t = std::make_unique<Tables>();
+    t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
+    prend_entete(*t, entete);
+    const auto contenu = std::make_shared<const std::string>(std::move(catalogue));
+    t->contenu = contenu;
     pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
         const std::string_view marque = ligne.substr(0, longueur_marque);
         for (const Genre& g : genres) {
-            if (g.marque == marque) return g.prend(t, ligne);
+            if (g.marque == marque) return g.prend(*t, ligne);
         }
     });
-}
-
-}  // namespace
-
-std::unique_ptr<Tables> lis(std::string_view repertoire) {
-    auto t = std::make_unique<Tables>();
-    t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
-    lis_entete(*t, repertoire);
-    lis_lignes(*t, repertoire);
     return t;
 }
 
-std::optional<int> sous_groupe(std::string_view record) {
-    constexpr int premier = 30;  // sub-group n is family 30 + n
-    if (!record.starts_with("#SG#")) return std::nullopt;
-    return std::clamp(premier + nombres::entier_int(texte::colonnes(record, 5, 4)), 0, familles_max);
-}
-
-std::string_view sans_couleur(std::string_view nom_de_famille) {
-    return nom_de_famille.substr(0, nom_de_famille.find(avant_couleur));
+std::unique_ptr<Tables> lis() {
+    const auto prend = [](std::string_view nom, std::string& contenu) {
+        return tenus::note(nom, fichiers::lis_tout(nom, contenu)) == fichiers::Issue::fait;
+    };
+    std::string entete, contenu;
+    prend(fichier_entete, entete);
+    const bool lu = prend(fichier_catalogue, contenu);
+    auto t = depuis(entete, std::move(contenu));
+    t->lu = lu;
+    return t;
 }
 
 void charge_catalogue() {
@@ -185,6 +175,19 @@ std::vector<std::string> tables() {
         reste.remove_prefix(p + 1);
     }
     return r;
+}
+
+bool est_sous_groupe(std::string_view record) {
+    return record.starts_with(marque_sous_groupe);
+}
+
+int famille_du_sous_groupe(std::string_view record) {
+    const auto n = texte::colonnes(record, marque_sous_groupe.size() + 1, chiffres_sous_groupe);
+    return std::clamp(premier_sous_groupe + nombres::entier_int(n), 0, familles_max);
+}
+
+std::string_view sans_couleur(std::string_view nom_de_famille) {
+    return nom_de_famille.substr(0, nom_de_famille.find(avant_couleur));
 }
 
 std::string complete_article(std::string_view debut) {

@@ -1,11 +1,10 @@
 // The catalogue: servers, families, articles, tables and key colours, from "orvalune.wdo" and "worvalune.wdo" of the
-// working directory, or of another one. Reading never fails: what cannot be read is left out.
+// working directory. Reading never fails: what cannot be read is left out.
 #pragma once
 
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,8 +12,7 @@
 
 namespace catalogue {
 
-inline constexpr std::string_view fichier_catalogue = "worvalune.wdo";
-
+inline constexpr std::string_view fichier_entete = "orvalune.wdo", fichier_catalogue = "worvalune.wdo";
 inline constexpr int serveurs_max = 20, familles_nommees_max = 20, familles_max = 120, places_max = 300;
 
 /// All tables of one reading. The texts point into the file's content, which the tables keep.
@@ -33,12 +31,10 @@ struct Tables {
     bool lu = false;  ///< the catalogue proper could be read
 };
 
-/// Reads both files of a directory, else of the working directory, into fresh tables.
-std::unique_ptr<Tables> lis(std::string_view repertoire = {});
-/// The family that a record opens which is no article but a sub-group of its own family.
-std::optional<int> sous_groupe(std::string_view record);
-/// A family's name without what may tell its colour.
-std::string_view sans_couleur(std::string_view nom_de_famille);
+/// Reads the content of both files.
+std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue);
+/// Reads both files of the working directory into fresh tables.
+std::unique_ptr<Tables> lis();
 /// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that
 /// cannot be read at the moment; only while no dialog is open.
 void charge_catalogue();
@@ -60,6 +56,14 @@ int chiffre_famille(int n);
 bool table_connue(std::string_view numero);
 /// The tables in file order, three digits each.
 std::vector<std::string> tables();
+
+/// Sub-group n has its articles in family premier_sous_groupe + n; its key stands among the articles of a family, in a
+/// record that begins with "#SG#" and n in four digits.
+inline constexpr int premier_sous_groupe = 30;
+bool est_sous_groupe(std::string_view record);
+int famille_du_sous_groupe(std::string_view record);
+/// A family's name without what may tell its colour.
+std::string_view sans_couleur(std::string_view nom_de_famille);
 /// A text of the key program that is only the beginning of a record, completed from the first record that begins so;
 /// one that is a whole record stays as it is.
 std::string complete_article(std::string_view debut);
