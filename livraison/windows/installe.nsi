@@ -1,4 +1,4 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, SORTIE, ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, CUISINE, LICENCES, SORTIE, ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
 ;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
@@ -112,19 +112,30 @@ Function ${un}dit
   ${EndIf}
 FunctionEnd
 
-; Ends with a message when the terminal of the directory $1 runs: its file cannot be opened for writing then.
+; Ends with a message when a program of the directory $1 runs.
 Function ${un}exige_arret
+  StrCpy $2 "orvalune.exe"
+  Call ${un}exige_arret_de
+  StrCpy $2 "orvalune-cuisine.exe"
+  Call ${un}exige_arret_de
+FunctionEnd
+
+; Likewise for the program $2: its file cannot be opened for writing then.
+Function ${un}exige_arret_de
   encore:
-  ${IfNot} ${FileExists} "$1\orvalune.exe"
+  ${IfNot} ${FileExists} "$1\$2"
     Return
   ${EndIf}
   ClearErrors
-  FileOpen $0 "$1\orvalune.exe" a
+  FileOpen $0 "$1\$2" a
   ${IfNot} ${Errors}
     FileClose $0
     Return
   ${EndIf}
   StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
+  ${If} $2 != "orvalune.exe"
+    StrCpy $erreur "${NOM} Cuisine est ouvert, ou son dossier est protégé : $1"
+  ${EndIf}
   ${If} ${Silent}
     Call ${un}dit
   ${EndIf}
@@ -580,6 +591,7 @@ Function retire_ancien
     Return
   ${EndIf}
   Delete "$ancien\orvalune.exe"
+  Delete "$ancien\orvalune-cuisine.exe"
   Delete "$ancien\licences.txt"
   Delete "$ancien\desinstalle.exe"
   RMDir $ancien
@@ -597,10 +609,13 @@ Section
   SetOutPath $INSTDIR
   SetOverwrite try
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
+  File "/oname=cuisine.nouveau" "${CUISINE}"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ${If} $reseau != ""
     Call ecrit_wfichdir
   ${EndIf}
+  !insertmacro met_en_place "$INSTDIR\cuisine.nouveau" "$INSTDIR\orvalune-cuisine.exe"
+  !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ClearErrors
@@ -610,6 +625,8 @@ Section
 
   SetOutPath $dossier   ; where the shortcut starts
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
+  ; It finds the network directory in the working directory; how it prints is added to the shortcut's command line.
+  CreateShortcut "$SMPROGRAMS\${NOM} Cuisine.lnk" "$INSTDIR\orvalune-cuisine.exe" "" "$INSTDIR\orvalune-cuisine.exe" 0 SW_SHOWNORMAL "" "Tickets de cuisine"
   ${If} $demarrage = 1
     WriteRegStr SHCTX "${CLE_DEMARRAGE}" "${NOM}" '"$INSTDIR\orvalune.exe" --dossier "$dossier"'
   ${Else}
@@ -632,6 +649,7 @@ SectionEnd
 
 Function .onInstFailed
   Delete "$INSTDIR\orvalune.nouveau"
+  Delete "$INSTDIR\cuisine.nouveau"
   SetOutPath $TEMP
   RMDir $INSTDIR
 FunctionEnd
@@ -657,11 +675,13 @@ Section Uninstall
   StrCpy $1 $INSTDIR
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
+  Delete "$INSTDIR\orvalune-cuisine.exe"
   Delete "$INSTDIR\licences.txt"
   Delete "$INSTDIR\desinstalle.exe"
   SetOutPath $TEMP
   RMDir $INSTDIR
   Delete "$SMPROGRAMS\${NOM}.lnk"
+  Delete "$SMPROGRAMS\${NOM} Cuisine.lnk"
   DeleteRegValue SHCTX "${CLE_DEMARRAGE}" "${NOM}"
   DeleteRegKey SHCTX "${CLE_PROGRAMME}"
 SectionEnd

@@ -45,7 +45,9 @@ int lance(const std::vector<std::string>& mots) {
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
     console::ecrit_en_utf8();
-    return lance(console::mots(argc, argv));
+    const int statut = lance(console::mots(argc, argv));
+    if (statut != 0) console::attend_la_lecture();
+    return statut;
 }
 #else
 int main(int argc, char** argv) {

@@ -48,6 +48,11 @@ void rattache() {
     ecrit_en_utf8();
 }
 
+void attend_la_lecture() {
+    DWORD autres[2];
+    if (GetConsoleProcessList(autres, 2) == 1) static_cast<void>(std::getchar());
+}
+
 void ecrit_en_utf8() {
     page_precedente = GetConsoleOutputCP();
     if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);

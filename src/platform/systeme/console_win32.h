@@ -14,6 +14,8 @@ void detache();
 /// Shows a text (UTF-8) in a box where standard error leads nowhere: the program was started by a touch.
 void montre(const std::string& texte);
 
+/// Where the console closes with this program, since it was started by a touch: waits until what it says has been read.
+void attend_la_lecture();
 /// For a program of the console: what it writes is UTF-8; the console gets its code page back at the end.
 void ecrit_en_utf8();
 
