@@ -1,18 +1,20 @@
 # What is installed on Linux, and the Debian package of it: "cpack" in the build directory.
 include(GNUInstallDirs)
-install(TARGETS orvalune RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS orvalune orvalune-cuisine RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 set(LIVRAISON ${CMAKE_SOURCE_DIR}/livraison/linux)
 install(FILES ${LIVRAISON}/orvalune.desktop ${LIVRAISON}/orvalune-manuel.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_SOURCE_DIR}/assets/orvalune.png DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps)
 install(FILES ${PAGE_MANUEL} ${CMAKE_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES ${LICENCES} DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
-install(FILES ${LIVRAISON}/orvalune-kiosk.service DESTINATION lib/systemd/system)
+install(FILES ${LIVRAISON}/orvalune-kiosk.service ${LIVRAISON}/orvalune-cuisine.service DESTINATION lib/systemd/system)
 
-set(MANUEL ${CMAKE_BINARY_DIR}/orvalune.1.gz)
-add_custom_command(OUTPUT ${MANUEL} COMMAND gzip -9nc ${LIVRAISON}/orvalune.1 > ${MANUEL}
-  DEPENDS ${LIVRAISON}/orvalune.1 VERBATIM)
-add_custom_target(page_de_manuel ALL DEPENDS ${MANUEL})
-install(FILES ${MANUEL} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+foreach(page orvalune orvalune-cuisine)
+  add_custom_command(OUTPUT ${page}.1.gz COMMAND gzip -9nc ${LIVRAISON}/${page}.1 > ${page}.1.gz
+    DEPENDS ${LIVRAISON}/${page}.1 VERBATIM)
+  list(APPEND PAGES_DE_MANUEL ${CMAKE_BINARY_DIR}/${page}.1.gz)
+endforeach()
+add_custom_target(page_de_manuel ALL DEPENDS ${PAGES_DE_MANUEL})
+install(FILES ${PAGES_DE_MANUEL} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

@@ -7,11 +7,13 @@ main.cpp
 main_screen
 config
 dialogs
+cuisine: data platform/peinture platform/controles platform/liaison platform/systeme
 data: platform/systeme
 platform/rejeu
 platform/ecran
 platform/peinture
 platform/controles
+platform/liaison
 platform/systeme
 '
 

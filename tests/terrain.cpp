@@ -153,14 +153,24 @@ Terrain& Terrain::restaurant() {
     return *this;
 }
 
+std::string entre(const fs::path& p) {
+    return "\"" + p.string() + "\"";
+}
+
 constexpr int rien_de_lance = 9009;  ///< what the shell of Windows answers when it could not start a program
 
 Issue Terrain::joue(const std::string& scenario, const std::string& options, const std::string& avant) const {
     ecrit_fichier(chemin_ / "scenario.txt", scenario);
-    const auto entre = [](const fs::path& p) { return "\"" + p.string() + "\""; };
-    std::string commande = avant + entre(PROGRAMME) + " --dossier " + entre(chemin_) + " --rejoue " +
-                           entre(chemin_ / "scenario.txt") + " --captures " + entre(chemin_) + " " + options + " >" +
-                           entre(chemin_ / "sortie") + " 2>" + entre(chemin_ / "erreurs");
+    return lance(avant + entre(PROGRAMME) + " --dossier " + entre(chemin_) + " --rejoue " +
+                 entre(chemin_ / "scenario.txt") + " --captures " + entre(chemin_) + " " + options);
+}
+
+Issue Terrain::cuisine(const std::string& options) const {
+    return lance(entre(CUISINE) + " " + entre(reseau()) + " --une-fois " + options);
+}
+
+Issue Terrain::lance(const std::string& debut) const {
+    std::string commande = debut + " >" + entre(chemin_ / "sortie") + " 2>" + entre(chemin_ / "erreurs");
 #ifdef _WIN32
     commande = "\"" + commande + "\"";
 #endif

@@ -51,9 +51,13 @@ class Terrain {
     /// shell is to do before goes in front of it.
     Issue joue(const std::string& scenario, const std::string& options = "", const std::string& avant = "") const;
     Issue joue_fichier(const std::string& nom, const std::string& options = "") const;
+    /// Runs the kitchen on the network directory until nothing is left to do.
+    Issue cuisine(const std::string& options) const;
 
   private:
     std::filesystem::path chemin_;
+
+    Issue lance(const std::string& commande) const;
 };
 
 /// The text of a file of tests/scenarios.

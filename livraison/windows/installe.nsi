@@ -1,5 +1,5 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, MANUEL, SORTIE,
-; ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, CUISINE, LICENCES,
+; MANUEL, SORTIE, ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
 ;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
@@ -114,19 +114,30 @@ Function ${un}dit
   ${EndIf}
 FunctionEnd
 
-; Ends with a message when the terminal of the directory $1 runs: its file cannot be opened for writing then.
+; Ends with a message when a program of the directory $1 runs.
 Function ${un}exige_arret
+  StrCpy $2 "orvalune.exe"
+  Call ${un}exige_arret_de
+  StrCpy $2 "orvalune-cuisine.exe"
+  Call ${un}exige_arret_de
+FunctionEnd
+
+; Likewise for the program $2: its file cannot be opened for writing then.
+Function ${un}exige_arret_de
   encore:
-  ${IfNot} ${FileExists} "$1\orvalune.exe"
+  ${IfNot} ${FileExists} "$1\$2"
     Return
   ${EndIf}
   ClearErrors
-  FileOpen $0 "$1\orvalune.exe" a
+  FileOpen $0 "$1\$2" a
   ${IfNot} ${Errors}
     FileClose $0
     Return
   ${EndIf}
   StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
+  ${If} $2 != "orvalune.exe"
+    StrCpy $erreur "${NOM} Cuisine est ouvert, ou son dossier est protégé : $1"
+  ${EndIf}
   ${If} ${Silent}
     Call ${un}dit
   ${EndIf}
@@ -582,6 +593,7 @@ Function retire_ancien
     Return
   ${EndIf}
   Delete "$ancien\orvalune.exe"
+  Delete "$ancien\orvalune-cuisine.exe"
   Delete "$ancien\licences.txt"
   Delete "$ancien\manuel.html"
   Delete "$ancien\desinstalle.exe"
@@ -600,10 +612,13 @@ Section
   SetOutPath $INSTDIR
   SetOverwrite try
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
+  File "/oname=cuisine.nouveau" "${CUISINE}"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ${If} $reseau != ""
     Call ecrit_wfichdir
   ${EndIf}
+  !insertmacro met_en_place "$INSTDIR\cuisine.nouveau" "$INSTDIR\orvalune-cuisine.exe"
+  !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ClearErrors
@@ -615,6 +630,8 @@ Section
   SetOutPath $dossier   ; where the shortcut starts
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
   CreateShortcut "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk" "$INSTDIR\manuel.html"
+  ; It finds the network directory in the working directory; how it prints is added to the shortcut's command line.
+  CreateShortcut "$SMPROGRAMS\${NOM} Cuisine.lnk" "$INSTDIR\orvalune-cuisine.exe" "" "$INSTDIR\orvalune-cuisine.exe" 0 SW_SHOWNORMAL "" "Tickets de cuisine"
   ${If} $demarrage = 1
     WriteRegStr SHCTX "${CLE_DEMARRAGE}" "${NOM}" '"$INSTDIR\orvalune.exe" --dossier "$dossier"'
   ${Else}
@@ -637,6 +654,7 @@ SectionEnd
 
 Function .onInstFailed
   Delete "$INSTDIR\orvalune.nouveau"
+  Delete "$INSTDIR\cuisine.nouveau"
   SetOutPath $TEMP
   RMDir $INSTDIR
 FunctionEnd
@@ -662,6 +680,7 @@ Section Uninstall
   StrCpy $1 $INSTDIR
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
+  Delete "$INSTDIR\orvalune-cuisine.exe"
   Delete "$INSTDIR\licences.txt"
   Delete "$INSTDIR\manuel.html"
   Delete "$INSTDIR\desinstalle.exe"
@@ -669,6 +688,7 @@ Section Uninstall
   RMDir $INSTDIR
   Delete "$SMPROGRAMS\${NOM}.lnk"
   Delete "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk"
+  Delete "$SMPROGRAMS\${NOM} Cuisine.lnk"
   DeleteRegValue SHCTX "${CLE_DEMARRAGE}" "${NOM}"
   DeleteRegKey SHCTX "${CLE_PROGRAMME}"
 SectionEnd

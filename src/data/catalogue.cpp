@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <utility>
 
 #include "data/nombres.h"
@@ -12,7 +13,8 @@
 namespace catalogue {
 namespace {
 
-constexpr std::string_view fichier_entete = "orvalune.wdo", fichier_catalogue = "worvalune.wdo";
+constexpr std::string_view marque_sous_groupe = "#SG#", avant_couleur = "|COU:";
+constexpr std::size_t chiffres_sous_groupe = 4;
 constexpr std::size_t longueur_marque = 6, longueur_reference = 13;
 constexpr int lignes_entete_gardees = 15;
 
@@ -34,9 +36,7 @@ void augmente(std::int16_t& n) {
     if (n < std::numeric_limits<std::int16_t>::max()) ++n;
 }
 
-void lis_entete(Tables& t) {
-    std::string contenu;
-    if (tenus::note(fichier_entete, fichiers::lis_tout(fichier_entete, contenu)) != fichiers::Issue::fait) return;
+void prend_entete(Tables& t, std::string_view contenu) {
     pour_chaque_ligne(contenu, [&t](std::string_view ligne) {
         if (texte::rogne(ligne).empty()) return;
         augmente(t.nb_lignes_orvalune);
@@ -47,17 +47,22 @@ void lis_entete(Tables& t) {
     });
 }
 
+/// The number that was named; nothing when it is beyond those that may be.
 template <std::size_t N>
-void pose_nom(std::array<std::string, N>& noms, std::string_view ligne) {
+std::optional<int> pose_nom(std::array<std::string, N>& noms, std::string_view ligne) {
     const double n = nombres::entier(texte::colonnes(ligne, 7, 2));
-    if (n >= 0 && n < static_cast<double>(N)) noms[static_cast<std::size_t>(n)] = texte::colonnes(ligne, 10);
+    if (n < 0 || n >= static_cast<double>(N)) return std::nullopt;
+    noms[static_cast<std::size_t>(n)] = texte::colonnes(ligne, 10);
+    return static_cast<int>(n);
 }
 
 void prend_serveur(Tables& t, std::string_view ligne) {
     pose_nom(t.noms_serveurs, ligne);
 }
 void prend_famille(Tables& t, std::string_view ligne) {
-    pose_nom(t.noms_familles, ligne);
+    const auto n = pose_nom(t.noms_familles, ligne);
+    if (n && std::find(t.ordre_familles.begin(), t.ordre_familles.end(), *n) == t.ordre_familles.end())
+        t.ordre_familles.push_back(*n);
 }
 
 void prend_article(Tables& t, std::string_view ligne) {
@@ -93,25 +98,32 @@ constexpr Genre genres[] = {
     {"#TABL#", prend_table},   {"#CCOF#", prend_couleurs_familles}, {"#CCOU#", prend_couleurs_serveurs},
 };
 
-void lis_lignes(Tables& t) {
-    auto contenu = std::make_shared<std::string>();
-    t.lu = tenus::note(fichier_catalogue, fichiers::lis_tout(fichier_catalogue, *contenu)) == fichiers::Issue::fait;
-    t.contenu = contenu;
+}  // namespace
+
+std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue) {
+    auto t = std::make_unique<Tables>();
+    t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
+    prend_entete(*t, entete);
+    const auto contenu = std::make_shared<const std::string>(std::move(catalogue));
+    t->contenu = contenu;
     pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
         const std::string_view marque = ligne.substr(0, longueur_marque);
         for (const Genre& g : genres) {
-            if (g.marque == marque) return g.prend(t, ligne);
+            if (g.marque == marque) return g.prend(*t, ligne);
         }
     });
+    return t;
 }
 
-}  // namespace
-
 std::unique_ptr<Tables> lis() {
-    auto t = std::make_unique<Tables>();
-    t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
-    lis_entete(*t);
-    lis_lignes(*t);
+    const auto prend = [](std::string_view nom, std::string& contenu) {
+        return tenus::note(nom, fichiers::lis_tout(nom, contenu)) == fichiers::Issue::fait;
+    };
+    std::string entete, contenu;
+    prend(fichier_entete, entete);
+    const bool lu = prend(fichier_catalogue, contenu);
+    auto t = depuis(entete, std::move(contenu));
+    t->lu = lu;
     return t;
 }
 
@@ -146,9 +158,9 @@ int chiffre_couleur(std::string_view couleurs, int n) {
 int chiffre_famille(int n) {
     if (n < 0 || n > familles_nommees_max) return 0;
     const std::string_view nom = courant().noms_familles[static_cast<std::size_t>(n)];
-    const auto p = nom.find("|COU:");
+    const auto p = nom.find(avant_couleur);
     return p == std::string_view::npos ? chiffre_couleur(courant().couleurs_familles, n)
-                                       : nombres::entier_int(nom.substr(p + 5));
+                                       : nombres::entier_int(nom.substr(p + avant_couleur.size()));
 }
 
 bool table_connue(std::string_view numero) {
@@ -163,6 +175,19 @@ std::vector<std::string> tables() {
         reste.remove_prefix(p + 1);
     }
     return r;
+}
+
+bool est_sous_groupe(std::string_view record) {
+    return record.starts_with(marque_sous_groupe);
+}
+
+int famille_du_sous_groupe(std::string_view record) {
+    const auto n = texte::colonnes(record, marque_sous_groupe.size() + 1, chiffres_sous_groupe);
+    return std::clamp(premier_sous_groupe + nombres::entier_int(n), 0, familles_max);
+}
+
+std::string_view sans_couleur(std::string_view nom_de_famille) {
+    return nom_de_famille.substr(0, nom_de_famille.find(avant_couleur));
 }
 
 std::string complete_article(std::string_view debut) {

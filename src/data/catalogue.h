@@ -12,6 +12,7 @@
 
 namespace catalogue {
 
+inline constexpr std::string_view fichier_entete = "orvalune.wdo", fichier_catalogue = "worvalune.wdo";
 inline constexpr int serveurs_max = 20, familles_nommees_max = 20, familles_max = 120, places_max = 300;
 
 /// All tables of one reading. The texts point into the file's content, which the tables keep.
@@ -21,6 +22,7 @@ struct Tables {
     std::string rep_catalogue;                    ///< behind "#DIR#"
     std::array<std::string, serveurs_max + 1> noms_serveurs;
     std::array<std::string, familles_nommees_max + 1> noms_familles;       ///< perhaps with "|COU:" and a colour
+    std::vector<int> ordre_familles;                                       ///< their numbers, as the file names them
     std::array<std::vector<std::string_view>, familles_max + 1> articles;  ///< places 1, 2 … of a family, without gaps
     std::array<std::int16_t, familles_max + 1> nb_articles{};              ///< also counts articles beyond places_max
     std::string liste_tables = "xxx";                                      ///< "xxx001|002|"
@@ -29,6 +31,8 @@ struct Tables {
     bool lu = false;  ///< the catalogue proper could be read
 };
 
+/// Reads the content of both files.
+std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue);
 /// Reads both files of the working directory into fresh tables.
 std::unique_ptr<Tables> lis();
 /// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that
@@ -52,6 +56,14 @@ int chiffre_famille(int n);
 bool table_connue(std::string_view numero);
 /// The tables in file order, three digits each.
 std::vector<std::string> tables();
+
+/// Sub-group n has its articles in family premier_sous_groupe + n; its key stands among the articles of a family, in a
+/// record that begins with "#SG#" and n in four digits.
+inline constexpr int premier_sous_groupe = 30;
+bool est_sous_groupe(std::string_view record);
+int famille_du_sous_groupe(std::string_view record);
+/// A family's name without what may tell its colour.
+std::string_view sans_couleur(std::string_view nom_de_famille);
 /// A text of the key program that is only the beginning of a record, completed from the first record that begins so;
 /// one that is a whole record stays as it is.
 std::string complete_article(std::string_view debut);

@@ -16,7 +16,6 @@ using horloge::DateHeure;
 constexpr int delai_s = 5 * 60;
 constexpr std::size_t nb_champs = 8, chiffres = 3;
 constexpr std::uint64_t longueur_max = 1 << 20;
-constexpr std::size_t longueur_date = 19;  ///< of "yyyy-mm-dd-hh-nn-ss" in a file's name
 
 /// In the order of Etat.
 constexpr std::string_view noms_des_etats[] = {"en attente"_t, "déposée"_t, "collectée"_t, "à vérifier"_t};
@@ -91,21 +90,12 @@ int compte_lignes(std::string_view contenu) {
     }));
 }
 
-/// "yyyy-mm-dd-hh-nn-ss" at the beginning of a name.
-std::optional<DateHeure> date_de(std::string_view nom) {
-    if (nom.size() < longueur_date) return std::nullopt;
-    std::string t(nom.substr(0, longueur_date));
-    t[10] = ' ';
-    t[13] = t[16] = ':';
-    return horloge::depuis_texte(t);
-}
-
 /// A line for an order that has none, from its file.
 Ligne depuis_fichier(std::string_view nom, const std::string& fichier) {
     std::string contenu;
     static_cast<void>(fichiers::lis_tout(fichier, contenu, longueur_max));  // then the line knows its name alone
     Ligne l;
-    l.ecrite = l.depuis = date_de(nom).value_or(horloge::maintenant());
+    l.ecrite = l.depuis = horloge::depuis_nom(nom).value_or(horloge::maintenant());
     l.serveur = nombres::entier_int(valeur(contenu, "#SERVEUR#"));
     l.table = valeur(contenu, "#TABLE#").substr(0, chiffres);
     l.couverts = nombres::entier_complete(nombres::lis(valeur(contenu, "#NBCOUVERT#")), 3);

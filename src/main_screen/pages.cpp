@@ -67,10 +67,6 @@ int affiche_liste(const Disposition& d, int nombre, const std::function<Entree(i
     return nb_pages;
 }
 
-std::string_view sans_couleur_de_nom(std::string_view nom) {
-    return nom.substr(0, nom.find("|COU:"));
-}
-
 /// Names of servers or families, from entry 0 when it has one, else from entry 1; an entry without a name leaves its
 /// place empty. Returns the number of pages.
 int affiche_noms(int premier_record, std::span<const std::string> noms,
@@ -143,7 +139,7 @@ void affiche_serveurs() {
 void affiche_familles() {
     commence(Vue::familles);
     const auto entree = [](int n, const std::string& nom) {
-        return Entree{"#FAMI#" + nombres::entier_complete(n, 2), std::string(sans_couleur_de_nom(nom)), "",
+        return Entree{"#FAMI#" + nombres::entier_complete(n, 2), std::string(catalogue::sans_couleur(nom)), "",
                       catalogue::chiffre_famille(n)};
     };
     const int nb_pages = affiche_noms(reglages::touches_familles, catalogue::courant().noms_familles, entree);
@@ -166,7 +162,7 @@ void affiche_articles() {
     const auto& noms = catalogue::courant().noms_familles;
     const bool nommee = connue && static_cast<std::size_t>(famille) < noms.size();
     const std::string titre =
-        nommee ? std::string(sans_couleur_de_nom(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
+        nommee ? std::string(catalogue::sans_couleur(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
     bandeau::titre(
         titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     barre_de_liste(nb_pages, "#RETO#", "#SUIT#", "#LFAM#");

@@ -16,8 +16,9 @@ echec() {
 }
 
 contenu=$(dpkg-deb -c "$paquet" | sed 's/^\(.\{10\}\) [^ ]* .* \.\//\1 /')
-for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rw-r--r-- usr/share/applications/orvalune.desktop' \
-    '-rw-r--r-- usr/share/applications/orvalune-manuel.desktop' \
+for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rwxr-xr-x usr/bin/orvalune-cuisine' \
+    '-rw-r--r-- usr/share/man/man1/orvalune-cuisine.1.gz' '-rw-r--r-- usr/lib/systemd/system/orvalune-cuisine.service' \
+    '-rw-r--r-- usr/share/applications/orvalune.desktop' '-rw-r--r-- usr/share/applications/orvalune-manuel.desktop' \
     '-rw-r--r-- usr/share/icons/hicolor/256x256/apps/orvalune.png' '-rw-r--r-- usr/share/man/man1/orvalune.1.gz' \
     '-rw-r--r-- usr/share/doc/orvalune/copyright' '-rw-r--r-- usr/lib/systemd/system/orvalune-kiosk.service'; do
     grep -qxF -e "$fichier" <<<"$contenu" || echec "not in the package: $fichier"
@@ -30,6 +31,12 @@ done
 
 dpkg-deb -R "$paquet" "$essai/paquet"
 programme=$essai/paquet/usr/bin/orvalune
+# The kitchen is one file that runs on any machine of the restaurant.
+cuisine=$programme-cuisine
+[ "$(stat -c %s "$cuisine")" -lt $((4 * 1024 * 1024)) ] || echec "the kitchen is larger than 4 MiB"
+[ "$(objdump -p "$cuisine" | sed -n 's/^ *NEEDED *//p' | grep -vE '^(libc|libm|ld-linux.*)\.so' || true)" = "" ] ||
+    echec "the kitchen needs libraries: $(objdump -p "$cuisine" | grep NEEDED)"
+[[ $("$cuisine" --version) == "orvalune-cuisine $version ("* ]] || echec "the kitchen does not say its version"
 # A kiosk that fails is never given up; systemd reads that line in the first section only.
 sed '/^\[Service\]/,$d' "$essai/paquet/usr/lib/systemd/system/orvalune-kiosk.service" | grep -qx 'StartLimitIntervalSec=0' ||
     echec "a kiosk that fails five times stays black"

@@ -98,7 +98,8 @@ refuse 'administrateur' '/AllUsers' sans-droits
 # A new tablet, by its user.
 ligne 0 '/RESEAU="\\serveur\Café bar" /D=C:\Été\Orvalune' sans-droits
 wfichdir '\\\\serveur\\Caf\xe9 bar' "an installation"
-[ -s "$programme/orvalune.exe" ] || echec "no program in $programme"
+[ -s "$programme/orvalune.exe" ] && [ -s "$programme/orvalune-cuisine.exe" ] || echec "no program in $programme"
+[ -e "${raccourci%.lnk} Cuisine.lnk" ] || echec "the start menu has no kitchen"
 cp "$programme/orvalune.exe" "$essai/programme"
 [ -z "$(demarrage)" ] || echec "starts at logon, and nobody asked for it"
 [[ $(inscrit UninstallString) == *'\Orvalune\desinstalle.exe"' ]] || echec "not listed among the programs"
@@ -176,7 +177,7 @@ cp -r "$travail" "$essai/avant"
 desinstalle 0
 [ ! -e "$programme/orvalune.exe" ] || echec "the program is still there"
 [ -z "$(demarrage)$(inscrit DisplayName)" ] || echec "still in the registry"
-[ ! -e "$raccourci" ] && [ ! -e "$manuel" ] || echec "a shortcut is still there"
+[ ! -e "$raccourci" ] && [ ! -e "${raccourci%.lnk} Cuisine.lnk" ] && [ ! -e "$manuel" ] || echec "a shortcut is still there"
 ligne 0 ''
 sans_attendre "$profil/AppData/Local/Programs/Orvalune"
 diff -r "$travail" "$essai/avant" || echec "uninstalling changed the working directory"

@@ -45,6 +45,15 @@ void rattache() {
         if (perdus[i]) static_cast<void>(std::freopen(flux[i].nom, flux[i].mode, flux[i].fichier));
     }
     empruntee = true;
+    ecrit_en_utf8();
+}
+
+void attend_la_lecture() {
+    DWORD autres[2];
+    if (GetConsoleProcessList(autres, 2) == 1) static_cast<void>(std::getchar());
+}
+
+void ecrit_en_utf8() {
     page_precedente = GetConsoleOutputCP();
     if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);
 }

@@ -14,6 +14,11 @@ void detache();
 /// Shows a text (UTF-8) in a box where standard error leads nowhere: the program was started by a touch.
 void montre(const std::string& texte);
 
+/// Where the console closes with this program, since it was started by a touch: waits until what it says has been read.
+void attend_la_lecture();
+/// For a program of the console: what it writes is UTF-8; the console gets its code page back at the end.
+void ecrit_en_utf8();
+
 /// The words of the command line behind the program's name, in the page 1252. A directory behind "--dossier" may bear a
 /// user's name that the page cannot hold: it is entered at once, and "." stands for it; the
 /// paths of a replay are made absolute before.

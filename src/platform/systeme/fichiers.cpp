@@ -182,6 +182,10 @@ std::optional<Trouve> trouve(std::string_view chemin) {
     return r;
 }
 
+std::optional<std::int64_t> modifie_le(std::string_view chemin) {
+    return systeme::modifie_le(chemin);
+}
+
 bool correspond(std::string_view nom, std::string_view motif) {
     const auto etoile = motif.find('*');
     if (etoile == std::string_view::npos) return egal_sans_casse(nom, motif);

@@ -41,6 +41,8 @@ struct Trouve {
     bool monte = false;          ///< a share, or another file system, is mounted in the place of its directory
 };
 std::optional<Trouve> trouve(std::string_view chemin);
+/// When a file was last written, in seconds since 1970 (UTC); nothing when there is no such file.
+std::optional<std::int64_t> modifie_le(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
 /// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);

@@ -19,12 +19,8 @@ namespace {
 
 using epreuve::Operation;
 
-/// The path as the system takes it: UTF-8, with "/" alone as separator. A zero byte would cut it.
 std::string natif(std::string_view chemin) {
-    std::string t(chemin);
-    std::replace(t.begin(), t.end(), '\\', '/');
-    std::replace(t.begin(), t.end(), '\0', '?');
-    return texte::vers_utf8(t);
+    return texte::chemin_en_utf8(chemin);
 }
 
 Issue issue_de(int erreur) {
@@ -154,6 +150,12 @@ Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* v
     if (volume != nullptr) *volume = s.st_dev;
     longueur = static_cast<std::uint64_t>(s.st_size);
     return S_ISREG(s.st_mode) ? Nature::fichier : S_ISDIR(s.st_mode) ? Nature::repertoire : Nature::autre;
+}
+
+std::optional<std::int64_t> modifie_le(std::string_view chemin) {
+    struct stat s {};
+    if (::stat(natif(chemin).c_str(), &s) != 0) return std::nullopt;
+    return s.st_mtime;
 }
 
 /// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.

@@ -233,6 +233,14 @@ Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* v
     return est_fichier(d.dwFileAttributes) ? Nature::fichier : Nature::autre;
 }
 
+std::optional<std::int64_t> modifie_le(std::string_view chemin) {
+    WIN32_FILE_ATTRIBUTE_DATA d;
+    if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return std::nullopt;
+    constexpr std::int64_t de_1601_a_1970 = 11644473600, par_seconde = 10'000'000;  // tenths of a microsecond
+    const auto haut = std::int64_t{d.ftLastWriteTime.dwHighDateTime} << 32;
+    return (haut | d.ftLastWriteTime.dwLowDateTime) / par_seconde - de_1601_a_1970;
+}
+
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
     if (const Issue i = epreuve::essaie(Operation::liste, repertoire); i != Issue::fait) return i;
     if (repertoire.empty()) return Issue::absent;

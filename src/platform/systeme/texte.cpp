@@ -103,6 +103,13 @@ std::u16string vers_utf16(std::string_view t) {
     return r;
 }
 
+std::string chemin_en_utf8(std::string_view chemin) {
+    std::string t(chemin);
+    std::replace(t.begin(), t.end(), '\\', '/');
+    std::replace(t.begin(), t.end(), '\0', '?');
+    return vers_utf8(t);
+}
+
 std::string_view rogne(std::string_view t) {
     const auto debut = t.find_first_not_of(' ');
     if (debut == std::string_view::npos) return {};

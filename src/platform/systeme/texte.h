@@ -25,6 +25,9 @@ std::optional<std::string> depuis_utf8(std::string_view utf8);
 std::string depuis_utf8_tolerant(std::string_view utf8);
 std::u16string vers_utf16(std::string_view t);
 
+/// A path as systems without drives take it: UTF-8, with "/" alone as separator. A zero byte would cut it.
+std::string chemin_en_utf8(std::string_view chemin);
+
 /// Without the blanks (character 32 alone) at both ends.
 std::string_view rogne(std::string_view t);
 /// Exactly `longueur` characters: cut, or padded with blanks on the right.
