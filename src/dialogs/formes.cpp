@@ -144,6 +144,7 @@ void remplit_choix(Aspect& touche, std::string_view libelle) {
     touche = {.texte = texte,
               .role = texte.empty() ? Role::vide : Role::touche,
               .gras = true,
+              .accord = true,
               .alignement = Alignement::gauche};
 }
 

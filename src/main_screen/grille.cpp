@@ -123,7 +123,8 @@ Aspect& pose_touche(int k, const Cases& cases, std::string_view code, std::strin
     Controle& c = touche_numero(k);
     c.cadre = cadre_touche(cases);
     c.visible = true;
-    c.aspect = {.texte = std::string(texte), .role = Role::touche, .police = std::max(1, police), .gras = true};
+    c.aspect = {
+        .texte = std::string(texte), .role = Role::touche, .police = std::max(1, police), .gras = true, .accord = true};
     return c.aspect;
 }
 

@@ -55,6 +55,7 @@ struct Aspect {
     Couleur encre = sans_couleur;
     int police = 0;  ///< font size as set, in points; 0: the grid's
     bool gras = false;
+    bool accord = false;  ///< one letter size with all captions of the form that have this and the same size set
     Alignement alignement = Alignement::centre;
     PlaceImage place_image = PlaceImage::seule;
     int marge_gauche = 0;  ///< twips added to the left of the text
