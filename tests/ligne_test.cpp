@@ -80,11 +80,13 @@ TEST_F(Ligne, LesRemarquesViennentChangentEtPartent) {
 
 TEST_F(Ligne, LesDetailsSePrennentEtSeRendent) {
     deviennent({{steak + "{Bien chaud}", R"(
+        g2 0 2 = B > Label_detail(1) = Viandes · Garnitures > Label_detail(2) = Menus
         A > label_haut = Saisie d'un détail > label_bas = Win_Orvalune 2.01 > verifie police g1(0) 0 0 20
         g1(0) 0 0 = Viandes > verifie couleur g1(0) 0 0 FD6706 > g1(0) 8 0 = Sauces > g1(1) 0 0 = Garnitures
         Saignante > Sauce Poivre > Frites > verifie image g1(0) 1 0 101 > verifie image g1(0) 2 0 0 > sel_arti.g1 4 0 =
         Saignante > verifie image g1(0) 1 0 0 > verifie image g1(0) 11 0 101 > Saignante > g1(0) 4 0 > g1(1) 14 0
-        Précédent > g1(0) 0 0 = Viandes > Suivant > g1(0) 0 0 = > g1(1) 0 0 = Menus > Oeuf Mimosa
+        Précédent > g1(0) 0 0 = Viandes > Suivant > g1(0) 0 0 = > avec Label_vide(0) > sans Label_vide(1)
+        g1(1) 0 0 = Menus > Oeuf Mimosa
         verifie image g1(1) 2 0 101 > g2 0 3 > Suivant > g1(1) 0 0 = > Précédent > Précédent
         verifie image g1(0) 1 0 101 > Fermer > g1 1 0 = Bien chaud > g1 2 0 = Sauce Poivre > g1 5 0 = Oeuf Mimosa
         g1 4 0 > Oui > A > verifie image g1(0) 1 0 0 > Fermer > Valider)",
