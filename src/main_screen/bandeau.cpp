@@ -88,7 +88,7 @@ std::string texte_etat() {
     if (nombres::lis(couverts) != 0) {
         ajoute(couverts + (formes::est_etroit() ? " couv." : nombres::lis(couverts) == 1 ? " couvert" : " couverts"));
     }
-    const int n = std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
+    const std::size_t n = etat::lignes_gardees().size();
     ajoute(std::to_string(n) + (formes::est_etroit() ? " l." : n > 1 ? " lignes" : " ligne"));
     ajoute(etat::total_note);
     return t;

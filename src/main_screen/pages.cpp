@@ -14,6 +14,7 @@
 #include "data/reseau.h"
 #include "dialogs/formes.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/comptes.h"
 #include "main_screen/grille.h"
 #include "platform/systeme/texte.h"
 
@@ -170,6 +171,7 @@ void affiche_articles() {
     bandeau::titre(
         titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     barre_de_liste(nb_pages, "#RETO#", "#SUIT#", "#LFAM#");
+    comptes::affiche();
     bandeau::affiche_etat();
 }
 
@@ -181,6 +183,7 @@ void dessine_touches() {
     for (int k = 1; k <= static_cast<int>(page.size()) && k <= grille::nb_touches; ++k) {
         pose_ligne(k, page[static_cast<std::size_t>(k - 1)], police_familles);
     }
+    comptes::affiche();
     bandeau::titre_accueil();
     bandeau::affiche_etat();
 }

@@ -15,6 +15,7 @@
 #include "dialogs/menufor.h"
 #include "dialogs/sel_arti.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/comptes.h"
 #include "main_screen/fonctions.h"
 #include "main_screen/grille.h"
 #include "main_screen/note.h"
@@ -122,6 +123,7 @@ void ajoute(const Frappe& f) {
     if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
     sel_arti::montre_sel_arti();
     note::ajoute_ligne();
+    comptes::affiche();
     bandeau::affiche_etat();
 }
 

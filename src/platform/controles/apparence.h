@@ -47,6 +47,7 @@ enum class Role : std::uint8_t {
     clavier,        ///< the ground of the keyboard: warm grey, rounded on top, shadow
     ligne_touchee,  ///< row of a list that was touched last: pale blue
     ligne_choisie,  ///< row of a list that is chosen: blue, with a mark at its end
+    compte,         ///< a white disc with an ink edge and text
     puce,           ///< cell of a list that shows its own colour on a rounded chip
 };
 

@@ -11,7 +11,7 @@ using Sorte = Element::Sorte;
 
 // Lengths of the looks, in design pixels.
 constexpr int rayon_boite = 12, barre_boite = 10, flou_ombre = 16, descente_ombre = 12;
-constexpr int bord_choisie = 4, bord_case = 3, creux = 2;
+constexpr int bord_choisie = 4, bord_case = 3, bord_compte = 2, creux = 2;
 constexpr int largeur_curseur = 3, intervalle_marque = 6;
 constexpr int cote_coche = 38, bord_coche = 50;
 
@@ -103,6 +103,9 @@ void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {
             return rond(Part::fond, z, p_.pixels(coin), couleur);
         case Role::pastille:
             return pastille(z, couleur);
+        case Role::compte:
+            rond(Part::bord, z, (z.bas - z.haut) / 2, palette::encre);
+            return rond(Part::fond, retreci(z, p_.px(bord_compte)), (z.bas - z.haut) / 2 - p_.px(bord_compte), couleur);
         case Role::champ:
             return encadre(z, couleur, palette::bleu, 1);
         case Role::choisie:
