@@ -85,7 +85,7 @@ TEST_F(Ligne, LesDetailsSePrennentEtSeRendent) {
         g1(0) 0 0 = Viandes > verifie couleur g1(0) 0 0 FD6706 > g1(0) 8 0 = Sauces > g1(1) 0 0 = Garnitures
         Saignante > Sauce Poivre > Frites > verifie image g1(0) 1 0 101 > verifie image g1(0) 2 0 0 > sel_arti.g1 4 0 =
         Saignante > verifie image g1(0) 1 0 0 > verifie image g1(0) 11 0 101 > Saignante > g1(0) 4 0 > g1(1) 14 0
-        Précédent > g1(0) 0 0 = Viandes > Suivant > g1(0) 0 0 = > avec Label_vide(0) > sans Label_vide(1)
+        verifie couleur g2 0 0 ECE7DE > Précédent > g1(0) 0 0 = Viandes > Suivant > verifie couleur g2 0 0 1F2A36 > g1(0) 0 0 = > avec Label_vide(0) > sans Label_vide(1)
         g1(1) 0 0 = Menus > Oeuf Mimosa
         verifie image g1(1) 2 0 101 > g2 0 3 > Suivant > g1(1) 0 0 = > Précédent > Précédent
         verifie image g1(0) 1 0 101 > Fermer > g1 1 0 = Bien chaud > g1 2 0 = Sauce Poivre > g1 5 0 = Oeuf Mimosa
@@ -194,11 +194,14 @@ TEST_F(Ligne, LaNotePleine) {
     const std::string mille = "Sophie > Table > g3 0 0 > g1 0 1 > Valider > " + fois(1000, prend) +
                               "label_etat = Sophie · Table 001 · 2 couverts · 1000 lignes · 24500.00 > " +
                               fois(2, refusee) + "Note > ";
-    tests::tient_texte(
-        t, tests::route(mille +
-                        "verifie lignes g1 1001 > Label6 = 1000 > Label_total = 24500.00 > g1 1000 0 > Effacer > Oui > "
-                        "verifie lignes g1 1000 > Fermer > btx(5) > bt_droi > g2 0 5 > Note > "
-                        "Label6 = 1001 > Envoyer > Oui > attend 1500"));
+    tests::tient_texte(t,
+                       tests::route(mille + "verifie lignes g1 1001 > Label6 = 1000 > Label_total = 24500.00 > "
+                                            "verifie couleur g2 0 0 1F2A36 > verifie couleur g2 0 1 ECE7DE > g2 0 1 > "
+                                            "g1 1000 0 > Effacer > Oui > "
+                                            "verifie lignes g1 1000 > "
+                                            "verifie couleur g2 0 0 ECE7DE > verifie couleur g2 0 1 1F2A36 > "
+                                            "Fermer > btx(5) > bt_droi > g2 0 5 > Note > "
+                                            "Label6 = 1001 > Envoyer > Oui > attend 1500"));
     const std::string bloc = "\r\n#COMP#\r\n#NOTE#\r\n";
     EXPECT_EQ(tests::sans_identite(t.lis("reseau/2021-05-19-12-30-00_01_001_002_.txt")),
               "#VERSION#2.1\r\n#SERVEUR#01\r\n#TABLE#001\r\n#NBCOUVERT#2 \r\n" +

@@ -22,10 +22,10 @@ using namespace ecran;
 constexpr int largeur = 320, hauteur = 240;
 constexpr int px = twips_par_pixel;
 
-constexpr Role roles[] = {Role::rien,    Role::papier, Role::bandeau,  Role::carte,        Role::touche,
-                          Role::action,  Role::aller,  Role::detruire, Role::attendre,     Role::note,
-                          Role::vide,    Role::entete, Role::ligne,    Role::titre_groupe, Role::pastille,
-                          Role::choisie, Role::champ,  Role::boite,    Role::clavier,      Role::touche_douce};
+constexpr Role roles[] = {Role::rien,    Role::papier,       Role::bandeau,  Role::carte,   Role::touche, Role::action,
+                          Role::aller,   Role::detruire,     Role::attendre, Role::note,    Role::vide,   Role::entete,
+                          Role::ligne,   Role::titre_groupe, Role::pastille, Role::choisie, Role::champ,  Role::boite,
+                          Role::clavier, Role::touche_douce, Role::repos,    Role::compte};
 
 class Hasard {
   public:

@@ -90,6 +90,7 @@ class Recapitulatif {
                        .police = std::max(1, reglages::nombre(reglages::police_note)),
                        .etiquette = 9});
         formes::ajoute_barre(forme_, barre);
+        formes::repose_aux_bouts(forme_);
     }
 
     /// Side by side on a narrow form; else one upon the other, the last two sharing a place.

@@ -100,6 +100,19 @@ void defile_par_page(Forme& forme, int touche) {
     if (touche == case_haut) g1.grille.defile_de(-page, g1.cadre);
 }
 
+void repose(Controle& barre, int touche, bool repos) {
+    Aspect& a = barre.grille.cellule(0, touche);
+    if (a.role == Role::action || a.role == Role::repos) a.role = repos ? Role::repos : Role::action;
+}
+
+void repose_aux_bouts(Forme& forme, int touche_bas, int touche_haut) {
+    forme.avant_image = [&forme, touche_bas, touche_haut] {
+        const Controle& g1 = forme("g1");
+        repose(forme("g2"), touche_bas, !g1.grille.peut_defiler(+1, g1.cadre));
+        repose(forme("g2"), touche_haut, !g1.grille.peut_defiler(-1, g1.cadre));
+    };
+}
+
 void ajoute_touche(Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const Cadre& cadre) {
     Controle& c = forme.ajoute({.nom = nom, .genre = Genre::bouton, .cadre = cadre});
     c.aspect = aspect_de(touche);
@@ -137,6 +150,11 @@ void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const
 void ajoute_barre_de_choix(Forme& forme, const ToucheDeBarre& fin) {
     const ToucheDeBarre barre[6] = {touche_precedent, touche_suivant, {}, {}, {}, fin};
     ajoute_barre(forme, barre);
+}
+
+void repose_aux_pages(Forme& forme, bool premiere, bool derniere) {
+    repose(forme("g2"), case_precedent, premiere);
+    repose(forme("g2"), case_suivant, derniere);
 }
 
 void remplit_choix(Aspect& touche, std::string_view libelle) {

@@ -77,6 +77,10 @@ class Details {
     }
 
     void branche() {
+        forme_.avant_image = [this] {
+            formes::repose_aux_pages(forme_, etat::debut_detail <= 0,
+                                     etat::debut_detail >= categories - categories_montrees);
+        };
         for (int k = 0; k < categories_montrees; ++k) {
             forme_("g1", k).a_la_cellule = [this, k](int ligne, int) {
                 complements::bascule(forme_("g1", k).grille.texte(ligne, 0));

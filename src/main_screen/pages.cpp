@@ -93,6 +93,11 @@ void commence(Vue vue) {
     bandeau::forme()("Label_attente").visible = false;
 }
 
+/// On the first page nothing comes before, on the last one nothing after.
+void repose_aux_bouts(int nb_pages) {
+    formes::repose_aux_pages(bandeau::forme(), etat::numero_page == 0, etat::numero_page + 1 >= nb_pages);
+}
+
 /// The function row of a list of several pages: back, on where there is more, the note, and the way out.
 void barre_de_liste(int nb_pages, std::string_view retour, std::string_view suivante, std::string_view sortie) {
     const bool suite = etat::numero_page + 1 < nb_pages;
@@ -103,6 +108,7 @@ void barre_de_liste(int nb_pages, std::string_view retour, std::string_view suiv
     codes += sortie;
     grille::init_g2(codes + "|",
                     suite ? "18xxx:17xxx:00xxx:00xxx:22xxx:24xxx:" : "18xxx:00xxx:00xxx:00xxx:22xxx:24xxx:");
+    repose_aux_bouts(nb_pages);
 }
 
 /// Draws one line of the key program on its cell of the grid.
@@ -132,12 +138,13 @@ void nomme_sous_groupe(std::string_view nom) {
 void affiche_serveurs() {
     commence(Vue::serveurs);
     const catalogue::Tables& t = catalogue::courant();
-    affiche_noms(reglages::touches_serveurs, t.noms_serveurs, [&](int n, const std::string& nom) {
+    const int nb_pages = affiche_noms(reglages::touches_serveurs, t.noms_serveurs, [&](int n, const std::string& nom) {
         return Entree{"#SERV#" + nombres::entier_complete(n, 2), nom, "",
                       catalogue::chiffre_couleur(t.couleurs_serveurs, n)};
     });
     bandeau::titre_accueil();
     grille::init_g2("#RETS#|#SUIS#|||||", "18xxx:17xxx:00xxx:00xxx:00xxx:00xxx:");
+    repose_aux_bouts(nb_pages);
     bandeau::affiche_etat();
 }
 

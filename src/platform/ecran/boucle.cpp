@@ -214,6 +214,8 @@ void suit_l_ecran() {
 void un_tour() {
     ouvrier::traite_reponses();
     suit_l_ecran();
+    for (const Forme* f : ecran->pile)
+        if (f->avant_image) f->avant_image();
     if (ecran->fenetre->se_voit()) met_a_jour_image();
     traite(prochain_evenement());
     while (tire_minuterie(horloge::millisecondes())) continue;

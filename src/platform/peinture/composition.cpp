@@ -101,6 +101,8 @@ void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {
         case Role::vide:
         case Role::clavier:
             return rond(Part::fond, z, p_.pixels(coin), couleur);
+        case Role::repos:
+            return rond(Part::fond, z, p_.pixels(coin), appuye ? enfonce(couleur) : couleur);
         case Role::pastille:
             return pastille(z, couleur);
         case Role::compte:
