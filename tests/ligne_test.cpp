@@ -180,7 +180,8 @@ TEST_F(Ligne, LeRecapitulatifCorrigeUneNote) {
         g1 2 1 =    Sans sel > g1 3 0 = 3 > g1 4 1 = Salade > g1 0 1 > g2 0 2 > g2 0 4
         g1 2 1 > Label1 = Entrecôte 300 g > bt_droi > g1 2 0 > tape Bleu > tape entree > Valider
         verifie lignes g1 6 > g1 1 0 = 2 > g1 3 1 =    Bleu > g1 4 2 = 2 > Label6 = 6 > Label_total = 122.90
-        g1 4 0 > Label6 = 3 > Effacer > Oui > verifie lignes g1 5 > g1 4 1 = Salade > g1 4 2 = 2 > Label6 = 3 > Label_total = 56.90 > Fermer)");
+        g1 4 0 > Label6 = 3 > Effacer > Oui > label_geste = – Magret de canard > verifie lignes g1 5 > g1 4 1 = Salade > g1 4 2 = 2 > Label6 = 3 > Label_total = 56.90
+        attend 1500 > label_geste = > Fermer)");
     EXPECT_EQ(etat::nb_lignes_note, 2);
     EXPECT_EQ(etat::lignes_note[1], page1252(steak + "  ##QUA:002.00##{Sans sel}{Bleu}"));
     EXPECT_EQ(etat::lignes_note[2], salade + " ##QUA:001.00##");

@@ -89,6 +89,8 @@ class Recapitulatif {
                        .role = Role::carte,
                        .police = std::max(1, reglages::nombre(reglages::police_note)),
                        .etiquette = 9});
+        const int debut = formes::largeur() / 3;
+        formes::ajoute_geste(forme_, {debut, 0, formes::largeur() - debut - px(12), hauteur_bandeau});
         formes::ajoute_barre(forme_, barre);
         formes::repose_aux_bouts(forme_);
     }
@@ -231,8 +233,10 @@ class Recapitulatif {
     void ouvre_ligne(int n) {
         if (n < 1 || n > lignes_utiles()) return;
         complements::prend(etat::lignes_note[static_cast<std::size_t>(n)]);
+        const std::string libelle(lignes::libelle(etat::texte_travail));
         sel_arti::montre_sel_arti();
         if (texte::rogne(etat::texte_travail).empty()) {
+            formes::annonce_geste(forme_, std::string("– "_t) + libelle);
             retire_ligne(n);
         } else {
             etat::lignes_note[static_cast<std::size_t>(n)] = etat::texte_travail;

@@ -16,6 +16,8 @@ constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top,
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
 constexpr int etiquette_barre = 2;
+constexpr std::string_view minuterie_geste = "Timer_geste";
+constexpr int duree_geste_ms = 1500, police_geste = 12;
 
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
@@ -68,6 +70,30 @@ void encadre(Forme& forme, std::string_view haut, std::string_view bas) {
     place(forme);
     moduclav::bandeaux(forme, haut, bas);
     forme("label_bas").au_toucher = demande_reinitialisation;
+}
+
+void ajoute_geste(Forme& forme, const Cadre& cadre) {
+    forme.ajoute({.nom = "label_geste",
+                  .cadre = cadre,
+                  .police = police_geste,
+                  .gras = true,
+                  .alignement = Alignement::droite,
+                  .encre = palette::jaune,
+                  .laisse_passer = true});
+    Minuterie& m = forme.ajoute_minuterie(minuterie_geste);
+    m.au_tic = [&forme, &m] {
+        m.arrete();
+        forme("label_geste").texte().clear();
+    };
+}
+
+void annonce_geste(Forme& forme, std::string_view texte) {
+    const Couleur fond = forme("label_haut").aspect.fond;
+    Controle& geste = forme("label_geste");
+    geste.texte() = texte;
+    geste.aspect.encre = fond != sans_couleur ? encre_lisible(fond) : palette::jaune;
+    for (const auto& m : forme.minuteries)
+        if (m->nom == minuterie_geste) m->demarre(duree_geste_ms);
 }
 
 Cadre contenu() {

@@ -32,6 +32,10 @@ inline constexpr std::string_view version = "Win_Orvalune 2.01";
 /// Asks whether to start anew; on yes the program ends at once and nothing is written.
 void demande_reinitialisation();
 
+/// Adds `label_geste` to the upper banner: for 1.5 s it says what a touch has done. It takes `cadre`.
+void ajoute_geste(ecran::Forme& forme, const ecran::Cadre& cadre);
+void annonce_geste(ecran::Forme& forme, std::string_view texte);
+
 /// The area between the banners and above the key bar, with its margins.
 ecran::Cadre contenu();
 /// The area of the key bar.

@@ -11,12 +11,13 @@
 #include "platform/systeme/texte.h"
 
 namespace note {
-void ajoute_ligne() {
-    if (texte::rogne(etat::texte_travail).empty()) return;
+bool ajoute_ligne() {
+    if (texte::rogne(etat::texte_travail).empty()) return false;
     if (etat::nb_lignes_note < std::numeric_limits<std::int16_t>::max()) ++etat::nb_lignes_note;
-    if (etat::nb_lignes_note > etat::lignes_note_max) return mini_97::informe("La note est pleine !");
+    if (etat::nb_lignes_note > etat::lignes_note_max) return mini_97::informe("La note est pleine !"), false;
     etat::lignes_note[static_cast<std::size_t>(etat::nb_lignes_note)] = etat::texte_travail;
     calcule_total();
+    return true;
 }
 
 void calcule_total() {

@@ -121,10 +121,14 @@ void ajoute(const Frappe& f) {
     if (f.argument.starts_with("#SG#")) return sous_groupe(f);
     complements::prend(catalogue::complete_article(f.argument));
     if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
+    const std::string libelle(lignes::libelle(etat::texte_travail));
     sel_arti::montre_sel_arti();
-    note::ajoute_ligne();
+    const bool prise = note::ajoute_ligne();
     comptes::affiche();
     bandeau::affiche_etat();
+    const double quantite = lignes::quantite(etat::texte_travail).value_or(1);
+    if (prise) bandeau::annonce_geste("+ " + nombres::general(quantite) + " " + libelle);
+    if (texte::rogne(etat::texte_travail).empty()) bandeau::annonce_geste(std::string("– "_t) + libelle);
 }
 
 void outils(const Frappe&) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,15 @@ void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int 
 /// Gives the captions that share a size the largest one at which nine of ten fit in at most three lines, not below
 /// seven tenths of the one set; the others shrink alone. The elements are those of one form.
 void accorde(std::span<Element> elements);
+
+/// A line of a caption as it is painted: its size, and where it begins on its base line, pixels.
+struct LignePeinte {
+    std::string_view texte;
+    int taille;
+    float x, y;
+};
+/// The lines of a caption in their places, one after another.
+void parcourt_lignes(const Element& legende, const std::function<void(const LignePeinte&)>& ligne);
 
 /// A number that tells an element's looks from all others'.
 std::uint64_t empreinte(const Element& e);
