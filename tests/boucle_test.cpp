@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <functional>
 #include <vector>
 
 #include "platform/ecran/fenetre.h"
+#include "platform/systeme/horloge.h"
 
 namespace {
 
@@ -27,6 +30,24 @@ struct Suite final : Pilote {
         forme.ferme();
         return {};
     }
+};
+
+/// A real window of virtual time: each event comes so many milliseconds after the one before.
+struct Vitre final : Fenetre {
+    std::vector<std::pair<int, Evenement>> suite;
+    explicit Vitre(std::vector<std::pair<int, Evenement>> s) : suite(std::move(s)) {}
+    TailleEcran taille() const override { return {400, 300, 1}; }
+    bool se_voit() const override { return false; }
+    Evenement attend(int) override {
+        if (suite.empty()) termine();
+        const auto [ms, evenement] = suite.front();
+        suite.erase(suite.begin());
+        horloge::avance(ms);
+        return evenement;
+    }
+    void montre(const Image&, std::span<const Zone>) override {}
+    void reveille() override {}
+    void vient_devant() override {}
 };
 
 struct Boucle : testing::Test {
@@ -68,6 +89,39 @@ TEST_F(Boucle, UnDoigtPerduNeToucheRien) {
           {Sorte::relache, 60, 60}});
     EXPECT_EQ(touches, 1) << "the last one, which was lifted";
     EXPECT_EQ(glisses, (std::vector<int>{20, 30}));
+}
+
+/// The key opens a dialog, and a key below it closes that: a finger that bounces does neither again, one that comes
+/// later or elsewhere does. A key that leaves the forms as they are can be touched as fast as one likes.
+TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
+    Forme dialogue;
+    dialogue.cadre = forme.cadre;
+    Controle& ferme = dialogue.ajoute({.nom = "btc", .genre = Genre::bouton, .cadre = {0, 0, px(400), px(300)}});
+    ferme.au_toucher = [&] { dialogue.ferme(); };
+    int ouvertures = 0;
+    const auto ouvre = [&] {
+        ++ouvertures;
+        dialogue.fermee = false;
+        montre_modal(dialogue);
+    };
+    const auto ouvertures_de = [&](const std::function<void()>& agit, std::vector<std::array<int, 2>> touches) {
+        std::vector<std::pair<int, Evenement>> suite;
+        for (const auto& [ms, x] : touches) {
+            suite.push_back({ms, {Sorte::appui, x, 50}});
+            suite.push_back({0, {Sorte::relache, x, 50}});
+        }
+        forme("Command1").au_toucher = agit;
+        ouvertures = 0;
+        horloge::rend_virtuelle({});
+        ouvre_ecran(std::make_unique<Vitre>(suite), nullptr);
+        EXPECT_THROW(montre_modal(forme), FinDuProgramme);
+        ferme_ecran();
+        horloge::rend_reelle();
+        return ouvertures;
+    };
+    EXPECT_EQ(ouvertures_de(ouvre, {{0, 50}, {199, 50}, {1, 50}, {199, 60}, {1, 50}}), 2);
+    EXPECT_EQ(ouvertures_de(ouvre, {{0, 30}, {199, 83}, {0, 84}, {199, 31}, {0, 30}}), 2) << "9 mm are 53 pixels";
+    EXPECT_EQ(ouvertures_de([&] { ++ouvertures; }, {{0, 50}, {10, 50}, {10, 50}}), 3);
 }
 
 TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {

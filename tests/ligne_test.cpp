@@ -80,11 +80,13 @@ TEST_F(Ligne, LesRemarquesViennentChangentEtPartent) {
 
 TEST_F(Ligne, LesDetailsSePrennentEtSeRendent) {
     deviennent({{steak + "{Bien chaud}", R"(
+        g2 0 2 = B > Label_detail(1) = Viandes · Garnitures > Label_detail(2) = Menus
         A > label_haut = Saisie d'un détail > label_bas = Win_Orvalune 2.01 > verifie police g1(0) 0 0 20
         g1(0) 0 0 = Viandes > verifie couleur g1(0) 0 0 FD6706 > g1(0) 8 0 = Sauces > g1(1) 0 0 = Garnitures
         Saignante > Sauce Poivre > Frites > verifie image g1(0) 1 0 101 > verifie image g1(0) 2 0 0 > sel_arti.g1 4 0 =
         Saignante > verifie image g1(0) 1 0 0 > verifie image g1(0) 11 0 101 > Saignante > g1(0) 4 0 > g1(1) 14 0
-        Précédent > g1(0) 0 0 = Viandes > Suivant > g1(0) 0 0 = > g1(1) 0 0 = Menus > Oeuf Mimosa
+        verifie couleur g2 0 0 ECE7DE > Précédent > g1(0) 0 0 = Viandes > Suivant > verifie couleur g2 0 0 1F2A36 > g1(0) 0 0 = > avec Label_vide(0) > sans Label_vide(1)
+        g1(1) 0 0 = Menus > Oeuf Mimosa
         verifie image g1(1) 2 0 101 > g2 0 3 > Suivant > g1(1) 0 0 = > Précédent > Précédent
         verifie image g1(0) 1 0 101 > Fermer > g1 1 0 = Bien chaud > g1 2 0 = Sauce Poivre > g1 5 0 = Oeuf Mimosa
         g1 4 0 > Oui > A > verifie image g1(0) 1 0 0 > Fermer > Valider)",
@@ -174,10 +176,12 @@ TEST_F(Ligne, LeRecapitulatifCorrigeUneNote) {
     etat::table_couverts = "#N0122 ";
     joue(eta_com::montre_eta_com, R"(
         Label4 = 12 > Label5 = 2 > Label6 = 5 > verifie lignes g1 5 > g1 0 0 = Nb > g1 0 1 = Libellé > g1 2 0 = > g1 2 2 = 1
+        g1 1 3 = 24.50 > g1 2 3 = > g1 3 3 = 66.00 > Label_total = 98.40
         g1 2 1 =    Sans sel > g1 3 0 = 3 > g1 4 1 = Salade > g1 0 1 > g2 0 2 > g2 0 4
         g1 2 1 > Label1 = Entrecôte 300 g > bt_droi > g1 2 0 > tape Bleu > tape entree > Valider
-        verifie lignes g1 6 > g1 1 0 = 2 > g1 3 1 =    Bleu > g1 4 2 = 2 > Label6 = 6
-        g1 4 0 > Label6 = 3 > Effacer > Oui > verifie lignes g1 5 > g1 4 1 = Salade > g1 4 2 = 2 > Label6 = 3 > Fermer)");
+        verifie lignes g1 6 > g1 1 0 = 2 > g1 3 1 =    Bleu > g1 4 2 = 2 > Label6 = 6 > Label_total = 122.90
+        g1 4 0 > Label6 = 3 > Effacer > Oui > label_geste = – Magret de canard > verifie lignes g1 5 > g1 4 1 = Salade > g1 4 2 = 2 > Label6 = 3 > Label_total = 56.90
+        attend 1500 > label_geste = > Fermer)");
     EXPECT_EQ(etat::nb_lignes_note, 2);
     EXPECT_EQ(etat::lignes_note[1], page1252(steak + "  ##QUA:002.00##{Sans sel}{Bleu}"));
     EXPECT_EQ(etat::lignes_note[2], salade + " ##QUA:001.00##");
@@ -191,9 +195,14 @@ TEST_F(Ligne, LaNotePleine) {
     const std::string mille = "Sophie > Table > g3 0 0 > g1 0 1 > Valider > " + fois(1000, prend) +
                               "label_etat = Sophie · Table 001 · 2 couverts · 1000 lignes · 24500.00 > " +
                               fois(2, refusee) + "Note > ";
-    tests::tient_texte(t, tests::route(mille + "verifie lignes g1 1001 > Label6 = 1000 > g1 1000 0 > Effacer > Oui > "
-                                               "verifie lignes g1 1000 > Fermer > btx(5) > bt_droi > g2 0 5 > Note > "
-                                               "Label6 = 1001 > Envoyer > Oui > attend 1500"));
+    tests::tient_texte(t,
+                       tests::route(mille + "verifie lignes g1 1001 > Label6 = 1000 > Label_total = 24500.00 > "
+                                            "verifie couleur g2 0 0 1F2A36 > verifie couleur g2 0 1 ECE7DE > g2 0 1 > "
+                                            "g1 1000 0 > Effacer > Oui > "
+                                            "verifie lignes g1 1000 > "
+                                            "verifie couleur g2 0 0 ECE7DE > verifie couleur g2 0 1 1F2A36 > "
+                                            "Fermer > btx(5) > bt_droi > g2 0 5 > Note > "
+                                            "Label6 = 1001 > Envoyer > Oui > attend 1500"));
     const std::string bloc = "\r\n#COMP#\r\n#NOTE#\r\n";
     EXPECT_EQ(tests::sans_identite(t.lis("reseau/2021-05-19-12-30-00_01_001_002_.txt")),
               "#VERSION#2.1\r\n#SERVEUR#01\r\n#TABLE#001\r\n#NBCOUVERT#2 \r\n" +

@@ -10,6 +10,7 @@
 #include <set>
 #include <string>
 
+#include "platform/peinture/elements.h"
 #include "platform/peinture/images.h"
 #include "platform/peinture/polices.h"
 #include "platform/systeme/texte.h"
@@ -21,10 +22,10 @@ using namespace ecran;
 constexpr int largeur = 320, hauteur = 240;
 constexpr int px = twips_par_pixel;
 
-constexpr Role roles[] = {Role::rien,    Role::papier, Role::bandeau,  Role::carte,        Role::touche,
-                          Role::action,  Role::aller,  Role::detruire, Role::attendre,     Role::note,
-                          Role::vide,    Role::entete, Role::ligne,    Role::titre_groupe, Role::pastille,
-                          Role::choisie, Role::champ,  Role::boite,    Role::clavier,      Role::touche_douce};
+constexpr Role roles[] = {Role::rien,    Role::papier,       Role::bandeau,  Role::carte,   Role::touche, Role::action,
+                          Role::aller,   Role::detruire,     Role::attendre, Role::note,    Role::vide,   Role::entete,
+                          Role::ligne,   Role::titre_groupe, Role::pastille, Role::choisie, Role::champ,  Role::boite,
+                          Role::clavier, Role::touche_douce, Role::repos,    Role::compte};
 
 class Hasard {
   public:
@@ -240,6 +241,39 @@ TEST(Peintre, UneTouchePresseeSeVoit) {
         EXPECT_GE(contraste(static_cast<Couleur>(avant), static_cast<Couleur>(e.pixel(140, 90))), 1.1)
             << "rôle " << static_cast<int>(role);
     }
+}
+
+/// Nine keys of ten decide, a mark does not, a key with a size of its own stands apart, and no page goes below seven
+/// tenths of the size set.
+TEST(Peintre, LesTouchesDUnePageOntUneTaille) {
+    const auto tailles = [](std::vector<std::string_view> legendes, Role premiere = Role::touche) {
+        Forme f = fond();
+        legendes.resize(10, "Riz");
+        for (const std::string_view t : legendes) {
+            Aspect& a =
+                f.ajoute({.nom = "btx", .genre = Genre::bouton, .cadre = {0, 0, 216 * px, 100 * px}, .texte = t})
+                    .aspect;
+            a = {.texte = a.texte, .role = premiere, .police = 30, .gras = true, .accord = true};
+            premiere = Role::touche;
+        }
+        f.ajoute(
+            {.nom = "btx", .genre = Genre::bouton, .cadre = {0, 0, 80 * px, 30 * px}, .texte = "Riz", .police = 15});
+        f.controles.back()->aspect.accord = true;
+        std::vector<Element> liste;
+        Forme* pile[] = {&f};
+        compose(pile, {}, largeur, hauteur, 1, liste);
+        std::set<int> r;
+        for (const Element& e : liste)
+            if (!e.texte.empty()) r.insert(e.taille);
+        return r;
+    };
+    const int seule = met_en_lignes(Police::grasse, 40, "Andouillette", {200, 92}).taille;
+    ASSERT_TRUE(seule > 28 && seule < 40) << seule;
+    EXPECT_EQ(tailles({"Anticonstitutionnellement"}), (std::set{20, 40}));
+    EXPECT_EQ(tailles({"Andouillette", "Andouillette"}), (std::set{20, seule}));
+    EXPECT_EQ(tailles({"Andouillette", "Andouillette"}, Role::choisie), (std::set{20, seule}));
+    EXPECT_EQ(tailles({"Un deux trois quatre cinq six", "Andouillette"}), (std::set{20, seule})) << "of four lines";
+    EXPECT_EQ(tailles({"Anticonstitutionnellement", "Intergouvernementalisation"}), (std::set{20, 28}));
 }
 
 TEST(Peintre, CeQuiEstCacheNeSePeintPas) {

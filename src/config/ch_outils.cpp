@@ -142,6 +142,7 @@ class Outils {
         Controle& g2 = formes::ajoute_barre(forme_, barre);
         g2.cadre.gauche = gauche;
         g2.cadre.largeur = largeur;
+        formes::repose_aux_bouts(forme_, bas, haut);
     }
 
     /// Appends a row: its label behind a blank, and the present value of what it edits.

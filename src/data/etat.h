@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 
 namespace etat {
@@ -37,6 +38,11 @@ inline std::array<std::string, lignes_note_max + 1> lignes_note;
 /// Count of note lines; may pass 1000 (lines beyond are not kept). Same writers; these, bandeau, demarrage and
 /// fonctions read, none beyond 1000.
 inline std::int16_t nb_lignes_note = 0;
+/// The lines of the note, from the first to the last one that is kept.
+inline std::span<const std::string> lignes_gardees() {
+    const std::int16_t n = nb_lignes_note < lignes_note_max ? nb_lignes_note : std::int16_t{lignes_note_max};
+    return {lignes_note.data() + 1, static_cast<std::size_t>(n > 0 ? n : 0)};
+}
 /// Selected waiter, 0 to 20. touches writes; commande (the order file), note (prov.txt) and touches read.
 /// Survives a sent order.
 inline std::int16_t numero_serveur = 0;

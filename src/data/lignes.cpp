@@ -183,6 +183,16 @@ std::optional<double> quantite_courte(std::string_view ligne) {
     return nombres::lis(suite->substr(0, 6));
 }
 
+double montant(std::string_view ligne) {
+    return prix(ligne).value_or(0) * quantite(ligne).value_or(1);
+}
+
+std::string total(std::span<const std::string> note) {
+    double somme = 0;
+    for (const std::string& ligne : note) somme += montant(ligne);
+    return nombres::montant(somme);
+}
+
 std::vector<std::string> segments(std::string_view ligne) {
     std::vector<std::string> r;
     for (const Plage& p : plages(ligne)) {

@@ -25,6 +25,10 @@ int chiffre_couleur(std::string_view ligne);
 std::optional<double> quantite(std::string_view ligne);
 /// The same, read from the six characters behind the marker.
 std::optional<double> quantite_courte(std::string_view ligne);
+/// Unit price times quantity; 0 without a price, one piece without a quantity.
+double montant(std::string_view ligne);
+/// The sum of these lines as the banner and the summary show it, "0.00".
+std::string total(std::span<const std::string> note);
 /// The remarks, in order, without their braces; one that is never closed runs to the end of the line.
 std::vector<std::string> segments(std::string_view ligne);
 /// A line that the order file writes as a composed menu.

@@ -98,4 +98,14 @@ std::vector<Style> lis() {
     return styles;
 }
 
+std::vector<std::string> titres(int nombre) {
+    std::vector<std::string> r;
+    const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    for (int c = 0; c < nombre; ++c) {
+        const auto code = static_cast<std::size_t>(premier_code(c));
+        r.push_back(f ? style(f->lis(code).value_or("")).libelle : "");
+    }
+    return r;
+}
+
 }  // namespace styles

@@ -28,16 +28,18 @@ constexpr int hauteur_ligne_min = px(54), hauteur_entete = px(46);
 constexpr int largeur_cartes = px(310);
 constexpr int pas_defilement = 10;  ///< rows
 constexpr int police_entete = 16;
+constexpr int polices_larges[] = {64, 64, 54, 33}, polices_etroites[] = {38, 38, 38, 24};  ///< of the cards' values
 
 enum CaseBarre { bas = 0, haut = 1, envoie = 3, ferme = 5 };
 const formes::ToucheDeBarre barre[6] = {
     formes::touche_bas, formes::touche_haut, {}, {"Envoyer", image_envoyer, Role::aller}, {}, formes::touche_ferme};
 
-enum Colonne { nombre = 0, libelle = 1, ligne_note = 2 };
+enum Colonne { nombre = 0, libelle = 1, ligne_note = 2, montant = 3, nb_colonnes = 4 };
 
 constexpr formes::Carte cartes[] = {{"Shape1", "Label1", "Label4", "N° Table"_t},
                                     {"Shape2", "Label2", "Label5", "Couverts"},
-                                    {"Shape3", "Label3", "Label6", "Nb Lignes"}};
+                                    {"Shape3", "Label3", "Label6", "Nb Lignes"},
+                                    {"Shape4", "Label7", "Label_total", "Total"}};
 
 double table() {
     return nombres::lis(texte::colonnes(texte::complete(etat::table_couverts, 8), 3, 3));
@@ -47,7 +49,7 @@ double couverts() {
 }
 
 int lignes_utiles() {
-    return std::clamp<int>(etat::nb_lignes_note, 0, etat::lignes_note_max);
+    return static_cast<int>(etat::lignes_gardees().size());
 }
 
 class Recapitulatif {
@@ -77,34 +79,51 @@ class Recapitulatif {
         } else {
             liste.largeur -= std::min(largeur_cartes, zone.largeur / 3) + rythme;
         }
-        for (int i = 0; i < 3; ++i) {
-            const Cadre carte =
-                etroit ? Cadre{zone.gauche + (zone.largeur + rythme) * i / 3, zone.haut,
-                               (zone.largeur + rythme) / 3 - rythme, haut_cartes}
-                       : Cadre{liste.droite() + rythme, zone.haut + (zone.hauteur + rythme) * i / 3,
-                               zone.droite() - liste.droite() - rythme, (zone.hauteur + rythme) / 3 - rythme};
-            ajoute_carte(cartes[i], carte, etroit);
-        }
+        const Cadre zone_cartes =
+            etroit ? Cadre{zone.gauche, zone.haut, zone.largeur, haut_cartes}
+                   : Cadre{liste.droite() + rythme, zone.haut, zone.droite() - liste.droite() - rythme, zone.hauteur};
+        construit_cartes(zone_cartes, etroit);
         forme_.ajoute({.nom = "g1",
                        .genre = Genre::grille,
                        .cadre = liste,
                        .role = Role::carte,
                        .police = std::max(1, reglages::nombre(reglages::police_note)),
                        .etiquette = 9});
+        const int debut = formes::largeur() / 3;
+        formes::ajoute_geste(forme_, {debut, 0, formes::largeur() - debut - px(12), hauteur_bandeau});
         formes::ajoute_barre(forme_, barre);
+        formes::repose_aux_bouts(forme_);
     }
 
-    void ajoute_carte(const formes::Carte& c, const Cadre& cadre, bool etroit) {
+    /// Side by side on a narrow form; else one upon the other, the last two sharing a place.
+    void construit_cartes(const Cadre& zone, bool etroit) {
+        const auto part = [](int longueur, int parts, int i) { return (longueur + rythme) * i / parts; };
+        for (int i = 0; i < 4; ++i) {
+            Cadre c = zone;
+            if (etroit) {
+                c.gauche += part(zone.largeur, 4, i);
+                c.largeur = (zone.largeur + rythme) / 4 - rythme;
+            } else {
+                c.haut += part(zone.hauteur, 3, std::min(i, 2));
+                c.hauteur = (zone.hauteur + rythme) / 3 - rythme;
+                if (i >= 2) c.largeur = (zone.largeur + rythme) / 2 - rythme;
+                if (i == 3) c.gauche += part(zone.largeur, 2, 1);
+            }
+            ajoute_carte(i, c, etroit);
+        }
+    }
+
+    void ajoute_carte(int i, const Cadre& cadre, bool etroit) {
         const int haut_titre = etroit ? px(32) : cadre.hauteur / 3;
         const Cadre titre = {cadre.gauche + px(6), cadre.haut, cadre.largeur - px(12), haut_titre};
         const Cadre valeur = {cadre.gauche + px(6), cadre.haut + haut_titre - px(4), cadre.largeur - px(12),
                               cadre.hauteur - haut_titre - px(4)};
-        formes::ajoute_carte(forme_, c,
+        formes::ajoute_carte(forme_, cartes[i],
                              {.carte = cadre,
                               .titre = titre,
                               .valeur = valeur,
                               .police_titre = etroit ? 13 : 16,
-                              .police_valeur = etroit ? 38 : 64});
+                              .police_valeur = etroit ? polices_etroites[i] : polices_larges[i]});
     }
 
     /// The whole summary from the note; the place in the list stays.
@@ -112,7 +131,7 @@ class Recapitulatif {
         Controle& g1 = forme_("g1");
         Grille& g = g1.grille;
         const int premiere = g.premiere_ligne;
-        g.dimensionne(1, 3);
+        g.dimensionne(1, nb_colonnes);
         g.lignes_fixes = 1;
         g.defile = true;
         entetes(g);
@@ -121,25 +140,33 @@ class Recapitulatif {
         g.hauteur_ligne = std::max(hauteur_ligne_min, g1.aspect.police * twips_par_point * 2);
         g.hauteurs.assign(static_cast<std::size_t>(g.lignes), g.hauteur_ligne);
         g.hauteurs[0] = hauteur_entete;
-        largeur_des_quantites(g1);
+        largeur_des_colonnes(g1);
         g.premiere_ligne = premiere;
         g.defile_de(0, g1.cadre);
         forme_("Label4").texte() = nombres::entier_complete(table(), 1);
         forme_("Label5").texte() = nombres::entier_complete(couverts(), 1);
         forme_("Label6").texte() = nombres::entier_complete(total, 1);
+        forme_("Label_total").texte() = lignes::total(etat::lignes_gardees());
     }
 
-    /// The quantities are read whole at every size: their column widens up to a third of the list, then they shrink.
-    static void largeur_des_quantites(Controle& g1) {
+    /// Quantities and amounts are read whole at every size: their columns widen up to a third of the list, then they
+    /// shrink.
+    static void largeur_des_colonnes(Controle& g1) {
+        const bool etroit = formes::est_etroit();
+        const int nb = largeur_de(g1, nombre, true, px(etroit ? 58 : 110), px(16));
+        const int prix = largeur_de(g1, montant, false, px(etroit ? 84 : 130), px(34));
+        g1.grille.largeurs = {nb, g1.cadre.largeur - nb - prix, 0, prix};
+    }
+
+    static int largeur_de(Controle& g1, Colonne colonne, bool gras, int au_moins, int marge) {
         Grille& g = g1.grille;
-        const int marge = px(16), au_plus = g1.cadre.largeur / 3;
-        int voulue = px(formes::est_etroit() ? 58 : 110);
+        int voulue = au_moins;
         for (int l = 1; l < g.lignes; ++l)
-            voulue = std::max(voulue, marge + largeur_en_twips(g1.aspect.police, true, g.texte(l, nombre)));
-        const int largeur = std::min(voulue, au_plus);
-        g.largeurs = {largeur, g1.cadre.largeur - largeur, 0};
+            voulue = std::max(voulue, marge + largeur_en_twips(g1.aspect.police, gras, g.texte(l, colonne)));
+        const int largeur = std::min(voulue, g1.cadre.largeur / 3);
         for (int l = 1; l < g.lignes && largeur < voulue; ++l)
-            g.cellule(l, nombre).police = std::max(1, g1.aspect.police * largeur / voulue);
+            g.cellule(l, colonne).police = std::max(1, g1.aspect.police * largeur / voulue);
+        return largeur;
     }
 
     static void entetes(Grille& g) {
@@ -150,7 +177,7 @@ class Recapitulatif {
                                      .gras = true,
                                      .alignement = colonne == nombre ? Alignement::centre : Alignement::gauche};
         }
-        g.cellule(0, ligne_note).role = Role::entete;
+        g.cellule(0, ligne_note).role = g.cellule(0, montant).role = Role::entete;
     }
 
     /// Adds a row and gives its cells the looks that all rows share.
@@ -172,6 +199,10 @@ class Recapitulatif {
         const double q = nombres::lis(quantite.texte);
         g.cellule(rang, libelle).texte = lignes::libelle(ligne);
         g.cellule(rang, libelle).gras = true;
+        Aspect& prix = g.cellule(rang, montant);
+        prix.texte = nombres::montant(lignes::montant(ligne));
+        prix.encre = palette::gris;
+        prix.alignement = Alignement::droite;
         for (const std::string& s : lignes::segments(ligne)) {
             rang = ajoute_rang(g, n);
             Aspect& a = g.cellule(rang, libelle);
@@ -179,7 +210,7 @@ class Recapitulatif {
             a.encre = palette::gris;
             a.marge_gauche = px(20);
         }
-        for (int c = 0; c < 3; ++c) g.cellule(rang, c).trait = true;
+        for (int c = 0; c < nb_colonnes; ++c) g.cellule(rang, c).trait = true;
         return q;
     }
 
@@ -202,8 +233,10 @@ class Recapitulatif {
     void ouvre_ligne(int n) {
         if (n < 1 || n > lignes_utiles()) return;
         complements::prend(etat::lignes_note[static_cast<std::size_t>(n)]);
+        const std::string libelle(lignes::libelle(etat::texte_travail));
         sel_arti::montre_sel_arti();
         if (texte::rogne(etat::texte_travail).empty()) {
+            formes::annonce_geste(forme_, std::string("– "_t) + libelle);
             retire_ligne(n);
         } else {
             etat::lignes_note[static_cast<std::size_t>(n)] = etat::texte_travail;

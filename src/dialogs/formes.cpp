@@ -16,6 +16,8 @@ constexpr int haut_barre = px(132), hauteur_barre = px(98);  ///< the bar's top,
 constexpr int espace_barre = px(8);
 constexpr int police_barre = 14, police_barre_etroite = 11;
 constexpr int etiquette_barre = 2;
+constexpr std::string_view minuterie_geste = "Timer_geste";
+constexpr int duree_geste_ms = 1500, police_geste = 12;
 
 constexpr int touche_min = px(54);  ///< what a finger does not miss
 constexpr int espace_serre = px(5);
@@ -70,6 +72,30 @@ void encadre(Forme& forme, std::string_view haut, std::string_view bas) {
     forme("label_bas").au_toucher = demande_reinitialisation;
 }
 
+void ajoute_geste(Forme& forme, const Cadre& cadre) {
+    forme.ajoute({.nom = "label_geste",
+                  .cadre = cadre,
+                  .police = police_geste,
+                  .gras = true,
+                  .alignement = Alignement::droite,
+                  .encre = palette::jaune,
+                  .laisse_passer = true});
+    Minuterie& m = forme.ajoute_minuterie(minuterie_geste);
+    m.au_tic = [&forme, &m] {
+        m.arrete();
+        forme("label_geste").texte().clear();
+    };
+}
+
+void annonce_geste(Forme& forme, std::string_view texte) {
+    const Couleur fond = forme("label_haut").aspect.fond;
+    Controle& geste = forme("label_geste");
+    geste.texte() = texte;
+    geste.aspect.encre = fond != sans_couleur ? encre_lisible(fond) : palette::jaune;
+    for (const auto& m : forme.minuteries)
+        if (m->nom == minuterie_geste) m->demarre(duree_geste_ms);
+}
+
 Cadre contenu() {
     return {marge, haut_contenu, std::max(px(60), largeur() - 2 * marge),
             std::max(px(60), hauteur() - haut_contenu - bas_contenu)};
@@ -98,6 +124,19 @@ void defile_par_page(Forme& forme, int touche) {
     const int page = g1.grille.lignes_visibles(g1.cadre);
     if (touche == case_bas) g1.grille.defile_de(page, g1.cadre);
     if (touche == case_haut) g1.grille.defile_de(-page, g1.cadre);
+}
+
+void repose(Controle& barre, int touche, bool repos) {
+    Aspect& a = barre.grille.cellule(0, touche);
+    if (a.role == Role::action || a.role == Role::repos) a.role = repos ? Role::repos : Role::action;
+}
+
+void repose_aux_bouts(Forme& forme, int touche_bas, int touche_haut) {
+    forme.avant_image = [&forme, touche_bas, touche_haut] {
+        const Controle& g1 = forme("g1");
+        repose(forme("g2"), touche_bas, !g1.grille.peut_defiler(+1, g1.cadre));
+        repose(forme("g2"), touche_haut, !g1.grille.peut_defiler(-1, g1.cadre));
+    };
 }
 
 void ajoute_touche(Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const Cadre& cadre) {
@@ -139,11 +178,17 @@ void ajoute_barre_de_choix(Forme& forme, const ToucheDeBarre& fin) {
     ajoute_barre(forme, barre);
 }
 
+void repose_aux_pages(Forme& forme, bool premiere, bool derniere) {
+    repose(forme("g2"), case_precedent, premiere);
+    repose(forme("g2"), case_suivant, derniere);
+}
+
 void remplit_choix(Aspect& touche, std::string_view libelle) {
     const std::string texte(texte::rogne(libelle));
     touche = {.texte = texte,
               .role = texte.empty() ? Role::vide : Role::touche,
               .gras = true,
+              .accord = true,
               .alignement = Alignement::gauche};
 }
 

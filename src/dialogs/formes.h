@@ -32,6 +32,10 @@ inline constexpr std::string_view version = "Win_Orvalune 2.01";
 /// Asks whether to start anew; on yes the program ends at once and nothing is written.
 void demande_reinitialisation();
 
+/// Adds `label_geste` to the upper banner: for 1.5 s it says what a touch has done. It takes `cadre`.
+void ajoute_geste(ecran::Forme& forme, const ecran::Cadre& cadre);
+void annonce_geste(ecran::Forme& forme, std::string_view texte);
+
 /// The area between the banners and above the key bar, with its margins.
 ecran::Cadre contenu();
 /// The area of the key bar.
@@ -58,6 +62,10 @@ ecran::Controle& ajoute_barre(ecran::Forme& forme, std::span<const ToucheDeBarre
 enum BarreDeListe { case_bas = 0, case_haut = 1, case_ferme = 5 };
 /// Scrolls `g1` by a page where that key of the bar was touched.
 void defile_par_page(ecran::Forme& forme, int touche);
+/// A key of the bar rests where it leads no further: its looks alone, a touch does what it always does.
+void repose(ecran::Controle& barre, int touche, bool repos);
+/// From now on two keys of the bar rest while `g1` is at its end and at its beginning.
+void repose_aux_bouts(ecran::Forme& forme, int touche_bas = case_bas, int touche_haut = case_haut);
 /// A key that looks as one of a bar, but is a button of its own name.
 void ajoute_touche(ecran::Forme& forme, std::string_view nom, const ToucheDeBarre& touche, const ecran::Cadre& cadre);
 
@@ -82,6 +90,8 @@ void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::spa
 /// The bar of a screen of choices, page by page; its last key closes the form, or does what the screen is for.
 enum BarreDeChoix { case_precedent = 0, case_suivant = 1, case_fin = 5 };
 void ajoute_barre_de_choix(ecran::Forme& forme, const ToucheDeBarre& fin);
+/// Its first two keys rest on the first and on the last page.
+void repose_aux_pages(ecran::Forme& forme, bool premiere, bool derniere);
 /// The key of a choice; without label the place of one.
 void remplit_choix(ecran::Aspect& touche, std::string_view libelle);
 /// Marks the keys whose label is taken, and no other.

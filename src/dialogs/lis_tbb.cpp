@@ -38,6 +38,7 @@ class Liste {
                        .etiquette = 3});
         remplit();
         formes::ajoute_barre(forme_, barre);
+        formes::repose_aux_bouts(forme_);
         branche();
         formes::colore(forme_);
     }

@@ -50,6 +50,7 @@ class Composition {
     int nb_services() const { return static_cast<int>(services_.size()); }
 
     void branche() {
+        forme_.avant_image = [this] { formes::repose_aux_pages(forme_, courant_ == 0, courant_ + 1 >= nb_services()); };
         forme_("g1").a_la_cellule = [this](int ligne, int colonne) {
             const auto libelle = forme_("g1").grille.texte(ligne, colonne);
             if (libelle.empty()) return;

@@ -105,6 +105,7 @@ int etiquette_de(Role role, int sinon) {
         case Role::ligne_touchee:
         case Role::ligne_choisie:
         case Role::puce:
+        case Role::compte:
             return 0;
         default:
             return sinon;

@@ -18,7 +18,8 @@ using namespace ecran;
 using formes::px;
 
 constexpr int categories = 20, categories_montrees = 2;
-constexpr int choix_par_categorie = 15, records_par_categorie = 20;
+constexpr int choix_par_categorie = 15;
+constexpr int police_vide = 16;
 constexpr int flots = 2;  ///< columns in which the keys of a category flow
 constexpr double contraste_lisible = 4.5;
 
@@ -60,6 +61,13 @@ class Details {
              .genre = Genre::grille,
              .cadre = touches,
              .police = reglages::nombre(reglages::police_complements)},
+            {.nom = "Label_vide",
+             .index = k,
+             .cadre = touches,
+             .texte = "Aucun détail"_t,
+             .police = police_vide,
+             .encre = palette::gris,
+             .laisse_passer = true},
         };
         forme_.construit(plans);
         Grille& g = forme_("g1", k).grille;
@@ -69,6 +77,10 @@ class Details {
     }
 
     void branche() {
+        forme_.avant_image = [this] {
+            formes::repose_aux_pages(forme_, etat::debut_detail <= 0,
+                                     etat::debut_detail >= categories - categories_montrees);
+        };
         for (int k = 0; k < categories_montrees; ++k) {
             forme_("g1", k).a_la_cellule = [this, k](int ligne, int) {
                 complements::bascule(forme_("g1", k).grille.texte(ligne, 0));
@@ -91,9 +103,13 @@ class Details {
 
     void affiche_tableau() {
         for (int k = 0; k < categories_montrees; ++k) {
-            const int base = (etat::debut_detail + k + 1) * records_par_categorie;
+            const int base = styles::premier_code(etat::debut_detail + k);
             Grille& g = forme_("g1", k).grille;
             for (int r = 0; r < choix_par_categorie; ++r) remplit(g.cellule(r, 0), base + r);
+            const auto sans_choix = [](const Aspect& a) { return a.texte.empty(); };
+            const bool vide = std::all_of(g.cellules.begin(), g.cellules.end(), sans_choix);
+            if (vide) g.cellules.assign(g.cellules.size(), {});  // no wall of empty keys
+            forme_("Label_vide", k).visible = vide;
         }
         recherche_detail();
     }

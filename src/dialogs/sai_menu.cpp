@@ -78,6 +78,7 @@ class Saisie {
     std::size_t courant_ = 0;
 
     void branche() {
+        forme_.avant_image = [this] { formes::repose_aux_pages(forme_, courant_ == 0, courant_ == dernier_montre); };
         forme_("g1").a_la_cellule = [this](int ligne, int colonne) {
             complements::bascule(forme_("g1").grille.texte(ligne, colonne));
             marque();

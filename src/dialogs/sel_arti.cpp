@@ -8,6 +8,7 @@
 #include "data/lignes.h"
 #include "data/nombres.h"
 #include "data/reglages.h"
+#include "data/styles.h"
 #include "dialogs/clavv.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
@@ -25,6 +26,10 @@ using formes::px;
 constexpr int hauteur_entete = px(44), hauteur_ligne = px(54);
 constexpr int police_prix = 20, police_quantite = 54, police_total = 35, police_entete = 16;
 constexpr int largeur_dessin = 1280;  ///< design pixels of the wide layout
+
+constexpr int police_lettre = 30, police_lettre_etroite = 24;
+constexpr int police_categories = 13, police_categories_etroite = 9;
+constexpr int hauteur_categories = px(38), sous_la_lettre = px(26);
 
 enum CaseBarre { efface = 0, detail_a = 1, detail_d = 4, valide = 5 };
 
@@ -71,7 +76,7 @@ class Validation {
         construit();
         charge();
         branche();
-        formes::colore(forme_);
+        colore();
     }
 
     void montre() { montre_modal(forme_); }
@@ -93,14 +98,52 @@ class Validation {
                        .role = Role::carte,
                        .police = std::max(1, reglages::nombre(reglages::police_remarques)),
                        .etiquette = 9});
-        const int police = formes::est_etroit() ? 24 : 30;
+        construit_barre();
+    }
+
+    /// The letters, and below each in small type what it opens.
+    void construit_barre() {
+        const bool etroit = formes::est_etroit();
+        const int police = etroit ? police_lettre_etroite : police_lettre;
         const formes::ToucheDeBarre barre[6] = {{"Effacer", image_corbeille, Role::detruire},
                                                 {.texte = "A", .role = Role::action, .police = police},
                                                 {.texte = "B", .role = Role::action, .police = police},
                                                 {.texte = "C", .role = Role::action, .police = police},
                                                 {.texte = "D", .role = Role::action, .police = police},
                                                 formes::touche_valide};
-        formes::ajoute_barre(forme_, barre);
+        Controle& g2 = formes::ajoute_barre(forme_, barre);
+        const auto titres = styles::titres(2 * (detail_d - detail_a + 1));
+        for (int c = detail_a; c <= detail_d; ++c) {
+            const auto premiere = static_cast<std::size_t>(2 * (c - detail_a));
+            const std::string noms = joint(titres[premiere], titres[premiere + 1]);
+            if (noms.empty()) continue;
+            g2.grille.cellule(0, c).marge_bas = sous_la_lettre;
+            const Cadre touche = cadre_cellule(g2, 0, c);
+            Controle& legende = forme_.ajoute({.nom = "Label_detail",
+                                               .index = c,
+                                               .cadre = {touche.gauche + px(4), touche.bas() - hauteur_categories,
+                                                         touche.largeur - px(8), hauteur_categories - px(4)},
+                                               .texte = noms,
+                                               .police = etroit ? police_categories_etroite : police_categories,
+                                               .encre = palette::pale,
+                                               .laisse_passer = true});
+            legende.aspect.accord = true;
+        }
+    }
+
+    static std::string joint(const std::string& a, const std::string& b) {
+        const std::string_view entre = formes::est_etroit() ? "\r\n" : " · "_t;
+        return a.empty() || b.empty() ? a + b : a + std::string(entre) + b;
+    }
+
+    /// The manager's colours, and the small type so that it can be read on them.
+    void colore() {
+        formes::colore(forme_);
+        for (int c = detail_a; c <= detail_d; ++c) {
+            const Couleur fond = forme_("g2").grille.cellule(0, c).fond;
+            Controle* legende = forme_.cherche("Label_detail", c);
+            if (legende != nullptr && fond != sans_couleur) legende->aspect.encre = encre_lisible(fond);
+        }
     }
 
     /// The card with the article; `Label7` holds its line as it came.

@@ -144,6 +144,7 @@ class Suivi {
         }
         g.largeurs.back() = reste;
         formes::ajoute_barre(forme_, barre);
+        formes::repose_aux_bouts(forme_);
     }
 
     static void ajoute_entetes(Grille& g) {

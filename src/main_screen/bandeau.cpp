@@ -71,7 +71,8 @@ void accorde_au_bandeau() {
         return fond != sans_couleur ? encre_lisible(fond) : ordinaire;
     };
     for (const Service& s : services) forme()(s.nom).aspect.encre = encre("label_haut", palette::blanc);
-    forme()("label_etat").aspect.encre = encre("label_haut", palette::jaune);
+    for (const char* nom : {"label_etat", "label_geste"})
+        forme()(nom).aspect.encre = encre("label_haut", palette::jaune);
     forme()("Label_num").aspect.encre = encre("label_bas", palette::pale);
 }
 
@@ -88,7 +89,7 @@ std::string texte_etat() {
     if (nombres::lis(couverts) != 0) {
         ajoute(couverts + (formes::est_etroit() ? " couv." : nombres::lis(couverts) == 1 ? " couvert" : " couverts"));
     }
-    const int n = std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
+    const std::size_t n = etat::lignes_gardees().size();
     ajoute(std::to_string(n) + (formes::est_etroit() ? " l." : n > 1 ? " lignes" : " ligne"));
     ajoute(etat::total_note);
     return t;
@@ -99,13 +100,24 @@ std::string texte_cuisine(int non_collectees) {
     return "Cuisine : " + std::to_string(non_collectees) + std::string(quoi);
 }
 
-/// The state takes the room that its text needs, left of the service pictures; the title keeps the rest.
-void partage() {
-    Controle& c = forme()("label_etat");
-    const int droite = forme()(services[0].nom).cadre.gauche - px(formes::est_etroit() ? 8 : 24);
+/// Gives a text at the right of the banner the room that it needs; returns where that begins.
+int pose_a_droite(Controle& c, int droite) {
     const int voulu = largeur_en_twips(c.aspect.police, true, c.texte()) + px(2);
     const int gauche = std::max(droite - voulu, formes::largeur() / 5);
-    c.cadre = {gauche, 0, droite - gauche, hauteur_bandeau};
+    c.cadre = {gauche, 0, std::max(0, droite - gauche), hauteur_bandeau};
+    return gauche;
+}
+
+/// The texts lie left of the service pictures; the title keeps the rest.
+void partage() {
+    const bool etroit = formes::est_etroit();
+    Controle &etat = forme()("label_etat"), &geste = forme()("label_geste");
+    geste.aspect.police = etat.aspect.police;
+    geste.visible = !geste.texte().empty();
+    etat.visible = !geste.visible || !etroit;
+    int gauche = forme()(services[0].nom).cadre.gauche - px(etroit ? 8 : 24);
+    if (etat.visible) gauche = pose_a_droite(etat, gauche);
+    if (geste.visible) gauche = pose_a_droite(geste, etat.visible ? gauche - px(4) : gauche);
     forme()("label_haut").aspect.marge_droite = formes::largeur() - gauche;
 }
 
@@ -122,6 +134,8 @@ void construit(void (*touches)(Forme& forme)) {
               .alignement = Alignement::droite,
               .encre = palette::jaune,
               .laisse_passer = true});
+    formes::ajoute_geste(f, {});
+    f.avant_image = partage;
     for (const Service& s : services)
         f.ajoute({.nom = s.nom, .genre = Genre::image, .encre = palette::blanc, .image = s.image});
     touches(f);
@@ -182,6 +196,10 @@ void affiche_etat() {
 void annonce_etat(std::string_view texte) {
     forme()("label_etat").texte() = texte;
     partage();
+}
+
+void annonce_geste(const std::string& texte) {
+    formes::annonce_geste(forme(), formes::est_etroit() ? texte : texte + std::string(" ·"_t));
 }
 
 }  // namespace bandeau

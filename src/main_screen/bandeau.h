@@ -3,6 +3,7 @@
 // the banners does is form1's.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "platform/controles/controles.h"
@@ -31,5 +32,7 @@ void titre_accueil();
 void affiche_etat();
 /// Puts a passing text in its place, during a wait.
 void annonce_etat(std::string_view texte);
+/// Says for a moment what a touch has done, beside the state, or in its place where the banner is narrow.
+void annonce_geste(const std::string& texte);
 
 }  // namespace bandeau

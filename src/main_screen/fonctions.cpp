@@ -20,6 +20,7 @@
 #include "dialogs/suivi.h"
 #include "main_screen/attend_tempo.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/comptes.h"
 #include "main_screen/demarrage.h"
 #include "main_screen/guet.h"
 #include "main_screen/note.h"
@@ -51,6 +52,7 @@ void montre_serveurs() {
 void montre_note() {
     eta_com::montre_eta_com();
     note::calcule_total();
+    comptes::affiche();
     bandeau::affiche_etat();
     if (std::exchange(etat::commande_envoyee, false)) recharge();
 }

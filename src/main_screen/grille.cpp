@@ -18,6 +18,9 @@ using formes::px;
 constexpr int haut_grille = 500;                     ///< twips, first row of keys
 constexpr int marge = px(10), bas_grille = px(140);  ///< the grid's end, from the form's bottom edge
 constexpr int hauteur_prix = px(44), police_prix = 13, police_marque = 15;
+constexpr std::string_view texte_marque = "N";
+constexpr int place_marque = px(26);  ///< what the mark takes at the key's upper right corner
+constexpr int police_compte = 15, police_compte_etroite = 11;
 constexpr int colonnes_max = 40, lignes_max = 40;
 
 Cadre cadre_touche(const Cases& k) {
@@ -37,6 +40,9 @@ Controle& touche_numero(int k) {
 }
 Controle& compagne(int k) {
     return bandeau::forme()("btt", k);
+}
+Controle& compte(int k) {
+    return bandeau::forme()("btn", k);
 }
 
 /// What a picture number says on the function row.
@@ -71,6 +77,7 @@ void construit(Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(
         Controle& touche = forme.ajoute({.nom = "btx", .index = k, .genre = Genre::bouton, .role = Role::touche});
         touche.au_toucher = [au_toucher, k] { au_toucher(k); };
         forme.ajoute({.nom = "btt", .index = k, .genre = Genre::image, .laisse_passer = true});
+        forme.ajoute({.nom = "btn", .index = k, .role = Role::compte, .gras = true, .laisse_passer = true});
     }
     const Plan plans[] = {
         {.nom = "g2", .genre = Genre::grille, .gras = true, .etiquette = 2},
@@ -105,7 +112,7 @@ void place() {
 void raz_touches() {
     for (int k = 1; k <= nb_touches; ++k) {
         codes[static_cast<std::size_t>(k)].clear();
-        touche_numero(k).visible = compagne(k).visible = false;
+        touche_numero(k).visible = compagne(k).visible = compte(k).visible = false;
         touche_numero(k).texte().clear();
         compagne(k).aspect = {};
     }
@@ -123,7 +130,8 @@ Aspect& pose_touche(int k, const Cases& cases, std::string_view code, std::strin
     Controle& c = touche_numero(k);
     c.cadre = cadre_touche(cases);
     c.visible = true;
-    c.aspect = {.texte = std::string(texte), .role = Role::touche, .police = std::max(1, police), .gras = true};
+    c.aspect = {
+        .texte = std::string(texte), .role = Role::touche, .police = std::max(1, police), .gras = true, .accord = true};
     return c.aspect;
 }
 
@@ -151,7 +159,7 @@ void pose_image(int k, int image, bool marque) {
         c.aspect = {.image = n, .encre = encre};
         return;
     }
-    c.aspect = {.texte = "N",
+    c.aspect = {.texte = std::string(texte_marque),
                 .image = n,
                 .encre = encre,
                 .police = police_marque,
@@ -160,6 +168,23 @@ void pose_image(int k, int image, bool marque) {
                 .place_image = PlaceImage::milieu,
                 .marge_droite = px(10),
                 .marge_bas = std::max(0, c.cadre.hauteur - px(40))};
+}
+
+void pose_compte(int k, std::string_view nombre) {
+    Controle& c = compte(k);
+    c.texte() = nombre;
+    c.visible = !nombre.empty() && touche_numero(k).visible;
+    if (!c.visible) return;
+    const bool etroit = formes::est_etroit();
+    const Cadre& touche = touche_numero(k).cadre;
+    const int cote = std::min({px(etroit ? 26 : 36), touche.largeur / 2, touche.hauteur / 2});
+    const int au_dela = std::max(0, static_cast<int>(nombre.size()) - 2);
+    const int largeur = std::min(cote + au_dela * cote / 3, touche.largeur / 2);
+    const int bord = px(etroit ? 3 : 8);
+    const bool marquee = compagne(k).visible && compagne(k).texte() == texte_marque;
+    const int droite = touche.droite() - bord - (marquee ? place_marque : 0);
+    c.cadre = {droite - largeur, touche.haut + bord, largeur, cote};
+    c.aspect.police = etroit ? police_compte_etroite : police_compte;
 }
 
 void init_g2(std::string_view codes_touches, std::string_view images) {

@@ -38,6 +38,9 @@ void pose_prix(int k, std::string_view prix);
 /// A picture of the set above the caption of key k, 0: none, and perhaps the mark in the key's corner.
 void pose_image(int k, int image, bool marque);
 
+/// In the upper right corner of key k how many of its article the note holds; empty: none.
+void pose_compte(int k, std::string_view nombre);
+
 /// Fills the function row: six key codes, each followed by "|", and six groups of six characters whose first two are
 /// the picture number.
 void init_g2(std::string_view codes_touches, std::string_view images);

@@ -1,6 +1,5 @@
 #include "main_screen/note.h"
 
-#include <algorithm>
 #include <limits>
 #include <string>
 
@@ -12,35 +11,23 @@
 #include "platform/systeme/texte.h"
 
 namespace note {
-namespace {
-
-int lignes_gardees() {
-    return std::min<int>(etat::nb_lignes_note, etat::lignes_note_max);
-}
-
-}  // namespace
-
-void ajoute_ligne() {
-    if (texte::rogne(etat::texte_travail).empty()) return;
+bool ajoute_ligne() {
+    if (texte::rogne(etat::texte_travail).empty()) return false;
     if (etat::nb_lignes_note < std::numeric_limits<std::int16_t>::max()) ++etat::nb_lignes_note;
-    if (etat::nb_lignes_note > etat::lignes_note_max) return mini_97::informe("La note est pleine !");
+    if (etat::nb_lignes_note > etat::lignes_note_max) return mini_97::informe("La note est pleine !"), false;
     etat::lignes_note[static_cast<std::size_t>(etat::nb_lignes_note)] = etat::texte_travail;
     calcule_total();
+    return true;
 }
 
 void calcule_total() {
-    double total = 0;
-    for (int n = 1; n <= lignes_gardees(); ++n) {
-        const std::string& ligne = etat::lignes_note[static_cast<std::size_t>(n)];
-        total += lignes::prix(ligne).value_or(0) * lignes::quantite(ligne).value_or(1);
-    }
-    etat::total_note = nombres::montant(total);
+    etat::total_note = lignes::total(etat::lignes_gardees());
 }
 
 bool ecrit_donnees() {
     std::string t = "#SERV#" + nombres::entier_complete(etat::numero_serveur, 2) + "\r\n";
     t += "#TABL#" + etat::texte_table + "\r\n";
-    for (int n = 1; n <= lignes_gardees(); ++n) t += etat::lignes_note[static_cast<std::size_t>(n)] + "\r\n";
+    for (const std::string& ligne : etat::lignes_gardees()) t += ligne + "\r\n";
     return fichiers::ecrit_tout(nom_provisoire, t, fichiers::Remplace::oui) == fichiers::Issue::fait;
 }
 

@@ -8,8 +8,9 @@ namespace note {
 /// The provisional file: the note as it stood when the program was closed.
 inline constexpr std::string_view nom_provisoire = "prov.txt";
 
-/// Appends the line of etat::texte_travail unless it is blank; tells the waiter when the note is full.
-void ajoute_ligne();
+/// Appends the line of etat::texte_travail unless it is blank; tells the waiter when the note is full. Whether the note
+/// holds it now.
+bool ajoute_ligne();
 /// Brings etat::total_note up to date: the sum of unit price times quantity.
 void calcule_total();
 

@@ -14,6 +14,7 @@
 #include "data/reseau.h"
 #include "dialogs/formes.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/comptes.h"
 #include "main_screen/grille.h"
 #include "platform/systeme/texte.h"
 
@@ -88,6 +89,11 @@ void commence(Vue vue) {
     bandeau::forme()("Label_attente").visible = false;
 }
 
+/// On the first page nothing comes before, on the last one nothing after.
+void repose_aux_bouts(int nb_pages) {
+    formes::repose_aux_pages(bandeau::forme(), etat::numero_page == 0, etat::numero_page + 1 >= nb_pages);
+}
+
 /// The function row of a list of several pages: back, on where there is more, the note, and the way out.
 void barre_de_liste(int nb_pages, std::string_view retour, std::string_view suivante, std::string_view sortie) {
     const bool suite = etat::numero_page + 1 < nb_pages;
@@ -98,6 +104,7 @@ void barre_de_liste(int nb_pages, std::string_view retour, std::string_view suiv
     codes += sortie;
     grille::init_g2(codes + "|",
                     suite ? "18xxx:17xxx:00xxx:00xxx:22xxx:24xxx:" : "18xxx:00xxx:00xxx:00xxx:22xxx:24xxx:");
+    repose_aux_bouts(nb_pages);
 }
 
 /// Draws one line of the key program on its cell of the grid.
@@ -127,12 +134,13 @@ void nomme_sous_groupe(std::string_view nom) {
 void affiche_serveurs() {
     commence(Vue::serveurs);
     const catalogue::Tables& t = catalogue::courant();
-    affiche_noms(reglages::touches_serveurs, t.noms_serveurs, [&](int n, const std::string& nom) {
+    const int nb_pages = affiche_noms(reglages::touches_serveurs, t.noms_serveurs, [&](int n, const std::string& nom) {
         return Entree{"#SERV#" + nombres::entier_complete(n, 2), nom, "",
                       catalogue::chiffre_couleur(t.couleurs_serveurs, n)};
     });
     bandeau::titre_accueil();
     grille::init_g2("#RETS#|#SUIS#|||||", "18xxx:17xxx:00xxx:00xxx:00xxx:00xxx:");
+    repose_aux_bouts(nb_pages);
     bandeau::affiche_etat();
 }
 
@@ -166,6 +174,7 @@ void affiche_articles() {
     bandeau::titre(
         titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     barre_de_liste(nb_pages, "#RETO#", "#SUIT#", "#LFAM#");
+    comptes::affiche();
     bandeau::affiche_etat();
 }
 
@@ -177,6 +186,7 @@ void dessine_touches() {
     for (int k = 1; k <= static_cast<int>(page.size()) && k <= grille::nb_touches; ++k) {
         pose_ligne(k, page[static_cast<std::size_t>(k - 1)], police_familles);
     }
+    comptes::affiche();
     bandeau::titre_accueil();
     bandeau::affiche_etat();
 }

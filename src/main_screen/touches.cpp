@@ -15,6 +15,7 @@
 #include "dialogs/menufor.h"
 #include "dialogs/sel_arti.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/comptes.h"
 #include "main_screen/fonctions.h"
 #include "main_screen/grille.h"
 #include "main_screen/note.h"
@@ -119,9 +120,14 @@ void ajoute(const Frappe& f) {
     if (catalogue::est_sous_groupe(f.argument)) return sous_groupe(f);
     complements::prend(catalogue::complete_article(f.argument));
     if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
+    const std::string libelle(lignes::libelle(etat::texte_travail));
     sel_arti::montre_sel_arti();
-    note::ajoute_ligne();
+    const bool prise = note::ajoute_ligne();
+    comptes::affiche();
     bandeau::affiche_etat();
+    const double quantite = lignes::quantite(etat::texte_travail).value_or(1);
+    if (prise) bandeau::annonce_geste("+ " + nombres::general(quantite) + " " + libelle);
+    if (texte::rogne(etat::texte_travail).empty()) bandeau::annonce_geste(std::string("– "_t) + libelle);
 }
 
 void outils(const Frappe&) {

@@ -36,6 +36,8 @@ constexpr Look looks[] = {
     {0xE4DED3, palette::encre, false},         // clavier
     {0xDCE6F1, palette::encre, false},         // ligne_touchee
     {palette::bleu, palette::blanc, false},    // ligne_choisie
+    {palette::doux, palette::repos, true},     // repos
+    {palette::blanc, palette::encre, false},   // compte
     {sans_couleur, palette::encre, false},     // puce
 };
 

@@ -17,7 +17,7 @@ std::int32_t vers_bgr(Couleur couleur);
 namespace palette {
 inline constexpr Couleur encre = 0x1F2A36, papier = 0xF4F1EB, blanc = 0xFFFFFF, trait = 0xD9D2C6, gris = 0x6B7280,
                          vert = 0x23704F, rouge = 0xA83A2B, ambre = 0xD98E04, bleu = 0x2F5D8A, noir = 0x000000,
-                         doux = 0xECE7DE, jaune = 0xF0C64F, pale = 0xC9D1D9;
+                         doux = 0xECE7DE, repos = 0x5A6170, jaune = 0xF0C64F, pale = 0xC9D1D9;
 /// The colours of the digits 0 to 9 that the catalogue gives to keys.
 inline constexpr Couleur chiffres[10] = {0xFFFFFF, 0xC24B45, 0xD9782D, 0xF0C64F, 0x4F8F5F,
                                          0x2F7F7C, 0x3F72A8, 0x6E569C, 0xB95A86, 0x7C756B};
@@ -47,6 +47,8 @@ enum class Role : std::uint8_t {
     clavier,        ///< the ground of the keyboard: warm grey, rounded on top, shadow
     ligne_touchee,  ///< row of a list that was touched last: pale blue
     ligne_choisie,  ///< row of a list that is chosen: blue, with a mark at its end
+    repos,          ///< a key that leads no further now: flat, grey, whatever colours it has; it can be touched
+    compte,         ///< a white disc with an ink edge and text
     puce,           ///< cell of a list that shows its own colour on a rounded chip
 };
 

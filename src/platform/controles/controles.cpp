@@ -102,9 +102,13 @@ static int premiere_de_la_fin(const Grille& g, const Cadre& cadre) {
     return std::min(l, g.lignes - 1);
 }
 
-void Grille::defile_de(int pas, const Cadre& cadre) {
+int Grille::premiere_apres(int pas, const Cadre& cadre) const {
     const int derniere = std::max(lignes_fixes, premiere_de_la_fin(*this, cadre));
-    premiere_ligne = std::clamp(std::max(premiere_ligne, lignes_fixes) + pas, lignes_fixes, derniere);
+    return std::clamp(std::max(premiere_ligne, lignes_fixes) + pas, lignes_fixes, derniere);
+}
+
+void Grille::defile_de(int pas, const Cadre& cadre) {
+    premiere_ligne = premiere_apres(pas, cadre);
 }
 
 void Grille::montre_ligne(int voulue, const Cadre& cadre) {

@@ -55,6 +55,7 @@ struct Aspect {
     Couleur encre = sans_couleur;
     int police = 0;  ///< font size as set, in points; 0: the grid's
     bool gras = false;
+    bool accord = false;  ///< one letter size with all captions of the form that have this and the same size set
     Alignement alignement = Alignement::centre;
     PlaceImage place_image = PlaceImage::seule;
     int marge_gauche = 0;  ///< twips added to the left of the text
@@ -94,6 +95,11 @@ struct Grille {
     std::string_view texte(int l, int c) const { return existe(l, c) ? std::string_view(cellule(l, c).texte) : ""; }
     /// Scrolls by `pas` rows (negative: up), within the bounds.
     void defile_de(int pas, const Cadre& cadre);
+    /// The first row that this would show.
+    int premiere_apres(int pas, const Cadre& cadre) const;
+    bool peut_defiler(int pas, const Cadre& cadre) const {
+        return premiere_apres(pas, cadre) != premiere_apres(0, cadre);
+    }
     /// Scrolls a list no further than needed to show a row.
     void montre_ligne(int voulue, const Cadre& cadre);
     /// How many rows fit below the fixed ones.
@@ -166,6 +172,7 @@ struct Forme {
     std::vector<std::unique_ptr<Controle>> controles;  ///< later ones lie on top
     std::vector<std::unique_ptr<Minuterie>> minuteries;
     std::function<void(int point_de_code)> a_la_frappe;  ///< a character of the physical keyboard (page 1252)
+    std::function<void()> avant_image;  ///< once a turn, before it is painted: looks that follow from other fields
     std::function<void()> a_l_entree, a_l_echappement, au_retour_arriere;
 
     Controle& ajoute(const Plan& plan);

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <cstdlib>
+#include <optional>
 #include <vector>
 
 #include "platform/systeme/horloge.h"
@@ -22,6 +24,17 @@ struct Doigt {
     bool fait_defiler = false;   ///< it drags the list and touches nothing any more
 };
 
+/// A place on the screen, pixels.
+struct Point {
+    int x = 0, y = 0;
+};
+
+/// A touch that has put a form on the stack or taken one off: what comes down there right after is its bounce.
+struct Bascule {
+    Point point;
+    std::int64_t instant = 0;
+};
+
 struct Ecran {
     explicit Ecran(std::unique_ptr<Fenetre> f) : fenetre(std::move(f)) {}
 
@@ -32,6 +45,8 @@ struct Ecran {
     bool tourne = false;  ///< the screen has another size, and the bottom form has not been told yet
     std::vector<Forme*> pile;
     Doigt doigt;
+    std::optional<Point> leve;       ///< where the finger was lifted, while what this does is under way
+    std::optional<Bascule> bascule;  ///< the last one
     std::function<void()> reveil, fermeture, extinction, changement;
 };
 
@@ -39,6 +54,8 @@ std::unique_ptr<Ecran> ecran;
 
 /// A finger that moves further than this drags the list: 20 pixels of a 10-inch tablet.
 constexpr int seuil_defilement = 300;
+/// A finger that bounces comes down again within this time and distance: 9 mm of such a tablet.
+constexpr int duree_rebond_ms = 200, distance_rebond = 795;
 
 int en_twips(int pixels) {
     return static_cast<int>(pixels * twips_par_pixel / ecran->peintre.echelle());
@@ -95,9 +112,20 @@ void suit_le_doigt(const Doigt& d, int x, int y) {
     appelle(c.au_glisse, x - c.cadre.gauche, y - c.cadre.haut);
 }
 
+/// A replay means each of its touches.
+bool est_rebond(int x, int y) {
+    const auto& b = ecran->bascule;
+    if (ecran->pilote != nullptr || !b || horloge::millisecondes() - b->instant >= duree_rebond_ms) return false;
+    return std::hypot(en_twips(x - b->point.x), en_twips(y - b->point.y)) <= distance_rebond;
+}
+
+void note_bascule() {
+    if (ecran->leve) ecran->bascule = {*ecran->leve, horloge::millisecondes()};
+}
+
 void pose_doigt(int x, int y) {
     Forme* f = forme_du_dessus();
-    if (f == nullptr || !f->visible) return;
+    if (f == nullptr || !f->visible || est_rebond(x, y)) return;
     Doigt d;
     d.x = en_twips(x) - f->cadre.gauche;
     d.y = en_twips(y) - f->cadre.haut;
@@ -137,6 +165,7 @@ void leve_doigt(int x, int y) {
     const Doigt d = ecran->doigt;
     ecran->doigt = {};
     if (d.forme == nullptr || d.forme != forme_du_dessus() || !d.dessus || d.fait_defiler) return;
+    ecran->leve = {x, y};
     Controle& c = *d.touche.controle;
     if (c.au_maintien && d.maintien < 0) return;  // the hold has acted already
     if (c.est_grille() && d.touche.ligne >= 0) {
@@ -217,8 +246,11 @@ void suit_l_ecran() {
 }
 
 void un_tour() {
+    ecran->leve.reset();
     ouvrier::traite_reponses();
     suit_l_ecran();
+    for (const Forme* f : ecran->pile)
+        if (f->avant_image) f->avant_image();
     if (ecran->fenetre->se_voit()) met_a_jour_image();
     traite(prochain_evenement());
     while (tire_minuterie(horloge::millisecondes())) continue;
@@ -294,11 +326,13 @@ void charge(Forme& forme) {
     assert(!est_chargee(forme));
     ecran->pile.push_back(&forme);
     ecran->doigt = {};
+    note_bascule();
 }
 
 void decharge(Forme& forme) {
     if (!ecran) return;
     std::erase(ecran->pile, &forme);
+    note_bascule();
     if (ecran->doigt.forme == &forme) ecran->doigt = {};
 }
 

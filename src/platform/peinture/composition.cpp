@@ -11,7 +11,7 @@ using Sorte = Element::Sorte;
 
 // Lengths of the looks, in design pixels.
 constexpr int rayon_boite = 12, barre_boite = 10, flou_ombre = 16, descente_ombre = 12;
-constexpr int bord_choisie = 4, bord_case = 3, creux = 2;
+constexpr int bord_choisie = 4, bord_case = 3, bord_compte = 2, creux = 2;
 constexpr int largeur_curseur = 3, intervalle_marque = 6;
 constexpr int cote_coche = 38, bord_coche = 50;
 
@@ -101,8 +101,13 @@ void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {
         case Role::vide:
         case Role::clavier:
             return rond(Part::fond, z, p_.pixels(coin), couleur);
+        case Role::repos:
+            return rond(Part::fond, z, p_.pixels(coin), appuye ? enfonce(couleur) : couleur);
         case Role::pastille:
             return pastille(z, couleur);
+        case Role::compte:
+            rond(Part::bord, z, (z.bas - z.haut) / 2, palette::encre);
+            return rond(Part::fond, retreci(z, p_.px(bord_compte)), (z.bas - z.haut) / 2 - p_.px(bord_compte), couleur);
         case Role::champ:
             return encadre(z, couleur, palette::bleu, 1);
         case Role::choisie:
@@ -162,29 +167,38 @@ void Composition::contenu(const Sujet& s) {
         icone(Part::image, s.z, image.glyphe, place.cote, place.x, place.y, encre);
     }
     if (a.role == Role::ligne_choisie && s.rang.derniere) {
-        texte(s, place.texte);
+        static_cast<void>(texte(s, place.texte));
         const int cote = std::min(p_.px(cote_coche), s.z.bas - s.z.haut);
         return icone(Part::coche, s.z, image_de_touche(image_valider).glyphe, cote, s.z.droite - p_.px(bord_coche),
                      (s.z.haut + s.z.bas) / 2, teintes(a).encre);
     }
-    if (a.role != Role::choisie) return texte(s, place.texte);
-    const PlaceMarque m = p_.marque(s.z, a.alignement);
-    if (m.au_bout) place.texte.droite = std::min(place.texte.droite, m.disque.gauche - p_.px(intervalle_marque));
-    texte(s, place.texte);
+    if (a.role == Role::choisie) return choisie(s, place.texte);
+    static_cast<void>(texte(s, place.texte));
+}
+
+/// The mark takes some of the caption's room; the size that a page shares does not depend on it.
+void Composition::choisie(const Sujet& s, Zone place) {
+    const Zone sans_marque = {place.gauche, place.haut - p_.pixels(s.aspect.marge_haut), place.droite, place.bas};
+    const PlaceMarque m = p_.marque(s.z, s.aspect.alignement);
+    if (m.au_bout) place.droite = std::min(place.droite, m.disque.gauche - p_.px(intervalle_marque));
+    if (Element* e = texte(s, place)) e->mesure = sans_marque;
     marque(m.disque);
 }
 
-void Composition::texte(const Sujet& s, const Zone& place) {
+Element* Composition::texte(const Sujet& s, const Zone& place) {
     const std::string_view t = legende(s.aspect);
-    if (t.empty() || place.vide()) return;
+    if (t.empty() || place.vide()) return nullptr;
     const Zone visible = {s.z.gauche, s.z.haut - s.debord, s.z.droite, s.z.bas + s.debord};
     Element* e = ajoute(Part::texte, Sorte::texte, place, visible, teintes(s.aspect).encre);
-    if (e == nullptr) return;
+    if (e == nullptr) return nullptr;
     e->texte = t;
     e->police = s.gras ? Police::grasse : Police::normale;
     e->taille = p_.em(s.police > 0 ? s.police : police_par_defaut);
     e->alignement = s.aspect.alignement;
     e->lignes_max = s.rang.liste || s.aspect.role == Role::bandeau ? 1 : 0;
+    e->accord = s.aspect.accord;
+    e->mesure = place;
+    return e;
 }
 
 void Composition::marque(const Zone& disque) {
@@ -233,7 +247,7 @@ void Composition::case_a_cocher(const Sujet& s, bool coche) {
         encadre(boite, palette::blanc, palette::gris, bord_case);
     }
     ordre_ += pas_cellule;
-    texte(s, {boite.droite + (boite.gauche - s.z.gauche), s.z.haut, s.z.droite, s.z.bas});
+    static_cast<void>(texte(s, {boite.droite + (boite.gauche - s.z.gauche), s.z.haut, s.z.droite, s.z.bas}));
 }
 
 void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <span>
 #include <vector>
 
 #include "platform/peinture/elements.h"
@@ -33,6 +34,7 @@ class Composition {
         forme_ = &f;
         ordre_ = numero_forme_;
         p_.origine(f.cadre.gauche, f.cadre.haut);
+        const std::size_t premier = sortie_.size();
         fond_de_forme(f);
         std::uint64_t rang = 0;
         for (const auto& c : f.controles) {
@@ -40,6 +42,7 @@ class Composition {
             if (c->visible) controle(*c);
             coupe_ = ecran_;
         }
+        accorde(std::span(sortie_).subspan(premier));
     }
 
   private:
@@ -107,7 +110,8 @@ class Composition {
         int debord = 0;  ///< pixels that the caption's accents and tails may stand over the zone, above and below
     };
     void contenu(const Sujet& s);
-    void texte(const Sujet& s, const Zone& place);
+    Element* texte(const Sujet& s, const Zone& place);
+    void choisie(const Sujet& s, Zone place);
     void marque(const Zone& disque);
     void saisie(const Sujet& s, int curseur);
     void case_a_cocher(const Sujet& s, bool coche);

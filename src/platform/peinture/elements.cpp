@@ -22,18 +22,7 @@ float part(Alignement a) {
 }
 
 void dessine_texte(const Element& e, Toile toile) {
-    const int l = e.cadre.droite - e.cadre.gauche, h = e.cadre.bas - e.cadre.haut;
-    Place place{l, h, e.lignes_max};
-    const MiseEnLignes& m = met_en_lignes(e.police, e.taille, e.texte, place);
-    const Metrique mesures = metrique(e.police, m.taille);
-    float y = static_cast<float>(e.cadre.haut) +
-              (static_cast<float>(h) - mesures.hauteur * static_cast<float>(m.lignes.size())) / 2 + mesures.ascendante;
-    for (const std::string& ligne : m.lignes) {
-        const float reste = static_cast<float>(l) - largeur_texte(e.police, m.taille, ligne);
-        const float x = static_cast<float>(e.cadre.gauche) + std::max(0.F, reste) * part(e.alignement);
-        toile.texte(e.police, m.taille, ligne, x, y, e.couleur);
-        y += mesures.hauteur;
-    }
+    parcourt_lignes(e, [&](const LignePeinte& l) { toile.texte(e.police, l.taille, l.texte, l.x, l.y, e.couleur); });
 }
 
 void dessine_saisie(const Element& e, Toile toile) {
@@ -43,6 +32,19 @@ void dessine_saisie(const Element& e, Toile toile) {
 }
 
 }  // namespace
+
+void parcourt_lignes(const Element& e, const std::function<void(const LignePeinte&)>& ligne) {
+    const int l = e.cadre.droite - e.cadre.gauche, h = e.cadre.bas - e.cadre.haut;
+    const MiseEnLignes& m = met_en_lignes(e.police, e.taille, e.texte, {l, h, e.lignes_max});
+    const Metrique mesures = metrique(e.police, m.taille);
+    float y = static_cast<float>(e.cadre.haut) +
+              (static_cast<float>(h) - mesures.hauteur * static_cast<float>(m.lignes.size())) / 2 + mesures.ascendante;
+    for (const std::string& texte : m.lignes) {
+        const float reste = static_cast<float>(l) - largeur_texte(e.police, m.taille, texte);
+        ligne({texte, m.taille, static_cast<float>(e.cadre.gauche) + std::max(0.F, reste) * part(e.alignement), y});
+        y += mesures.hauteur;
+    }
+}
 
 std::uint64_t empreinte(const Element& e) {
     std::uint64_t h = mele(mele(static_cast<std::uint64_t>(e.sorte) + 1, e.cadre), e.zone);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -36,7 +37,9 @@ struct Element {
     Police police = Police::normale;
     int taille = 0;  ///< em size in pixels
     Alignement alignement = Alignement::centre;
-    int lignes_max = 0;  ///< of a caption, 0: as many as fit
+    int lignes_max = 0;   ///< of a caption, 0: as many as fit
+    bool accord = false;  ///< of a caption: it shares its size with others of its form
+    Zone mesure;          ///< the room that counts for this
     char32_t glyphe = 0;
     int decalage = 0;  ///< pixels, of a field's text, a frame or a key's shadow
 
@@ -47,6 +50,19 @@ struct Element {
 /// Makes the list for a stack of forms upon a screen of that size in pixels; see Peintre::peint().
 void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,
              std::vector<Element>& liste);
+
+/// Gives the captions that share a size the largest one at which nine of ten fit in at most three lines, not below
+/// seven tenths of the one set; the others shrink alone. The elements are those of one form.
+void accorde(std::span<Element> elements);
+
+/// A line of a caption as it is painted: its size, and where it begins on its base line, pixels.
+struct LignePeinte {
+    std::string_view texte;
+    int taille;
+    float x, y;
+};
+/// The lines of a caption in their places, one after another.
+void parcourt_lignes(const Element& legende, const std::function<void(const LignePeinte&)>& ligne);
 
 /// A number that tells an element's looks from all others'.
 std::uint64_t empreinte(const Element& e);

@@ -22,6 +22,7 @@ int borne(double pixels) {
 }  // namespace
 
 Teintes teintes(const Aspect& a) {
+    if (a.role == Role::repos) return {fond_de(a.role), encre_de(a.role)};
     const Couleur fond = a.fond != sans_couleur ? a.fond : fond_de(a.role);
     if (a.encre != sans_couleur) return {fond, a.encre};
     return {fond, a.fond != sans_couleur ? encre_lisible(a.fond) : encre_de(a.role)};
@@ -119,7 +120,7 @@ PlaceMarque Placement::marque(const Zone& z, Alignement alignement) const {
         const int droite = z.droite - std::min(px(bord_marque), l / 16);
         return {{droite - d, haut, droite, haut + d}, true};
     }
-    const int d = std::min({px(disque_de_coin), h / 2, l / 3}), bord = std::min(px(bord_coin), l / 16);
+    const int d = std::min({px(disque_de_coin), h / 2, l / 3}), bord = std::min({px(bord_coin), l / 16, (h - d) / 2});
     return {{z.droite - bord - d, z.haut + bord, z.droite - bord, z.haut + bord + d}, false};
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/ecran/boucle.h"
 #include "platform/peinture/images.h"
+#include "platform/peinture/placement.h"
 #include "platform/systeme/texte.h"
 
 namespace rejeu {
@@ -64,8 +65,7 @@ int Cible::police() const {
 
 ecran::Couleur Cible::fond() const {
     for (const ecran::Aspect* a : {&aspect(), &std::as_const(controle->aspect)}) {
-        if (a->fond != ecran::sans_couleur) return a->fond;
-        if (const auto f = ecran::fond_de(a->role); f != ecran::sans_couleur) return f;
+        if (const auto f = ecran::teintes(*a).fond; f != ecran::sans_couleur) return f;
     }
     return ecran::fond_de(forme->role);
 }
