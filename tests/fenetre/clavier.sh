@@ -18,12 +18,12 @@ photographie envoi
 
 ouvre_article
 clique 300 300 # a row for a remark
-attend 3000 est_peint 1032 640 23704F || echoue "the keyboard is not shown"
+attend 15000 est_peint 1032 640 23704F || echoue "the keyboard is not shown"
 xdotool key a
-attend 3000 est_peint 202 365 1F2A36 || echoue "a letter is not heard"
+attend 15000 est_peint 202 365 1F2A36 || echoue "a letter is not heard"
 setxkbmap fr -option compose:menu
 xdotool key dead_circumflex e eacute EuroSign w BackSpace Multi_key o e Return
-attend 3000 est_peint 1168 730 23704F || echoue "Enter does not accept the remark"
+attend 15000 est_peint 1168 730 23704F || echoue "Enter does not accept the remark"
 envoie_note
 envoie_commande
 LC_ALL=C grep -qaF $'a\xEA\xE9\x80\x9C' "$terrain"/reseau/*_01_012_004_.txt || echoue "the remark is not the one that was typed"

@@ -9,7 +9,7 @@ est_la() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q ' 0x'; }
 HOME=$terrain openbox >/dev/null 2>&1 &
 pid_gerant=$!
 trap 's=$?; kill "$pid_gerant" 2>/dev/null; (exit "$s"); finit' EXIT
-attend 5000 est_la || echoue "no manager"
+attend 15000 est_la || echoue "no manager"
 
 couvre_tout() {
     est_peint 0 0 1F2A36 && est_peint 1279 0 1F2A36 && est_peint 0 799 1F2A36 && est_peint 1279 799 1F2A36
@@ -17,17 +17,17 @@ couvre_tout() {
 a_le_clavier() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = Orvalune ]; }
 
 lance_programme
-attend 3000 couvre_tout || echoue "the screen is not covered"
-attend 3000 a_le_clavier || echoue "the keyboard is not given to it"
+attend 15000 couvre_tout || echoue "the screen is not covered"
+attend 15000 a_le_clavier || echoue "the keyboard is not given to it"
 xdotool windowminimize "$(xdotool getactivewindow)"
-attend 3000 est_peint 640 400 000000 || echoue "it is not hidden away"
+attend 15000 est_peint 640 400 000000 || echoue "it is not hidden away"
 (demarre "$terrain") || echoue "a second start fails"
-attend 3000 couvre_tout || echoue "a second start does not bring it back"
-attend 3000 a_le_clavier || echoue "a second start does not give it the keyboard"
+attend 15000 couvre_tout || echoue "a second start does not bring it back"
+attend 15000 a_le_clavier || echoue "a second start does not give it the keyboard"
 xdotool key alt+F4
-attend 3000 est_peint 330 440 23704F || echoue "a close request does not ask for the end"
+attend 15000 est_peint 330 440 23704F || echoue "a close request does not ask for the end"
 xdotool key Escape
-attend 3000 est_peint 40 60 3F72A8 || echoue "Escape does not abandon"
+attend 15000 est_peint 40 60 3F72A8 || echoue "Escape does not abandon"
 kill "$pid_programme"
 wait "$pid_programme" 2>/dev/null
 

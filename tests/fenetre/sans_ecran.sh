@@ -25,10 +25,10 @@ ouvre_ecran
 lance_programme
 ouvre_article
 clique 1168 687 # Valider
-attend 3000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
+attend 15000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
 rm -f "$terrain/prov.txt"
 kill "$pid_ecran"
-attend 5000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }
+attend 15000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }
 wait "$pid_programme"
 [ $? = 1 ] || DISPLAY='' echoue "a lost display passes for a good end"
 grep -q 8880000000024 "$terrain/prov.txt" || DISPLAY='' echoue "the note in hand is lost"
