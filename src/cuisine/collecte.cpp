@@ -99,7 +99,9 @@ Regard Collecte::regarde() {
 void Collecte::suit(const std::vector<std::string>& noms) {
     std::map<std::string, Vue, std::less<>> encore;
     for (const std::string& nom : noms) {
-        if (!livraison::finit_par(nom, livraison::fin_livree)) continue;
+        // What a tablet says of itself is for a router.
+        if (!livraison::finit_par(nom, livraison::fin_livree) || nom.starts_with(livraison::debut_identification))
+            continue;
         const std::string chemin = fichiers::joint(reseau_, nom);
         const auto longueur = fichiers::longueur(chemin);
         const auto date = fichiers::modifie_le(chemin);
