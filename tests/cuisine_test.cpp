@@ -140,8 +140,7 @@ TEST_F(Cuisine, UnFichierQuOnEcritEncoreAttend) {
     EXPECT_EQ(papier().avec("TABLE 009").size(), 1U);
 }
 
-// --- several printers, numbers
-// -----------------------------------------------------------------------------------------
+// --- several printers, numbers ---------------------------------------------------------------------------------------
 
 TEST_F(Cuisine, LesFamillesVontASeveralImprimantes) {
     std::string faute;
