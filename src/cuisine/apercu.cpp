@@ -70,6 +70,22 @@ int hauteur_de(const ticket::Ligne& l) {
     return l.style == ticket::Style::haut ? 2 * interligne : interligne;
 }
 
+ticket::Ticket premier_ticket(const commande::Commande& c, std::string_view nom, const articles::Articles& catalogue,
+                              const service::Reglages& r) {
+    constexpr int numero = 47;  // as good as any
+    const auto date = horloge::depuis_nom(nom);
+    ticket::Entete entete{numero, false, date.value_or(horloge::maintenant()), ""};
+    const auto parties = partage::parties(c, catalogue, r.partage);
+    std::vector<const commande::Article*> lignes;
+    for (const int n : parties.front().lignes) lignes.push_back(&c.articles[static_cast<std::size_t>(n)]);
+    for (std::size_t k = 1; k < parties.size(); ++k) {
+        imprimante::Adresse a;
+        imprimante::lis_adresse(parties[k].adresse, a);
+        entete.ailleurs += (k > 1 ? ", " : "") + a.nom();
+    }
+    return ticket::compose(c, lignes, catalogue, entete, r.papier);
+}
+
 }  // namespace
 
 Image image(const ticket::Ticket& ticket, int colonnes) {
@@ -96,11 +112,11 @@ Image image(const ticket::Ticket& ticket, int colonnes) {
     return r;
 }
 
-bool dessine(const std::string& fichier, const std::string& png, const std::string& reseau,
-             const ticket::Papier& papier, std::string& faute) {
+bool dessine(const std::string& fichier, const std::string& png, const service::Reglages& r, std::string& faute) {
+    constexpr std::uint64_t longueur_max = 1 << 20;
     std::string contenu;
     commande::Commande c;
-    const auto lue = fichiers::lis_tout(fichier, contenu, 1 << 20);
+    const auto lue = fichiers::lis_tout(fichier, contenu, longueur_max);
     faute = fichiers::raison(lue);
     if (lue != fichiers::Issue::fait || commande::lis(contenu, c, faute) != commande::Lecture::entiere) {
         faute = fichier + " : " + faute;
@@ -108,12 +124,8 @@ bool dessine(const std::string& fichier, const std::string& png, const std::stri
     }
     const auto nom = fichier.find_last_of("/\\") + 1;  // npos + 1 is 0
     const std::string ici = nom == 0 ? "." : fichier.substr(0, nom);
-    const articles::Articles catalogue(articles::lis_tables(reseau.empty() ? ici : reseau));
-    std::vector<const commande::Article*> lignes;
-    for (const commande::Article& a : c.articles) lignes.push_back(&a);
-    const auto date = horloge::depuis_nom(std::string_view(fichier).substr(nom));
-    const ticket::Entete entete{1, false, date.value_or(horloge::maintenant()), ""};
-    const Image i = image(ticket::compose(c, lignes, catalogue, entete, papier), papier.colonnes);
+    const articles::Articles catalogue(articles::lis_tables(r.reseau.empty() ? ici : r.reseau));
+    const Image i = image(premier_ticket(c, std::string_view(fichier).substr(nom), catalogue, r), r.papier.colonnes);
     const auto octets = ecran::en_png(i, {0, 0, i.largeur, i.hauteur});
     const std::string_view texte_png(reinterpret_cast<const char*>(octets.data()), octets.size());
     const auto ecrite = fichiers::ecrit_tout(png, texte_png, fichiers::Remplace::oui);

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "cuisine/service.h"
 #include "cuisine/ticket.h"
 #include "platform/peinture/toile.h"
 
@@ -11,9 +12,9 @@ namespace apercu {
 /// The paper with the ticket on it.
 ecran::Image image(const ticket::Ticket& ticket, int colonnes);
 
-/// Draws the ticket of an order file into a PNG file. The catalogue is that of `reseau`, or, when that is empty, of the
-/// directory of the order. False, with the reason in `faute` (page 1252), when one of the files does not allow it.
-bool dessine(const std::string& commande, const std::string& png, const std::string& reseau,
-             const ticket::Papier& papier, std::string& faute);
+/// Draws the ticket that the first printer has of an order file, into a PNG file. The catalogue is that of the network
+/// directory, or, when there is none, of the directory of the order. False, with the reason in `faute` (page 1252),
+/// when one of the files does not allow it.
+bool dessine(const std::string& fichier, const std::string& png, const service::Reglages& reglages, std::string& faute);
 
 }  // namespace apercu

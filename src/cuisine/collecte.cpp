@@ -99,7 +99,9 @@ Regard Collecte::regarde() {
 void Collecte::suit(const std::vector<std::string>& noms) {
     std::map<std::string, Vue, std::less<>> encore;
     for (const std::string& nom : noms) {
-        if (!livraison::finit_par(nom, livraison::fin_livree)) continue;
+        // What a tablet says of itself is for a router.
+        if (!livraison::finit_par(nom, livraison::fin_livree) || nom.starts_with(livraison::debut_identification))
+            continue;
         const std::string chemin = fichiers::joint(reseau_, nom);
         const auto longueur = fichiers::longueur(chemin);
         const auto date = fichiers::modifie_le(chemin);
@@ -240,6 +242,8 @@ Issue Collecte::range(const Prise& p) {
     const std::string dossier = p.faute.empty() ? jour(p) : fichiers::joint(archive_, dossier_rejets);
     if (!fichiers::est_repertoire(dossier)) static_cast<void>(fichiers::cree_repertoire(dossier));
     Issue issue = deplace(p, dossier);
+    // Without its fiche it would be printed anew: that goes only when the order itself is gone, whatever was answered.
+    if (issue == Issue::absent && fichiers::existe(fichiers::joint(en_cours_, p.nom))) return Issue::panne;
     if (issue == Issue::fait || issue == Issue::absent) issue = fichiers::supprime(fiche(p));
     if (issue == Issue::absent) issue = Issue::fait;
     if (issue == Issue::fait) connues_.erase(p.nom);

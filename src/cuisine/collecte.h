@@ -49,6 +49,8 @@ class Collecte {
 
     /// Makes the folders of the archive.
     fichiers::Issue prepare() const;
+    /// Whether they are there: a share that is mounted, or gone, takes them along.
+    bool est_prete() const { return fichiers::est_repertoire(en_cours_); }
     /// Removes what a power cut left half made; to be called by the one that works in the archive.
     void nettoie() const;
     /// Takes the orders that are whole. The first look also gives those that were taken before, and not archived.

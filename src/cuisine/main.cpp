@@ -30,7 +30,7 @@ int lance(const std::vector<std::string>& mots) {
         return 0;
     }
     if (!o->apercu_de.empty()) {
-        if (apercu::dessine(o->apercu_de, o->apercu_vers, o->reglages.reseau, o->reglages.papier, faute)) return 0;
+        if (apercu::dessine(o->apercu_de, o->apercu_vers, o->reglages, faute)) return 0;
         std::cerr << texte::vers_utf8(faute) << "\n";
         return 1;
     }
@@ -46,7 +46,7 @@ int lance(const std::vector<std::string>& mots) {
 int wmain(int argc, wchar_t** argv) {
     console::ecrit_en_utf8();
     const int statut = lance(console::mots(argc, argv));
-    if (statut != 0) console::attend_la_lecture();
+    if (statut == faute_usage) console::attend_la_lecture();
     return statut;
 }
 #else

@@ -90,7 +90,8 @@ class Service {
         }
     }
 
-    int travaille() {
+    /// Nothing when the archive has come to lie elsewhere: what is known of it is known no more.
+    std::optional<int> travaille() {
         Attente attente(reglages_.reseau);
         collecte_.nettoie();
         if (compteur_.perdu()) dit("numero.txt est abîmé : les tickets recommencent à 1"_t);
@@ -101,6 +102,7 @@ class Service {
                 continue;
             }
             collecte::Regard regard = collecte_.regarde();
+            if (regard.joignable && !collecte_.est_prete()) return std::nullopt;
             for (const std::string& t : regard.dits) dit(t);
             if (!regard.joignable) reseau_.dit(std::string("répertoire réseau introuvable : "_t) + reglages_.reseau);
             if (regard.joignable) reseau_.va_bien(std::string("répertoire réseau retrouvé"_t));
@@ -308,10 +310,12 @@ bool attend_les_dossiers(const Reglages& r) {
 }  // namespace
 
 int sert(const Reglages& reglages) {
-    if (!attend_les_dossiers(reglages)) return reglages.une_fois ? impossible : tout_imprime;
-    const auto verrou = attend_l_archive(reglages.archive, reglages.une_fois);
-    if (!verrou) return reglages.une_fois ? impossible : tout_imprime;
-    return Service(reglages).travaille();
+    for (;;) {
+        if (!attend_les_dossiers(reglages)) return reglages.une_fois ? impossible : tout_imprime;
+        const auto verrou = attend_l_archive(reglages.archive, reglages.une_fois);
+        if (!verrou) return reglages.une_fois ? impossible : tout_imprime;
+        if (const auto statut = Service(reglages).travaille()) return *statut;
+    }
 }
 
 }  // namespace service

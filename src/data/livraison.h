@@ -24,6 +24,9 @@ inline constexpr std::string_view fin_en_attente = "-A-",  ///< it waits in the 
     fin_gardee = "-T-",      ///< its text, kept until it has been collected; before the end, which directory has it
     fin_a_verifier = "-V-";  ///< its text, kept since nobody can know whether it was handed over
 
+/// How the name of the file begins by which a tablet tells the router who it is; its end is that of a delivered order.
+inline constexpr std::string_view debut_identification = "00_00_0_";
+
 /// The order's name: that of one of its files without the end. Shorter ones have none: empty.
 std::string_view nom_de(std::string_view fichier);
 /// The name of the order that a kept text belongs to; empty when it is none.

@@ -395,7 +395,8 @@ bool catalogue_frais() {
 }
 
 void envoie_identification(std::function<void(bool)> suite) {
-    const std::string nom = "00_00_0_" + horloge::jour_et_heure(horloge::maintenant()) + ".txt";
+    const std::string nom =
+        std::string(livraison::debut_identification) + horloge::jour_et_heure(horloge::maintenant()) + ".txt";
     auto ecrit = std::make_shared<bool>(false);
     const bool lance =
         !etat::hors_ligne &&
