@@ -3,7 +3,7 @@
 # Usage: outils/paquets.sh [programme] [tests] [windows] [fuzz] [format]
 set -euo pipefail
 
-programme="cmake ninja-build g++ libsdl2-dev libstb-dev fonts-liberation fonts-material-design-icons-iconfont"
+programme="cmake ninja-build g++ libsdl2-dev libstb-dev libcsv-dev fonts-liberation fonts-material-design-icons-iconfont"
 tests="libgtest-dev googletest libbenchmark-dev xvfb xdotool imagemagick bindfs dpkg-dev file python3"
 windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 wine nsis"
 fuzz="clang libclang-rt-dev"

@@ -7,11 +7,13 @@ main.cpp
 main_screen
 config
 dialogs
+carte: data platform/peinture platform/controles platform/tableur platform/systeme
 data: platform/systeme
 platform/rejeu
 platform/ecran
 platform/peinture
 platform/controles
+platform/tableur
 platform/systeme
 '
 

@@ -17,8 +17,7 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int categories = 20, categories_montrees = 2;
-constexpr int choix_par_categorie = 15, records_par_categorie = 20;
+constexpr int categories_montrees = 2;
 constexpr int flots = 2;  ///< columns in which the keys of a category flow
 constexpr double contraste_lisible = 4.5;
 
@@ -63,7 +62,7 @@ class Details {
         };
         forme_.construit(plans);
         Grille& g = forme_("g1", k).grille;
-        g.dimensionne(choix_par_categorie, 1);
+        g.dimensionne(styles::choix_par_categorie, 1);
         g.espace = formes::est_etroit() ? marge : rythme;
         g.flots = flots;
     }
@@ -84,16 +83,16 @@ class Details {
     }
 
     void change_page(int pas) {
-        etat::debut_detail =
-            static_cast<std::int16_t>(std::clamp(etat::debut_detail + pas, 0, categories - categories_montrees));
+        etat::debut_detail = static_cast<std::int16_t>(
+            std::clamp(etat::debut_detail + pas, 0, styles::categories - categories_montrees));
         affiche_tableau();
     }
 
     void affiche_tableau() {
         for (int k = 0; k < categories_montrees; ++k) {
-            const int base = (etat::debut_detail + k + 1) * records_par_categorie;
+            const int base = styles::premier_code(etat::debut_detail + k);
             Grille& g = forme_("g1", k).grille;
-            for (int r = 0; r < choix_par_categorie; ++r) remplit(g.cellule(r, 0), base + r);
+            for (int r = 0; r < styles::choix_par_categorie; ++r) remplit(g.cellule(r, 0), base + r);
         }
         recherche_detail();
     }

@@ -25,7 +25,6 @@ namespace touches {
 namespace {
 
 constexpr std::size_t longueur_marque = 6;
-constexpr int premier_sous_groupe = 30;  ///< sub-group n is family 30 + n
 constexpr int serveurs_max = 20;
 
 /// What a key hands to its action: the whole code, and the text behind its marker.
@@ -110,14 +109,14 @@ void serveur(const Frappe& f) {
 void sous_groupe(const Frappe& f) {
     va_page(0);
     const double n = nombres::entier(f.argument.substr(4, 4));
-    etat::famille_courante = entier_court(premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
+    etat::famille_courante = entier_court(catalogue::premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
     pages::nomme_sous_groupe(legende_de(f));
     pages::affiche_articles();
 }
 
 void ajoute(const Frappe& f) {
     if (texte::rogne(f.argument.substr(0, 15)).empty()) return;
-    if (f.argument.starts_with("#SG#")) return sous_groupe(f);
+    if (catalogue::est_sous_groupe(f.argument)) return sous_groupe(f);
     complements::prend(catalogue::complete_article(f.argument));
     if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
     sel_arti::montre_sel_arti();
