@@ -10,6 +10,7 @@
 #include "carte/fichiers_carte.h"
 #include "carte/lecture.h"
 #include "carte/modele.h"
+#include "carte/verification.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/texte.h"
 
@@ -119,6 +120,17 @@ int exporte(std::string_view repertoire, std::string_view dossier) {
     std::cout
         << "Ces tableaux ne redonnent pas tout : voyez ci-dessus ce qui sera à corriger ou sera écrit autrement.\n";
     return fautes;
+}
+
+int verifie(std::string_view repertoire) {
+    fabrication::Fichiers f;
+    const auto [chemin, issue] = fichiers_carte::lis(repertoire, f);
+    if (issue != fichiers::Issue::fait) return refuse_fichier(chemin, issue);
+    const auto pertes = verification::pertes(f);
+    dit(pertes);
+    std::cout << (pertes.empty() ? "Les tablettes montrent tout comme c'est écrit.\n\n" : "\n");
+    dit(verification::vue(f));
+    return pertes.empty() ? fait : fautes;
 }
 
 }  // namespace commandes

@@ -15,5 +15,6 @@ enum Statut {
 int modele(std::string_view dossier);
 int fabrique(std::string_view dossier, std::string_view repertoire);
 int exporte(std::string_view repertoire, std::string_view dossier);
+int verifie(std::string_view repertoire);
 
 }  // namespace commandes

@@ -13,6 +13,7 @@ namespace {
 
 using catalogue::Genre;
 using programme_touches::Champ;
+namespace marque = programme_touches::marque;
 
 /// The day that the style file notes of its making: nobody reads it, and the same sheets make the same bytes.
 constexpr std::string_view jour = "19-05-2021";
@@ -88,14 +89,15 @@ std::string champ_image(const carte::Touche& t) {
 std::string code(const carte::Touche& t, const std::map<std::string, std::string>& fiches) {
     switch (t.acte) {
         case carte::Acte::famille:
-            return "#FAMI#" + nombres::entier_complete(t.nombre, 2);
+            return std::string(marque::famille) + nombres::entier_complete(t.nombre, 2);
         case carte::Acte::page:
-            return "#PAGE#" + nombres::entier_complete(t.nombre, 2);
+            return std::string(marque::page) + nombres::entier_complete(t.nombre, 2);
         case carte::Acte::sous_groupe:
-            return "#AJOU#" + catalogue::debut_de_sous_groupe(t.nombre);
+            return std::string(marque::article) + catalogue::debut_de_sous_groupe(t.nombre);
         case carte::Acte::article: {
             const auto f = fiches.find(t.texte);
-            return "#AJOU#" + std::string(f == fiches.end() ? t.texte : programme_touches::abrege(f->second));
+            return std::string(marque::article) +
+                   std::string(f == fiches.end() ? t.texte : programme_touches::abrege(f->second));
         }
         case carte::Acte::code:
             break;

@@ -41,7 +41,7 @@ void lis_famille(Lecteur& l, carte::Carte& c, Repertoire& r) {
     if (l.dit(famille_parent)) f.parent = l.entier(famille_parent, 0, catalogue::familles_max);
     f.nom = f.parent ? l.libelle(famille_nom) : l.nom(famille_nom);
     if (f.parent && f.nom.empty()) l.manque(famille_nom, "il manque un texte ; écrivez-le dans cette case");
-    if (texte::contient(f.nom, "|"))
+    if (!f.parent && texte::contient(f.nom, "|"))
         l.faute(famille_nom, "contient le signe « | », réservé aux fichiers ; écrivez-le autrement");
     f.chiffre = l.chiffre(famille_couleur);
     const std::string n = std::to_string(catalogue::premier_sous_groupe + 1);

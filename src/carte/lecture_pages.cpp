@@ -16,7 +16,6 @@ using namespace tableaux;
 using cases::Lecteur;
 
 constexpr int quantite_max = 99, taille_max = 999, cellules_max = 9;
-constexpr std::size_t longueur_marque = 6;
 
 /// --- menus
 
@@ -57,6 +56,27 @@ void lis_composant(Lecteur& l, carte::Article& menu, const Repertoire& r) {
     const int quantite = l.entier(menu_quantite, 1, quantite_max, 1);
     const double prix = l.prix(menu_prix, 0);
     if (l.juste()) menu.composants.push_back({plat.first, plat.second, prix, static_cast<double>(quantite)});
+}
+
+std::string lis_reference_de_menu(Lecteur& l, const Repertoire& r) {
+    std::string reference = l.reference(menu_menu);
+    if (!reference.empty() && !r.menus.contains(reference))
+        l.faute(menu_menu, r.references.contains(reference)
+                               ? "n'est pas un menu ; écrivez prix fixe ou composé dans la colonne Menu de articles.csv"
+                               : "n'est pas un article de articles.csv ; écrivez la référence d'un menu");
+    return reference;
+}
+
+/// A course of empty places alone would not be shown. `lignes`: where each stands, by menu and name.
+void verifie_services(Lecteur& l, const carte::Carte& c,
+                      const std::map<std::pair<std::string, std::string>, std::size_t>& lignes) {
+    for (const auto& a : c.articles) {
+        for (const auto& s : a.services) {
+            if (std::all_of(s.choix.begin(), s.choix.end(), [](const auto& plat) { return plat.empty(); }))
+                l.faute_de(lignes.at({a.reference, s.nom}), menu_service,
+                           "n'a pas de plat ; écrivez-en un, ou retirez ce service");
+        }
+    }
 }
 
 /// --- details
@@ -136,7 +156,7 @@ class Actions {
         if (brut.empty()) return l_.manque(touche_action, "il manque une action ; écrivez par exemple famille 2");
         if (g != std::end(genres)) return lis_acte(t, g->acte, argument);
         const auto longueur = programme_touches::longueur(programme_touches::Champ::action);
-        if (!brut.starts_with('#') || brut.size() < longueur_marque || brut.size() > longueur)
+        if (!brut.starts_with('#') || brut.size() < programme_touches::marque::longueur || brut.size() > longueur)
             l_.faute(touche_action,
                      "n'est pas une action ; écrivez par exemple famille 2, article 8880000000024 ou page 1");
         t.texte = brut;
@@ -183,26 +203,33 @@ void lis_aspect(Lecteur& l, carte::Touche& t) {
     t.couleur = l.couleur(touche_couleur, -1);
 }
 
+/// A page has one key in a cell.
+void verifie_case(Lecteur& l, std::map<std::pair<int, int>, std::size_t>& vues, const carte::Touche& t) {
+    const auto [ou, neuve] = vues.emplace(std::pair(t.page, t.numero), l.ligne());
+    if (!neuve)
+        l.faute(touche_case,
+                "est déjà à la ligne " + std::to_string(ou->second) + " pour cette page ; écrivez-en une autre");
+}
+
 }  // namespace
 
 void lis_menus(Lecteur& l, carte::Carte& c, Repertoire& r) {
+    std::map<std::pair<std::string, std::string>, std::size_t> services;
     while (l.suivante()) {
-        const std::string reference = l.reference(menu_menu);
-        if (!reference.empty() && !r.menus.contains(reference))
-            l.faute(menu_menu,
-                    r.references.contains(reference)
-                        ? "n'est pas un menu ; écrivez prix fixe ou composé dans la colonne Menu de articles.csv"
-                        : "n'est pas un article de articles.csv ; écrivez la référence d'un menu");
-        const auto article =
-            std::find_if(c.articles.begin(), c.articles.end(), [&](const auto& a) { return a.reference == reference; });
+        const std::string reference = lis_reference_de_menu(l, r);
+        const auto genre = r.menus.find(reference);
         r.composes.insert(reference);
+        if (genre == r.menus.end()) continue;
+        const auto article = std::find_if(c.articles.begin(), c.articles.end(),
+                                          [&](const auto& a) { return a.reference == reference; });
         carte::Article sans;  // its row has a fault: this one is read all the same
         carte::Article& menu = article == c.articles.end() ? sans : *article;
-        const auto genre = r.menus.find(reference);
-        if (genre == r.menus.end()) continue;
-        if (genre->second == carte::Menu::prix_fixe) lis_plat_au_choix(l, menu, r);
         if (genre->second == carte::Menu::compose) lis_composant(l, menu, r);
+        if (genre->second != carte::Menu::prix_fixe) continue;
+        lis_plat_au_choix(l, menu, r);
+        if (l.juste()) services.emplace(std::pair(reference, l.texte(menu_service)), l.ligne());
     }
+    verifie_services(l, c, services);
 }
 
 void lis_details(Lecteur& l, carte::Carte& c) {
@@ -230,10 +257,7 @@ void lis_touches(Lecteur& l, carte::Carte& c, const Repertoire& r) {
         const bool page_juste = l.juste(), titre = cle(l.brut(touche_case)) == "titre";
         t.numero =
             titre ? programme_touches::ligne_des_titres : l.entier(touche_case, 1, programme_touches::lignes_par_page);
-        const auto [ou, neuve] = vues.emplace(std::pair(t.page, t.numero), l.ligne());
-        if (!neuve && l.juste())
-            l.faute(touche_case,
-                    "est déjà à la ligne " + std::to_string(ou->second) + " pour cette page ; écrivez-en une autre");
+        if (l.juste()) verifie_case(l, vues, t);
         if (page_juste && !titre) pages.insert(t.page);
         t.libelle = l.texte(touche_libelle, programme_touches::longueur(programme_touches::Champ::libelle));
         if (titre) t.texte = l.texte(touche_action, programme_touches::longueur(programme_touches::Champ::action));

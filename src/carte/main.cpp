@@ -36,6 +36,7 @@ const Commande commandes_connues[] = {
     {"modele", 1, [](const std::vector<std::string>& a) { return commandes::modele(a[1]); }},
     {"fabrique", 2, [](const std::vector<std::string>& a) { return commandes::fabrique(a[1], a[2]); }},
     {"exporte", 2, [](const std::vector<std::string>& a) { return commandes::exporte(a[1], a[2]); }},
+    {"verifie", 1, [](const std::vector<std::string>& a) { return commandes::verifie(a[1]); }},
 };
 
 int lance(const std::vector<std::string>& mots) {

@@ -15,8 +15,8 @@ namespace {
 
 using catalogue::Genre;
 using programme_touches::Champ;
+namespace marque = programme_touches::marque;
 
-constexpr std::size_t longueur_marque = 6;
 constexpr std::int32_t blanc = 0xFFFFFF;
 
 /// Puts a named entry in the place of an earlier one of its number.
@@ -117,23 +117,23 @@ bool que_des_chiffres(std::string_view t) {
 
 /// What the key does, in the sheets' words where these say the same.
 void lis_action(carte::Touche& t, std::string_view action, const carte::Carte& c) {
-    const std::string_view marque = action.substr(0, longueur_marque),
-                           argument = texte::rogne(texte::colonnes(action, longueur_marque + 1));
+    const std::string_view genre = action.substr(0, marque::longueur),
+                           argument = texte::rogne(texte::colonnes(action, marque::longueur + 1));
     const auto famille = [&c](int n, bool groupe) {
         return std::any_of(c.familles.begin(), c.familles.end(),
                            [&](const auto& f) { return f.numero == n && (!groupe || f.parent); });
     };
-    t.texte = action.starts_with('#') && action.size() >= longueur_marque ? action : "#TOUC#";
-    if (marque == "#PAGE#" && que_des_chiffres(argument)) {
+    t.texte = action.starts_with('#') && action.size() >= marque::longueur ? action : marque::inerte;
+    if (genre == marque::page && que_des_chiffres(argument)) {
         t.nombre = nombres::entier_int(argument);
         if (t.nombre < programme_touches::nb_pages) t.acte = carte::Acte::page;
-    } else if (marque == "#FAMI#" && que_des_chiffres(argument)) {
+    } else if (genre == marque::famille && que_des_chiffres(argument)) {
         t.nombre = nombres::entier_int(argument);
         if (famille(t.nombre, false)) t.acte = carte::Acte::famille;
-    } else if (marque == "#AJOU#" && catalogue::est_sous_groupe(argument)) {
+    } else if (genre == marque::article && catalogue::est_sous_groupe(argument)) {
         t.nombre = catalogue::famille_du_sous_groupe(argument);
         if (famille(t.nombre, true)) t.acte = carte::Acte::sous_groupe;
-    } else if (marque == "#AJOU#") {
+    } else if (genre == marque::article) {
         const std::string reference(argument.substr(0, lignes::longueur_reference));
         if (std::none_of(c.articles.begin(), c.articles.end(), [&](const auto& a) { return a.reference == reference; }))
             return;

@@ -237,10 +237,14 @@ std::string debut_de_sous_groupe(int famille) {
 }
 
 std::string complete_article(std::string_view debut) {
+    return complete_article(courant(), debut);
+}
+
+std::string complete_article(const Tables& tables, std::string_view debut) {
     while (debut.ends_with(' ')) debut.remove_suffix(1);
     if (debut.size() < longueur_reference) return std::string(debut);
     std::string_view complet = debut;
-    for (const auto& famille : courant().articles) {
+    for (const auto& famille : tables.articles) {
         for (const std::string_view article : famille) {
             if (!article.starts_with(debut)) continue;
             if (article == debut) return std::string(debut);

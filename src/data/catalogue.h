@@ -54,6 +54,8 @@ enum class Sort {
 using Temoin = std::function<void(std::string_view brute, const Ligne&, Sort)>;
 /// Reads the content of both files; `temoin` is told of each line of the catalogue, in order.
 std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue, const Temoin& temoin = {});
+/// Reads both files of the working directory into fresh tables.
+std::unique_ptr<Tables> lis();
 /// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that
 /// cannot be read at the moment; only while no dialog is open.
 void charge_catalogue();
@@ -89,5 +91,6 @@ std::string debut_de_sous_groupe(int famille);
 /// A text of the key program that is only the beginning of a record, completed from the first record that begins so;
 /// one that is a whole record stays as it is.
 std::string complete_article(std::string_view debut);
+std::string complete_article(const Tables& tables, std::string_view debut);
 
 }  // namespace catalogue

@@ -13,8 +13,6 @@ namespace {
 
 constexpr std::size_t longueur_record = 256, nb_records = 5000;
 constexpr int records_par_page = 100;
-constexpr std::size_t longueur_marque = 6;
-
 constexpr std::string_view fin_de_record = "\r\n";
 
 /// Place of a field in the record, in bytes.
@@ -97,7 +95,7 @@ std::size_t longueur(Champ c) {
 }
 
 std::string_view abrege(std::string_view article) {
-    return article.substr(0, longueur(Champ::action) - longueur_marque);
+    return article.substr(0, longueur(Champ::action) - marque::longueur);
 }
 
 std::string_view Ligne::champ(Champ c) const {

@@ -19,7 +19,6 @@ using formes::px;
 
 constexpr int categories_montrees = 2;
 constexpr int flots = 2;  ///< columns in which the keys of a category flow
-constexpr double contraste_lisible = 4.5;
 
 /// A stored colour; what a damaged file holds beyond it is cut off.
 Couleur couleur(std::int32_t stockee) {

@@ -76,7 +76,9 @@ Couleur encre_de(Role role);
 /// Whether a role's shape is a key: it shows a press.
 bool est_touche(Role role);
 
-/// White, else ink, else black: the first whose contrast on `fond` is at least 4.5 to 1.
+/// The contrast from which a text can be read.
+inline constexpr double contraste_lisible = 4.5;
+/// White, else ink, else black: the first that can be read on `fond`.
 Couleur encre_lisible(Couleur fond);
 /// Contrast ratio of two colours, 1 to 21, after the relative luminances of sRGB.
 double contraste(Couleur a, Couleur b);
