@@ -1,5 +1,6 @@
 // orvalune-carte, the real program on real folders: what it makes of sheets, how it goes back, what it refuses.
 #include <functional>
+#include <map>
 #include <random>
 
 #include "platform/systeme/texte.h"
@@ -310,6 +311,118 @@ TEST_F(Carte, ToutCeQueLesTableauxPeuventDireRevient) {
         reussit("exporte refait encore");
         memes_fichiers("retour", "encore", t.fichiers("retour", ".csv"));
     }
+}
+
+TEST_F(Carte, CeQueLesTablettesPerdentEstDitParLigne) {
+    reussit("modele carte");
+    reussit("fabrique carte reseau");
+    std::string entete;
+    for (int i = 0; i < 17; ++i) entete += "ligne\r\n";
+    t.pose("reseau/orvalune.wdo", entete);
+    std::string catalogue =
+        "#SERV#01 Sophie\r\n#SERV#21 Zoë\r\n#SERV#1  Marc\r\n#SERV#012Nadia\r\n#FAMI#02 Viandes\r\n#FAMI#03\r\n"
+        "#XXXX#1\r\n\r\n#ARTI#000018880000000024  |DES:Entrecôte|PVE:24,50|FA1:2|FA2:1|COU:12\r\n"
+        "#ARTI#00002888  |DES:Salade|FA1:2\r\n#ARTI#000038880000000031  |DES:|PVE:1|FA1:130\r\n"
+        "#ARTI#000048880000000048  |DES:Menu|PVE:15.00|FA1:5|FA2:98|{{Entréeµ|Soupe¦\r\n"
+        "#ARTI#000058880000000055  |DES:Menu|PVE:15.00|FA1:5|FA2:98\r\n#ARTI#000068880000000062  "
+        "|DES:Midi|PVE:9|FA1:5|FA2:99\r\n"
+        "#ARTI#00007          |FA1:6\r\n#ARTI#00008               \r\n#ARTI#000098880000000086  |DES:Thé|PVE:2\r\n"
+        "#ARTI#000108880000000024  |DES:Double|PVE:|FA1:7\r\n#TABL#1234\r\n#TABL#x\r\n#TABL#123\r\n"
+        "#CCOF#0123456789012345678901\r\n#CCOF#0x\r\n";
+    t.pose("reseau/worvalune.wdo", page1252(catalogue));
+    std::string styles = t.lis("reseau/w_styl72.wdo").substr(0, 500 * 128);
+    styles.replace(35 * 128 + 15, 5, "Perdu").replace(20 * 128 + 116, 4, "\xFF\xFF\xFF\0", 4);
+    t.pose("reseau/w_styl72.wdo", styles);
+    t.pose("progppb.wdo", t.lis("reseau/progppb.wdo"));
+    t.touche(0, 1, "Rien", "#VIDE#");
+    t.touche(0, 2, "Vieux", "#AJOU#8880000000024  |DES:Autre");
+    t.touche(0, 3, "Parti", "#AJOU#8880000000999");
+    t.touche(0, 4, "Loin", "#PAGE#50", "22", "100", "rouge");
+    t.touche(0, 5, "Vide", "#FAMI#99");
+    t.touche(0, 97, "Dehors", "#FAMI#02");
+    t.pose("reseau/progppb.wdo", t.lis("progppb.wdo").replace(10 * 256 + 63, 1, "0"));
+    const Issue r = lance("verifie reseau");
+    EXPECT_EQ(r.statut, 1);
+    const std::string attendu = t.lis((fs::path(SOURCES) / "tests/carte/pertes.txt").string());
+    EXPECT_EQ(r.sortie.substr(0, attendu.size()), attendu);
+    EXPECT_NE(r.sortie.find("\nServeurs : Nadia\n"), std::string::npos) << r.sortie;
+    // What is no such file at all.
+    t.pose("reseau/worvalune.wdo", catalogue);
+    t.pose("reseau/w_styl72.wdo", std::string(501 * 128, ' '));
+    t.pose("reseau/progppb.wdo", "vide");
+    const std::string entiers = lance("verifie reseau").sortie;
+    for (const std::string dite : {"worvalune.wdo : est en UTF-8 : ", "w_styl72.wdo : ne commence pas par #INIT# : ",
+                                   "progppb.wdo : n'est pas rempli : "})
+        EXPECT_NE(entiers.find(dite), std::string::npos) << dite;
+    fs::remove(t.chemin() / "reseau/worvalune.wdo");
+    EXPECT_EQ(lance("verifie reseau").statut, 2);
+}
+
+TEST_F(Carte, LeTerminalLitCeQuiAEteFait) {
+    reussit("modele carte");
+    reussit("fabrique carte reseau");
+    t.restaurant();
+    fs::copy_file(t.chemin() / "reseau/progppb.wdo", t.chemin() / "progppb.wdo", fs::copy_options::overwrite_existing);
+    reussit("fabrique carte reseau");
+    tient(t, "carte.txt");
+    EXPECT_EQ(sans_identite(t.lis("reseau/2021-05-19-12-30-00_03_021_002_.txt")),
+              page1252("#VERSION#2.1\r\n#SERVEUR#03\r\n#TABLE#021\r\n#NBCOUVERT#2 \r\n"
+                       "#REF#8880000000024  {1.00}\r\n#COMP#À point|\r\n#NOTE#\r\n"
+                       "#REF#8880000000574  {1.00}\r\n#COMP#Soupe à l'oignon|Glace au choix|\r\n#NOTE#\r\n"
+                       "#REF#8880000005029  {1.00}   + ¤¤999999|ÐÐMENU\r\n#COMP#\r\n#NOTE#\r\n"
+                       "#REF#8880000002035  {1.00)  ¤¤0.00|ÐÐMENU\r\n#COMP#\r\n#NOTE#\r\n"
+                       "#REF#8880000006040  {1.00)  ¤¤0.00|ÐÐMENU\r\n#COMP#\r\n#NOTE#\r\n"));
+}
+
+/// The PNG pictures of a page, decoded, by what stands under them.
+std::map<std::string, std::string> images_de(const std::string& page) {
+    const std::string avant = "<img alt=\"", entre = "\" src=\"data:image/png;base64,",
+                      signes = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::map<std::string, std::string> r;
+    for (auto p = page.find(avant); p != std::string::npos; p = page.find(avant, p + 1)) {
+        const auto titre = p + avant.size(), milieu = page.find(entre, titre), debut = milieu + entre.size();
+        std::string& png = r[page.substr(titre, milieu - titre)];
+        unsigned v = 0;
+        int bits = 0;
+        for (auto i = debut; signes.find(page[i]) != std::string::npos; ++i) {
+            v = (v << 6 | static_cast<unsigned>(signes.find(page[i]))) & 0xFFFF;
+            if ((bits += 6) >= 8) png += static_cast<char>(v >> (bits -= 8));
+        }
+    }
+    return r;
+}
+
+/// The page shows the very pictures of the terminal.
+TEST_F(Carte, LApercuMontreCeQueLeTerminalDessine) {
+    fs::copy(fs::path(SOURCES) / "demo", t.chemin() / "demo", fs::copy_options::recursive);
+    fs::copy_file(t.chemin() / "demo/wwinqx42.wdo", t.chemin() / "demo/carte/wwinqx42.wdo");
+    reussit("apercu demo/carte page.html");
+    const auto images = images_de(t.lis("page.html"));
+    EXPECT_EQ(images.size(), 49U);
+    Terrain demo;
+    fs::copy(t.chemin() / "demo", demo.chemin(), fs::copy_options::recursive);
+    tient_texte(demo,
+                "capture serveurs.png\ntouche \"Karim\"\ncapture accueil.png\ntouche g2 0 0\ntouche g3 0 0\n"
+                "touche g1 0 0\ntouche g2 0 5\ntouche \"Menus\"\ntouche \"Menu enfant\"\ntouche g2 0 1\n"
+                "capture menu.png\n");
+    for (const auto& [titre, fichier] : std::map<std::string, std::string>{
+             {"Serveurs", "serveurs.png"}, {"L'accueil", "accueil.png"}, {"Menu enfant, 2 sur 3", "menu.png"}})
+        EXPECT_TRUE(images.count(titre) && images.at(titre) == demo.lis(fichier)) << titre;
+    EXPECT_EQ(fs::exists(t.chemin() / "wwinqx42.wdo"), false) << "it works in a directory of its own";
+}
+
+TEST_F(Carte, LApercuDitLesFautesEtMontreLeReste) {
+    petite_carte();
+    pose_tableau("serveurs.csv", "Numéro;Nom\n1;<Zoë> ★\n");
+    const Issue r = lance("apercu carte page.html");
+    EXPECT_EQ(r.statut, 1) << r.erreurs;
+    const std::string page = t.lis("page.html");
+    EXPECT_NE(page.find("<li>serveurs.csv, ligne 2, colonne Nom : « &lt;Zoë&gt; ★ » contient"), std::string::npos);
+    const auto images = images_de(page);
+    EXPECT_EQ(images.size(), 4U) << "servers, families, two families";
+    for (const auto& [titre, png] : images) EXPECT_EQ(taille_png(png), std::pair(1280, 770)) << titre;
+    EXPECT_EQ(lance("apercu nulle_part page.html").statut, 2);
+    EXPECT_EQ(lance("").statut, 2);
 }
 
 }  // namespace

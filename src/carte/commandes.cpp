@@ -6,12 +6,15 @@
 #include <utility>
 #include <vector>
 
+#include "carte/apercu.h"
 #include "carte/fabrication.h"
 #include "carte/fichiers_carte.h"
 #include "carte/lecture.h"
 #include "carte/modele.h"
+#include "carte/page.h"
 #include "carte/verification.h"
 #include "platform/systeme/fichiers.h"
+#include "platform/systeme/processus.h"
 #include "platform/systeme/texte.h"
 
 namespace commandes {
@@ -30,6 +33,10 @@ int refuse(const std::string& message) {
 
 int refuse_fichier(std::string_view chemin, fichiers::Issue issue) {
     return refuse(utf8(chemin) + " : " + utf8(fichiers::raison(issue)));
+}
+
+int refuse_dossier(std::string_view dossier) {
+    return refuse(utf8(dossier) + " : ce dossier n'existe pas ; vérifiez son nom");
 }
 
 /// Writes sheets into a folder, which is made when it is missing; never over a sheet.
@@ -73,8 +80,7 @@ int modele(std::string_view dossier) {
 }
 
 int fabrique(std::string_view dossier, std::string_view repertoire) {
-    if (!fichiers::est_repertoire(dossier))
-        return refuse(utf8(dossier) + " : ce dossier n'existe pas ; vérifiez son nom");
+    if (!fichiers::est_repertoire(dossier)) return refuse_dossier(dossier);
     if (!fichiers::est_repertoire(repertoire))
         return refuse(utf8(repertoire) + " : ce répertoire n'existe pas ; créez-le d'abord, ou vérifiez son nom");
     tableaux::Constats constats;
@@ -131,6 +137,34 @@ int verifie(std::string_view repertoire) {
     std::cout << (pertes.empty() ? "Les tablettes montrent tout comme c'est écrit.\n\n" : "\n");
     dit(verification::vue(f));
     return pertes.empty() ? fait : fautes;
+}
+
+int apercu(std::string_view dossier, std::string_view page) {
+    if (!fichiers::est_repertoire(dossier)) return refuse_dossier(dossier);
+    const std::string absolue = fichiers::absolu(page);
+    tableaux::Constats constats;
+    carte::Carte c = lecture::lis(dossier, constats);
+    if (c.serveurs.empty()) c.serveurs.push_back({1, "?", 0});  // the screens begin with one
+    const auto images = ::apercu::dessine(c, dossier);
+    const auto issue =
+        fichiers::ecrit_tout(absolue, ::page::texte(utf8(dossier), constats, images), fichiers::Remplace::oui);
+    if (issue != fichiers::Issue::fait) return refuse_fichier(page, issue);
+    dit(constats.fautes);
+    std::cout << utf8(page) << " : écrit\n";
+    if (!images.faute.empty()) return refuse(images.faute);
+    return constats.fautes.empty() ? fait : fautes;
+}
+
+int relit(std::string_view dossier) {
+    if (!fichiers::est_repertoire(dossier)) return refuse_dossier(dossier);
+    if (fichiers::entrees(dossier) == std::vector<std::string>() && modele(dossier) != fait) return refus;
+    const auto la = fichiers::cree_repertoire_temporaire("orvalune-carte-page-");
+    if (!la) return refuse("le dossier temporaire ne peut pas être écrit");
+    const std::string page = fichiers::joint(*la, "carte.html");
+    const int statut = apercu(dossier, page);
+    if (fichiers::existe(page) && !processus::montre_fichier(page))
+        return refuse("le navigateur n'a pas pu être lancé ; ouvrez " + utf8(page));
+    return statut;
 }
 
 }  // namespace commandes

@@ -16,5 +16,8 @@ int modele(std::string_view dossier);
 int fabrique(std::string_view dossier, std::string_view repertoire);
 int exporte(std::string_view repertoire, std::string_view dossier);
 int verifie(std::string_view repertoire);
+int apercu(std::string_view dossier, std::string_view page);
+/// Makes the page where temporary files go and shows it. A folder that has nothing yet gets the example first.
+int relit(std::string_view dossier);
 
 }  // namespace commandes

@@ -220,8 +220,8 @@ void lis_menus(Lecteur& l, carte::Carte& c, Repertoire& r) {
         const auto genre = r.menus.find(reference);
         r.composes.insert(reference);
         if (genre == r.menus.end()) continue;
-        const auto article = std::find_if(c.articles.begin(), c.articles.end(),
-                                          [&](const auto& a) { return a.reference == reference; });
+        const auto article =
+            std::find_if(c.articles.begin(), c.articles.end(), [&](const auto& a) { return a.reference == reference; });
         carte::Article sans;  // its row has a fault: this one is read all the same
         carte::Article& menu = article == c.articles.end() ? sans : *article;
         if (genre->second == carte::Menu::compose) lis_composant(l, menu, r);

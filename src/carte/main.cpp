@@ -37,6 +37,7 @@ const Commande commandes_connues[] = {
     {"fabrique", 2, [](const std::vector<std::string>& a) { return commandes::fabrique(a[1], a[2]); }},
     {"exporte", 2, [](const std::vector<std::string>& a) { return commandes::exporte(a[1], a[2]); }},
     {"verifie", 1, [](const std::vector<std::string>& a) { return commandes::verifie(a[1]); }},
+    {"apercu", 2, [](const std::vector<std::string>& a) { return commandes::apercu(a[1], a[2]); }},
 };
 
 int lance(const std::vector<std::string>& mots) {
@@ -48,6 +49,7 @@ int lance(const std::vector<std::string>& mots) {
     for (const Commande& c : commandes_connues) {
         if (premier == c.nom && mots.size() == c.arguments + 1) return c.execute(mots);
     }
+    if (mots.size() == 1 && !premier.starts_with('-')) return commandes::relit(premier);
     std::cerr << "commande inconnue ou incomplète : " << texte::vers_utf8(premier) << "\n\n" << aide;
     return commandes::refus;
 }

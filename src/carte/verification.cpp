@@ -139,8 +139,8 @@ class Catalogue {
         for (const auto& s : services)
             plats += static_cast<std::size_t>(
                 std::count_if(s.choix.begin(), s.choix.end(), [](const auto& c) { return !c.empty(); }));
-        p_.dit("la composition n'a pas six services de seize places : " + std::to_string(services.size()) +
-               " services et " + std::to_string(plats) + " plats sont lus");
+        p_.dit("la composition n'a pas six services de seize places : services lus, " +
+               std::to_string(services.size()) + " ; plats lus, " + std::to_string(plats));
     }
 };
 

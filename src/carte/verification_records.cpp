@@ -82,8 +82,10 @@ class Programme {
     }
 
     void examine(const Ligne& l, const std::string& qui) {
-        if (!l.champ(Champ::couleur).empty() && l.couleur() < 0)
-            p_.dit(qui + "la couleur " + entre_guillemets(l.champ(Champ::couleur)) + " n'en est pas une");
+        const auto couleur = l.champ(Champ::couleur);
+        if (!couleur.empty() && (l.couleur() < 0 || couleur.find_first_not_of("0123456789") != std::string_view::npos))
+            p_.dit(qui + "la couleur " + entre_guillemets(couleur) +
+                   (l.couleur() < 0 ? " n'est pas lue" : " se lit " + std::to_string(l.couleur())));
         if (l.image() != 0 && ecran::image_de_touche(l.image()).glyphe == 0)
             p_.dit(qui + "l'image " + std::to_string(l.image()) + " n'existe pas");
         const std::string_view genre = l.action().substr(0, marque::longueur),

@@ -5,6 +5,7 @@
 
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "main_screen/bandeau.h"
 #include "platform/systeme/texte.h"
@@ -18,7 +19,6 @@ using formes::px;
 constexpr int haut_grille = 500;                     ///< twips, first row of keys
 constexpr int marge = px(10), bas_grille = px(140);  ///< the grid's end, from the form's bottom edge
 constexpr int hauteur_prix = px(44), police_prix = 13, police_marque = 15;
-constexpr int colonnes_max = 40, lignes_max = 40;
 
 Cadre cadre_touche(const Cases& k) {
     const int l = formes::largeur() - 2 * marge + rythme;
@@ -112,10 +112,10 @@ void raz_touches() {
 }
 
 int colonnes() {
-    return std::clamp(etat::colonnes_grille, 1, colonnes_max);
+    return std::clamp(etat::colonnes_grille, 1, reglages::grille_max);
 }
 int lignes() {
-    return std::clamp(etat::lignes_grille, 1, lignes_max);
+    return std::clamp(etat::lignes_grille, 1, reglages::grille_max);
 }
 
 Aspect& pose_touche(int k, const Cases& cases, std::string_view code, std::string_view texte, int police) {
