@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "carte/carte.h"
+#include "carte/tableaux.h"
 
 namespace apercu {
 
@@ -26,5 +27,9 @@ struct Resultat {
 /// Draws servers, home pages, families, menus and details. A "wwinqx42.wdo" in the folder of the sheets, copied from a
 /// tablet, gives the format and the grid; else they are those of a tablet of 1280 x 800.
 Resultat dessine(const carte::Carte& carte, std::string_view dossier);
+
+/// The page for the manager's browser, UTF-8, all in one: faults first, then the pictures. `dossier`: where the sheets
+/// lie, UTF-8.
+std::string page(std::string_view dossier, const tableaux::Constats& constats, const Resultat& images);
 
 }  // namespace apercu

@@ -10,8 +10,6 @@
 #include "carte/fabrication.h"
 #include "carte/fichiers_carte.h"
 #include "carte/lecture.h"
-#include "carte/modele.h"
-#include "carte/page.h"
 #include "carte/verification.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/processus.h"
@@ -71,7 +69,7 @@ std::string compte(std::size_t n, std::string_view un, std::string_view plusieur
 }  // namespace
 
 int modele(std::string_view dossier) {
-    const int statut = pose_tableaux(dossier, ::modele::tableaux_d_exemple());
+    const int statut = pose_tableaux(dossier, tableaux::exemple());
     if (statut == fait)
         std::cout
             << "Ouvrez ces tableaux dans votre tableur, changez-les, enregistrez-les au format « CSV UTF-8 », puis :\n"
@@ -147,7 +145,7 @@ int apercu(std::string_view dossier, std::string_view page) {
     if (c.serveurs.empty()) c.serveurs.push_back({1, "?", 0});  // the screens begin with one
     const auto images = ::apercu::dessine(c, dossier);
     const auto issue =
-        fichiers::ecrit_tout(absolue, ::page::texte(utf8(dossier), constats, images), fichiers::Remplace::oui);
+        fichiers::ecrit_tout(absolue, ::apercu::page(utf8(dossier), constats, images), fichiers::Remplace::oui);
     if (issue != fichiers::Issue::fait) return refuse_fichier(page, issue);
     dit(constats.fautes);
     std::cout << utf8(page) << " : écrit\n";

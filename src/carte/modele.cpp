@@ -1,16 +1,11 @@
 // The example that a manager begins with: a whole small restaurant, in the order and the spelling that the files give
 // back.
-#include "carte/modele.h"
-
-#include <utility>
-
+#include "carte/tableaux.h"
 #include "platform/systeme/texte.h"
 #include "platform/tableur/tableur.h"
 
-namespace modele {
+namespace tableaux {
 namespace {
-
-using tableaux::Feuille;
 
 struct Exemple {
     Feuille feuille;
@@ -102,13 +97,13 @@ constexpr Exemple exemples[] = {
 
 }  // namespace
 
-std::vector<std::pair<Feuille, std::string>> tableaux_d_exemple() {
+std::vector<std::pair<Feuille, std::string>> exemple() {
     std::vector<std::pair<Feuille, std::string>> r;
     for (const Exemple& e : exemples) {
         bool ferme = true;
-        r.emplace_back(e.feuille, tableaux::ecrit(e.feuille, tableur::decoupe(e.rangees, ';', ferme)));
+        r.emplace_back(e.feuille, ecrit(e.feuille, tableur::decoupe(e.rangees, ';', ferme)));
     }
     return r;
 }
 
-}  // namespace modele
+}  // namespace tableaux

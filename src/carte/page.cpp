@@ -1,8 +1,9 @@
-#include "carte/page.h"
-
+// The page for the manager's browser.
 #include <cstdint>
 
-namespace page {
+#include "carte/apercu.h"
+
+namespace apercu {
 namespace {
 
 constexpr std::string_view tete =
@@ -52,7 +53,7 @@ std::string liste(std::string_view classe, std::string_view titre, const std::ve
     return r + "</ul>\n</div>\n";
 }
 
-std::string figure(const apercu::Image& i) {
+std::string figure(const Image& i) {
     if (!i.dessinee) return "<p>" + protege(i.titre) + "</p>\n";
     if (i.png.empty()) return "<p>" + protege(i.titre) + " : l'image manque.</p>\n";
     return "<figure>\n<figcaption>" + protege(i.titre) + "</figcaption>\n<img alt=\"" + protege(i.titre) +
@@ -61,7 +62,7 @@ std::string figure(const apercu::Image& i) {
 
 }  // namespace
 
-std::string texte(std::string_view dossier, const tableaux::Constats& constats, const apercu::Resultat& images) {
+std::string page(std::string_view dossier, const tableaux::Constats& constats, const Resultat& images) {
     std::string r = std::string(tete) + "<h1>La carte à relire</h1>\n<p>Les tableaux : " + protege(dossier) + "</p>\n";
     r += liste("fautes", "À corriger dans les tableaux", constats.fautes);
     if (!constats.fautes.empty())
@@ -74,9 +75,9 @@ std::string texte(std::string_view dossier, const tableaux::Constats& constats, 
     r += "</nav>\n";
     for (std::size_t i = 0; i < images.sections.size(); ++i) {
         r += "<h2 id=\"s" + std::to_string(i) + "\">" + protege(images.sections[i].titre) + "</h2>\n";
-        for (const apercu::Image& image : images.sections[i].images) r += figure(image);
+        for (const Image& image : images.sections[i].images) r += figure(image);
     }
     return r + "</body>\n</html>\n";
 }
 
-}  // namespace page
+}  // namespace apercu

@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tableaux {
@@ -73,6 +74,9 @@ std::optional<Tableau> lis(Feuille feuille, std::string_view contenu, Constats& 
 /// A sheet's content as a spreadsheet takes it: UTF-8 with mark, ";", CR LF, a heading row that explains itself. Rows
 /// hold cells of the page 1252 in the order of the form.
 std::string ecrit(Feuille feuille, const std::vector<std::vector<std::string>>& rangees);
+
+/// The sheets of the example that a manager begins with, each with its content.
+std::vector<std::pair<Feuille, std::string>> exemple();
 
 /// A text of the page 1252 for comparisons: small letters and digits, without accents.
 std::string cle(std::string_view texte);
