@@ -2,9 +2,7 @@
 if(CMAKE_CROSSCOMPILING)
   # The distribution has no library for the cross compiler, but its source (outils/sources.sh).
   set(SOURCE_CSV ${CMAKE_SOURCE_DIR}/build/paquets-sources/libcsv)
-  if(NOT EXISTS ${SOURCE_CSV}/libcsv.c)
-    message(FATAL_ERROR "The source of libcsv is missing: run outils/sources.sh libcsv")
-  endif()
+  execute_process(COMMAND ${CMAKE_SOURCE_DIR}/outils/sources.sh libcsv COMMAND_ERROR_IS_FATAL ANY)
   enable_language(C)
   add_library(csv STATIC ${SOURCE_CSV}/libcsv.c)
   target_include_directories(csv SYSTEM PUBLIC ${SOURCE_CSV})

@@ -1,16 +1,22 @@
-# What Windows adds to the program (version, icon, manifest), and its installer.
-# Needs the target orvalune, ORVALUNE_EDITION, and PROJECT_VERSION of the form 2.01.
+# What Windows adds to the programs (version, icon, manifest), and its installer.
+# Needs the targets of the programs, ORVALUNE_EDITION, and PROJECT_VERSION of the form 2.01.
 enable_language(RC)
 set(CMAKE_RC_FLAGS "-c 65001")
 string(REGEX REPLACE "^0+(.)" "\\1" MINEUR "${PROJECT_VERSION_MINOR}")  # "01" is 1 where a number is wanted
-configure_file(${CMAKE_SOURCE_DIR}/livraison/windows/orvalune.rc.in ${CMAKE_BINARY_DIR}/orvalune.rc @ONLY)
-set_source_files_properties(${CMAKE_BINARY_DIR}/orvalune.rc PROPERTIES
-  OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/assets/orvalune.ico;${CMAKE_SOURCE_DIR}/livraison/windows/orvalune.manifest")
-target_sources(orvalune PRIVATE ${CMAKE_BINARY_DIR}/orvalune.rc)
+function(habille RC_NOM RC_DESCRIPTION)
+  set(rc ${CMAKE_BINARY_DIR}/${RC_NOM}.rc)
+  configure_file(${CMAKE_SOURCE_DIR}/livraison/windows/orvalune.rc.in ${rc} @ONLY)
+  set_source_files_properties(${rc} TARGET_DIRECTORY ${RC_NOM} PROPERTIES
+    OBJECT_DEPENDS "${CMAKE_SOURCE_DIR}/assets/orvalune.ico;${CMAKE_SOURCE_DIR}/livraison/windows/orvalune.manifest")
+  target_sources(${RC_NOM} PRIVATE ${rc})
+  # Without symbols, what is built is what is shipped.
+  target_link_options(${RC_NOM} PRIVATE -municode $<$<CONFIG:Release>:-s>)
+endfunction()
+habille(orvalune "Orvalune, prise de commande à table")
+habille(orvalune-carte "Orvalune, la carte du restaurant")
 
-# No console window beside the screen; without symbols, what is built is what is shipped.
+# No console window beside the screen.
 set_target_properties(orvalune PROPERTIES WIN32_EXECUTABLE ON)
-target_link_options(orvalune PRIVATE -municode $<$<CONFIG:Release>:-s>)
 
 find_program(MAKENSIS makensis NO_CMAKE_FIND_ROOT_PATH)
 if(NOT MAKENSIS)

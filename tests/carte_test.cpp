@@ -83,7 +83,7 @@ TEST_F(Carte, ToutesLesFautesSontDitesEtRienNEstEcrit) {
         "Page;Case;Libellé;Action;Image;Taille;Largeur;Couleur\n50;1;A;famille 1;;;;\n0;96;A;famille 7;;;;\n"
         "0;1;A;page 50;poison;0;10;#12345\n0;1;A;page 7;50;;;\n0;2;A;article 888;;;;\n0;3;A;sous-groupe 6;;;;\n"
         "0;4;A;va;;;;\n0;5;A;;;;;\n");
-    dit("fabrique carte reseau", 1, t.lis((fs::path(SOURCES) / "tests/carte/fautes.txt").string()));
+    dit("fabrique carte reseau", 1, scenario("../carte/fautes.txt"));
     EXPECT_TRUE(t.fichiers("reseau", "").empty());
 }
 
@@ -343,7 +343,7 @@ TEST_F(Carte, CeQueLesTablettesPerdentEstDitParLigne) {
     t.pose("reseau/progppb.wdo", t.lis("progppb.wdo").replace(10 * 256 + 63, 1, "0"));
     const Issue r = lance("verifie reseau");
     EXPECT_EQ(r.statut, 1);
-    const std::string attendu = t.lis((fs::path(SOURCES) / "tests/carte/pertes.txt").string());
+    const std::string attendu = scenario("../carte/pertes.txt");
     EXPECT_EQ(r.sortie.substr(0, attendu.size()), attendu);
     EXPECT_NE(r.sortie.find("\nServeurs : Nadia\n"), std::string::npos) << r.sortie;
     // What is no such file at all.
@@ -362,7 +362,7 @@ TEST_F(Carte, LeTerminalLitCeQuiAEteFait) {
     reussit("modele carte");
     reussit("fabrique carte reseau");
     t.restaurant();
-    fs::copy_file(t.chemin() / "reseau/progppb.wdo", t.chemin() / "progppb.wdo", fs::copy_options::overwrite_existing);
+    t.pose("progppb.wdo", t.lis("reseau/progppb.wdo"));
     reussit("fabrique carte reseau");
     tient(t, "carte.txt");
     EXPECT_EQ(sans_identite(t.lis("reseau/2021-05-19-12-30-00_03_021_002_.txt")),
@@ -400,7 +400,7 @@ TEST_F(Carte, LApercuMontreCeQueLeTerminalDessine) {
     const auto images = images_de(t.lis("page.html"));
     EXPECT_EQ(images.size(), 49U);
     Terrain demo;
-    fs::copy(t.chemin() / "demo", demo.chemin(), fs::copy_options::recursive);
+    fs::copy(fs::path(SOURCES) / "demo", demo.chemin(), fs::copy_options::recursive);
     tient_texte(demo,
                 "capture serveurs.png\ntouche \"Karim\"\ncapture accueil.png\ntouche g2 0 0\ntouche g3 0 0\n"
                 "touche g1 0 0\ntouche g2 0 5\ntouche \"Menus\"\ntouche \"Menu enfant\"\ntouche g2 0 1\n"

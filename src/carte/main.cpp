@@ -58,7 +58,11 @@ int lance(const std::vector<std::string>& mots) {
 
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
-    return lance(console::mots(argc, argv));
+    console::ecrit_en_utf8();
+    const int statut = lance(console::mots(argc, argv));
+    std::cout.flush();
+    if (statut == commandes::refus) console::attend_si_seul();
+    return statut;
 }
 #else
 int main(int argc, char** argv) {
