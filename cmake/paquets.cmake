@@ -1,6 +1,6 @@
 # What is installed on Linux, and the Debian package of it: "cpack" in the build directory.
 include(GNUInstallDirs)
-install(TARGETS orvalune RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS orvalune orvalune-carte RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 set(LIVRAISON ${CMAKE_SOURCE_DIR}/livraison/linux)
 install(FILES ${LIVRAISON}/orvalune.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_SOURCE_DIR}/assets/orvalune.png DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps)
@@ -9,11 +9,14 @@ install(FILES ${LICENCES} DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/images DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.png")
 install(FILES ${LIVRAISON}/orvalune-kiosk.service DESTINATION lib/systemd/system)
 
-set(MANUEL ${CMAKE_BINARY_DIR}/orvalune.1.gz)
-add_custom_command(OUTPUT ${MANUEL} COMMAND gzip -9nc ${LIVRAISON}/orvalune.1 > ${MANUEL}
-  DEPENDS ${LIVRAISON}/orvalune.1 VERBATIM)
-add_custom_target(page_de_manuel ALL DEPENDS ${MANUEL})
-install(FILES ${MANUEL} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+foreach(page orvalune orvalune-carte)
+  set(MANUEL ${CMAKE_BINARY_DIR}/${page}.1.gz)
+  add_custom_command(OUTPUT ${MANUEL} COMMAND gzip -9nc ${LIVRAISON}/${page}.1 > ${MANUEL}
+    DEPENDS ${LIVRAISON}/${page}.1 VERBATIM)
+  list(APPEND MANUELS ${MANUEL})
+endforeach()
+add_custom_target(page_de_manuel ALL DEPENDS ${MANUELS})
+install(FILES ${MANUELS} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
@@ -23,7 +26,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Order-taking terminal of a restaurant's w
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION 
 "Full screen on a touch tablet, in French: tables, families, articles, remarks,
 menus. Orders go as files to the restaurant's order router, and wait on the
-tablet while the network is away.")
+tablet while the network is away.
+.
+orvalune-carte makes the restaurant's files from spreadsheets, and goes back.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

@@ -32,9 +32,10 @@ else()
 endif()
 add_custom_command(OUTPUT ${INSTALLEUR}
   COMMAND ${MAKENSIS} -V2 -WX -INPUTCHARSET UTF8 -DCIBLE=${CIBLE} -DVERSION=${PROJECT_VERSION}
-    -DVERSION_W=${PROJECT_VERSION_MAJOR}.${MINEUR}.0.0 -DPROGRAMME=$<TARGET_FILE:orvalune> -DSORTIE=${INSTALLEUR}
+    -DVERSION_W=${PROJECT_VERSION_MAJOR}.${MINEUR}.0.0 -DPROGRAMME=$<TARGET_FILE:orvalune>
+    -DCARTE=$<TARGET_FILE:orvalune-carte> -DSORTIE=${INSTALLEUR}
     -DLICENCES=${LICENCES}
     -DICONE=${CMAKE_SOURCE_DIR}/assets/orvalune.ico ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi
-  DEPENDS orvalune ${LICENCES} ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi ${CMAKE_SOURCE_DIR}/assets/orvalune.ico
+  DEPENDS orvalune orvalune-carte ${LICENCES} ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi ${CMAKE_SOURCE_DIR}/assets/orvalune.ico
   VERBATIM)
 add_custom_target(installeur ALL DEPENDS ${INSTALLEUR})

@@ -1,4 +1,4 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, SORTIE, ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, CARTE, LICENCES, SORTIE, ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
 ;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
@@ -18,6 +18,7 @@ Target ${CIBLE}
 !include x64.nsh
 
 !define NOM "Orvalune"
+!define RELIRE "Relire la carte"
 !define CLE_PROGRAMME "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NOM}"
 !define CLE_DEMARRAGE "Software\Microsoft\Windows\CurrentVersion\Run"
 !define REFUSE 2
@@ -580,6 +581,7 @@ Function retire_ancien
     Return
   ${EndIf}
   Delete "$ancien\orvalune.exe"
+  Delete "$ancien\orvalune-carte.exe"
   Delete "$ancien\licences.txt"
   Delete "$ancien\desinstalle.exe"
   RMDir $ancien
@@ -597,19 +599,24 @@ Section
   SetOutPath $INSTDIR
   SetOverwrite try
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
+  File "/oname=orvalune-carte.nouveau" "${CARTE}"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ${If} $reseau != ""
     Call ecrit_wfichdir
   ${EndIf}
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  !insertmacro met_en_place "$INSTDIR\orvalune-carte.nouveau" "$INSTDIR\orvalune-carte.exe"
+  !insertmacro exige_reussite "Le programme orvalune-carte n'a pas pu être écrit dans $INSTDIR : fermez-le."
   ClearErrors
   File "/oname=licences.txt" "${LICENCES}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit entièrement dans $INSTDIR."
 
-  SetOutPath $dossier   ; where the shortcut starts
+  CreateDirectory "$dossier\carte"   ; where the sheets of the card lie, an example at first
+  SetOutPath $dossier   ; where the shortcuts start
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
+  CreateShortcut "$SMPROGRAMS\${RELIRE}.lnk" "$INSTDIR\orvalune-carte.exe" '"$dossier\carte"' "$INSTDIR\orvalune-carte.exe" 0 SW_SHOWNORMAL "" "Relit la carte avant le service"
   ${If} $demarrage = 1
     WriteRegStr SHCTX "${CLE_DEMARRAGE}" "${NOM}" '"$INSTDIR\orvalune.exe" --dossier "$dossier"'
   ${Else}
@@ -632,6 +639,7 @@ SectionEnd
 
 Function .onInstFailed
   Delete "$INSTDIR\orvalune.nouveau"
+  Delete "$INSTDIR\orvalune-carte.nouveau"
   SetOutPath $TEMP
   RMDir $INSTDIR
 FunctionEnd
@@ -657,11 +665,13 @@ Section Uninstall
   StrCpy $1 $INSTDIR
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
+  Delete "$INSTDIR\orvalune-carte.exe"
   Delete "$INSTDIR\licences.txt"
   Delete "$INSTDIR\desinstalle.exe"
   SetOutPath $TEMP
   RMDir $INSTDIR
   Delete "$SMPROGRAMS\${NOM}.lnk"
+  Delete "$SMPROGRAMS\${RELIRE}.lnk"
   DeleteRegValue SHCTX "${CLE_DEMARRAGE}" "${NOM}"
   DeleteRegKey SHCTX "${CLE_PROGRAMME}"
 SectionEnd

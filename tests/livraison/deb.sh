@@ -16,7 +16,8 @@ echec() {
 }
 
 contenu=$(dpkg-deb -c "$paquet" | sed 's/^\(.\{10\}\) [^ ]* .* \.\//\1 /')
-for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rw-r--r-- usr/share/applications/orvalune.desktop' \
+for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rwxr-xr-x usr/bin/orvalune-carte' \
+    '-rw-r--r-- usr/share/man/man1/orvalune-carte.1.gz' '-rw-r--r-- usr/share/applications/orvalune.desktop' \
     '-rw-r--r-- usr/share/icons/hicolor/256x256/apps/orvalune.png' '-rw-r--r-- usr/share/man/man1/orvalune.1.gz' \
     '-rw-r--r-- usr/share/doc/orvalune/copyright' '-rw-r--r-- usr/lib/systemd/system/orvalune-kiosk.service'; do
     grep -qxF -e "$fichier" <<<"$contenu" || echec "not in the package: $fichier"
@@ -33,6 +34,10 @@ programme=$essai/paquet/usr/bin/orvalune
 sed '/^\[Service\]/,$d' "$essai/paquet/usr/lib/systemd/system/orvalune-kiosk.service" | grep -qx 'StartLimitIntervalSec=0' ||
     echec "a kiosk that fails five times stays black"
 [[ $("$programme" --version) == "Orvalune $version ("* ]] || echec "the packaged program does not say its version"
+# The packaged companion finds the packaged terminal beside it.
+"$essai/paquet/usr/bin/orvalune-carte" modele "$essai/carte" >"$essai/sortie" &&
+    "$essai/paquet/usr/bin/orvalune-carte" apercu "$essai/carte" "$essai/carte.html" >>"$essai/sortie" 2>&1 ||
+    { cat "$essai/sortie" && echec "the packaged orvalune-carte shows no card"; }
 # Every picture that the manual shows lies beside it.
 manuel=$essai/paquet/usr/share/doc/orvalune
 while read -r image; do

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The Windows program as it is shipped: what it needs of the system, how large it is, what it tells Windows of itself.
+# A Windows program as it is shipped: what it needs of the system, how large it is, what it tells Windows of itself.
 # Usage: programme.sh PROGRAM VERSION EDITION PREFIX_OF_BINUTILS [EMULATOR]
 set -euo pipefail
 
@@ -19,7 +19,11 @@ mapfile -t dll < <(sed -n 's/^.*dll name: //p' <<<"${entetes,,}")
 for nom in "${dll[@]}"; do
     case $permises in *" $nom "*) ;; *) faute "needs $nom" ;; esac
 done
-grep -q '^Subsystem.*(Windows GUI)' <<<"$entetes" || faute "opens a console window"
+case ${programme##*/} in
+    orvalune.exe) fenetre=GUI role="Orvalune, prise de commande à table" ;;
+    *) fenetre=CUI role="Orvalune, la carte du restaurant" ;;
+esac
+grep -q "^Subsystem.*(Windows $fenetre)" <<<"$entetes" || faute "is no program of the subsystem $fenetre"
 
 octets=$(stat -c %s "$programme")
 [ "$octets" -lt $((4 * 1024 * 1024)) ] || faute "$octets bytes: more than 4 MiB"
@@ -39,7 +43,7 @@ for systeme in 35138b9a-5d96-4fbd-8e2d-a2440225f93a 4a2f28e3-53b9-4441-ba9c-d69d
     1f676c76-80e1-4239-95bb-83d0f6d0da78 8e0f7a12-bfb3-4fe8-b9a5-48fd50a15a9a; do
     dit "supportedOS Id=\"{$systeme}\""
 done
-for texte in "Orvalune, prise de commande à table" "$version ($edition)"; do
+for texte in "$role" "$version ($edition)"; do
     iconv -c -f UTF-16LE -t UTF-8 "$ressources" | grep -acF "$texte" >/dev/null || faute "the version does not say: $texte"
 done
 
