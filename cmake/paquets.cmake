@@ -1,6 +1,6 @@
 # What is installed on Linux, and the Debian package of it: "cpack" in the build directory.
 include(GNUInstallDirs)
-install(TARGETS orvalune orvalune-cuisine RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS orvalune orvalune-carte orvalune-cuisine RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 set(LIVRAISON ${CMAKE_SOURCE_DIR}/livraison/linux)
 install(FILES ${LIVRAISON}/orvalune.desktop ${LIVRAISON}/orvalune-manuel.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_SOURCE_DIR}/assets/orvalune.png DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps)
@@ -8,7 +8,7 @@ install(FILES ${PAGE_MANUEL} ${CMAKE_SOURCE_DIR}/CHANGELOG.md DESTINATION ${CMAK
 install(FILES ${LICENCES} DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 install(FILES ${LIVRAISON}/orvalune-kiosk.service ${LIVRAISON}/orvalune-cuisine.service DESTINATION lib/systemd/system)
 
-foreach(page orvalune orvalune-cuisine)
+foreach(page orvalune orvalune-carte orvalune-cuisine)
   add_custom_command(OUTPUT ${page}.1.gz COMMAND gzip -9nc ${LIVRAISON}/${page}.1 > ${page}.1.gz
     DEPENDS ${LIVRAISON}/${page}.1 VERBATIM)
   list(APPEND PAGES_DE_MANUEL ${CMAKE_BINARY_DIR}/${page}.1.gz)
@@ -24,7 +24,9 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Order-taking terminal of a restaurant's w
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION 
 "Full screen on a touch tablet, in French: tables, families, articles, remarks,
 menus. Orders go as files to the restaurant's order router, and wait on the
-tablet while the network is away.")
+tablet while the network is away.
+.
+orvalune-carte makes the restaurant's files from spreadsheets, and goes back.")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION misc)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

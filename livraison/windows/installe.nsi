@@ -1,5 +1,5 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, CUISINE, LICENCES,
-; MANUEL, SORTIE, ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, CARTE, CUISINE,
+; LICENCES, MANUEL, SORTIE, ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
 ;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
@@ -20,6 +20,7 @@ Target ${CIBLE}
 
 !define NOM "Orvalune"
 !define RACCOURCI_MANUEL "Manuel d'Orvalune"
+!define RELIRE "Relire la carte"
 !define CLE_PROGRAMME "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NOM}"
 !define CLE_DEMARRAGE "Software\Microsoft\Windows\CurrentVersion\Run"
 !define REFUSE 2
@@ -594,6 +595,7 @@ Function retire_ancien
   ${EndIf}
   Delete "$ancien\orvalune.exe"
   Delete "$ancien\orvalune-cuisine.exe"
+  Delete "$ancien\orvalune-carte.exe"
   Delete "$ancien\licences.txt"
   Delete "$ancien\manuel.html"
   Delete "$ancien\desinstalle.exe"
@@ -613,6 +615,7 @@ Section
   SetOverwrite try
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
   File "/oname=cuisine.nouveau" "${CUISINE}"
+  File "/oname=orvalune-carte.nouveau" "${CARTE}"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ${If} $reseau != ""
     Call ecrit_wfichdir
@@ -621,17 +624,21 @@ Section
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  !insertmacro met_en_place "$INSTDIR\orvalune-carte.nouveau" "$INSTDIR\orvalune-carte.exe"
+  !insertmacro exige_reussite "Le programme orvalune-carte n'a pas pu être écrit dans $INSTDIR : fermez-le."
   ClearErrors
   File "/oname=licences.txt" "${LICENCES}"
   File "/oname=manuel.html" "${MANUEL}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit entièrement dans $INSTDIR."
 
-  SetOutPath $dossier   ; where the shortcut starts
+  CreateDirectory "$dossier\carte"   ; where the sheets of the card lie, an example at first
+  SetOutPath $dossier   ; where the shortcuts start
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
   CreateShortcut "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk" "$INSTDIR\manuel.html"
   ; It finds the network directory in the working directory; how it prints is added to the shortcut's command line.
   CreateShortcut "$SMPROGRAMS\${NOM} Cuisine.lnk" "$INSTDIR\orvalune-cuisine.exe" "" "$INSTDIR\orvalune-cuisine.exe" 0 SW_SHOWNORMAL "" "Tickets de cuisine"
+  CreateShortcut "$SMPROGRAMS\${RELIRE}.lnk" "$INSTDIR\orvalune-carte.exe" '"$dossier\carte"' "$INSTDIR\orvalune-carte.exe" 0 SW_SHOWNORMAL "" "Relit la carte avant le service"
   ${If} $demarrage = 1
     WriteRegStr SHCTX "${CLE_DEMARRAGE}" "${NOM}" '"$INSTDIR\orvalune.exe" --dossier "$dossier"'
   ${Else}
@@ -655,6 +662,7 @@ SectionEnd
 Function .onInstFailed
   Delete "$INSTDIR\orvalune.nouveau"
   Delete "$INSTDIR\cuisine.nouveau"
+  Delete "$INSTDIR\orvalune-carte.nouveau"
   SetOutPath $TEMP
   RMDir $INSTDIR
 FunctionEnd
@@ -681,6 +689,7 @@ Section Uninstall
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
   Delete "$INSTDIR\orvalune-cuisine.exe"
+  Delete "$INSTDIR\orvalune-carte.exe"
   Delete "$INSTDIR\licences.txt"
   Delete "$INSTDIR\manuel.html"
   Delete "$INSTDIR\desinstalle.exe"
@@ -689,6 +698,7 @@ Section Uninstall
   Delete "$SMPROGRAMS\${NOM}.lnk"
   Delete "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk"
   Delete "$SMPROGRAMS\${NOM} Cuisine.lnk"
+  Delete "$SMPROGRAMS\${RELIRE}.lnk"
   DeleteRegValue SHCTX "${CLE_DEMARRAGE}" "${NOM}"
   DeleteRegKey SHCTX "${CLE_PROGRAMME}"
 SectionEnd

@@ -46,7 +46,7 @@ int lance(const std::vector<std::string>& mots) {
 int wmain(int argc, wchar_t** argv) {
     console::ecrit_en_utf8();
     const int statut = lance(console::mots(argc, argv));
-    if (statut == faute_usage) console::attend_la_lecture();
+    if (statut == faute_usage) console::attend_si_seul();
     return statut;
 }
 #else

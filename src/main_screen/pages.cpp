@@ -28,11 +28,7 @@ constexpr int familles_max = 120;
 Vue vue_courante = Vue::accueil;
 std::string nom_sous_groupe;
 
-/// How the keys of a list page are laid out, from four settings records.
-struct Disposition {
-    int police = 0, largeur = 0, hauteur = 0;
-    int par_page = 0;  ///< keys that a page really shows, which is also the step from page to page
-};
+using reglages::Disposition;
 
 /// One key of a list page; without code its place stays empty.
 struct Entree {
@@ -41,13 +37,7 @@ struct Entree {
 };
 
 Disposition lis_disposition(int premier_record) {
-    Disposition d;
-    d.police = std::max(1, reglages::nombre(premier_record));
-    d.largeur = std::clamp(reglages::nombre(premier_record + 1), 1, grille::colonnes());
-    d.hauteur = std::clamp(reglages::nombre(premier_record + 2), 1, grille::lignes());
-    const int place = (grille::colonnes() / d.largeur) * (grille::lignes() / d.hauteur);
-    d.par_page = std::clamp(reglages::nombre(premier_record + 3), 1, std::min(place, grille::nb_touches));
-    return d;
+    return reglages::disposition(premier_record, grille::colonnes(), grille::lignes(), grille::nb_touches);
 }
 
 /// Shows the items of the present page, which is first brought within what exists. Returns the number of pages.

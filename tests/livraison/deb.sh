@@ -16,8 +16,9 @@ echec() {
 }
 
 contenu=$(dpkg-deb -c "$paquet" | sed 's/^\(.\{10\}\) [^ ]* .* \.\//\1 /')
-for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rwxr-xr-x usr/bin/orvalune-cuisine' \
-    '-rw-r--r-- usr/share/man/man1/orvalune-cuisine.1.gz' '-rw-r--r-- usr/lib/systemd/system/orvalune-cuisine.service' \
+for fichier in '-rwxr-xr-x usr/bin/orvalune' '-rwxr-xr-x usr/bin/orvalune-carte' '-rwxr-xr-x usr/bin/orvalune-cuisine' \
+    '-rw-r--r-- usr/share/man/man1/orvalune-carte.1.gz' '-rw-r--r-- usr/share/man/man1/orvalune-cuisine.1.gz' \
+    '-rw-r--r-- usr/lib/systemd/system/orvalune-cuisine.service' \
     '-rw-r--r-- usr/share/applications/orvalune.desktop' '-rw-r--r-- usr/share/applications/orvalune-manuel.desktop' \
     '-rw-r--r-- usr/share/icons/hicolor/256x256/apps/orvalune.png' '-rw-r--r-- usr/share/man/man1/orvalune.1.gz' \
     '-rw-r--r-- usr/share/doc/orvalune/copyright' '-rw-r--r-- usr/lib/systemd/system/orvalune-kiosk.service'; do
@@ -41,6 +42,10 @@ cuisine=$programme-cuisine
 sed '/^\[Service\]/,$d' "$essai/paquet/usr/lib/systemd/system/orvalune-kiosk.service" | grep -qx 'StartLimitIntervalSec=0' ||
     echec "a kiosk that fails five times stays black"
 [[ $("$programme" --version) == "Orvalune $version ("* ]] || echec "the packaged program does not say its version"
+# The packaged companion finds the packaged terminal beside it.
+"$essai/paquet/usr/bin/orvalune-carte" modele "$essai/carte" >"$essai/sortie" &&
+    "$essai/paquet/usr/bin/orvalune-carte" apercu "$essai/carte" "$essai/carte.html" >>"$essai/sortie" 2>&1 ||
+    { cat "$essai/sortie" && echec "the packaged orvalune-carte shows no card"; }
 # The manual is one page: every picture within, every link leads somewhere in it.
 manuel=$essai/paquet/usr/share/doc/orvalune/manuel.html
 images=$(grep -o '<img [^>]*src="[^"]\{8\}' "$manuel" | sort | uniq -c | sed 's/^ *//')

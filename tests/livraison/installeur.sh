@@ -32,6 +32,7 @@ sous_windows=$(winepath -w "$installeur")
 menu="Microsoft/Windows/Start Menu/Programs/Orvalune.lnk"
 raccourci=$profil/AppData/Roaming/$menu
 manuel="$(dirname "$raccourci")/Manuel d'Orvalune.lnk"
+relire=${raccourci%/*}/Relire\ la\ carte.lnk
 
 # statut EXPECTED COMMAND...
 statut() {
@@ -106,6 +107,12 @@ cp "$programme/orvalune.exe" "$essai/programme"
 [ "$(tr -d '\0' <"$raccourci" | grep -acF -- "--dossier \"$dossier\"")" -gt 0 ] || echec "the shortcut does not name $dossier"
 [ -e "$manuel" ] && grep -qF 'id="13-installer"' "$programme/manuel.html" || echec "the manual is not in the menu"
 
+[ -s "$programme/orvalune-carte.exe" ] || echec "no orvalune-carte in $programme"
+[ "$(tr -d '\0' <"$relire" | grep -acF -- "\"$dossier\\carte\"")" -gt 0 ] || echec "the shortcut does not name the sheets' folder"
+# What that shortcut starts: the example is written, and the page is made and shown.
+statut 0 wine "$programme/orvalune-carte.exe" "$dossier\\carte"
+[ -s "$travail/carte/articles.csv" ] || echec "no example in $travail/carte"
+
 # Other ways to name a directory, and the program found where it is.
 vieillit "$programme"
 ligne 0 '/RESEAU=\\serveur\bar'
@@ -177,7 +184,10 @@ cp -r "$travail" "$essai/avant"
 desinstalle 0
 [ ! -e "$programme/orvalune.exe" ] || echec "the program is still there"
 [ -z "$(demarrage)$(inscrit DisplayName)" ] || echec "still in the registry"
-[ ! -e "$raccourci" ] && [ ! -e "${raccourci%.lnk} Cuisine.lnk" ] && [ ! -e "$manuel" ] || echec "a shortcut is still there"
+[ ! -e "$programme/orvalune-carte.exe" ] || echec "orvalune-carte is still there"
+for lien in "$raccourci" "${raccourci%.lnk} Cuisine.lnk" "$relire" "$manuel"; do
+    [ ! -e "$lien" ] || echec "a shortcut is still there: $lien"
+done
 ligne 0 ''
 sans_attendre "$profil/AppData/Local/Programs/Orvalune"
 diff -r "$travail" "$essai/avant" || echec "uninstalling changed the working directory"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# The Windows program as it is shipped: what it needs of the system, how large it is, what it tells Windows of itself.
+# A Windows program as it is shipped: what it needs of the system, how large it is, what it tells Windows of itself.
 # Usage: programme.sh PROGRAM VERSION EDITION PREFIX_OF_BINUTILS [EMULATOR]
 set -euo pipefail
 
@@ -20,9 +20,11 @@ for nom in "${dll[@]}"; do
     case $permises in *" $nom "*) ;; *) faute "needs $nom" ;; esac
 done
 nom=$(basename "$programme" .exe)
+sous_systeme=CUI dit_son_nom=$nom
 case $nom in
     orvalune) sous_systeme=GUI dit_son_nom=Orvalune description="Orvalune, prise de commande à table" ;;
-    orvalune-cuisine) sous_systeme=CUI dit_son_nom=$nom description="Orvalune, tickets de cuisine" ;;
+    orvalune-carte) description="Orvalune, la carte du restaurant" ;;
+    orvalune-cuisine) description="Orvalune, tickets de cuisine" ;;
 esac
 grep -q "^Subsystem.*(Windows $sous_systeme)" <<<"$entetes" || faute "is no program of the subsystem $sous_systeme"
 

@@ -48,16 +48,6 @@ void rattache() {
     ecrit_en_utf8();
 }
 
-void attend_la_lecture() {
-    DWORD autres[2];
-    if (GetConsoleProcessList(autres, 2) == 1) static_cast<void>(std::getchar());
-}
-
-void ecrit_en_utf8() {
-    page_precedente = GetConsoleOutputCP();
-    if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);
-}
-
 std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
     std::vector<std::string> r;
     std::size_t etranger = 0;
@@ -72,6 +62,19 @@ std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
     }
     if (SetCurrentDirectoryW(argv[etranger + 1])) r[etranger] = ".";
     return r;
+}
+
+void ecrit_en_utf8() {
+    page_precedente = GetConsoleOutputCP();
+    if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);
+}
+
+void attend_si_seul() {
+    DWORD autres[2];
+    if (GetConsoleProcessList(autres, 2) != 1) return;
+    std::fputs("\nAppuyez sur Entrée pour fermer cette fenêtre.\n", stdout);
+    std::fflush(stdout);
+    static_cast<void>(std::getchar());
 }
 
 void detache() {

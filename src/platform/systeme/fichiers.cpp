@@ -301,6 +301,23 @@ Issue cree_repertoire(std::string_view chemin) {
     return systeme::cree_repertoire(chemin);
 }
 
+std::optional<std::string> cree_repertoire_temporaire(std::string_view debut) {
+    Issue issue = Issue::existe;
+    for (int essai = 0; issue == Issue::existe && essai < 100; ++essai) {
+        const std::string nom = std::string(debut) + std::to_string(systeme::identite()) + "-" + std::to_string(essai);
+        const std::string chemin = joint(systeme::repertoire_temporaire(), nom);
+        issue = systeme::cree_repertoire(chemin);
+        if (issue == Issue::fait) return chemin;
+    }
+    return std::nullopt;
+}
+
+Issue supprime_repertoire(std::string_view chemin) {
+    for (const std::string& nom : entrees(chemin).value_or(std::vector<std::string>()))
+        static_cast<void>(systeme::supprime(joint(chemin, nom)));
+    return systeme::supprime_repertoire(chemin);
+}
+
 void retire_temporaires(std::string_view repertoire) {
     for (const std::string& nom : liste(repertoire, "*" + std::string(suffixe_temporaire))) {
         static_cast<void>(systeme::supprime(joint(repertoire, nom)));

@@ -78,6 +78,10 @@ Issue supprime(std::string_view chemin);
 /// Deletes a file whose coming back after a power cut does no harm.
 Issue supprime_sans_attendre(std::string_view chemin);
 Issue cree_repertoire(std::string_view chemin);
+/// A new empty directory where the system keeps what is soon thrown away; nothing when none can be made.
+std::optional<std::string> cree_repertoire_temporaire(std::string_view debut_du_nom);
+/// Deletes the plain files of a directory, then the directory itself, which may have had no others.
+Issue supprime_repertoire(std::string_view chemin);
 
 /// Temporary files of ecrit_tout() that a power cut left behind in a directory are removed.
 void retire_temporaires(std::string_view repertoire);

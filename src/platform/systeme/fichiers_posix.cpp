@@ -218,6 +218,15 @@ Issue cree_repertoire(std::string_view chemin) {
     return issue_de_rc(::mkdir(natif(chemin).c_str(), 0777));
 }
 
+Issue supprime_repertoire(std::string_view chemin) {
+    return issue_de_rc(::rmdir(natif(chemin).c_str()));
+}
+
+std::string repertoire_temporaire() {
+    const char* t = std::getenv("TMPDIR");
+    return t == nullptr || *t == '\0' ? "/tmp" : absolu(texte::depuis_utf8_tolerant(t));
+}
+
 bool entre_dans(std::string_view chemin) {
     return ::chdir(natif(chemin).c_str()) == 0;
 }

@@ -48,6 +48,10 @@ Issue renomme_en_remplacant(std::string_view de, std::string_view vers);
 void vide_tampon_repertoire(std::string_view repertoire);
 Issue supprime(std::string_view chemin);
 Issue cree_repertoire(std::string_view chemin);
+/// An empty one.
+Issue supprime_repertoire(std::string_view chemin);
+/// Where temporary files go, absolute.
+std::string repertoire_temporaire();
 bool entre_dans(std::string_view chemin);
 std::string repertoire_courant();
 std::string absolu(std::string_view chemin);

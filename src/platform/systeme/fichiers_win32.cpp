@@ -279,6 +279,14 @@ Issue cree_repertoire(std::string_view chemin) {
     return issue(CreateDirectoryW(natif(chemin).c_str(), nullptr));
 }
 
+Issue supprime_repertoire(std::string_view chemin) {
+    return issue(RemoveDirectoryW(natif(chemin).c_str()));
+}
+
+std::string repertoire_temporaire() {
+    return texte_de([](DWORD n, wchar_t* t) { return GetTempPathW(n, t); }, ".");
+}
+
 bool entre_dans(std::string_view chemin) {
     return SetCurrentDirectoryW(ordinaire(chemin).c_str());
 }

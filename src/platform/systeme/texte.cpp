@@ -87,6 +87,22 @@ std::optional<std::string> depuis_utf8(std::string_view utf8) {
     return r;
 }
 
+bool est_utf8(std::string_view t) {
+    for (std::size_t i = 0; i < t.size();) {
+        if (!lis_utf8(t, i)) return false;
+    }
+    return true;
+}
+
+std::string_view hors_page(std::string_view utf8) {
+    for (std::size_t i = 0; i < utf8.size();) {
+        const std::size_t debut = i;
+        const auto p = lis_utf8(utf8, i);
+        if (!p || !octet(*p)) return utf8.substr(debut, i - debut);
+    }
+    return {};
+}
+
 std::string depuis_utf8_tolerant(std::string_view utf8) {
     std::string r;
     for (std::size_t i = 0; i < utf8.size();) {
