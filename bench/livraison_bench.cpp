@@ -34,7 +34,8 @@ void demarre() {
     etat::repertoire_reseau = etat::repertoire_test = "reseau";
     etat::hors_ligne = false;
     suivi::charge();
-    reseau::premiere_connexion();
+    reseau::commence_la_connexion();
+    reseau::attend_la_connexion();
     while (!ouvrier::attends(1000)) continue;
 }
 

@@ -20,5 +20,8 @@ target_link_libraries(carte PUBLIC socle PRIVATE csv)
 
 add_executable(orvalune-carte src/carte/main.cpp)
 target_link_libraries(orvalune-carte PRIVATE carte)
+if(NOT ORVALUNE_SANITIZE)
+  target_link_options(orvalune-carte PRIVATE -static-libstdc++ -static-libgcc $<$<CONFIG:Release>:-s>)
+endif()
 target_compile_definitions(orvalune-carte PRIVATE
   ORVALUNE_VERSION="${PROJECT_VERSION}" ORVALUNE_EDITION="${ORVALUNE_EDITION}")

@@ -143,7 +143,8 @@ class Coupures : public testing::Test {
             fichiers::epreuve::avant = epreuve;
             fichiers::retire_temporaires(".");
             suivi::charge();
-            reseau::premiere_connexion();
+            reseau::commence_la_connexion();
+            reseau::attend_la_connexion();
             while (!ouvrier::attends(5000)) continue;
             for (int i = 1; i < passes; ++i) {
                 reseau::passe();

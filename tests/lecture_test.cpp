@@ -50,9 +50,10 @@ TEST_F(Lecture, UnReglageIllisibleGardeSaValeur) {
     const std::string avant = terrain.lis("wwinqx42.wdo");
     {
         const Illisible panne("wwinqx42.wdo");
+        EXPECT_EQ(reglages::nombre(reglages::colonnes_grille), 12) << "as it was read";
+        EXPECT_TRUE(reglages::ouvre());
         EXPECT_EQ(reglages::nombre(reglages::colonnes_grille), 6) << "the default, for the time being";
         EXPECT_EQ(reglages::retouche_resolution({1920, 1080}), Issue::panne);
-        EXPECT_TRUE(reglages::ouvre());
         EXPECT_EQ(terrain.lis("wwinqx42.wdo"), avant);
         EXPECT_EQ(reglages::ecrit(reglages::police_note, "#I#30"), Issue::fait) << "it can be written all the time";
     }

@@ -50,7 +50,8 @@ std::string record_entier(const Ligne& ligne) {
     return texte::complete(ligne.record, longueur_record - fin_de_record.size()) + std::string(fin_de_record);
 }
 
-Ligne nettoyee(Ligne l) {
+Ligne ligne(std::string_view record, bool lue) {
+    Ligne l{std::string(record), lue};
     for (const Place& p : places) {  // where a power cut left the file unwritten; bytes that nobody is shown stay
         const std::size_t debut = std::min(p.debut, l.record.size()),
                           fin = std::min(debut + p.longueur, l.record.size());
@@ -58,11 +59,6 @@ Ligne nettoyee(Ligne l) {
                      l.record.begin() + static_cast<std::ptrdiff_t>(fin), '\0', ' ');
     }
     return l;
-}
-
-Ligne lis(int page, int numero) {
-    const auto lu = fichier->lis(record_de(page, numero));
-    return nettoyee({lu.value_or(""), lu.has_value()});
 }
 
 fichiers::Issue ecrit(int page, int numero, const Ligne& ligne) {
@@ -87,7 +83,7 @@ void pose_dans(std::string& contenu, int page, int numero, const Ligne& ligne) {
 }
 
 Ligne lis_dans(std::string_view contenu, int page, int numero) {
-    return nettoyee({std::string(texte::colonnes(contenu, debut_de(page, numero) + 1, longueur_record))});
+    return ligne(texte::colonnes(contenu, debut_de(page, numero) + 1, longueur_record), true);
 }
 
 std::size_t longueur(Champ c) {
@@ -145,7 +141,11 @@ void ferme() {
 
 std::vector<Ligne> lis_page(int page) {
     std::vector<Ligne> r;
-    for (int i = 1; i <= lignes_par_page && existe(page, i); ++i) r.push_back(lis(page, i));
+    if (!existe(page, 1)) return r;
+    const auto lues = fichier->lis_suite(record_de(page, 1), lignes_par_page);
+    const std::string records = lues.value_or("");
+    for (std::size_t i = 0; i < lignes_par_page; ++i)
+        r.push_back(ligne(texte::colonnes(records, i * longueur_record + 1, longueur_record), lues.has_value()));
     return r;
 }
 
@@ -155,7 +155,9 @@ fichiers::Issue ecrit_ligne(int page, int numero, const Ligne& ligne) {
 }
 
 Ligne lis_titres(int page) {
-    return existe(page, ligne_des_titres) ? lis(page, ligne_des_titres) : Ligne{"", false};
+    if (!existe(page, ligne_des_titres)) return {"", false};
+    const auto lus = fichier->lis(record_de(page, ligne_des_titres));
+    return ligne(lus.value_or(""), lus.has_value());
 }
 
 fichiers::Issue ecrit_titres(int page, const Ligne& ligne) {

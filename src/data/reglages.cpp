@@ -52,6 +52,8 @@ constexpr Reglage reglages_connus[] = {
 };
 
 std::unique_ptr<fichiers::FichierRecords> fichier;
+/// The whole store as it was read last; nothing when it could not be.
+std::optional<std::string> contenu;
 
 const Reglage* reglage_de(int record) {
     const auto i = std::find_if(std::begin(reglages_connus), std::end(reglages_connus),
@@ -59,13 +61,22 @@ const Reglage* reglage_de(int record) {
     return i == std::end(reglages_connus) ? nullptr : i;
 }
 
+/// One reading serves all settings until the next refresh, or the next write; one that failed is tried again.
+void relis() {
+    contenu.reset();
+    if (!fichier) return;
+    const std::uint64_t records = std::min<std::uint64_t>(fichier->longueur() / longueur_record + 1, record_max);
+    contenu = fichier->lis_suite(1, static_cast<std::size_t>(records));
+    // A power cut leaves zero bytes where nothing was written.
+    if (contenu) std::replace(contenu->begin(), contenu->end(), '\0', ' ');
+}
+
 /// The record, whole; nothing when the store cannot be read at the moment.
 std::optional<std::string> lis(int record) {
-    if (!fichier || record < 1) return std::nullopt;
-    auto r = fichier->lis(static_cast<std::size_t>(record));
-    if (!r) return std::nullopt;
-    std::replace(r->begin(), r->end(), '\0', ' ');  // a power cut leaves zero bytes where nothing was written
-    return texte::complete(*r, longueur_record);
+    if (!contenu) relis();
+    if (!contenu || record < 1) return std::nullopt;
+    const std::size_t debut = static_cast<std::size_t>(record - 1) * longueur_record;
+    return texte::complete(texte::colonnes(*contenu, debut + 1, longueur_record), longueur_record);
 }
 
 int lis_nombre(std::string_view record) {
@@ -79,21 +90,24 @@ std::string cinq_chiffres(int n) {
 }  // namespace
 
 bool ouvre() {
-    if (tenus::attend(nom_fichier) || (fichier && !tenus::est_tenu(nom_fichier))) return true;
+    if (tenus::attend(nom_fichier) || (fichier && !tenus::est_tenu(nom_fichier))) return relis(), true;
     fichiers::Issue ecriture = fichiers::Issue::panne;
     auto ouvert = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record, ecriture);
     if (ouvert || !fichier) fichier = std::move(ouvert);
     tenus::note(nom_fichier, ecriture);
+    relis();
     // A store that is there but cannot be opened reads as blank records.
     if (!fichier) return fichiers::existe(nom_fichier);
     if (fichier->longueur() >= longueur_initialisee) return true;
     // On a full medium the store stays short: it reads as blank records, and every setting has its default.
     static_cast<void>(fichier->ecrit_depuis_le_debut(std::string(longueur_record * nb_records, ' ')));
+    relis();
     return true;
 }
 
 void ferme() {
     fichier.reset();
+    contenu.reset();
 }
 
 std::string brut(int record) {
@@ -136,10 +150,12 @@ std::int32_t couleur(int record) {
     return v >= 0 && v <= 0xFFFFFF ? v : -1;
 }
 
-fichiers::Issue ecrit(int record, std::string_view contenu) {
+fichiers::Issue ecrit(int record, std::string_view valeur) {
     if (!fichier) return fichiers::Issue::absent;
     if (record < 1 || record > record_max) return fichiers::Issue::refuse;
-    return fichier->ecrit(static_cast<std::size_t>(record), contenu);
+    const fichiers::Issue ecriture = fichier->ecrit(static_cast<std::size_t>(record), valeur);
+    relis();
+    return ecriture;
 }
 
 bool resolution_choisie() {

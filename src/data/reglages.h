@@ -42,7 +42,8 @@ inline constexpr int fonds = 1700, encres = 1710, fonds_anciens = 1730, encres_a
 /// Characters of a record, and of a value behind its "#I#".
 inline constexpr std::size_t longueur_record = 20, longueur_valeur = 17;
 
-/// Opens the store, and creates or repairs it when it is too short. False when the working directory cannot be used.
+/// Opens the store and reads it anew, and creates or repairs it when it is too short. False when the working directory
+/// cannot be used.
 bool ouvre();
 void ferme();
 

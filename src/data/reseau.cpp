@@ -351,11 +351,14 @@ int commandes_en_attente() {
     return static_cast<int>(connexion.attentes.size());
 }
 
-void premiere_connexion() {
+void commence_la_connexion() {
     connexion = {};
     if (const auto local = livraison::liste_locale()) retrouve_les_remises(*local);
     connexion.au_demarrage = true;
     passe();
+}
+
+void attend_la_connexion() {
     if (ouvrier::occupe()) ouvrier::attends(attente_sonde_ms);
     if (connexion.joignable) ouvrier::attends(attente_catalogue_ms);
     connexion.au_demarrage = false;

@@ -29,8 +29,10 @@ bool attend_la_cuisine();
 /// Orders that wait in the working directory, as the last passe() saw it and its deliveries left it.
 int commandes_en_attente();
 
-/// The first look at the network: waits at most 100 ms for the probe and, when it answers, up to 2 s for the catalogue.
-void premiere_connexion();
+/// Begins the first look at the network. The waiter may be shown something meanwhile.
+void commence_la_connexion();
+/// Waits at most 100 ms for the probe of that look and, when it answers, up to 2 s for the catalogue.
+void attend_la_connexion();
 /// Tests the connection; when it stands, delivers what waits, then fetches the catalogue if that was not possible yet.
 /// Returns at once; does nothing while an earlier pass is under way.
 void passe();

@@ -111,7 +111,9 @@ bool init_styles() {
 std::vector<Style> lis() {
     std::vector<Style> styles(nb_records + 1);
     const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
-    for (std::size_t code = 2; f && code <= nb_records; ++code) styles[code] = style(f->lis(code).value_or(""));
+    const std::string lus = f ? f->lis_suite(1, nb_records).value_or("") : "";
+    for (std::size_t code = 2; f && code <= nb_records; ++code)
+        styles[code] = style(texte::colonnes(lus, (code - 1) * longueur_record + 1, longueur_record));
     return styles;
 }
 

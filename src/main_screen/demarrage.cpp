@@ -123,8 +123,9 @@ void prepare_fichiers() {
 void prend_catalogue() {
     if (!deja_fait) {
         bandeau::annonce_etat("Lecture du catalogue…"_t);
-        ecran::peint_maintenant();
-        reseau::premiere_connexion();
+        reseau::commence_la_connexion();
+        ecran::peint_maintenant();  // meanwhile
+        reseau::attend_la_connexion();
     }
     if (!reseau::catalogue_frais() && catalogue::catalogue_charge) return;
     catalogue::charge_catalogue();

@@ -35,14 +35,17 @@ Cadre cadre_touche(const Cases& k) {
     return {marge + gauche, haut_grille + haut, std::max(0, droite - gauche), std::max(0, bas - haut)};
 }
 
+/// The controls of the keys, from 1; the form owns them.
+std::array<Controle*, nb_touches + 1> touches_de_la_forme{}, compagnes_de_la_forme{}, comptes_de_la_forme{};
+
 Controle& touche_numero(int k) {
-    return bandeau::forme()("btx", k);
+    return *touches_de_la_forme[static_cast<std::size_t>(k)];
 }
 Controle& compagne(int k) {
-    return bandeau::forme()("btt", k);
+    return *compagnes_de_la_forme[static_cast<std::size_t>(k)];
 }
 Controle& compte(int k) {
-    return bandeau::forme()("btn", k);
+    return *comptes_de_la_forme[static_cast<std::size_t>(k)];
 }
 
 /// What a picture number says on the function row.
@@ -76,8 +79,12 @@ void construit(Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(
     for (int k = 1; k <= nb_touches; ++k) {
         Controle& touche = forme.ajoute({.nom = "btx", .index = k, .genre = Genre::bouton, .role = Role::touche});
         touche.au_toucher = [au_toucher, k] { au_toucher(k); };
-        forme.ajoute({.nom = "btt", .index = k, .genre = Genre::image, .laisse_passer = true});
-        forme.ajoute({.nom = "btn", .index = k, .role = Role::compte, .gras = true, .laisse_passer = true});
+        Controle& dessus = forme.ajoute({.nom = "btt", .index = k, .genre = Genre::image, .laisse_passer = true});
+        Controle& compte =
+            forme.ajoute({.nom = "btn", .index = k, .role = Role::compte, .gras = true, .laisse_passer = true});
+        touches_de_la_forme[static_cast<std::size_t>(k)] = &touche;
+        compagnes_de_la_forme[static_cast<std::size_t>(k)] = &dessus;
+        comptes_de_la_forme[static_cast<std::size_t>(k)] = &compte;
     }
     const Plan plans[] = {
         {.nom = "g2", .genre = Genre::grille, .gras = true, .etiquette = 2},

@@ -11,7 +11,7 @@ finit() {
     local statut=$?
     trap - EXIT
     [ -n "${pid_montage:-}" ] && kill -CONT "$pid_montage" 2>/dev/null
-    [ -n "${pid_programme:-}" ] && kill "$pid_programme" 2>/dev/null
+    [ -n "${pid_programme:-}" ] && { kill "$pid_programme"; kill -CONT "$pid_programme"; } 2>/dev/null
     wait "${pid_programme:-}" 2>/dev/null
     [ -n "$emulateur" ] && wineserver -k >/dev/null 2>&1
     [ -n "${pid_montage:-}" ] && fusermount -u "$terrain/reseau" 2>/dev/null

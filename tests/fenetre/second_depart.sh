@@ -9,6 +9,7 @@ cp -r "$terrain"/*.wdo "$terrain/reseau" "$autre"
 
 fenetres() { xdotool search --onlyvisible --name '^Orvalune$' 2>/dev/null | wc -l; }
 sont() { [ "$(fenetres)" = "$1" ]; }
+est_gele() { ! grep -L '^State:.T' "/proc/$pid_programme"/task/*/status | grep -q .; }
 est_a_l_accueil() { est_peint 240 60 C24B45; }
 est_aux_serveurs() { est_peint 40 60 3F72A8 && ! est_a_l_accueil; }
 
@@ -54,6 +55,7 @@ ln -s "$terrain" "$terrain/lien"
 if [ -n "$emulateur" ]; then detour=${terrain^^}/autre/..; else detour=$terrain/lien/autre/..; fi
 second "$detour" 1
 kill -STOP "$pid_programme"
+attend 5000 est_gele
 second "$terrain" 1 "Orvalune est déjà ouvert : il ne répond pas, ou un autre utilisateur s'en sert."
 kill -CONT "$pid_programme"
 

@@ -242,6 +242,7 @@ class FenetreX11 final : public Fenetre {
                 return repond(reinterpret_cast<const xcb_client_message_event_t&>(e));
             case XCB_PROPERTY_NOTIFY:
                 if (reinterpret_cast<const xcb_property_notify_event_t&>(e).atom != XCB_ATOM_RESOURCE_MANAGER) return;
+                serveur_->relis_la_densite();
                 taille_.echelle = serveur_->densite();
                 return entrees_.ajoute(Sorte::repeindre);
             default:

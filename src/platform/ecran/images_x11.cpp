@@ -1,7 +1,6 @@
 #include "platform/ecran/images_x11.h"
 
 #include <sys/mman.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,31 +12,16 @@ namespace {
 /// Pixels sent in one request: some 250 KB, which any server takes.
 constexpr int pixels_par_envoi = 1 << 16;
 
-/// Memory goes from hand to hand on this machine alone.
-bool est_local(xcb_connection_t* c) {
-    sockaddr_storage adresse{};
-    socklen_t longueur = sizeof adresse;
-    return getsockname(xcb_get_file_descriptor(c), reinterpret_cast<sockaddr*>(&adresse), &longueur) == 0 &&
-           adresse.ss_family == AF_UNIX;
-}
-
-/// The version 1.2 takes memory by its descriptor, which reaches into a container as well and leaves nothing behind.
-bool prend_les_descripteurs(xcb_connection_t* c) {
-    xcb_shm_query_version_reply_t* r = xcb_shm_query_version_reply(c, xcb_shm_query_version(c), nullptr);
-    const bool oui = r != nullptr && (r->major_version > 1 || r->minor_version >= 2);
-    std::free(r);
-    return oui;
-}
-
 }  // namespace
 
 ImagesX11::ImagesX11(const ServeurX11& serveur) : serveur_(serveur) {
-    xcb_connection_t* c = serveur.connexion();
-    partage_ = serveur.connait(xcb_shm_id) && est_local(c) && prend_les_descripteurs(c);
-    if (partage_) evenement_ = xcb_get_extension_data(c, &xcb_shm_id)->first_event + XCB_SHM_COMPLETION;
+    partage_ = serveur.connait(xcb_shm_id);
+    if (partage_)
+        evenement_ = xcb_get_extension_data(serveur.connexion(), &xcb_shm_id)->first_event + XCB_SHM_COMPLETION;
 }
 
-/// Null where the system or the server refuses.
+/// The server takes the memory by its descriptor, which reaches into a container as well and leaves nothing behind.
+/// Null where the system or the server refuses: an old one, or one on another machine, which no descriptor reaches.
 void* ImagesX11::partage(std::size_t taille) {
     xcb_connection_t* c = serveur_.connexion();
     const int fichier = memfd_create("orvalune", MFD_CLOEXEC);

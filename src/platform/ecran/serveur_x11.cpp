@@ -31,10 +31,17 @@ static_assert(std::size(noms) == static_cast<std::size_t>(Atome::nombre));
 template <typename Reponse>
 using Recue = std::unique_ptr<Reponse, decltype([](Reponse* r) { std::free(r); })>;
 
-/// A property of a window, of at most `mots` times four bytes; empty when it has none.
-std::string propriete(xcb_connection_t* c, xcb_window_t fenetre, xcb_atom_t nom, std::uint32_t mots) {
-    const Recue<xcb_get_property_reply_t> r(
-        xcb_get_property_reply(c, xcb_get_property(c, 0, fenetre, nom, XCB_ATOM_ANY, 0, mots), nullptr));
+/// Of a property no more is asked for.
+constexpr std::uint32_t mots_max = 1 << 16;
+
+/// Asks for a property of a window.
+xcb_get_property_cookie_t demande(xcb_connection_t* c, xcb_window_t fenetre, xcb_atom_t nom) {
+    return xcb_get_property(c, 0, fenetre, nom, XCB_ATOM_ANY, 0, mots_max);
+}
+
+/// What was asked for; empty when the window has no such property.
+std::string reponse(xcb_connection_t* c, xcb_get_property_cookie_t demande) {
+    const Recue<xcb_get_property_reply_t> r(xcb_get_property_reply(c, demande, nullptr));
     if (!r) return {};
     return {static_cast<const char*>(xcb_get_property_value(r.get())),
             static_cast<std::size_t>(xcb_get_property_value_length(r.get()))};
@@ -76,6 +83,19 @@ Couleurs choisit_couleurs(const xcb_setup_t& s, const xcb_screen_t& ecran) {
     return choisies;
 }
 
+/// From the resources, "Xft.dpi:\t120" in a line of its own.
+double densite_de(const std::string& ressources) {
+    constexpr std::string_view nom = "\nXft.dpi:";
+    const std::string lignes = "\n" + ressources;
+    const auto trouvee = lignes.find(nom);
+    if (trouvee == std::string::npos) return 1;
+    const auto debut = lignes.find_first_not_of(" \t", trouvee + nom.size());
+    if (debut == std::string::npos) return 1;
+    double points = 0;
+    std::from_chars(lignes.data() + debut, lignes.data() + lignes.size(), points);
+    return std::clamp(points / 96, 1.0, 8.0);
+}
+
 std::string refus_sans_serveur() {
     if (std::getenv("WAYLAND_DISPLAY") == nullptr) return {};
     return "cette session Wayland n'a pas Xwayland, sans lequel Orvalune ne peut rien montrer : installez le paquet "
@@ -106,17 +126,18 @@ std::unique_ptr<ServeurX11> ServeurX11::joint(std::string& refus) {
                 " bits de couleur, Orvalune en demande 24 ou 32 (TrueColor)";
         return nullptr;
     }
+    // What the server is asked is on its way before the first answer is awaited.
     for (xcb_extension_t* e : {&xcb_input_id, &xcb_shm_id, &xcb_screensaver_id}) xcb_prefetch_extension_data(c, e);
+    const auto ressources = demande(c, s->ecran().root, XCB_ATOM_RESOURCE_MANAGER);
     s->demande_atomes();
-    if (!s->sait_les_doigts()) {
+    s->densite_ = densite_de(reponse(c, ressources));
+    if (!s->prend_les_facultes()) {
         refus = "le serveur d'affichage est trop ancien pour Orvalune : il lui manque XInput 2.2";
         return nullptr;
     }
-    s->plein_ecran_gere_ = s->gere_le_plein_ecran();
     return s;
 }
 
-/// All of them are on their way before the first answer is awaited.
 void ServeurX11::demande_atomes() {
     std::array<xcb_intern_atom_cookie_t, static_cast<std::size_t>(Atome::nombre)> demandes{};
     for (std::size_t i = 0; i < demandes.size(); ++i) {
@@ -134,36 +155,27 @@ bool ServeurX11::connait(xcb_extension_t& extension) const {
     return r != nullptr && r->present != 0;
 }
 
-bool ServeurX11::sait_les_doigts() const {
+/// Fingers, and whether somebody manages full screens. The manager names a window of its own, which names itself: a
+/// number that a dead one left behind tells nothing. False when the server knows no fingers.
+bool ServeurX11::prend_les_facultes() {
     if (!connait(xcb_input_id)) return false;
-    const Recue<xcb_input_xi_query_version_reply_t> r(
-        xcb_input_xi_query_version_reply(connexion_, xcb_input_xi_query_version(connexion_, 2, 2), nullptr));
-    return r && std::pair(r->major_version, r->minor_version) >= std::pair<std::uint16_t, std::uint16_t>(2, 2);
-}
-
-/// The manager names a window of its own, which names itself: a number that a dead one left behind tells nothing.
-bool ServeurX11::gere_le_plein_ecran() const {
     const xcb_atom_t preuve = atome(Atome::net_supporting_wm_check);
-    const std::string la_sienne = propriete(connexion_, ecran_->root, preuve, 1);
-    if (nombres(la_sienne).empty()) return false;
-    if (propriete(connexion_, nombres(la_sienne)[0], preuve, 1) != la_sienne) return false;
-    const std::string connues = propriete(connexion_, ecran_->root, atome(Atome::net_supported), 1024);
-    const auto liste = nombres(connues);
-    return std::find(liste.begin(), liste.end(), atome(Atome::net_wm_state_fullscreen)) != liste.end();
+    const auto version = xcb_input_xi_query_version(connexion_, 2, 2);
+    const auto gerant = demande(connexion_, ecran_->root, preuve);
+    const auto connues = demande(connexion_, ecran_->root, atome(Atome::net_supported));
+
+    const Recue<xcb_input_xi_query_version_reply_t> v(xcb_input_xi_query_version_reply(connexion_, version, nullptr));
+    const std::string la_sienne = reponse(connexion_, gerant), liste = reponse(connexion_, connues);
+    const auto atomes = nombres(liste);
+    plein_ecran_gere_ =
+        std::find(atomes.begin(), atomes.end(), atome(Atome::net_wm_state_fullscreen)) != atomes.end() &&
+        !nombres(la_sienne).empty() &&
+        reponse(connexion_, demande(connexion_, nombres(la_sienne)[0], preuve)) == la_sienne;
+    return v && std::pair(v->major_version, v->minor_version) >= std::pair<std::uint16_t, std::uint16_t>(2, 2);
 }
 
-double ServeurX11::densite() const {
-    constexpr std::uint32_t ressources_max = 1 << 16;
-    constexpr std::string_view nom = "\nXft.dpi:";
-    const std::string ressources =
-        "\n" + propriete(connexion_, ecran_->root, XCB_ATOM_RESOURCE_MANAGER, ressources_max);
-    const auto trouvee = ressources.find(nom);
-    if (trouvee == std::string::npos) return 1;
-    const auto debut = ressources.find_first_not_of(" \t", trouvee + nom.size());
-    if (debut == std::string::npos) return 1;
-    double points = 0;
-    std::from_chars(ressources.data() + debut, ressources.data() + ressources.size(), points);
-    return std::clamp(points / 96, 1.0, 8.0);
+void ServeurX11::relis_la_densite() {
+    densite_ = densite_de(reponse(connexion_, demande(connexion_, ecran_->root, XCB_ATOM_RESOURCE_MANAGER)));
 }
 
 }  // namespace ecran

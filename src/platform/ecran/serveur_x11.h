@@ -51,7 +51,9 @@ class ServeurX11 {
     /// Whether it has this extension, such as xcb_shm_id.
     bool connait(xcb_extension_t& extension) const;
     /// Pixels per 1/96 inch, as the user's settings tell the programs of this screen; at least 1.
-    double densite() const;
+    double densite() const { return densite_; }
+    /// They have changed.
+    void relis_la_densite();
 
   private:
     ServeurX11(xcb_connection_t* connexion, xcb_screen_t* ecran) : connexion_(connexion), ecran_(ecran) {}
@@ -61,10 +63,10 @@ class ServeurX11 {
     Couleurs couleurs_;
     std::array<xcb_atom_t, static_cast<std::size_t>(Atome::nombre)> atomes_{};
     bool plein_ecran_gere_ = false;
+    double densite_ = 1;
 
     void demande_atomes();
-    bool sait_les_doigts() const;
-    bool gere_le_plein_ecran() const;
+    bool prend_les_facultes();
 };
 
 }  // namespace ecran

@@ -78,6 +78,9 @@ struct Peintre::Interne {
     std::vector<Zone> zones;
 
     Zone ecran() const { return {0, 0, image.largeur, image.hauteur}; }
+    std::size_t nombre_de_pixels() const {
+        return static_cast<std::size_t>(image.largeur) * static_cast<std::size_t>(image.hauteur);
+    }
 
     /// Where the new list differs from the last one. Both are in the order of their elements' places, so that one walk
     /// along the two pairs each element with what stood in its place before.
@@ -126,7 +129,7 @@ void Peintre::dimensionne(int largeur, int hauteur, double echelle) {
     Interne& p = *interne_;
     p.image.largeur = std::max(1, largeur);
     p.image.hauteur = std::max(1, hauteur);
-    p.image.pixels.assign(static_cast<std::size_t>(p.image.largeur) * static_cast<std::size_t>(p.image.hauteur), 0);
+    p.image.pixels.clear();
     p.echelle = echelle > 0 ? echelle : 1;
     p.tout_a_peindre = true;
 }
@@ -134,6 +137,7 @@ void Peintre::dimensionne(int largeur, int hauteur, double echelle) {
 std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& appui) {
     Interne& p = *interne_;
     p.liste.clear();
+    if (p.image.pixels.empty()) p.image.pixels.resize(p.nombre_de_pixels());
     compose(pile, appui, p.image.largeur, p.image.hauteur, p.echelle, p.liste);
     p.zones = p.tout_a_peindre ? std::vector<Zone>{p.ecran()} : p.compare();
     for (const Zone& z : p.zones) p.repeint(z);

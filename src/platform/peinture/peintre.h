@@ -15,7 +15,8 @@ class Peintre {
     /// The pixels lie in `memoire`, which outlives the painter.
     explicit Peintre(std::pmr::memory_resource* memoire = std::pmr::get_default_resource());
     ~Peintre();
-    /// Size of the image in pixels and pixels per 15 twips (1 on an ordinary screen). Everything is painted anew.
+    /// Size of the image in pixels and pixels per 15 twips (1 on an ordinary screen). Everything is painted anew. The
+    /// image has its pixels from the next peint() on: what nobody looks at takes neither time nor memory.
     void dimensionne(int largeur, int hauteur, double echelle);
     /// Brings the image up to date with the forms, from the bottom to the top of the stack.
     /// Returns the zones that changed, empty when nothing did; valid until the next call.

@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <unordered_map>
+#include <vector>
 
 #include "platform/controles/apparence.h"
 #include "platform/systeme/texte.h"
@@ -46,7 +47,6 @@ class Fonte {
             stbtt_GetGlyphHMetrics(&info_, numeros_[c], &a, nullptr);
             avances_[c] = static_cast<float>(a) * unite_;
         }
-        crenages_.fill(inconnu);
     }
 
     float ascendante() const { return ascendante_; }
@@ -56,7 +56,9 @@ class Fonte {
 
     float crenage(unsigned char avant, unsigned char c) const {
         if (avant == 0) return 0;
-        std::int16_t& k = crenages_[avant * nb_octets + c];
+        auto& suivants = crenages_[avant];
+        if (suivants.empty()) suivants.assign(nb_octets, inconnu);
+        std::int16_t& k = suivants[c];
         if (k == inconnu) {
             k = static_cast<std::int16_t>(stbtt_GetGlyphKernAdvance(&info_, numeros_[avant], numeros_[c]));
         }
@@ -85,7 +87,8 @@ class Fonte {
     float unite_ = 0, ascendante_ = 0, hauteur_ = 0;
     std::array<float, nb_octets> avances_{};
     std::array<int, nb_octets> numeros_{};
-    mutable std::array<std::int16_t, nb_octets * nb_octets> crenages_{};  ///< font units, filled when asked for
+    /// By character, then by the one that follows; font units, filled when asked for.
+    mutable std::array<std::vector<std::int16_t>, nb_octets> crenages_;
 };
 
 const unsigned char* police_fixe_apportee = police_normale_debut;

@@ -82,10 +82,10 @@ class Records final : public FichierRecords {
 
     std::uint64_t longueur() const override { return fichier_->longueur(); }
 
-    std::optional<std::string> lis(std::size_t numero) override {
+    std::optional<std::string> lis_suite(std::size_t numero, std::size_t nombre) override {
         if (numero == 0) return std::string();
-        std::string r(taille_, ' ');
-        const auto lus = fichier_->lis(place(numero), r.data(), taille_);
+        std::string r(nombre * taille_, ' ');
+        const auto lus = fichier_->lis(place(numero), r.data(), r.size());
         if (lus < 0) return std::nullopt;
         r.resize(static_cast<std::size_t>(lus));
         return r;
@@ -221,8 +221,8 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
     std::int64_t lus = 0;
     std::size_t total = 0;
     do {
-        lu.resize(total + pas);
-        lus = f->lis(total, lu.data() + total, pas);
+        if (total == lu.size()) lu.resize(total + pas);
+        lus = f->lis(total, lu.data() + total, lu.size() - total);
         if (lus < 0) return Issue::panne;
         total += static_cast<std::size_t>(lus);
     } while (lus > 0 && total <= borne);

@@ -112,7 +112,9 @@ class FichierRecords {
     virtual std::uint64_t longueur() const = 0;
     /// The record's bytes; what lies behind the end of the file is missing, so the text may be shorter or empty.
     /// Nothing when the medium does not give them.
-    virtual std::optional<std::string> lis(std::size_t numero) = 0;
+    std::optional<std::string> lis(std::size_t numero) { return lis_suite(numero, 1); }
+    /// As above, of so many records in a row, at one stroke.
+    virtual std::optional<std::string> lis_suite(std::size_t numero, std::size_t nombre) = 0;
     /// Writes one record whole (cut or padded with blanks) and flushes it to the medium.
     /// A gap behind the old end is filled with unwritten records, never with zero bytes.
     virtual Issue ecrit(std::size_t numero, std::string_view contenu) = 0;
