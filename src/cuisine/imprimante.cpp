@@ -22,7 +22,7 @@ constexpr std::string_view debut_tcp = "tcp://", debut_fichier = "fichier:", mot
 constexpr int appel_max = 3000, envoi_max = 5000, reponse_max = 500, pas_d_attente = 1000;
 constexpr int pas_d_impression = 8;  ///< steps that a ticket may take to be printed
 constexpr int silences_max = 2;      ///< steps without any answer, after which it counts as hung
-constexpr int fermeture_max = 15000, fermeture_courte = 500;
+constexpr int fermeture_max = 15000, fermeture_encore = 30000, fermeture_courte = 500;
 
 class Ecran final : public Imprimante {
   public:
@@ -38,9 +38,10 @@ class Ecran final : public Imprimante {
 
 /// What the printer of a line has shown of itself in this run.
 struct Connaissance {
-    bool repond = false;           ///< it answers when it is asked for its state
-    bool confirme = true;          ///< it says when all is printed; taken for granted until it did not
-    bool ferme_la_liaison = true;  ///< it ends the line when we do; likewise
+    bool repond = false;   ///< it answers when it is asked for its state
+    bool confirme = true;  ///< it says when all is printed; taken for granted until it did not
+    /// Whether it ends the line when we do: known once it did, or twice did not.
+    enum class Fermeture { inconnue, douteuse, oui, non } fermeture = Fermeture::inconnue;
 };
 
 /// One ticket on its way.
@@ -116,20 +117,30 @@ class Envoi {
         return {};
     }
 
-    /// Of one that says nothing: it ends the line once it has read everything. Where it keeps it open nobody knows more
-    /// than that all has arrived.
+    /// Of one that says nothing: it ends the line once it has read everything. One that keeps it open may hang, and
+    /// gets the ticket once more; when it does so again it is taken for one that always does.
     Constat attend_la_fermeture() {
-        const liaison::Issue issue = ligne_.termine(connue_.ferme_la_liaison ? fermeture_max : fermeture_courte);
+        using Fermeture = Connaissance::Fermeture;
+        Fermeture& f = connue_.fermeture;
+        const int ms = f == Fermeture::non        ? fermeture_courte
+                       : f == Fermeture::douteuse ? fermeture_encore
+                                                  : fermeture_max;
+        const liaison::Issue issue = ligne_.termine(ms);
+        if (issue == liaison::Issue::faite && f != Fermeture::non) f = Fermeture::oui;
         if (issue == liaison::Issue::faite) return {};
-        if (issue != liaison::Issue::muette) return {Sort::interrompu, texte_de(issue)};
-        connue_.ferme_la_liaison = false;
+        if (issue != liaison::Issue::muette || f == Fermeture::oui) return {Sort::interrompu, texte_de(issue)};
+        const bool premiere_fois = f == Fermeture::inconnue;
+        f = premiere_fois ? Fermeture::douteuse : Fermeture::non;
+        if (premiere_fois) return {Sort::interrompu, texte_de(issue)};
         return {Sort::imprime, std::string("reçu, sans confirmation de l'imprimante"_t)};
     }
 };
 
 class ParLiaison final : public Imprimante {
   public:
-    ParLiaison(Adresse adresse, const Reglages& reglages) : adresse_(std::move(adresse)), reglages_(reglages) {}
+    ParLiaison(Adresse adresse, const Reglages& reglages) : adresse_(std::move(adresse)), reglages_(reglages) {
+        if (!reglages_.avec_etat) connue_.fermeture = Connaissance::Fermeture::non;
+    }
 
     Constat imprime(const ticket::Ticket& ticket, const std::function<bool()>& commence) override {
         liaison::Issue issue = liaison::Issue::faite;

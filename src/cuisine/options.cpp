@@ -23,7 +23,7 @@ const char* const aide =
     "  --colonnes N       largeur du papier en caractères, de 32 à 64\n"
     "  --page N           page de caractères de l'imprimante, 1252 (par défaut) ou 858\n"
     "  --archive DOSSIER  où vont les commandes prises ; par défaut, archive dans le répertoire réseau\n"
-    "  --sans-etat        n'interroge pas l'imprimante sur son papier\n"
+    "  --sans-etat        n'interroge pas l'imprimante ; ce qu'elle a reçu compte comme imprimé\n"
     "  --une-fois         s'arrête dès qu'il ne reste rien à faire, ou qu'une imprimante n'imprime pas\n"
     "  --apercu           dessine le ticket d'un fichier de commande\n";
 

@@ -21,7 +21,7 @@ using fichiers::Issue;
 using imprimante::Sort;
 
 // Milliseconds.
-constexpr int regard_ms = 1000, regard_proche_ms = 200;
+constexpr int regard_ms = 1000, regard_proche_ms = 200, tour_max = 3000;
 constexpr int pause_debut = 1000, pause_max = 8000, pause_max_interrompu = 30000;
 
 /// A line on the console, with the time.
@@ -110,10 +110,10 @@ class Service {
             joignable = regard.joignable;
             for (collecte::Prise& p : regard.prises) nouvelles_.push_back({std::move(p), 0});
             std::erase_if(nouvelles_, [this](Nouvelle& n) { return accueille(n); });
-            imprime();
+            const bool reste = imprime();
             range();
-            if (reglages_.une_fois && a_fini(regard)) break;
-            attente.attend(regard.a_suivre ? regard_proche_ms : regard_ms);
+            if (reglages_.une_fois && !reste && a_fini(regard)) break;
+            attente.attend(reste ? 0 : regard.a_suivre ? regard_proche_ms : regard_ms);
         }
         return commandes_.empty() && nouvelles_.empty() ? tout_imprime : reste_a_imprimer;
     }
@@ -207,17 +207,21 @@ class Service {
         return c.ecrite;
     }
 
-    /// Everything that waits, by date. A printer that fails gets nothing later before what it has not printed.
-    void imprime() {
+    /// Everything that waits, by date. A printer that fails gets nothing later before what it has not printed. True
+    /// when a slow printer has taken so long that it is time for a look at the network directory.
+    bool imprime() {
+        const std::int64_t debut = horloge::millisecondes();
         for (Poste& poste : postes_) poste.prete = horloge::millisecondes() >= poste.prochain;
         for (Commande& c : commandes_) {
             for (fiche::Partie& p : c.fiche.parties) {
                 Poste& poste = poste_de(p);
                 if (p.etat == Etat::finie || !poste.prete) continue;
-                if (arret::demande()) return;
+                if (arret::demande()) return false;
+                if (horloge::millisecondes() - debut > tour_max) return true;
                 poste.prete = imprime(poste, c, p);
             }
         }
+        return false;
     }
 
     bool imprime(Poste& poste, Commande& c, fiche::Partie& p) {
