@@ -24,6 +24,7 @@
 #include "dialogs/sel_arti.h"
 #include "dialogs/suivi.h"
 #include "main_screen/attend_tempo.h"
+#include "main_screen/cherche.h"
 #include "platform/peinture/polices.h"
 #include "scene.h"
 
@@ -69,6 +70,7 @@ const Ecran ecrans[] = {
     {"w_prog_coul", [] { w_prog_coul::demande(); }},
     {"attend_tempo", attend_tempo::montre_attend_tempo, false},
     {"suivi", ecran_suivi::montre_suivi},
+    {"cherche", [] { cherche::demande("e"); }},
 };
 
 class Gestes : public tests::Scene {

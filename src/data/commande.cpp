@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <random>
 #include <set>
 #include <string_view>
@@ -104,6 +105,26 @@ void vide_la_note() {
     etat::nb_lignes_note = 0;
 }
 
+/// Pieces by reference, of one day.
+struct Envoyes {
+    std::string jour;
+    std::map<std::string, double, std::less<>> pieces;
+};
+
+Envoyes& envoyes_du_jour() {
+    constexpr int debut_du_jour = 5 * 3600;  ///< seconds after midnight
+    static Envoyes envoyes;
+    const std::string jour = horloge::jour(horloge::plus_secondes(horloge::maintenant(), -debut_du_jour));
+    if (envoyes.jour != jour) envoyes = {jour, {}};
+    return envoyes;
+}
+
+void compte_la_note() {
+    auto& pieces = envoyes_du_jour().pieces;
+    for (const std::string& ligne : etat::lignes_gardees())
+        pieces[std::string(texte::rogne(lignes::reference(ligne)))] += lignes::quantite(ligne).value_or(1);
+}
+
 }  // namespace
 
 const std::string& identite() {
@@ -160,8 +181,15 @@ fichiers::Issue envoi_commande() {
     noms_donnes.insert(fichier);
     suivi::ajoute(livraison::nom_de(fichier), std::min<int>(etat::nb_lignes_note, etat::lignes_note_max));
     journal::retient(ordre + std::string(" écrite"_t));
+    compte_la_note();
     vide_la_note();
     return issue;
+}
+
+double envoyes_ce_jour(std::string_view reference) {
+    const auto& pieces = envoyes_du_jour().pieces;
+    const auto p = pieces.find(texte::rogne(reference));
+    return p == pieces.end() ? 0 : p->second;
 }
 
 }  // namespace commande

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/horloge.h"
@@ -20,5 +21,9 @@ std::string nom(const horloge::DateHeure& date);
 /// Writes the order whole under its name, or under that of the next second that no waiting order has; then empties the
 /// note and the table. On failure everything stays as it was.
 fichiers::Issue envoi_commande();
+
+/// How many of an article this run of the terminal has sent today, by the article's reference. A day ends in the small
+/// hours, after the service.
+double envoyes_ce_jour(std::string_view reference);
 
 }  // namespace commande
