@@ -28,6 +28,7 @@ void construit_page(Forme& f, int largeur, int hauteur) {
         c.aspect.texte = "Plat " + std::to_string(i);
         c.aspect.fond = palette::chiffres[i % 10];
         c.aspect.image = 11 + i % 30;
+        c.aspect.accord = true;
     }
 }
 

@@ -3,13 +3,13 @@
 # Usage: outils/rejoue.sh SCENARIO DESTINATION PROGRAM [ARGUMENTS OF THE PROGRAM]   (paths from the root of the sources)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=outils/demonstration.sh
+. outils/demonstration.sh
 
 scenario=$1 destination=$2
 shift 2
-rm -rf "$destination"
+copie_demonstration "$destination"
 mkdir -p "$destination/captures"
-cp demo/*.wdo "$destination"
-cp -r demo/reseau "$destination/reseau"
 
 statut=0
 "$@" --dossier "$destination" --rejoue "$scenario" --captures "$destination/captures" || statut=$?

@@ -99,18 +99,17 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
     Controle& ferme = dialogue.ajoute({.nom = "btc", .genre = Genre::bouton, .cadre = {0, 0, px(400), px(300)}});
     ferme.au_toucher = [&] { dialogue.ferme(); };
     int ouvertures = 0;
-    const auto ouvre = [&] {
-        ++ouvertures;
-        dialogue.fermee = false;
-        montre_modal(dialogue);
-    };
-    const auto ouvertures_de = [&](const std::function<void()>& agit, std::vector<std::array<int, 2>> touches) {
+    const auto ouvertures_de = [&](bool ouvre, const std::vector<std::array<int, 2>>& touches) {
         std::vector<std::pair<int, Evenement>> suite;
         for (const auto& [ms, x] : touches) {
             suite.push_back({ms, {Sorte::appui, x, 50}});
             suite.push_back({0, {Sorte::relache, x, 50}});
         }
-        forme("Command1").au_toucher = agit;
+        forme("Command1").au_toucher = [&] {
+            ++ouvertures;
+            dialogue.fermee = !ouvre;
+            if (ouvre) montre_modal(dialogue);
+        };
         ouvertures = 0;
         horloge::rend_virtuelle({});
         ouvre_ecran(std::make_unique<Vitre>(suite), nullptr);
@@ -119,9 +118,9 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
         horloge::rend_reelle();
         return ouvertures;
     };
-    EXPECT_EQ(ouvertures_de(ouvre, {{0, 50}, {199, 50}, {1, 50}, {199, 60}, {1, 50}}), 2);
-    EXPECT_EQ(ouvertures_de(ouvre, {{0, 30}, {199, 83}, {0, 84}, {199, 31}, {0, 30}}), 2) << "9 mm are 53 pixels";
-    EXPECT_EQ(ouvertures_de([&] { ++ouvertures; }, {{0, 50}, {10, 50}, {10, 50}}), 3);
+    EXPECT_EQ(ouvertures_de(true, {{0, 50}, {199, 50}, {1, 50}, {199, 60}, {1, 50}}), 2);
+    EXPECT_EQ(ouvertures_de(true, {{0, 30}, {199, 83}, {0, 84}, {199, 31}, {0, 30}}), 2) << "9 mm are 53 pixels";
+    EXPECT_EQ(ouvertures_de(false, {{0, 50}, {10, 50}, {10, 50}}), 3);
 }
 
 TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {

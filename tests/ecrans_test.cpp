@@ -52,18 +52,15 @@ class Oeil final : public Pilote {
             avant_.clear();
         }
         if (gestes_.empty() && !pose_ && vus_.insert(nom_).second) glisse_partout();
-        Evenement e;
-        if (gestes_.empty()) {
-            e = rejeu_.prochain();
-        } else {
-            e = gestes_.front();
-            gestes_.pop_front();
-        }
+        const Evenement e = gestes_.empty() ? rejeu_.prochain() : gestes_.front();
+        if (!gestes_.empty()) gestes_.pop_front();
         pose_ = e.sorte == Sorte::appui || (pose_ && e.sorte != Sorte::relache);
         return e;
     }
-    std::size_t ecrans_vus() const { return vus_.size(); }
-    int statut() const { return rejeu_.statut(); }
+    void juge() const {
+        EXPECT_EQ(rejeu_.statut(), rejeu::tout_tient);
+        EXPECT_GE(vus_.size(), 20U);
+    }
 
   private:
     rejeu::Rejeu rejeu_;
@@ -174,8 +171,7 @@ TEST_P(Ecrans, ChaqueLegendeEstSurSaToucheEtUnDoigtQuiGlisseNeFaitRien) {
     ouvre_ecran(cree_fenetre_muette(taille.first, taille.second), &oeil);
     EXPECT_THROW(form1::montre_form1(), FinDuProgramme);
     ferme_ecran();
-    EXPECT_EQ(oeil.statut(), rejeu::tout_tient);
-    EXPECT_GE(oeil.ecrans_vus(), 20U);
+    oeil.juge();
 }
 INSTANTIATE_TEST_SUITE_P(Tablettes, Ecrans,
                          testing::Combine(testing::Values(std::pair(1280, 770), std::pair(800, 800),

@@ -50,6 +50,16 @@ TEST_F(Ligne, LaQuantiteEtLesValidations) {
          {steak + " ##QUA:002.00##", "Label6 = 2 > " + plus + sel + "Valider", steak + " ##QUA:003.00##{Sans sel}"},
          // With a remark, one blank more each time.
          {steak + " ##QUA:003.00##{Sans sel}", "Valider", steak + "  ##QUA:003.00##{Sans sel}"},
+         // Held, a key goes on, faster and faster; let go before, it is touched once. The number itself opens the
+         // keypad.
+         {steak,
+          "tient bt_droi 499 > Label6 = 2 > tient bt_droi 1000 > Label6 = 5 > tient bt_droi 5000 > Label6 = 75 > "
+          "Label5 = 1837.50  > tient bt_gauc 9000 > Label6 = 1 > Label6 > verifie ecran clav_num > attend 100 > "
+          "tape 012 > Valider > Label6 = 12 > Label5 = 294.00  > Label6 > attend 100 > tape 1.5 > Valider > Label6 > "
+          "attend 100 > tape 0 > Valider > Label6 > attend 100 > tape 10000 > Valider > Label6 > attend 100 > Valider "
+          "> "
+          "Label6 > attend 100 > tape 7 > tape echappement > Label6 = 12 > Valider",
+          steak + " ##QUA:012.00##"},
          {steak, "Effacer > Non > Effacer > btc(5) > verifie ecran sel_arti > Effacer > Oui", ""},
          {"8880000000024  |DES:Offert", "Label3 = > Label5 = 0.00  > Valider",
           "8880000000024  |DES:Offert ##QUA:001.00##"}});

@@ -34,6 +34,9 @@ TEST(Texte, UnUtf8FauxOuHorsDeLaPageEstRefuse) {
 TEST(Texte, LesLettresAccentueesOntDeuxCasses) {
     EXPECT_EQ(texte::majuscules("crème brûlée à l'œil ÿ × ÷"_t), "CRÈME BRÛLÉE À L'ŒIL Ÿ × ÷"_t);
     EXPECT_EQ(texte::minuscules("CRÈME ŒIL Ÿ × ÷ ß"_t), "crème œil ÿ × ÷ ß"_t);
+    EXPECT_EQ(texte::pour_chercher("ÀÁÂÃÄÅàåÆæÇçÈËêÌÏîÐðÑñÒÖø×÷ÙÜûÝýÞþŸÿß"_t),
+              "aaaaaaaaaeaecceeeiii  nnooo  uuuyy  yyss");
+    EXPECT_EQ(texte::pour_chercher("Bœuf d'Aubrac, 3 ŠŽ…"_t), "boeuf d aubrac  3 sz ");
 }
 
 TEST(Texte, LesColonnesEtLesLignesNeSortentJamaisDuTexte) {

@@ -43,6 +43,7 @@ TEST_F(Route, LaVirguleEstCorrigeeEtLeLogicielSArrete) {
 
 TEST_F(Route, LesPagesSousGroupesEtOutils) {
     tient(t, "navigation.txt");
+    tient(t, "cherche.txt");
 }
 
 TEST_F(Route, UneTabletteTourneeResteSousLeDoigt) {

@@ -25,6 +25,10 @@ std::string nom(const horloge::DateHeure& date);
 /// note and the table. On failure everything stays as it was.
 fichiers::Issue envoi_commande();
 
+/// How many of an article this run of the terminal has sent today, by the article's reference. A day ends in the small
+/// hours, after the service.
+double envoyes_ce_jour(std::string_view reference);
+
 // --- reading it, for whoever collects it -----------------------------------------------------------------------------
 
 /// A dish of a composed menu.

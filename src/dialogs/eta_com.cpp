@@ -154,7 +154,7 @@ class Recapitulatif {
     static void largeur_des_colonnes(Controle& g1) {
         const bool etroit = formes::est_etroit();
         const int nb = largeur_de(g1, nombre, true, px(etroit ? 58 : 110), px(16));
-        const int prix = largeur_de(g1, montant, false, px(etroit ? 84 : 130), px(34));
+        const int prix = largeur_de(g1, montant, false, px(etroit ? 84 : 130), px(52));
         g1.grille.largeurs = {nb, g1.cadre.largeur - nb - prix, 0, prix};
     }
 

@@ -9,6 +9,7 @@
 #include "data/nombres.h"
 #include "data/reglages.h"
 #include "data/styles.h"
+#include "dialogs/clav_num.h"
 #include "dialogs/clavv.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
@@ -25,7 +26,8 @@ using formes::px;
 
 constexpr int hauteur_entete = px(44), hauteur_ligne = px(54);
 constexpr int police_prix = 20, police_quantite = 54, police_total = 35, police_entete = 16;
-constexpr int largeur_dessin = 1280;  ///< design pixels of the wide layout
+constexpr double quantite_max = 9999;  ///< that can be typed
+constexpr int largeur_dessin = 1280;   ///< design pixels of the wide layout
 
 constexpr int police_lettre = 30, police_lettre_etroite = 24;
 constexpr int police_categories = 13, police_categories_etroite = 9;
@@ -244,6 +246,8 @@ class Validation {
         forme_("bt_gauc").au_toucher = [this] {
             if (nombres::lis(texte_de("Label6")) >= 2) change_quantite(-1);
         };
+        forme_("bt_droi").se_repete = forme_("bt_gauc").se_repete = true;
+        forme_("Label6").au_toucher = [this] { saisit_quantite(); };
         forme_("g1").a_la_cellule = [this](int ligne, int) {
             if (ligne >= 1) touche_complement(ligne);
         };
@@ -252,6 +256,16 @@ class Validation {
 
     void change_quantite(int pas) {
         texte_de("Label6") = nombres::entier_complete(nombres::lis(texte_de("Label6")) + pas, 1);
+        calcul_total();
+    }
+
+    /// A whole number that the keypad gives; anything else changes nothing.
+    void saisit_quantite() {
+        const std::string saisie = clav_num::demande("", "Entrez la quantité"_t).value_or("");
+        const bool entier = saisie.find_first_not_of("0123456789") == std::string::npos;
+        const double n = nombres::lis(saisie);
+        if (!entier || n < 1 || n > quantite_max) return;
+        texte_de("Label6") = nombres::entier_complete(n, 1);
         calcul_total();
     }
 

@@ -61,7 +61,7 @@ void garde_la_note() {
 }
 
 void ajoute_touches(Forme& f) {
-    grille::construit(f, touches::touche, touches::touche_barre);
+    grille::construit(f, {touches::touche, touches::touche_barre, touches::tient_barre});
 }
 
 void montre_service() {
@@ -73,6 +73,7 @@ void montre_service() {
 void construit() {
     bandeau::construit(ajoute_touches);
     Forme& f = forme();
+    f.a_la_frappe = touches::tape;
     f("label_haut").au_maintien = montre_service;
     f("label_bas").au_toucher = formes::demande_reinitialisation;
     f("label_etat").au_maintien = montre_service;

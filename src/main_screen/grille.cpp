@@ -75,10 +75,10 @@ formes::ToucheDeBarre touche_de_barre(int image, std::string_view code) {
 
 }  // namespace
 
-void construit(Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(int colonne)) {
+void construit(Forme& forme, const Gestes& gestes) {
     for (int k = 1; k <= nb_touches; ++k) {
         Controle& touche = forme.ajoute({.nom = "btx", .index = k, .genre = Genre::bouton, .role = Role::touche});
-        touche.au_toucher = [au_toucher, k] { au_toucher(k); };
+        touche.au_toucher = [agit = gestes.touche, k] { agit(k); };
         Controle& dessus = forme.ajoute({.nom = "btt", .index = k, .genre = Genre::image, .laisse_passer = true});
         Controle& compte =
             forme.ajoute({.nom = "btn", .index = k, .role = Role::compte, .gras = true, .laisse_passer = true});
@@ -102,7 +102,8 @@ void construit(Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(
          .laisse_passer = true},
     };
     forme.construit(plans);
-    forme("g2").a_la_cellule = [a_la_barre](int, int colonne) { a_la_barre(colonne); };
+    forme("g2").a_la_cellule = [agit = gestes.barre](int, int colonne) { agit(colonne); };
+    forme("g2").a_la_tenue = [agit = gestes.barre_tenue](int, int colonne) { return agit(colonne); };
 }
 
 void place() {

@@ -16,8 +16,14 @@ inline std::array<std::string, nb_touches + 1> codes;
 /// Key codes of the function row by column.
 inline std::array<std::string, 10> codes_barre;
 
-/// Adds the keys `btx`, their companions `btt`, the function row `g2` and what lies on it; the two are told of touches.
-void construit(ecran::Forme& forme, void (*au_toucher)(int touche), void (*a_la_barre)(int colonne));
+/// What is told of touches on the keys and on the function row, and of a cell of the latter that is held.
+struct Gestes {
+    void (*touche)(int k);
+    void (*barre)(int colonne);
+    bool (*barre_tenue)(int colonne);
+};
+/// Adds the keys `btx`, their companions `btt` and counts `btn`, the function row `g2` and what lies on it.
+void construit(ecran::Forme& forme, const Gestes& gestes);
 /// Lays the function row out for the working size.
 void place();
 /// Takes all keys off the grid.

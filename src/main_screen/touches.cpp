@@ -16,6 +16,7 @@
 #include "dialogs/menufor.h"
 #include "dialogs/sel_arti.h"
 #include "main_screen/bandeau.h"
+#include "main_screen/cherche.h"
 #include "main_screen/comptes.h"
 #include "main_screen/fonctions.h"
 #include "main_screen/grille.h"
@@ -160,6 +161,14 @@ const Action actions[] = {
     {marque::outils, outils},
 };
 
+/// What was found is ordered as by its key.
+void ouvre_la_recherche(const std::string& lettres) {
+    const auto record = cherche::demande(lettres);
+    if (!record) return;
+    etat::code_touche = "#AJOU#" + *record;
+    touche(0);
+}
+
 }  // namespace
 
 void touche(int i) {
@@ -184,6 +193,18 @@ void touche_barre(int colonne) {
         return fonctions::recharge();
     }
     touche(0);
+}
+
+bool tient_barre(int colonne) {
+    if (colonne < 0 || grille::codes_barre[static_cast<std::size_t>(colonne)] != "#LFAM#") return false;
+    ouvre_la_recherche("");
+    return true;
+}
+
+void tape(int caractere) {
+    const std::string lettre(1, static_cast<char>(caractere));
+    if (pages::vue() != pages::Vue::serveurs && !texte::rogne(texte::pour_chercher(lettre)).empty())
+        ouvre_la_recherche(lettre);
 }
 
 }  // namespace touches

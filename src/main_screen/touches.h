@@ -7,5 +7,9 @@ namespace touches {
 void touche(int i);
 /// A touch on a cell of the function row.
 void touche_barre(int colonne);
+/// A cell of the function row is held: "Familles" opens the search. False: it is no such cell.
+bool tient_barre(int colonne);
+/// A character of the physical keyboard opens the search, too, once somebody takes orders.
+void tape(int caractere);
 
 }  // namespace touches

@@ -122,6 +122,11 @@ void Grille::montre_ligne(int voulue, const Cadre& cadre) {
     }
 }
 
+int Controle::duree_de_la_tenue() const {
+    if (au_maintien) return duree_maintien_ms;
+    return a_la_tenue || se_repete ? duree_tenue_ms : -1;
+}
+
 Cadre cadre_cellule(const Controle& c, int ligne, int colonne) {
     const Grille& g = c.grille;
     if (!g.existe(ligne, colonne)) return {};

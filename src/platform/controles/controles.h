@@ -123,13 +123,18 @@ struct Controle {
     std::function<void(int ligne, int colonne)> a_la_cellule;  ///< of a grid or list; never for a hidden column
     std::function<void(int x, int y)> au_glisse;  ///< where the finger is while it is down, twips from the top left
     std::function<void()> au_maintien;            ///< held for duree_maintien_ms
+    /// Of a grid: a cell is held for duree_tenue_ms. False: that means nothing there, and it is touched when let go.
+    std::function<bool(int ligne, int colonne)> a_la_tenue;
+    bool se_repete = false;  ///< held, it is touched again and again, slowly, then faster
 
     std::string& texte() { return aspect.texte; }
     bool est_grille() const { return genre == Genre::grille || genre == Genre::liste; }
     bool reagit() const { return au_toucher || a_la_cellule || au_maintien; }
+    /// How long until a hold counts, -1: it never does.
+    int duree_de_la_tenue() const;
 };
 
-inline constexpr int duree_maintien_ms = 2000;
+inline constexpr int duree_maintien_ms = 2000, duree_tenue_ms = 500;
 
 /// A form's timer. It fires every `intervalle_ms` while `actif`; the loop alone calls `au_tic`.
 struct Minuterie {

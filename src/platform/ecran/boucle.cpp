@@ -19,7 +19,8 @@ struct Doigt {
     Touche touche;
     int x = 0, y = 0;            ///< where it came down, twips of the form
     int premiere_ligne = 0;      ///< first row of the grid at that moment
-    std::int64_t maintien = -1;  ///< when the hold counts, -1: it has, or the control has none
+    std::int64_t maintien = -1;  ///< when the hold counts next, -1: it has, or the control has none
+    int actes = 0;               ///< how often it has acted: then letting go does nothing
     bool dessus = false;         ///< still on what it pressed
     bool fait_defiler = false;   ///< it drags the list and touches nothing any more
 };
@@ -134,7 +135,8 @@ void pose_doigt(int x, int y) {
     d.forme = f;
     d.dessus = d.touche.controle->reagit();
     d.premiere_ligne = d.touche.controle->grille.premiere_ligne;
-    if (d.touche.controle->au_maintien) d.maintien = horloge::millisecondes() + duree_maintien_ms;
+    const int tenue = d.touche.controle->duree_de_la_tenue();
+    if (tenue >= 0) d.maintien = horloge::millisecondes() + tenue;
     ecran->doigt = d;
     suit_le_doigt(d, d.x, d.y);
 }
@@ -167,7 +169,7 @@ void leve_doigt(int x, int y) {
     if (d.forme == nullptr || d.forme != forme_du_dessus() || !d.dessus || d.fait_defiler) return;
     ecran->leve = {x, y};
     Controle& c = *d.touche.controle;
-    if (c.au_maintien && d.maintien < 0) return;  // the hold has acted already
+    if (d.actes > 0 || (c.au_maintien && d.maintien < 0)) return;  // the hold has acted already
     if (c.est_grille() && d.touche.ligne >= 0) {
         c.grille.ligne = d.touche.ligne;
         c.grille.colonne = d.touche.colonne;
@@ -254,6 +256,27 @@ void un_tour() {
     if (ecran->fenetre->se_voit()) met_a_jour_image();
     traite(prochain_evenement());
     while (tire_minuterie(horloge::millisecondes())) continue;
+}
+
+/// A held key is touched twice a second or so at first, in the end as fast as a number can be read.
+int pas_de_repetition(int actes) {
+    return actes < 5 ? 250 : actes < 20 ? 100 : 40;
+}
+
+/// What a handler opens takes the finger away.
+void tient_le_doigt() {
+    Doigt& d = ecran->doigt;
+    const Controle& c = *d.touche.controle;
+    d.maintien = -1;
+    if (c.a_la_tenue) {
+        const auto copie = c.a_la_tenue;
+        const bool agit = copie(d.touche.ligne, d.touche.colonne);
+        ecran->doigt.actes = agit ? 1 : 0;
+        return;
+    }
+    ++d.actes;
+    if (c.se_repete) d.maintien = horloge::millisecondes() + pas_de_repetition(d.actes);
+    appelle(c.se_repete ? c.au_toucher : c.au_maintien);
 }
 
 Minuterie* prochaine_minuterie() {
@@ -385,10 +408,9 @@ double echelle_courante() {
 }
 
 bool tire_minuterie(std::int64_t jusqua) {
-    Doigt& d = ecran->doigt;
+    const Doigt& d = ecran->doigt;
     if (d.forme != nullptr && d.maintien >= 0 && d.maintien <= jusqua && d.dessus && !d.fait_defiler) {
-        d.maintien = -1;
-        appelle(d.touche.controle->au_maintien);
+        tient_le_doigt();
         return true;
     }
     Minuterie* m = prochaine_minuterie();

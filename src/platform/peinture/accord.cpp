@@ -11,10 +11,9 @@ constexpr int lignes_au_plus = 3;
 
 /// Captions of one look: what they share, and at which size each of them fits.
 struct Groupe {
-    const Element* modele;
+    Police police;
+    int taille;
     std::vector<int> tailles;
-
-    bool comprend(const Element& e) const { return e.police == modele->police && e.taille == modele->taille; }
 };
 
 int moindre_taille(int reglee) {
@@ -22,8 +21,8 @@ int moindre_taille(int reglee) {
 }
 
 /// The size at which a caption would stand if it were alone; not below what a page may have.
-int taille_seule(const Element& e) {
-    const Place place{e.mesure.droite - e.mesure.gauche, e.mesure.bas - e.mesure.haut, lignes_au_plus,
+int taille_seule(const Element& e, const Zone& mesure) {
+    const Place place{mesure.droite - mesure.gauche, mesure.bas - mesure.haut, lignes_au_plus,
                       moindre_taille(e.taille)};
     return met_en_lignes(e.police, e.taille, e.texte, place).taille;
 }
@@ -38,19 +37,20 @@ int taille_commune(std::vector<int>& tailles) {
 
 }  // namespace
 
-void accorde(std::span<Element> elements) {
+void accorde(std::vector<Element>& liste, std::span<const Accordee> legendes) {
     std::vector<Groupe> groupes;
-    std::vector<std::pair<Element*, std::size_t>> membres;
-    for (Element& e : elements) {
-        if (!e.accord) continue;
-        auto g = std::find_if(groupes.begin(), groupes.end(), [&](const Groupe& x) { return x.comprend(e); });
-        if (g == groupes.end()) g = groupes.insert(g, {&e, {}});
-        g->tailles.push_back(taille_seule(e));
-        membres.emplace_back(&e, g - groupes.begin());
+    const auto groupe_de = [&](const Element& e) {
+        return std::find_if(groupes.begin(), groupes.end(),
+                            [&](const Groupe& g) { return g.police == e.police && g.taille == e.taille; });
+    };
+    for (const Accordee& a : legendes) {
+        const Element& e = liste[a.rang];
+        auto g = groupe_de(e);
+        if (g == groupes.end()) g = groupes.insert(g, {e.police, e.taille, {}});
+        g->tailles.push_back(taille_seule(e, a.mesure));
     }
-    std::vector<int> communes;
-    for (Groupe& g : groupes) communes.push_back(taille_commune(g.tailles));
-    for (const auto& [e, g] : membres) e->taille = communes[g];
+    for (Groupe& g : groupes) g.tailles = {taille_commune(g.tailles)};
+    for (const Accordee& a : legendes) liste[a.rang].taille = groupe_de(liste[a.rang])->tailles[0];
 }
 
 }  // namespace ecran

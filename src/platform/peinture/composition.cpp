@@ -167,13 +167,13 @@ void Composition::contenu(const Sujet& s) {
         icone(Part::image, s.z, image.glyphe, place.cote, place.x, place.y, encre);
     }
     if (a.role == Role::ligne_choisie && s.rang.derniere) {
-        static_cast<void>(texte(s, place.texte));
+        texte(s, place.texte);
         const int cote = std::min(p_.px(cote_coche), s.z.bas - s.z.haut);
         return icone(Part::coche, s.z, image_de_touche(image_valider).glyphe, cote, s.z.droite - p_.px(bord_coche),
                      (s.z.haut + s.z.bas) / 2, teintes(a).encre);
     }
     if (a.role == Role::choisie) return choisie(s, place.texte);
-    static_cast<void>(texte(s, place.texte));
+    texte(s, place.texte);
 }
 
 /// The mark takes some of the caption's room; the size that a page shares does not depend on it.
@@ -181,24 +181,22 @@ void Composition::choisie(const Sujet& s, Zone place) {
     const Zone sans_marque = {place.gauche, place.haut - p_.pixels(s.aspect.marge_haut), place.droite, place.bas};
     const PlaceMarque m = p_.marque(s.z, s.aspect.alignement);
     if (m.au_bout) place.droite = std::min(place.droite, m.disque.gauche - p_.px(intervalle_marque));
-    if (Element* e = texte(s, place)) e->mesure = sans_marque;
+    texte(s, place, sans_marque);
     marque(m.disque);
 }
 
-Element* Composition::texte(const Sujet& s, const Zone& place) {
+void Composition::texte(const Sujet& s, const Zone& place, const Zone& mesure) {
     const std::string_view t = legende(s.aspect);
-    if (t.empty() || place.vide()) return nullptr;
+    if (t.empty() || place.vide()) return;
     const Zone visible = {s.z.gauche, s.z.haut - s.debord, s.z.droite, s.z.bas + s.debord};
     Element* e = ajoute(Part::texte, Sorte::texte, place, visible, teintes(s.aspect).encre);
-    if (e == nullptr) return nullptr;
+    if (e == nullptr) return;
     e->texte = t;
     e->police = s.gras ? Police::grasse : Police::normale;
     e->taille = p_.em(s.police > 0 ? s.police : police_par_defaut);
     e->alignement = s.aspect.alignement;
     e->lignes_max = s.rang.liste || s.aspect.role == Role::bandeau ? 1 : 0;
-    e->accord = s.aspect.accord;
-    e->mesure = place;
-    return e;
+    if (s.aspect.accord) accordees_.push_back({sortie_.size() - 1, mesure});
 }
 
 void Composition::marque(const Zone& disque) {
@@ -247,7 +245,7 @@ void Composition::case_a_cocher(const Sujet& s, bool coche) {
         encadre(boite, palette::blanc, palette::gris, bord_case);
     }
     ordre_ += pas_cellule;
-    static_cast<void>(texte(s, {boite.droite + (boite.gauche - s.z.gauche), s.z.haut, s.z.droite, s.z.bas}));
+    texte(s, {boite.droite + (boite.gauche - s.z.gauche), s.z.haut, s.z.droite, s.z.bas});
 }
 
 void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,

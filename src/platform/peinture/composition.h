@@ -3,7 +3,6 @@
 #pragma once
 
 #include <algorithm>
-#include <span>
 #include <vector>
 
 #include "platform/peinture/elements.h"
@@ -34,7 +33,7 @@ class Composition {
         forme_ = &f;
         ordre_ = numero_forme_;
         p_.origine(f.cadre.gauche, f.cadre.haut);
-        const std::size_t premier = sortie_.size();
+        accordees_.clear();
         fond_de_forme(f);
         std::uint64_t rang = 0;
         for (const auto& c : f.controles) {
@@ -42,7 +41,7 @@ class Composition {
             if (c->visible) controle(*c);
             coupe_ = ecran_;
         }
-        accorde(std::span(sortie_).subspan(premier));
+        accorde(sortie_, accordees_);
     }
 
   private:
@@ -50,6 +49,7 @@ class Composition {
     static constexpr std::uint64_t cellule_max = (1ULL << 24) - 1;
 
     std::vector<Element>& sortie_;
+    std::vector<Accordee> accordees_;  ///< of the form in the making
     Placement p_;
     const Appui& appui_;
     Zone ecran_, coupe_;  ///< nothing is painted outside the latter
@@ -110,7 +110,8 @@ class Composition {
         int debord = 0;  ///< pixels that the caption's accents and tails may stand over the zone, above and below
     };
     void contenu(const Sujet& s);
-    Element* texte(const Sujet& s, const Zone& place);
+    void texte(const Sujet& s, const Zone& place) { texte(s, place, place); }
+    void texte(const Sujet& s, const Zone& place, const Zone& mesure);
     void choisie(const Sujet& s, Zone place);
     void marque(const Zone& disque);
     void saisie(const Sujet& s, int curseur);

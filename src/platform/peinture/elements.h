@@ -37,9 +37,7 @@ struct Element {
     Police police = Police::normale;
     int taille = 0;  ///< em size in pixels
     Alignement alignement = Alignement::centre;
-    int lignes_max = 0;   ///< of a caption, 0: as many as fit
-    bool accord = false;  ///< of a caption: it shares its size with others of its form
-    Zone mesure;          ///< the room that counts for this
+    int lignes_max = 0;  ///< of a caption, 0: as many as fit
     char32_t glyphe = 0;
     int decalage = 0;  ///< pixels, of a field's text, a frame or a key's shadow
 
@@ -51,9 +49,14 @@ struct Element {
 void compose(std::span<Forme* const> pile, const Appui& appui, int largeur, int hauteur, double echelle,
              std::vector<Element>& liste);
 
-/// Gives the captions that share a size the largest one at which nine of ten fit in at most three lines, not below
-/// seven tenths of the one set; the others shrink alone. The elements are those of one form.
-void accorde(std::span<Element> elements);
+/// A caption that shares its size with others of its form: its place in the list, and the room that counts for this.
+struct Accordee {
+    std::size_t rang;
+    Zone mesure;
+};
+/// Gives captions of one form that share a size the largest one at which nine of ten fit in at most three lines, not
+/// below seven tenths of the one set; the others shrink alone.
+void accorde(std::vector<Element>& liste, std::span<const Accordee> legendes);
 
 /// A line of a caption as it is painted: its size, and where it begins on its base line, pixels.
 struct LignePeinte {

@@ -22,7 +22,7 @@ struct Rejeu::Commande {
 
 const Rejeu::Commande Rejeu::commandes[] = {
     {"touche", 2, 4, &Rejeu::touche},
-    {"tient", 3, 3, &Rejeu::tient},
+    {"tient", 3, 5, &Rejeu::tient},
     {"tape", 2, 2, &Rejeu::tape},
     {"attend", 2, 2, &Rejeu::attend},
     {"heure", 2, 2, &Rejeu::regle_heure},
@@ -108,9 +108,9 @@ Rejeu::Reponse Rejeu::touche(const Mots& m) {
 }
 
 Rejeu::Reponse Rejeu::tient(const Mots& m) {
-    const auto ms = lis_entier(m[2].texte);
+    const auto ms = lis_entier(m.back().texte);
     if (!ms || m[1].cite) return {Reponse::Sorte::faute, "commande mal formée"};
-    return appuie_sur(m, 2, *ms);
+    return appuie_sur(m, m.size() - 1, *ms);
 }
 
 Rejeu::Reponse Rejeu::tape(const Mots& m) {

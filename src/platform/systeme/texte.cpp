@@ -150,6 +150,26 @@ std::string minuscules(std::string_view t) {
     return change_casses(t, false);
 }
 
+std::string pour_chercher(std::string_view t) {
+    // The letters from "à" on, as they stand in the page.
+    constexpr std::string_view sans_accent = "aaaaaa ceeeeiiii nooooo ouuuuy y";
+    constexpr std::pair<char, std::string_view> autres[] = {
+        {'\x9C', "oe"}, {'\xE6', "ae"}, {'\xDF', "ss"}, {'\x9A', "s"}, {'\x9E', "z"}};
+    std::string r;
+    for (const char c : minuscules(t)) {
+        const auto autre = std::find_if(std::begin(autres), std::end(autres), [c](auto& a) { return a.first == c; });
+        const auto octet = static_cast<unsigned char>(c);
+        if (autre != std::end(autres)) {
+            r += autre->second;
+        } else if (octet >= 0xE0) {
+            r += sans_accent[octet - 0xE0U];
+        } else {
+            r += (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') ? c : ' ';
+        }
+    }
+    return r;
+}
+
 bool contient(std::string_view t, std::string_view cherche) {
     return t.find(cherche) != std::string_view::npos;
 }

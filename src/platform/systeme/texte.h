@@ -40,6 +40,9 @@ std::string_view colonnes(std::string_view t, std::size_t debut, std::size_t lon
 /// Upper and lower case of the letters of the page, accents included.
 std::string majuscules(std::string_view t);
 std::string minuscules(std::string_view t);
+/// What a search compares: small letters without accents and digits, everything else a blank ("Bœuf d'Aubrac" is "boeuf
+/// d aubrac").
+std::string pour_chercher(std::string_view t);
 bool contient(std::string_view t, std::string_view cherche);
 /// The lines of a file's content: a line ends at CR LF, at LF alone, or at the end of the content.
 std::vector<std::string_view> lignes(std::string_view contenu);
