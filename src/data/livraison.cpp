@@ -316,6 +316,13 @@ bool ecrit_sonde(const std::string& repertoire, int record, const std::string& d
     return f && f->ecrit(static_cast<std::size_t>(record), date) == Issue::fait;
 }
 
+std::string empreinte_du_catalogue(const std::string& repertoire) {
+    std::string r;
+    for (const std::string_view nom : fichiers_du_catalogue)
+        r += fichiers::empreinte(fichiers::joint(repertoire, nom)) + "|";
+    return r;
+}
+
 bool copie_catalogue(const std::string& repertoire) {
     if (repertoire.empty()) return false;
     Issue issue = Issue::absent;

@@ -35,7 +35,8 @@ struct Connexion {
     bool joignable = false;
     bool au_journal = false;                    ///< what the journal has told of it last
     bool au_demarrage = false;                  ///< the start waits for the catalogue
-    bool catalogue_venu = false;                ///< it has come whole at least once
+    bool catalogue_venu = false;                ///< it has come whole, and is still the one that the network has
+    std::string empreinte;                      ///< of the catalogue that has come
     bool catalogue_frais = false;               ///< it has come since it was last read
     bool point_fait = false;                    ///< what an earlier run did not end has been ended
     std::set<std::string> attentes;             ///< files of orders that wait, in name order
@@ -56,7 +57,8 @@ struct Passe {
     bool a_completer = false;    ///< orders have been listed since `a_livrer` was filled
     bool point_fait = false;
     bool catalogue = false;
-    bool tenue = false;  ///< another program held an order's file
+    std::string empreinte;  ///< of the network's catalogue as the pass began
+    bool tenue = false;     ///< another program held an order's file
 };
 Passe passe_en_cours;
 
@@ -201,6 +203,7 @@ void cherche_catalogue() {
          [entier](ouvrier::Reponse reponse) {
              if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
              connexion.catalogue_venu = connexion.catalogue_venu || *entier;
+             if (*entier) connexion.empreinte = passe_en_cours.empreinte;
              connexion.catalogue_frais = connexion.catalogue_frais || *entier;
              livre_la_suivante();
          },
@@ -288,15 +291,26 @@ void apres_la_sonde(bool repond) {
     livre_la_suivante();
 }
 
+/// A manager may have made another one meanwhile.
+void regarde_le_catalogue(const std::string& empreinte) {
+    passe_en_cours.empreinte = empreinte;
+    if (empreinte != connexion.empreinte) connexion.catalogue_venu = false;
+}
+
 bool lance_sonde(bool connu) {
     auto repond = std::make_shared<bool>(false);
-    return ouvrier::lance(
-        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond, connu,
-          date = horloge::jour(horloge::maintenant())] {
-             *repond = livraison::ecrit_sonde(repertoire, record, date, connu);
-         },
-         [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
-         limite_sonde_ms});
+    auto empreinte = std::make_shared<std::string>();
+    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond, empreinte,
+                            connu, date = horloge::jour(horloge::maintenant())] {
+                               *repond = livraison::ecrit_sonde(repertoire, record, date, connu);
+                               if (*repond) *empreinte = livraison::empreinte_du_catalogue(repertoire);
+                           },
+                           [repond, empreinte](ouvrier::Reponse reponse) {
+                               const bool fait = reponse == ouvrier::Reponse::faite && *repond;
+                               if (fait) regarde_le_catalogue(*empreinte);
+                               apres_la_sonde(fait);
+                           },
+                           limite_sonde_ms});
 }
 
 }  // namespace

@@ -35,6 +35,8 @@ bool est_repertoire(std::string_view chemin);
 bool est_tenu(std::string_view chemin);
 /// Length in bytes; nothing when there is no such file.
 std::optional<std::uint64_t> longueur(std::string_view chemin);
+/// Length and time of the last change, as a text that tells a file from a later one of its name; empty without file.
+std::string empreinte(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
 /// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);

@@ -155,6 +155,12 @@ Nature nature(std::string_view chemin, std::uint64_t& longueur) {
     return S_ISREG(s.st_mode) ? Nature::fichier : S_ISDIR(s.st_mode) ? Nature::repertoire : Nature::autre;
 }
 
+std::string empreinte(std::string_view chemin) {
+    struct stat s {};
+    if (::stat(natif(chemin).c_str(), &s) != 0) return {};
+    return std::to_string(s.st_size) + ":" + std::to_string(s.st_mtim.tv_sec) + ":" + std::to_string(s.st_mtim.tv_nsec);
+}
+
 /// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.
 static bool est_fichier(std::string_view repertoire, const std::string& nom, unsigned char sorte) {
     if (sorte == DT_REG || sorte == DT_DIR) return sorte == DT_REG;

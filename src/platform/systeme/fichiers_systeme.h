@@ -36,6 +36,7 @@ class Fichier {
 
 enum class Nature { absente, fichier, repertoire, autre };
 Nature nature(std::string_view chemin, std::uint64_t& longueur);
+std::string empreinte(std::string_view chemin);
 /// Names of all entries of a directory that are plain files, in any order. Anything but Issue::fait: not all of them.
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms);
 /// Renames without ever replacing.

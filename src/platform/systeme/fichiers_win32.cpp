@@ -231,6 +231,13 @@ Nature nature(std::string_view chemin, std::uint64_t& longueur) {
     return est_fichier(d.dwFileAttributes) ? Nature::fichier : Nature::autre;
 }
 
+std::string empreinte(std::string_view chemin) {
+    WIN32_FILE_ATTRIBUTE_DATA d;
+    if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return {};
+    return std::to_string(d.nFileSizeLow) + ":" + std::to_string(d.ftLastWriteTime.dwHighDateTime) + ":" +
+           std::to_string(d.ftLastWriteTime.dwLowDateTime);
+}
+
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
     if (const Issue i = epreuve::essaie(Operation::liste, repertoire); i != Issue::fait) return i;
     if (repertoire.empty()) return Issue::absent;
