@@ -340,7 +340,7 @@ TEST_F(Carte, CeQueLesTablettesPerdentEstDitParLigne) {
     t.touche(0, 4, "Loin", "#PAGE#50", "22", "100", "rouge");
     t.touche(0, 5, "Vide", "#FAMI#99");
     t.touche(0, 97, "Dehors", "#FAMI#02");
-    t.pose("reseau/progppb.wdo", t.lis("progppb.wdo").replace(10 * 256 + 63, 1, "0"));
+    t.pose("reseau/progppb.wdo", t.lis("progppb.wdo").replace(16 * 256 + 63, 1, "0"));
     const Issue r = lance("verifie reseau");
     EXPECT_EQ(r.statut, 1);
     const std::string attendu = scenario("../carte/pertes.txt");
