@@ -253,7 +253,7 @@ TEST_F(ReseauTest, LaTabletteSIdentifie) {
     EXPECT_EQ(reussites, 1);
 }
 
-/// Last, since the catalogue is fetched once in a run: it comes first, then the orders; what is fresh is told once.
+/// Last, since the catalogue is fetched once in a run until there is another one; what is fresh is told once.
 TEST_F(ReseauTest, UnCatalogueAttenduVientDesQuIlEstEntier) {
     static_cast<void>(reseau::catalogue_frais());
     passe();
@@ -263,6 +263,12 @@ TEST_F(ReseauTest, UnCatalogueAttenduVientDesQuIlEstEntier) {
     EXPECT_EQ(terrain.lis("worvalune.wdo"), "#SERV#01 Sophie\r\n");
     EXPECT_TRUE(reseau::catalogue_frais());
     EXPECT_FALSE(reseau::catalogue_frais());
+    passe();
+    EXPECT_FALSE(reseau::catalogue_frais());
+    terrain.pose("reseau/worvalune.wdo", "#SERV#01 Marc\r\n");
+    passe();
+    EXPECT_EQ(terrain.lis("worvalune.wdo"), "#SERV#01 Marc\r\n") << "the manager has made another one";
+    EXPECT_TRUE(reseau::catalogue_frais());
     passe();
     EXPECT_FALSE(reseau::catalogue_frais());
 }

@@ -21,20 +21,6 @@ constexpr std::string_view reseau = "reseau", scenario = "apercu.txt", sortie = 
 constexpr int marge_ecran = 30;  ///< what the whole screen has below the forms
 constexpr reglages::Resolution format = {1280, 770};
 
-/// The settings of a tablet of 1280 x 800 in a restaurant that has set nothing else.
-constexpr struct {
-    int record;
-    std::string_view valeur;
-} reglages_ordinaires[] = {
-    {reglages::colonnes_grille, "#I#12"},     {reglages::lignes_grille, "#I#6"},
-    {reglages::touches_serveurs, "#I#27"},    {reglages::touches_serveurs + 1, "#I#3"},
-    {reglages::touches_serveurs + 2, "#I#2"}, {reglages::touches_serveurs + 3, "#I#12"},
-    {reglages::touches_familles, "#I#21"},    {reglages::touches_familles + 1, "#I#3"},
-    {reglages::touches_familles + 2, "#I#2"}, {reglages::touches_familles + 3, "#I#12"},
-    {reglages::touches_articles, "#I#21"},    {reglages::touches_articles + 1, "#I#3"},
-    {reglages::touches_articles + 2, "#I#2"}, {reglages::touches_articles + 3, "#I#12"},
-};
-
 /// A working directory that is gone afterwards; the process is in it meanwhile.
 class Atelier {
   public:
@@ -62,16 +48,18 @@ bool pose(std::string_view nom, std::string_view contenu) {
     return fichiers::ecrit_tout(nom, contenu, fichiers::Remplace::oui) == Issue::fait;
 }
 
-/// Those of the folder where there are any.
+/// A tablet's own, beside the sheets or above them, as where these lie in its working directory; else those of one that
+/// has set nothing.
 bool pose_reglages(std::string_view dossier) {
-    std::string siens;
-    const std::string chemin = fichiers::joint(dossier, reglages::nom_fichier);
-    if (fichiers::lis_tout(chemin, siens) == Issue::fait && !pose(reglages::nom_fichier, siens)) return false;
+    for (const std::string_view la : {"", ".."}) {
+        std::string siens;
+        const std::string chemin = fichiers::joint(fichiers::joint(dossier, la), reglages::nom_fichier);
+        if (fichiers::lis_tout(chemin, siens) != Issue::fait) continue;
+        if (!pose(reglages::nom_fichier, siens)) return false;
+        break;
+    }
     if (!reglages::ouvre()) return false;
     if (!reglages::resolution_choisie()) static_cast<void>(reglages::ecrit_resolution(format, reglages::Forme::image));
-    for (const auto& [record, valeur] : reglages_ordinaires) {
-        if (siens.empty() && reglages::ecrit(record, valeur) != Issue::fait) return false;
-    }
     return reglages::ecrit(reglages::verification_table, "NON") == Issue::fait;  // the quick table is none of theirs
 }
 

@@ -24,8 +24,8 @@ struct Resultat {
     std::string faute;  ///< why pictures are missing, UTF-8, for people; empty: none is
 };
 
-/// Draws servers, home pages, families, menus and details. A "wwinqx42.wdo" in the folder of the sheets, copied from a
-/// tablet, gives the format and the grid; else they are those of a tablet of 1280 x 800.
+/// Draws servers, home pages, families, menus and details. A tablet's "wwinqx42.wdo" in the folder of the sheets, or in
+/// the one above it, gives the format and the grid; else they are those of a new tablet of 1280 x 800.
 Resultat dessine(const carte::Carte& carte, std::string_view dossier);
 
 /// The page for the manager's browser, UTF-8, all in one: faults first, then the pictures. `dossier`: where the sheets

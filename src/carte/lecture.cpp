@@ -85,8 +85,8 @@ void lis_article(Lecteur& l, carte::Carte& c, Repertoire& r) {
     a.impression = l.entier(article_impression, 0, impression_max, 0);
     if (a.menu != carte::Menu::non && l.dit(article_impression))
         l.faute(article_impression, "ne vaut pas pour un menu ; laissez la case vide");
-    r.libelles.emplace(a.reference, a.libelle);
-    if (a.menu != carte::Menu::non) r.menus.emplace(a.reference, a.menu);
+    if (!a.reference.empty()) r.libelles.emplace(a.reference, a.libelle);
+    if (!a.reference.empty() && a.menu != carte::Menu::non) r.menus.emplace(a.reference, a.menu);
     if (l.juste()) c.articles.push_back(std::move(a));
 }
 

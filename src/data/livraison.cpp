@@ -366,6 +366,13 @@ std::optional<fichiers::Trouve> ecrit_sonde(const std::string& repertoire, int r
     return fichiers::trouve(sonde);
 }
 
+std::string empreinte_du_catalogue(const std::string& repertoire) {
+    std::string r;
+    for (const std::string_view nom : fichiers_du_catalogue)
+        r += fichiers::empreinte(fichiers::joint(repertoire, nom)) + "|";
+    return r;
+}
+
 bool copie_catalogue(const std::string& repertoire) {
     if (repertoire.empty()) return false;
     Issue issue = Issue::absent;

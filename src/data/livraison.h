@@ -72,6 +72,8 @@ std::optional<fichiers::Trouve> ecrit_sonde(const std::string& repertoire, int r
 /// being written, leaves the local file as it is. True when the catalogue itself is here and whole, and no other
 /// program has kept one of the files from being copied.
 bool copie_catalogue(const std::string& repertoire);
+/// A text that changes when these files do.
+std::string empreinte_du_catalogue(const std::string& repertoire);
 
 enum class Sort {
     deposee,       ///< in the network directory

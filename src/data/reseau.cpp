@@ -35,7 +35,8 @@ struct Connexion {
     bool joignable = false;
     bool au_journal = false;                    ///< what the journal has told of it last
     bool au_demarrage = false;                  ///< the start waits for the catalogue
-    bool catalogue_venu = false;                ///< it has come whole at least once
+    bool catalogue_venu = false;                ///< it has come whole, and is still the one that the network has
+    std::string empreinte;                      ///< of the catalogue that has come
     bool catalogue_frais = false;               ///< it has come since it was last read
     bool point_fait = false;                    ///< what an earlier run did not end has been ended
     std::set<std::string> attentes;             ///< files of orders that wait, in name order
@@ -57,7 +58,8 @@ struct Passe {
     bool a_completer = false;    ///< orders have been listed since `a_livrer` was filled
     bool point_fait = false;
     bool catalogue = false;
-    bool tenue = false;  ///< another program held an order's file
+    std::string empreinte;  ///< of the network's catalogue as the pass began
+    bool tenue = false;     ///< another program held an order's file
 };
 Passe passe_en_cours;
 
@@ -205,6 +207,7 @@ void cherche_catalogue() {
          [entier](ouvrier::Reponse reponse) {
              if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
              connexion.catalogue_venu = connexion.catalogue_venu || *entier;
+             if (*entier) connexion.empreinte = passe_en_cours.empreinte;
              connexion.catalogue_frais = connexion.catalogue_frais || *entier;
              livre_la_suivante();
          },
@@ -292,16 +295,30 @@ void apres_la_sonde(bool repond) {
     livre_la_suivante();
 }
 
+/// A manager may have made another one meanwhile.
+void regarde_le_catalogue(const std::string& empreinte) {
+    passe_en_cours.empreinte = empreinte;
+    if (empreinte != connexion.empreinte) connexion.catalogue_venu = false;
+}
+
 bool lance_sonde(livraison::Connu connu) {
     connu.monte = connu.monte || connexion.partage == etat::repertoire_reseau;
-    auto sonde = std::make_shared<std::optional<fichiers::Trouve>>();
-    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, sonde, connu,
+    struct Vu {
+        std::optional<fichiers::Trouve> sonde;
+        std::string empreinte;  ///< of the network's catalogue
+    };
+    auto vu = std::make_shared<Vu>();
+    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, vu, connu,
                             date = horloge::jour(horloge::maintenant())] {
-                               *sonde = livraison::ecrit_sonde(repertoire, record, date, connu);
+                               vu->sonde = livraison::ecrit_sonde(repertoire, record, date, connu);
+                               if (vu->sonde) vu->empreinte = livraison::empreinte_du_catalogue(repertoire);
                            },
-                           [sonde, repertoire = etat::repertoire_reseau](ouvrier::Reponse reponse) {
-                               const bool repond = reponse == ouvrier::Reponse::faite && *sonde;
-                               if (repond) connexion.partage = (*sonde)->monte ? repertoire : "";
+                           [vu, repertoire = etat::repertoire_reseau](ouvrier::Reponse reponse) {
+                               const bool repond = reponse == ouvrier::Reponse::faite && vu->sonde;
+                               if (repond) {
+                                   connexion.partage = vu->sonde->monte ? repertoire : "";
+                                   regarde_le_catalogue(vu->empreinte);
+                               }
                                apres_la_sonde(repond);
                            },
                            limite_sonde_ms});

@@ -297,6 +297,10 @@ Issue supprime_sans_attendre(std::string_view chemin) {
     return systeme::supprime(chemin);
 }
 
+std::string empreinte(std::string_view chemin) {
+    return systeme::empreinte(chemin);
+}
+
 Issue cree_repertoire(std::string_view chemin) {
     return systeme::cree_repertoire(chemin);
 }

@@ -43,6 +43,8 @@ struct Trouve {
 std::optional<Trouve> trouve(std::string_view chemin);
 /// When a file was last written, in seconds since 1970 (UTC); nothing when there is no such file.
 std::optional<std::int64_t> modifie_le(std::string_view chemin);
+/// Length and time of the last change, as a text that tells a file from a later one of its name; empty without file.
+std::string empreinte(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
 /// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);

@@ -158,6 +158,12 @@ std::optional<std::int64_t> modifie_le(std::string_view chemin) {
     return s.st_mtime;
 }
 
+std::string empreinte(std::string_view chemin) {
+    struct stat s {};
+    if (::stat(natif(chemin).c_str(), &s) != 0) return {};
+    return std::to_string(s.st_size) + ":" + std::to_string(s.st_mtim.tv_sec) + ":" + std::to_string(s.st_mtim.tv_nsec);
+}
+
 /// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.
 /// What is listed without its sort and cannot be looked at is there all the same, and no file of an order is missing.
 static bool est_fichier(std::string_view repertoire, const std::string& nom, unsigned char sorte) {

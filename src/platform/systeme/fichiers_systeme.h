@@ -39,6 +39,7 @@ enum class Nature { absente, fichier, repertoire, autre };
 /// `volume`, where it is asked for: the file system that holds it; 0 where none can be told from another.
 Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume = nullptr);
 std::optional<std::int64_t> modifie_le(std::string_view chemin);
+std::string empreinte(std::string_view chemin);
 /// Names of all entries of a directory that are plain files, in any order. Anything but Issue::fait: not all of them.
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms);
 /// Renames without ever replacing.

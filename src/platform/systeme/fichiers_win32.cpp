@@ -241,6 +241,13 @@ std::optional<std::int64_t> modifie_le(std::string_view chemin) {
     return (haut | d.ftLastWriteTime.dwLowDateTime) / par_seconde - de_1601_a_1970;
 }
 
+std::string empreinte(std::string_view chemin) {
+    WIN32_FILE_ATTRIBUTE_DATA d;
+    if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return {};
+    return std::to_string(d.nFileSizeLow) + ":" + std::to_string(d.ftLastWriteTime.dwHighDateTime) + ":" +
+           std::to_string(d.ftLastWriteTime.dwLowDateTime);
+}
+
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
     if (const Issue i = epreuve::essaie(Operation::liste, repertoire); i != Issue::fait) return i;
     if (repertoire.empty()) return Issue::absent;
