@@ -219,7 +219,7 @@ class FenetreX11 final : public Fenetre {
 
     void montre_zone(const Zone& z) {
         const Zone dedans = intersection(z, {0, 0, image_->largeur, image_->hauteur});
-        if (!dedans.vide()) images_.montre(fenetre_, contexte_, *image_, dedans);
+        if (!dedans.vide() && !image_->pixels.empty()) images_.montre(fenetre_, contexte_, *image_, dedans);
     }
 
     void traite(const xcb_generic_event_t& e) {
