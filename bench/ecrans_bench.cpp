@@ -1,0 +1,188 @@
+// What a touch costs on the real screens: from the finger that comes down to the last picture painted, handlers and
+// painter together.
+#include <benchmark/benchmark.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "data/etat.h"
+#include "data/lignes.h"
+#include "platform/rejeu/cible.h"
+#include "platform/rejeu/rejeu.h"
+#include "platform/systeme/horloge.h"
+#include "platform/systeme/ouvrier.h"
+#include "repertoire.h"
+#include "vue.h"
+
+namespace {
+
+using Horloge = std::chrono::steady_clock;
+using ecran::Evenement;
+
+/// One finger: a control or cell, as a scenario names it, and how far it drags what it holds (twips, downwards).
+struct Doigt {
+    const char* nom;
+    int ligne = -1, colonne = -1;
+    int glisse = 0;
+};
+
+/// How a screen is reached, and what is then done on it again and again.
+struct Essai {
+    int largeur = 1280, hauteur = 770;
+    const char* chemin = "";           ///< a scenario, from the page of the servers
+    std::function<void()> avant = {};  ///< once, before it
+    std::vector<Doigt> doigts = {};    ///< they come back to where they began
+    bool ensemble = false;             ///< one measure is all of them; otherwise it is their mean
+};
+
+/// Follows the road, then measures the fingers: only what the terminal does while one is on the screen counts.
+class Mesure final : public ecran::Pilote {
+  public:
+    Mesure(benchmark::State& etat, const Essai& essai) : etat_(etat), essai_(essai), chemin_("chemin", ".") {}
+
+    Evenement prochain() override {
+        const auto maintenant = Horloge::now();
+        ouvrier::termine_en_rejeu();
+        if (!arrive_) {
+            try {
+                return chemin_.prochain();
+            } catch (const ecran::FinDuProgramme&) {
+                arrive_ = true;
+            }
+        }
+        if (gestes_.empty()) return repos(maintenant);
+        const Evenement e = gestes_.front();
+        gestes_.erase(gestes_.begin());
+        if (e.sorte == Evenement::Sorte::appui) debut_ = Horloge::now();
+        return e;
+    }
+    int statut() const { return chemin_.statut(); }
+
+  private:
+    benchmark::State& etat_;
+    const Essai& essai_;
+    rejeu::Rejeu chemin_;
+    bool arrive_ = false, mesure_ = false;
+    std::size_t doigt_ = 0;
+    std::vector<Evenement> gestes_;
+    Horloge::time_point debut_;
+    Horloge::duration duree_{};
+
+    /// A finger has been lifted; the next one comes down when guards and timers have had their time.
+    Evenement repos(Horloge::time_point maintenant) {
+        if (mesure_) compte(maintenant - debut_);
+        mesure_ = true;
+        if (doigt_ == 0 && !etat_.KeepRunning()) throw ecran::FinDuProgramme{ecran::FinDuProgramme::Cause::coupure};
+        horloge::avance(400);
+        while (ecran::tire_minuterie(horloge::millisecondes())) continue;
+        pose(essai_.doigts[doigt_]);
+        doigt_ = (doigt_ + 1) % essai_.doigts.size();
+        return {};
+    }
+
+    void compte(Horloge::duration d) {
+        duree_ += d;
+        if (doigt_ != 0) return;
+        const double parts = essai_.ensemble ? 1 : static_cast<double>(essai_.doigts.size());
+        etat_.SetIterationTime(std::chrono::duration<double>(duree_).count() / parts);
+        duree_ = {};
+    }
+
+    void pose(const Doigt& d) {
+        const auto numero = [](int n) { return n < 0 ? std::nullopt : std::optional(n); };
+        std::string faute;
+        const auto cible = rejeu::cherche(*rejeu::lis_nom(d.nom), numero(d.ligne), numero(d.colonne), faute);
+        int x = 0, y = 0;
+        if (!cible || !rejeu::point_a_toucher(*cible, x, y, faute)) throw std::runtime_error(d.nom + (": " + faute));
+        const auto pixels = [](int twips) {
+            return static_cast<int>(twips * ecran::echelle_courante() / ecran::twips_par_pixel);
+        };
+        x = pixels(x + cible->forme->cadre.gauche);
+        y = pixels(y + cible->forme->cadre.haut);
+        gestes_ = {{Evenement::Sorte::appui, x, y}};
+        if (d.glisse != 0) gestes_.push_back({Evenement::Sorte::glisse, x, y += pixels(d.glisse)});
+        gestes_.push_back({Evenement::Sorte::relache, x, y});
+    }
+};
+
+void joue(benchmark::State& etat, const Essai& essai) {
+    const Repertoire repertoire("orvalune_banc_ecrans");
+    banc::simule_le_monde();
+    banc::pose_restaurant(1000);
+    std::ofstream("chemin") << essai.chemin;
+    if (essai.avant) essai.avant();
+    Mesure mesure(etat, essai);
+    banc::ouvre(essai.largeur, essai.hauteur, mesure);
+    if (mesure.statut() != rejeu::tout_tient) etat.SkipWithError("the screen was not reached");
+    horloge::rend_reelle();
+}
+
+#define PAGE "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche g2 0 5\ntouche \"Viandes\"\n"
+constexpr const char* vers_une_page = PAGE "verifie btx(48) \"Article 47\"\n";
+constexpr const char* vers_la_note = PAGE "touche g2 0 4\nverifie ecran eta_com\n";
+constexpr const char* vers_le_clavier = PAGE "touche btx(1)\ntouche g1 4 0\nverifie ecran clavv\n";
+
+void tailles(benchmark::internal::Benchmark* b) {
+    b->Args({1280, 770})->Args({1920, 1200})->Args({2560, 1600})->UseManualTime()->Unit(benchmark::kMicrosecond);
+}
+
+/// From one page of 48 articles to the other and back.
+void page_tournee(benchmark::State& etat) {
+    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
+                .hauteur = static_cast<int>(etat.range(1)),
+                .chemin = vers_une_page,
+                .doigts = {{"g2", 0, 1}, {"g2", 0, 0}}});
+}
+BENCHMARK(page_tournee)->Apply(tailles);
+
+/// The article, abandoned at once.
+void dialogue(benchmark::State& etat) {
+    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
+                .hauteur = static_cast<int>(etat.range(1)),
+                .chemin = vers_une_page,
+                .doigts = {{"btx(1)"}, {"g2", 0, 0}},
+                .ensemble = true});
+}
+BENCHMARK(dialogue)->Apply(tailles);
+
+/// The note, of so many lines, one row down and one up again under the finger.
+void recapitulatif(benchmark::State& etat) {
+    const auto lignes = static_cast<std::size_t>(etat.range(0));
+    const auto remplit = [lignes] {
+        for (std::size_t n = 1; n <= lignes; ++n) {
+            etat::lignes_note[n] =
+                lignes::validee("8880000000024  |DES:Article " + std::to_string(n) + "|PVE:12.50|FA1:2|FA2:0", 2, {});
+        }
+        etat::nb_lignes_note = static_cast<std::int16_t>(lignes);
+    };
+    constexpr int rang = 60 * ecran::twips_par_pixel;
+    joue(etat, {.chemin = vers_la_note, .avant = remplit, .doigts = {{"g1", 6, 1, -rang}, {"g1", 3, 1, rang}}});
+}
+BENCHMARK(recapitulatif)->Arg(10)->Arg(100)->Arg(1000)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+/// The toolbox, closed at once; the page below is drawn anew.
+void outils(benchmark::State& etat) {
+    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
+                .hauteur = static_cast<int>(etat.range(1)),
+                .chemin = "touche \"Sophie\"\n",
+                .doigts = {{"logil"}, {"g2", 0, 5}},
+                .ensemble = true});
+}
+BENCHMARK(outils)->Apply(tailles);
+
+/// A letter is typed, then taken back.
+void une_lettre(benchmark::State& etat) {
+    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
+                .hauteur = static_cast<int>(etat.range(1)),
+                .chemin = vers_le_clavier,
+                .doigts = {{"ttoc(15)"}, {"ttoc(13)"}}});
+}
+BENCHMARK(une_lettre)->Apply(tailles);
+
+}  // namespace
