@@ -54,6 +54,7 @@ void oublie_le_service() {
     programme_touches::ferme();
     std::fill(etat::lignes_note.begin(), etat::lignes_note.end(), std::string());
     etat::nb_lignes_note = etat::numero_serveur = etat::numero_page = etat::page_programme = 0;
+    etat::nom_serveur.clear();
     etat::texte_table.clear();
     etat::table_couverts.clear();
 }
