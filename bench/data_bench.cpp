@@ -1,7 +1,6 @@
 // How long the catalogue of a large house takes to read, and a long note to become an order.
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
 #include <fstream>
 #include <string>
 
@@ -9,25 +8,31 @@
 #include "data/commande.h"
 #include "data/etat.h"
 #include "data/lignes.h"
+#include "platform/systeme/fichiers.h"
+#include "repertoire.h"
+#include "vue.h"
 
 namespace {
 
+constexpr const char* fichier = "worvalune.wdo";
+
 void lecture_du_catalogue(benchmark::State& mesure) {
-    namespace fs = std::filesystem;
-    const fs::path avant = fs::current_path(), ici = fs::temp_directory_path() / "orvalune_bancs";
-    fs::create_directories(ici);
-    fs::current_path(ici);
-    std::ofstream f("worvalune.wdo", std::ios::binary);
-    for (int i = 0; i < mesure.range(0); ++i) {
-        f << "#ARTI#00000" << 8880000000000 + i << "  |DES:Article " << i << "|PVE:12.50|FA1:" << i % 120
-          << "|FA2:0|COU:3\r\n";
-    }
-    f.close();
+    const Repertoire repertoire("orvalune_banc_catalogue");
+    std::ofstream(fichier, std::ios::binary) << banc::catalogue_de(static_cast<int>(mesure.range(0)));
     for (auto _ : mesure) benchmark::DoNotOptimize(catalogue::lis());
-    fs::current_path(avant);
-    fs::remove_all(ici);
 }
-BENCHMARK(lecture_du_catalogue)->Arg(3000)->Arg(36000)->Unit(benchmark::kMillisecond);
+BENCHMARK(lecture_du_catalogue)->RangeMultiplier(10)->Range(4000, 400000)->Unit(benchmark::kMillisecond);
+
+/// Its bytes, and nothing made of them.
+void fichier_lu(benchmark::State& mesure) {
+    const Repertoire repertoire("orvalune_banc_catalogue");
+    std::ofstream(fichier, std::ios::binary) << banc::catalogue_de(static_cast<int>(mesure.range(0)));
+    for (auto _ : mesure) {
+        std::string t;
+        benchmark::DoNotOptimize(fichiers::lis_tout(fichier, t));
+    }
+}
+BENCHMARK(fichier_lu)->RangeMultiplier(10)->Range(4000, 400000)->Unit(benchmark::kMillisecond);
 
 void commande_de_mille_lignes(benchmark::State& mesure) {
     const std::string remarques[] = {"Saignant", "Sans sel", "Avec frites"};

@@ -19,13 +19,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int lignes_de_la_note = 200;
-
-void remplit_la_note() {
+void remplit_la_note(std::int64_t lignes) {
     const std::string remarques[] = {"Saignant", "Sans sel"};
     const std::string ligne = lignes::validee("8880000000024  |DES:Article|PVE:12.50|FA1:2|FA2:0", 2, remarques);
-    for (int n = 1; n <= lignes_de_la_note; ++n) etat::lignes_note[static_cast<std::size_t>(n)] = ligne;
-    etat::nb_lignes_note = lignes_de_la_note;
+    for (int n = 1; n <= lignes; ++n) etat::lignes_note[static_cast<std::size_t>(n)] = ligne;
+    etat::nb_lignes_note = static_cast<std::int16_t>(lignes);
     etat::table_couverts = "#N0124 ";
 }
 
@@ -34,20 +32,25 @@ void commande_ecrite(benchmark::State& mesure) {
     horloge::rend_virtuelle({});
     for (auto _ : mesure) {
         mesure.PauseTiming();
-        remplit_la_note();
+        remplit_la_note(mesure.range(0));
         horloge::avance(1000);
         mesure.ResumeTiming();
         if (commande::envoi_commande() != fichiers::Issue::fait) mesure.SkipWithError("the order was not written");
     }
     horloge::rend_reelle();
 }
-BENCHMARK(commande_ecrite)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(commande_ecrite)
+    ->RangeMultiplier(10)
+    ->Range(10, 1000)
+    ->Iterations(100)
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 
 /// Create, write, flush, close, rename, flush of the directory, and nothing else.
 void ecriture_nue(benchmark::State& mesure) {
     using fichiers::systeme::Fichier;
     const Repertoire repertoire("orvalune_banc_ecriture");
-    remplit_la_note();
+    remplit_la_note(mesure.range(0));
     const std::string contenu = commande::contenu();
     int numero = 0;
     for (auto _ : mesure) {
@@ -64,7 +67,12 @@ void ecriture_nue(benchmark::State& mesure) {
     }
     etat::nb_lignes_note = 0;
 }
-BENCHMARK(ecriture_nue)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseRealTime();
+BENCHMARK(ecriture_nue)
+    ->RangeMultiplier(10)
+    ->Range(10, 1000)
+    ->Iterations(100)
+    ->Unit(benchmark::kMicrosecond)
+    ->UseRealTime();
 
 /// From the start of the process to its end behind the first page, with no window.
 void depart(benchmark::State& mesure) {

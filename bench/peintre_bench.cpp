@@ -32,6 +32,10 @@ void construit_page(Forme& f, int largeur, int hauteur) {
     }
 }
 
+void tailles(benchmark::internal::Benchmark* b) {
+    b->Args({1280, 770})->Args({1920, 1200})->Args({2560, 1600})->Unit(benchmark::kMicrosecond);
+}
+
 void page_entiere(benchmark::State& etat) {
     const int largeur = static_cast<int>(etat.range(0)), hauteur = static_cast<int>(etat.range(1));
     Forme f;
@@ -44,13 +48,14 @@ void page_entiere(benchmark::State& etat) {
         benchmark::DoNotOptimize(p.peint(pile, {}).size());
     }
 }
-BENCHMARK(page_entiere)->Args({1280, 770})->Args({2560, 1600})->Unit(benchmark::kMicrosecond);
+BENCHMARK(page_entiere)->Apply(tailles);
 
 void une_touche(benchmark::State& etat) {
+    const int largeur = static_cast<int>(etat.range(0)), hauteur = static_cast<int>(etat.range(1));
     Forme f;
-    construit_page(f, 1280, 770);
+    construit_page(f, largeur, hauteur);
     Peintre p;
-    p.dimensionne(1280, 770, 1);
+    p.dimensionne(largeur, hauteur, 1);
     Forme* pile[] = {&f};
     p.peint(pile, {});
     bool appuyee = false;
@@ -60,7 +65,7 @@ void une_touche(benchmark::State& etat) {
         benchmark::DoNotOptimize(p.peint(pile, appui).size());
     }
 }
-BENCHMARK(une_touche)->Unit(benchmark::kMicrosecond);
+BENCHMARK(une_touche)->Apply(tailles);
 
 /// A turn of the loop in which nothing has changed.
 void rien_de_neuf(benchmark::State& etat) {
@@ -117,6 +122,6 @@ void copie_de_l_image(benchmark::State& etat) {
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK(copie_de_l_image)->Args({1280, 770})->Args({2560, 1600})->Unit(benchmark::kMicrosecond);
+BENCHMARK(copie_de_l_image)->Apply(tailles);
 
 }  // namespace

@@ -1,0 +1,129 @@
+#!/usr/bin/env python3
+"""The table that ./bench.sh prints. Usage: tableau.py WINDOWS CATALOGUES BENCHMARKS.json
+
+The first two are what `sonde` printed, the third what Google Benchmark wrote (medians count)."""
+import json
+import sys
+
+MESURE, COLONNES = 34, (10, 10, 10)
+UNITES = {"ns": 1e-3, "us": 1, "ms": 1e3, "s": 1e6}
+
+ECRANS = ["1280x770", "1920x1200", "2560x1600"]
+ARTICLES = ["4000", "40000", "400000"]
+LIGNES = ["10", "100", "1000"]
+COMMANDES = ["100", "1000", "10000"]
+
+# Heading, sizes, then the rows: caption, unit, benchmark, what lies beside it, its benchmark. "{}" is the size.
+PARTIES = [
+    ("Painter", ECRANS, [
+        ("page of 48 keys painted", "us", "page_entiere/{}", "copy of the image", "copie_de_l_image/{}"),
+        ("one key pressed", "us", "une_touche/{}", "copy of the image", "copie_de_l_image/{}"),
+    ]),
+    ("Touch on a screen, painted", ECRANS, [
+        ("page turned", "us", "page_tournee/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
+        ("dialog opened and closed", "us", "dialogue/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("toolbox opened and closed", "us", "outils/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("one letter on the keyboard", "us", "une_lettre/{}/manual_time", "one key pressed", "une_touche/{}"),
+    ]),
+    ("Lines of the note", LIGNES, [
+        ("summary scrolled by one row", "us", "recapitulatif/{}/manual_time", "page painted", "page_entiere/1280/770"),
+        ("order written", "us", "commande_ecrite/{}/iterations:100/real_time", "bare write",
+         "ecriture_nue/{}/iterations:100/real_time"),
+    ]),
+    ("Orders that wait", COMMANDES, [
+        ("each delivered", "us", "par_commande:commandes/livrees/{}/iterations:2/real_time", "bare write",
+         "ecriture_nue/10/iterations:100/real_time"),
+        ("each found collected", "us", "par_commande:commandes/collectees/{}/iterations:2/real_time", "bare write",
+         "ecriture_nue/10/iterations:100/real_time"),
+    ]),
+    ("Articles", ARTICLES, [
+        ("catalogue read", "ms", "lecture_du_catalogue/{}", "its bytes read", "fichier_lu/{}"),
+    ]),
+]
+
+
+class Bancs:
+    """Medians in microseconds, by name."""
+
+    def __init__(self, chemin):
+        with open(chemin, encoding="utf-8") as f:
+            lus = json.load(f)["benchmarks"]
+        self.lus = {b["run_name"]: b for b in lus if b.get("aggregate_name") == "median"}
+        fautes = [b["name"] + ": " + b["error_message"] for b in lus if b.get("error_occurred")]
+        if fautes:
+            sys.exit("\n".join(fautes))
+
+    def temps(self, nom):
+        facteur = 1
+        if "*" in nom:
+            facteur, nom = nom.split("*")
+        compteur, _, reste = nom.rpartition(":") if nom.startswith("par_commande:") else ("", "", nom)
+        if nom.startswith("par_commande:"):
+            compteur, reste = nom.split(":", 1)
+            return self.lus[reste][compteur] * 1e6
+        b = self.lus[nom]
+        return float(facteur) * b["real_time"] * UNITES[b["time_unit"]]
+
+
+def nombre(v):
+    return "%.*f" % (0 if v >= 100 else 1 if v >= 10 else 2, v)
+
+
+def cases(textes):
+    return "".join(t.rjust(n) for t, n in zip(list(textes) + [""] * 3, COLONNES))
+
+
+def titre(texte, tailles):
+    print("\n" + texte.ljust(MESURE) + cases(tailles) + "   " + "beside".ljust(22) + cases(tailles) + "  times")
+
+
+def rangee(texte, valeurs, pair, pairs):
+    rapports = [v / p for v, p in zip(valeurs, pairs) if p]
+    fois = " ".join(nombre(r) for r in rapports)
+    print(texte.ljust(MESURE) + cases(map(nombre, valeurs)) + "   " + pair.ljust(22) + cases(map(nombre, pairs)) +
+          "  " + fois)
+
+
+def lis_sonde(chemin):
+    with open(chemin, encoding="utf-8") as f:
+        return {mots[0]: [float(m) for m in mots[1:]] for mots in map(str.split, f)}
+
+
+def fenetres(lues):
+    terminal = lues.pop("terminal")
+    mesures = [("start to first painted page, ms", 1, 1), ("resident memory, MiB", 1024, 1),
+               ("proportional memory, MiB", 1024, 1), ("press to changed pixel, us, median", 1, 1),
+               ("  95th of 100", 1, 1)]
+    noms = {"fenetre_nue": "bare window", "pair_fltk": "FLTK, 48 keys", "pair_qt": "Qt, 48 keys"}
+    titre("Window, 1280x800", ["terminal"])
+    for i, (texte, diviseur, _) in enumerate(mesures):
+        for nom, valeurs in lues.items():
+            rangee(texte, [terminal[i] / diviseur], noms[nom], [valeurs[i] / diviseur])
+            texte = ""
+
+
+def catalogues(lus):
+    octets = [int(nom.split("-")[1]) / 2**20 for nom in lus]
+    valeurs = list(lus.values())
+    rangee("start to first painted page, ms", [v[0] for v in valeurs], "", [])
+    rangee("resident memory, MiB", [v[1] / 1024 for v in valeurs], "the file", octets)
+
+
+def main():
+    chemins = sys.argv[1:]
+    bancs = Bancs(chemins[2])
+    fenetres(lis_sonde(chemins[0]))
+    titre("Replay, no window", [""])
+    rangee("start and end, ms", [bancs.temps("depart/real_time") / 1e3], "a program that ends",
+           [bancs.temps("programme_vide/real_time") / 1e3])
+    for texte, tailles, rangees in PARTIES:
+        titre(texte, tailles)
+        for mesure, unite, nom, pair, nom_du_pair in rangees:
+            parties = [t.replace("x", "/") for t in tailles]
+            valeurs = [bancs.temps(nom.format(t)) / UNITES[unite] for t in parties]
+            pairs = [bancs.temps(nom_du_pair.format(t)) / UNITES[unite] for t in parties]
+            rangee("%s, %s" % (mesure, unite), valeurs, pair, pairs)
+    catalogues(lis_sonde(chemins[1]))
+
+
+main()
