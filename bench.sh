@@ -39,7 +39,14 @@ done
 "$programmes/sonde" 5 0 "${catalogues[@]}" >"$terrain/catalogues"
 
 echo "Screens, painter, orders…" >&2
-"$programmes/bancs" --benchmark_enable_random_interleaving=true --benchmark_repetitions=5 --benchmark_min_time=0.1 \
-    --benchmark_report_aggregates_only=true --benchmark_out="$terrain/bancs.json" --benchmark_out_format=json \
-    >"$terrain/journal" 2>&1 || { cat "$terrain/journal" >&2 && exit 1; }
-python3 bench/tableau.py "$terrain/fenetres" "$terrain/catalogues" "$terrain/bancs.json"
+mesure() { # mesure FILE ARGUMENTS...
+    local fichier=$1
+    shift
+    "$programmes/bancs" "$@" --benchmark_out="$fichier" --benchmark_out_format=json >"$terrain/journal" 2>&1 && return
+    cat "$terrain/journal" >&2
+    exit 1
+}
+mesure "$terrain/bancs.json" --benchmark_filter='-^commandes' --benchmark_enable_random_interleaving=true \
+    --benchmark_repetitions=5 --benchmark_min_time=0.1
+mesure "$terrain/commandes.json" --benchmark_filter='^commandes'
+python3 bench/tableau.py "$terrain/fenetres" "$terrain/catalogues" "$terrain/bancs.json" "$terrain/commandes.json"

@@ -109,13 +109,13 @@ void commandes(benchmark::State& mesure, Moment moment) {
 }
 BENCHMARK_CAPTURE(commandes, livrees, Moment::livraison)
     ->RangeMultiplier(10)
-    ->Range(100, 10000)
+    ->Range(10, 1000)
     ->Iterations(2)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();
 BENCHMARK_CAPTURE(commandes, collectees, Moment::collecte)
     ->RangeMultiplier(10)
-    ->Range(100, 10000)
+    ->Range(10, 1000)
     ->Iterations(2)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime();

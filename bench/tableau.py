@@ -1,17 +1,17 @@
 #!/usr/bin/env python3
-"""The table that ./bench.sh prints. Usage: tableau.py WINDOWS CATALOGUES BENCHMARKS.json
+"""The table that ./bench.sh prints. Usage: tableau.py WINDOWS CATALOGUES BENCHMARKS.json...
 
-The first two are what `sonde` printed, the third what Google Benchmark wrote (medians count)."""
+The first two are what `sonde` printed, the others what Google Benchmark wrote."""
 import json
 import sys
 
-MESURE, COLONNES = 34, (10, 10, 10)
+MESURE, COLONNES = 36, (10, 10, 10)
 UNITES = {"ns": 1e-3, "us": 1, "ms": 1e3, "s": 1e6}
 
 ECRANS = ["1280x770", "1920x1200", "2560x1600"]
 ARTICLES = ["4000", "40000", "400000"]
 LIGNES = ["10", "100", "1000"]
-COMMANDES = ["100", "1000", "10000"]
+COMMANDES = ["10", "100", "1000"]
 
 # Heading, sizes, then the rows: caption, unit, benchmark, what lies beside it, its benchmark. "{}" is the size.
 PARTIES = [
@@ -31,9 +31,9 @@ PARTIES = [
          "ecriture_nue/{}/iterations:100/real_time"),
     ]),
     ("Orders that wait", COMMANDES, [
-        ("each delivered", "us", "par_commande:commandes/livrees/{}/iterations:2/real_time", "bare write",
+        ("each delivered", "us", "par_commande;commandes/livrees/{}/iterations:2/real_time", "bare write",
          "ecriture_nue/10/iterations:100/real_time"),
-        ("each found collected", "us", "par_commande:commandes/collectees/{}/iterations:2/real_time", "bare write",
+        ("each found collected", "us", "par_commande;commandes/collectees/{}/iterations:2/real_time", "bare write",
          "ecriture_nue/10/iterations:100/real_time"),
     ]),
     ("Articles", ARTICLES, [
@@ -43,26 +43,25 @@ PARTIES = [
 
 
 class Bancs:
-    """Medians in microseconds, by name."""
+    """Times in microseconds, by name: the median where a benchmark ran several times."""
 
-    def __init__(self, chemin):
-        with open(chemin, encoding="utf-8") as f:
-            lus = json.load(f)["benchmarks"]
-        self.lus = {b["run_name"]: b for b in lus if b.get("aggregate_name") == "median"}
-        fautes = [b["name"] + ": " + b["error_message"] for b in lus if b.get("error_occurred")]
-        if fautes:
-            sys.exit("\n".join(fautes))
+    def __init__(self, chemins):
+        self.lus = {}
+        for chemin in chemins:
+            with open(chemin, encoding="utf-8") as f:
+                for b in json.load(f)["benchmarks"]:
+                    if b.get("error_occurred"):
+                        sys.exit(b["name"] + ": " + b["error_message"])
+                    if b["run_type"] == "iteration" and b["repetitions"] <= 1 or b.get("aggregate_name") == "median":
+                        self.lus[b["run_name"]] = b
 
     def temps(self, nom):
-        facteur = 1
-        if "*" in nom:
-            facteur, nom = nom.split("*")
-        compteur, _, reste = nom.rpartition(":") if nom.startswith("par_commande:") else ("", "", nom)
-        if nom.startswith("par_commande:"):
-            compteur, reste = nom.split(":", 1)
-            return self.lus[reste][compteur] * 1e6
+        compteur, _, nom = nom.rpartition(";")
+        facteur, _, nom = nom.rpartition("*")
         b = self.lus[nom]
-        return float(facteur) * b["real_time"] * UNITES[b["time_unit"]]
+        if compteur:
+            return b[compteur] * 1e6
+        return float(facteur or 1) * b["real_time"] * UNITES[b["time_unit"]]
 
 
 def nombre(v):
@@ -111,7 +110,7 @@ def catalogues(lus):
 
 def main():
     chemins = sys.argv[1:]
-    bancs = Bancs(chemins[2])
+    bancs = Bancs(chemins[2:])
     fenetres(lis_sonde(chemins[0]))
     titre("Replay, no window", [""])
     rangee("start and end, ms", [bancs.temps("depart/real_time") / 1e3], "a program that ends",
