@@ -109,7 +109,9 @@ struct Peintre::Interne {
         for (auto e = liste.begin(); e != liste.end(); ++e) {
             if (e->couvre() && intersection(e->zone, z) == z) premier = e;
         }
-        for (auto e = premier; e != liste.end(); ++e) dessine(*e, toile);
+        for (auto e = premier; e != liste.end(); ++e) {
+            if (e->zone.haut < z.bas && e->zone.bas > z.haut) dessine(*e, toile);
+        }
     }
 
     void repeint(const Zone& z) {

@@ -136,7 +136,15 @@ void Toile::point(int x, int y, Couleur couleur, int opacite) {
 
 void Toile::remplit(const Zone& z, Couleur couleur, int opacite) {
     const Zone c = intersection(z, coupe_);
-    for (int y = c.haut; y < c.bas; ++y) trait(y, c.gauche, c.droite, couleur, opacite);
+    if (opacite < opaque || c.vide()) {
+        for (int y = c.haut; y < c.bas; ++y) trait(y, c.gauche, c.droite, couleur, opacite);
+        return;
+    }
+    // The first row is filled, the others are copies of it: the system's copy has the widest stores of the processor.
+    const std::size_t octets = static_cast<std::size_t>(c.droite - c.gauche) * sizeof(std::uint32_t);
+    const std::uint32_t* premiere = rangee(c.haut) + c.gauche;
+    trait(c.haut, c.gauche, c.droite, couleur, opacite);
+    for (int y = c.haut + 1; y < c.bas; ++y) std::memcpy(rangee(y) + c.gauche, premiere, octets);
 }
 
 /// The `r` pixel rows at `y` that hold two corners, upper or lower ones, round where `coins` says so. `creux` rows of
