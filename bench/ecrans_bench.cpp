@@ -121,7 +121,7 @@ void joue(benchmark::State& etat, const Essai& essai) {
     Mesure mesure(etat, essai);
     banc::ouvre(essai.largeur, essai.hauteur, mesure);
     if (mesure.statut() != rejeu::tout_tient) etat.SkipWithError("the screen was not reached");
-    horloge::rend_reelle();
+    banc::rend_le_monde();
 }
 
 #define PAGE                                                                                                   \

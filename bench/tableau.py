@@ -72,8 +72,9 @@ def cases(textes):
     return "".join(t.rjust(n) for t, n in zip(list(textes) + [""] * 3, COLONNES))
 
 
-def titre(texte, tailles):
-    print("\n" + texte.ljust(MESURE) + cases(tailles) + "   " + "beside".ljust(22) + cases(tailles) + "  times")
+def titre(texte, tailles, pairs=None):
+    print("\n" + texte.ljust(MESURE) + cases(tailles) + "   " + "beside".ljust(22) +
+          cases(tailles if pairs is None else pairs) + "  times")
 
 
 def rangee(texte, valeurs, pair, pairs):
@@ -90,12 +91,11 @@ def lis_sonde(chemin):
 
 def fenetres(lues):
     terminal = lues.pop("terminal")
-    mesures = [("start to first painted page, ms", 1, 1), ("resident memory, MiB", 1024, 1),
-               ("proportional memory, MiB", 1024, 1), ("press to changed pixel, us, median", 1, 1),
-               ("  95th of 100", 1, 1)]
+    mesures = [("start to first painted page, ms", 1), ("resident memory, MiB", 1024),
+               ("proportional memory, MiB", 1024), ("press to changed pixel, us, median", 1), ("  95th of 100", 1)]
     noms = {"fenetre_nue": "bare window", "pair_fltk": "FLTK, 48 keys", "pair_qt": "Qt, 48 keys"}
-    titre("Window, 1280x800", ["terminal"])
-    for i, (texte, diviseur, _) in enumerate(mesures):
+    titre("Window, 1280x800", ["terminal"], [])
+    for i, (texte, diviseur) in enumerate(mesures):
         for nom, valeurs in lues.items():
             rangee(texte, [terminal[i] / diviseur], noms[nom], [valeurs[i] / diviseur])
             texte = ""

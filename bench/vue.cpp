@@ -49,6 +49,7 @@ void regle() {
     reglages::ferme();
 }
 
+/// What another measure has left in the shared state goes.
 void oublie_le_service() {
     reglages::ferme();
     programme_touches::ferme();
@@ -87,10 +88,17 @@ void pose_restaurant(int articles) {
 }
 
 void simule_le_monde() {
+    oublie_le_service();
     horloge::rend_virtuelle({});
     processus::enregistre_seulement(true);
     locale_systeme::simule('.');
     ouvrier::attend_toujours(true);
+}
+
+void rend_le_monde() {
+    horloge::rend_reelle();
+    processus::enregistre_seulement(false);
+    ouvrier::attend_toujours(false);
 }
 
 void ouvre(int largeur, int hauteur, ecran::Pilote& pilote) {

@@ -1,10 +1,8 @@
 // The real screens in this process, painted at every turn as before a waiter's eyes, upon a restaurant of any size.
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "platform/ecran/boucle.h"
 
@@ -19,8 +17,9 @@ void pose_restaurant(int articles = 0);
 /// The text of that catalogue.
 std::string catalogue_de(int articles);
 
-/// The clock stands still, programs and network answer at once, as in a replay.
+/// The clock stands still, programs and network answer at once, as in a replay; nothing is left of another measure.
 void simule_le_monde();
+void rend_le_monde();
 
 /// Opens the main screen upon the restaurant in the working directory, until the pilot cuts it off.
 void ouvre(int largeur, int hauteur, ecran::Pilote& pilote);

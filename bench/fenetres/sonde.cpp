@@ -162,8 +162,8 @@ int main(int nombre, char** mots) {
     racine = xcb_setup_roots_iterator(xcb_get_setup(connexion)).data->root;
     const int tours = std::atoi(mots[1]), appuis = std::atoi(mots[2]);
     for (int t = 0; t < tours; ++t) {
-        // The presses are of one round: the others are for the start.
-        for (Programme& p : programmes) mesure(p, t == 0 ? appuis : 0);
+        // As many presses in every round, one more in the first ones where they do not come out even.
+        for (Programme& p : programmes) mesure(p, appuis / tours + (t < appuis % tours ? 1 : 0));
     }
     for (const Programme& p : programmes) {
         std::printf("%s %.3f %.0f %.0f %.0f %.0f\n", p.nom.c_str(), rang(p.depart, 0.5), rang(p.residente, 0.5),
