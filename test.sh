@@ -24,5 +24,6 @@ if [ "$preset" = windows ]; then
     trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
     wine cmd /c exit >/dev/null 2>&1 </dev/null
     outils/rejoue.sh demo/service.txt build/demo-windows wine build/windows/orvalune.exe
+    outils/collecte.sh build/demo-windows wine build/windows/orvalune-cuisine.exe
 fi
 ctest --preset "$preset" -j "$(nproc)" --output-log "build/$preset/tests.log" "$@"

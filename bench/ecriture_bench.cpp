@@ -66,23 +66,19 @@ void ecriture_nue(benchmark::State& mesure) {
 }
 BENCHMARK(ecriture_nue)->Iterations(300)->Unit(benchmark::kMicrosecond)->UseRealTime();
 
-/// From the start of the process to its end behind the first page, with no window and with the window of SDL's driver
-/// that shows nothing.
-void depart(benchmark::State& mesure, const std::string& environnement, const std::string& options) {
+/// From the start of the process to its end behind the first page, with no window.
+void depart(benchmark::State& mesure) {
     const Repertoire repertoire("orvalune_banc_ecriture");
     fs::copy(fs::path(SOURCES) / "demo", "demo", fs::copy_options::recursive);
     std::FILE* f = std::fopen("scenario", "w");
     std::fputs("fin\n", f);
     std::fclose(f);
-    const std::string commande = environnement + " \"" PROGRAMME "\" --dossier demo --rejoue scenario " + options;
+    const std::string commande = "\"" PROGRAMME "\" --dossier demo --rejoue scenario";
     for (auto _ : mesure) {
         if (std::system(commande.c_str()) != 0) mesure.SkipWithError("the program failed");
     }
 }
-BENCHMARK_CAPTURE(depart, sans_fenetre, "", "")->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK_CAPTURE(depart, fenetre_muette_de_sdl, "SDL_VIDEODRIVER=dummy", "--fenetre")
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(depart)->Unit(benchmark::kMillisecond)->UseRealTime();
 /// What the shell itself takes to start a program.
 void programme_vide(benchmark::State& mesure) {
     for (auto _ : mesure) benchmark::DoNotOptimize(std::system("true"));

@@ -1,7 +1,7 @@
 # The terms under which what is built into the program was published, as the distribution tells them. Sets LICENCES (a file).
 set(LICENCES ${CMAKE_BINARY_DIR}/licences.txt)
-set(TEXTE "Orvalune contains the fonts Liberation Sans and Material Icons and the stb libraries, under these terms.\n")
-foreach(paquet fonts-liberation fonts-material-design-icons-iconfont libstb-dev)
+set(TEXTE "Orvalune contains the fonts Liberation Sans, Liberation Mono and Material Icons, the stb libraries and libcsv, under these terms.\n")
+foreach(paquet fonts-liberation fonts-material-design-icons-iconfont libstb-dev libcsv-dev)
   if(EXISTS /usr/share/doc/${paquet}/copyright)
     file(READ /usr/share/doc/${paquet}/copyright TERMES)
     string(APPEND TEXTE "\n=== ${paquet}\n\n${TERMES}")

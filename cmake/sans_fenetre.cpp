@@ -3,7 +3,7 @@
 
 namespace ecran {
 
-std::unique_ptr<Fenetre> cree_fenetre(Mode, const std::string&, int, int) {
+std::unique_ptr<Fenetre> cree_fenetre(Mode, const std::string&, int, int, std::string&) {
     return nullptr;
 }
 

@@ -67,7 +67,7 @@ verifie_systeme() {
     siens=(-e '^src/platform/' "${siens[@]}")
     grep -rnE '^[[:space:]]*#[[:space:]]*include[[:space:]]*<[^>]*[./]' . | sed 's|^\./|src/|' | grep -v "${siens[@]}"
     grep -rnE "^[[:space:]]*#[[:space:]]*(el)?if(n?def)?\b.*\b($systemes)\b" . |
-        sed -nE 's|^\./(.*)|src/\1|; /^src\/(platform\/|main\.cpp:)/!p'
+        sed -nE 's|^\./(.*)|src/\1|; /^src\/(platform\/|([a-z]+\/)?main\.cpp:)/!p'
 }
 
 fleches=$(inclusions)

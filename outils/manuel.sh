@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Makes the pictures of the manual and of the README anew, with the terminal itself.
+# Makes the pictures of the manual and of the README anew, with the terminal and the kitchen themselves; then the manual's
+# page for a browser.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck source=outils/demonstration.sh
@@ -7,7 +8,7 @@ cd "$(dirname "$0")/.."
 
 outils/paquets.sh programme tests
 cmake --preset release >/dev/null
-cmake --build --preset release --target orvalune
+cmake --build --preset release --target orvalune orvalune-cuisine
 
 outils/rejoue.sh docs/captures.txt build/manuel build/release/orvalune
 # The first start: a tablet that has nothing yet but a network directory.
@@ -30,5 +31,10 @@ for taille in 1280x770 800x800 1024x768 554x770; do
 done
 cp build/manuel-suivi-1280x770/renvoyer.png build/manuel/captures
 
+build/release/orvalune-cuisine demo/reseau --familles 8=tcp://bar \
+    --apercu docs/2021-05-19-12-31-05_04_012_004_.txt build/manuel/captures/ticket.png
+
 mkdir -p docs/images
 cp build/manuel/captures/*.png docs/images/
+outils/page_manuel.sh docs/manuel.md build/manuel/manuel.html
+echo "The manual: $PWD/build/manuel/manuel.html"

@@ -3,8 +3,9 @@
 # Usage: outils/paquets.sh [programme] [tests] [windows] [fuzz] [format]
 set -euo pipefail
 
-programme="cmake ninja-build g++ libsdl2-dev libstb-dev fonts-liberation fonts-material-design-icons-iconfont"
-tests="libgtest-dev googletest libbenchmark-dev xvfb xdotool imagemagick bindfs dpkg-dev file python3"
+programme="cmake ninja-build g++ pkg-config libxcb1-dev libxcb-shm0-dev libxcb-xinput-dev libxcb-screensaver0-dev libxcb-xkb-dev
+    libxkbcommon-dev libxkbcommon-x11-dev libstb-dev libcsv-dev cmark-gfm fonts-liberation fonts-material-design-icons-iconfont"
+tests="libgtest-dev googletest libbenchmark-dev xvfb openbox x11-utils x11-xkb-utils xdotool imagemagick bindfs dpkg-dev file python3"
 windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 wine nsis"
 fuzz="clang libclang-rt-dev"
 format="clang-format python3"

@@ -266,7 +266,7 @@ def mesure(ecran, terrain, programme, nom):
     dossier = pathlib.Path(shutil.copytree(terrain / "modele", terrain / nom))
     (dossier / "wfichdir.wdo").write_text(f"{dossier / 'reseau'}\r\n")
     partage = TROUBLES[nom](terrain, dossier)
-    environnement = {**os.environ, "DISPLAY": ecran.nom, "SDL_VIDEODRIVER": "x11", **partage.environnement}
+    environnement = {**os.environ, "DISPLAY": ecran.nom, **partage.environnement}
     tablette = Tablette(ecran, dossier, programme, environnement)
     premieres, dernieres = [], []
     try:

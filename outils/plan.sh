@@ -11,7 +11,7 @@ image=../docs/images/maison.svg
 # A module is its header, its source and what each system has of it.
 modules_de() {
     fichiers_de "$1" | sed -nE 's,.*/([^/]+)[.](h|cpp)$,\1,p' |
-        sed -E 's/_(win32|posix|sdl|x11|systeme|interne)$//' | sort -u
+        sed -E 's/_(win32|posix|x11|systeme|interne)$//' | sort -u
 }
 
 # The rooms from top to bottom, "salle ROOM FILES MODULES…"; then what one has of another, "fleche FROM TO INCLUDES".

@@ -7,11 +7,15 @@ main.cpp
 main_screen
 config
 dialogs
+cuisine: data platform/peinture platform/controles platform/liaison platform/systeme
+carte: data platform/peinture platform/controles platform/tableur platform/systeme
 data: platform/systeme
 platform/rejeu
 platform/ecran
 platform/peinture
 platform/controles
+platform/liaison
+platform/tableur
 platform/systeme
 '
 

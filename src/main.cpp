@@ -1,6 +1,7 @@
 // Command line, then the main screen.
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -143,10 +144,14 @@ void simule_le_monde(const Options& o) {
     ouvrier::attend_toujours(true);
 }
 
+/// The window that the options ask for; null when there can be none, which is said.
 std::unique_ptr<ecran::Fenetre> cree_fenetre(const Options& o) {
     if (o.rejoue && !o.fenetre) return ecran::cree_fenetre_muette(o.largeur, o.hauteur);
-    return ecran::cree_fenetre(o.fenetre ? ecran::Mode::fenetre : ecran::Mode::plein_ecran, "Orvalune", o.largeur,
-                               o.hauteur);
+    std::string refus;
+    auto fenetre = ecran::cree_fenetre(o.fenetre ? ecran::Mode::fenetre : ecran::Mode::plein_ecran, "Orvalune",
+                                       o.largeur, o.hauteur, refus);
+    if (!fenetre) dit(refus.empty() ? "aucun écran n'a été trouvé" : refus, o.rejoue.has_value());
+    return fenetre;
 }
 
 /// What the order router does, in the place of which a replay does it.
@@ -155,12 +160,12 @@ void collecte() {
         static_cast<void>(fichiers::supprime_sans_attendre(fichiers::joint(etat::repertoire_reseau, nom)));
 }
 
-/// The screens, until the program ends by itself or its replay does.
-void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
+/// The screens, until the program ends by itself or its replay does. False when it ended because it lost its screen.
+bool sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
     try {
         if (!dossier_utilisable) {
             mini_97::informe("Le répertoire de travail est introuvable, le logiciel s'arrête !"_t);
-            return;
+            return true;
         }
         journal::note("départ d'Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")"_t);
         form1::montre_form1();
@@ -168,7 +173,9 @@ void sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
         if (fin.cause == ecran::FinDuProgramme::Cause::arret && dossier_utilisable) journal::note("fin");
         reglages::ferme();
         if (joue != nullptr && fin.cause == ecran::FinDuProgramme::Cause::arret) joue->apres_arret();
+        return fin.cause != ecran::FinDuProgramme::Cause::panne;
     }
+    return true;
 }
 
 /// The terminal in its working directory, until it ends.
@@ -190,21 +197,18 @@ int ouvre(const Options& o, bool dossier_utilisable) {
         return rejeu::faute_usage;
     }
     auto fenetre = cree_fenetre(o);
-    if (!fenetre) {
-        dit("aucun écran n'a été trouvé", o.rejoue.has_value());
-        return rejeu::faute_usage;
-    }
+    if (!fenetre) return rejeu::faute_usage;
 #ifdef _WIN32
     if (!o.rejoue) console::detache();
 #endif
     if (prise) prise->ecoute([f = fenetre.get()] { f->vient_devant(); });
     ecran::ouvre_ecran(std::move(fenetre), joue.get());
-    sert(dossier_utilisable, joue.get());
+    const bool bien = sert(dossier_utilisable, joue.get());
     if (prise) prise->cesse();
     reglages::ferme();
     ecran::ferme_ecran();
     ouvrier::abandonne();
-    return joue ? joue->statut() : 0;
+    return joue ? joue->statut() : bien ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 /// Goes into the working directory, and does there what was asked for. Without it the terminal alone opens, to say so.

@@ -53,10 +53,35 @@ Issue perd_la_reponse(Operation operation, std::string_view chemin) {
     return Issue::panne;
 }
 
+/// Nor can be read what lies in the network directory; or the tablet's own files cannot be listed.
+Issue cache(Operation operation, std::string_view chemin) {
+    const bool texte = operation == Operation::ouvre && chemin.starts_with("reseau/2") && chemin.ends_with(".txt");
+    const bool tablette = operation == Operation::liste && chemin == "." && sort.rang == 1;
+    return texte || tablette ? Issue::panne : Issue::fait;
+}
+
+/// The share is gone when the kitchen is looked at, and an empty directory stands in its place.
+Issue vide_la_place(Operation operation, std::string_view chemin) {
+    if (operation == Operation::liste && chemin == "reseau" && !fs::exists("parti")) {
+        fs::rename("reseau", "parti");
+        fs::create_directory("reseau");
+        if (sort.rang == 1) std::ofstream("reseau/Test.res") << "of a start without the share";
+    }
+    return Issue::fait;
+}
+
 /// The share is gone when the first order is to be renamed.
 Issue emporte_le_partage(Operation operation, std::string_view chemin) {
     if (operation == Operation::renomme && chemin.starts_with("reseau/")) fs::rename("reseau", "parti");
     return Issue::fait;
+}
+
+/// An order is written once the kitchen has been looked at; its name in the network directory is refused, once.
+Issue refuse_un_nom(Operation operation, std::string_view chemin) {
+    if (operation == Operation::liste && chemin == "reseau" && fs::exists("plus tard"))
+        fs::rename("plus tard", commandes[2] + "-A-");
+    const bool la_bas = operation == Operation::renomme && chemin.starts_with("reseau/");
+    return la_bas && ++compte == 1 ? Issue::panne : Issue::fait;
 }
 
 std::string lis(const fs::path& p) {
@@ -68,6 +93,7 @@ class Coupures : public testing::Test {
   protected:
     enum class Routeur { a_tout_pris, dort, a_pris_la_moitie };
     fs::path avant = fs::current_path(), ici;
+    fs::path partage = fs::temp_directory_path() / ("orvalune_partage_" + std::to_string(::getpid()));
     std::map<std::string, int> collectees;  ///< by content
 
     Coupures() {
@@ -79,6 +105,7 @@ class Coupures : public testing::Test {
     ~Coupures() override {
         fs::current_path(avant);
         fs::remove_all(ici);
+        fs::remove_all(partage);
     }
 
     void recommence() {
@@ -127,6 +154,11 @@ class Coupures : public testing::Test {
         int statut = 0;
         if (fils < 0 || ::waitpid(fils, &statut, 0) != fils || !WIFEXITED(statut)) return -1;
         return WEXITSTATUS(statut);
+    }
+    static int combien(const char* repertoire, std::string_view fin) {
+        int n = 0;
+        for (const auto& e : fs::directory_iterator(repertoire)) n += e.path().string().ends_with(fin) ? 1 : 0;
+        return n;
     }
 
     /// After a run without faults each order has been collected once, and nothing of it lies about.
@@ -213,15 +245,42 @@ TEST_F(Coupures, UnPartageQuiPartNAJamaisRienCollecte) {
     verifie_une_fois("share gone and back");
 }
 
-/// Another tablet's order of the same name has come into the place of one that was cut off before it was handed over.
-TEST_F(Coupures, LaCommandeDUneAutreTabletteNEstPasLaSienne) {
+/// Its file system tells a share from the place where it is mounted, even where a start without it has left a probe
+/// beneath; what was deposited there nobody collects.
+TEST_F(Coupures, LaPlaceDUnPartageNEstPasLePartage) {
+    if (!fs::is_directory("/dev/shm")) GTEST_SKIP() << "one file system holds all";
+    for (const int sonde : {0, 1}) {
+        recommence();
+        fs::rename("reseau", "dessous");
+        fs::create_directories(partage);
+        fs::create_directory_symlink(partage, "reseau");
+        ASSERT_GE(demarre(nullptr, {}), 0);
+        ASSERT_GE(demarre(vide_la_place, {sonde}, 2), 0);
+        EXPECT_EQ(combien(".", "-T-"), 3);
+        fs::remove_all("reseau");
+        fs::rename("parti", "reseau");
+        verifie_une_fois("share gone under the look at the kitchen");
+    }
+    fs::remove("reseau");
+    fs::rename("dessous", "reseau");
+    std::ofstream(commandes[0] + "-A-") << "une de plus";
+    ASSERT_GE(demarre(nullptr, {}), 0);
+    fs::remove_all("reseau");
+    fs::create_directory_symlink(partage, "reseau");
+    ASSERT_GE(demarre(nullptr, {}), 0);
+    EXPECT_EQ(combien(".", "-V-"), 1);
+}
+
+/// What the tablet holds cannot be listed: its orders are not taken for collected.
+TEST_F(Coupures, UneTabletteIllisibleNeConclutRien) {
     recommence();
-    std::ofstream(fs::path("reseau") / (commandes[0] + "txt")) << "une autre";
-    ASSERT_GE(demarre(frappe, {}), 0);
-    EXPECT_EQ(lis(fs::path("reseau") / (commandes[0] + "txt")), "une autre");
-    EXPECT_TRUE(fs::exists(commandes[0] + "-A-"));
-    fs::remove(fs::path("reseau") / (commandes[0] + "txt"));
-    verifie_une_fois("name taken by another order");
+    fs::rename("reseau", "parti");
+    ASSERT_GE(demarre(nullptr, {}), 0);
+    fs::rename("parti", "reseau");
+    const std::string liste = lis("suivi.txt");
+    ASSERT_GE(demarre(cache, {1}), 0);
+    EXPECT_EQ(lis("suivi.txt"), liste);
+    verifie_une_fois("tablet not to be listed");
 }
 
 TEST_F(Coupures, UneReponsePerdueNEstPasUnEchec) {
@@ -229,10 +288,21 @@ TEST_F(Coupures, UneReponsePerdueNEstPasUnEchec) {
         recommence();
         ASSERT_GE(demarre(perd_la_reponse, {}), 0);
         collecte(routeur);
+        ASSERT_GE(demarre(cache, {}), 0);
         verifie_une_fois("lost answer");
         EXPECT_EQ(fs::exists(commandes[0] + "-V-"), routeur == Routeur::a_tout_pris)
             << "what cannot be known is the waiter's to decide";
     }
+}
+
+/// Looking for what was collected, the same pass leaves alone what the mark of a later order names.
+TEST_F(Coupures, UnNomRefuseSeRedemande) {
+    recommence();
+    fs::rename(commandes[2] + "-A-", "plus tard");
+    ASSERT_GE(demarre(nullptr, {}), 0);
+    ASSERT_GE(demarre(refuse_un_nom, {}, 2), 0);
+    EXPECT_TRUE(fs::exists(commandes[2] + "-A-"));
+    verifie_une_fois("name refused");
 }
 
 }  // namespace

@@ -159,7 +159,8 @@ TEST_F(Envoi, LInterrupteurCoupeLeReseau) {
 TEST_F(Envoi, AuReveilLeReseauEstCherchePlusieursFois) {
     const std::string avant = std::string("reseau absent\ntouche \"Sophie\"\n") + table_et_note + envoie + envoyee;
     tient_texte(t, avant + "verifie Label_attente \"1\"\n" + tests::scenario("reveil.txt"));
-    EXPECT_EQ(livrees(), Noms{"2021-05-19-12-30-00_01_012_004_.txt"});
+    tient_texte(t, avant + "reseau present\nattend 3000\nverifie visible Label_attente non\n");  // nobody touches it
+    EXPECT_EQ(livrees(), Noms({"2021-05-19-12-30-00_01_012_004_.txt", "2021-05-19-12-30-01_01_012_004_.txt"}));
     EXPECT_TRUE(en_attente().empty());
 }
 

@@ -11,6 +11,7 @@
 #include <string>
 #include <thread>
 
+#include "evenements.h"
 #include "platform/ecran/entrees_win32.h"
 #include "platform/ecran/fenetre.h"
 
@@ -19,31 +20,16 @@ namespace {
 using namespace ecran;
 using Sorte = Evenement::Sorte;
 
-/// The queue as a text: the name of each event, with its place, its character or its key.
-std::string vide(Entrees& entrees) {
-    constexpr const char* noms[] = {"rien", "appui:",    "glisse:", "relache:",  "perdu",      "car:",
-                                    "cle:", "repeindre", "reveil",  "fermeture", "extinction", "fin"};
-    std::string t;
-    while (!entrees.vide()) {
-        const Evenement e = entrees.prend();
-        t += (t.empty() ? "" : " ") + std::string(noms[static_cast<std::size_t>(e.sorte)]);
-        if (e.sorte >= Sorte::appui && e.sorte <= Sorte::relache) t += std::to_string(e.x) + "," + std::to_string(e.y);
-        if (e.sorte == Sorte::caractere) t += std::to_string(e.code);
-        if (e.sorte == Sorte::cle) t += std::to_string(static_cast<int>(e.cle));
-    }
-    return t;
-}
-
 constexpr WPARAM seul = POINTER_MESSAGE_FLAG_PRIMARY;
 
 /// Messages to a decoder, and what it made of them.
 struct EntreesWin32 : testing::Test {
     std::vector<TOUCHINPUT> touches;  ///< what the next WM_TOUCH brings
     std::vector<DWORD> stylos;        ///< contacts that are pens
-    Entrees entrees{[this](WPARAM, LPARAM) { return touches; },
-                    [this](DWORD contact) -> DWORD {
-                        return std::count(stylos.begin(), stylos.end(), contact) > 0 ? PT_PEN : PT_TOUCH;
-                    }};
+    ecran::EntreesWin32 entrees{[this](WPARAM, LPARAM) { return touches; },
+                                [this](DWORD contact) -> DWORD {
+                                    return std::count(stylos.begin(), stylos.end(), contact) > 0 ? PT_PEN : PT_TOUCH;
+                                }};
 
     void TearDown() override { SetMessageExtraInfo(0); }
 
@@ -218,7 +204,8 @@ TEST_F(EntreesWin32, LeSommeilLaSeanceEtLEcran) {
 
 /// The real window over the whole screen.
 struct FenetreWin32 : testing::Test {
-    std::unique_ptr<Fenetre> fenetre = cree_fenetre(Mode::plein_ecran, "Essai", 0, 0);
+    std::string refus;
+    std::unique_ptr<Fenetre> fenetre = cree_fenetre(Mode::plein_ecran, "Essai", 0, 0, refus);
     HWND poignee = FindWindowW(L"Orvalune", L"Essai");
 
     void SetUp() override {
@@ -245,7 +232,8 @@ TEST_F(FenetreWin32, MontreLesZonesEtLesGardePourLeSysteme) {
     const TailleEcran t = fenetre->taille();
     EXPECT_EQ(t.largeur, GetSystemMetrics(SM_CXSCREEN));
     EXPECT_EQ(t.hauteur, GetSystemMetrics(SM_CYSCREEN));
-    Image image{t.largeur, t.hauteur, std::vector<std::uint32_t>(static_cast<std::size_t>(t.largeur) * t.hauteur)};
+    Image image{t.largeur, t.hauteur, {}};
+    image.pixels.resize(static_cast<std::size_t>(t.largeur) * t.hauteur);
     std::fill(image.pixels.begin(), image.pixels.end(), 0x00336699);
     const Zone tout[] = {{0, 0, t.largeur, t.hauteur}};
     fenetre->montre(image, tout);

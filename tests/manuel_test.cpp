@@ -1,4 +1,5 @@
-// The manual's pictures are what the screens show: played anew, they come out the same, dot for dot.
+// The manual's pictures are what the screens, and the kitchen's printer, show: played anew, they come out the same, dot
+// for dot.
 #include <filesystem>
 
 #include "rejeux.h"
@@ -27,6 +28,11 @@ TEST(Manuel, SesImagesSontCeQueLesEcransMontrent) {
     const Terrain demonstration, neuf;
     fs::copy(sources / "demo", demonstration.chemin(), fs::copy_options::recursive);
     fs::copy(sources / "demo" / "reseau", neuf.reseau(), fs::copy_options::recursive);
+    const fs::path commande = sources / "docs" / "2021-05-19-12-31-05_04_012_004_.txt";
+    const tests::Issue ticket =
+        demonstration.cuisine("--familles 8=tcp://bar --apercu \"" + commande.string() + "\" \"" +
+                              (demonstration.chemin() / "ticket.png").string() + "\"");
+    EXPECT_EQ(ticket.statut, 0) << ticket.erreurs;
     const std::size_t comparees = compare(demonstration, "captures.txt") + compare(neuf, "premier_demarrage.txt");
     auto autres = neuf.fichiers(images.string(), ".png");
     // The list of orders is shown upon states that the script poses.

@@ -124,7 +124,7 @@ class Ecran {
         const auto zones = peintre.peint(pile, appui);
         return {zones.begin(), zones.end()};
     }
-    const std::vector<std::uint32_t>& pixels() const { return peintre.image().pixels; }
+    const std::pmr::vector<std::uint32_t>& pixels() const { return peintre.image().pixels; }
     std::uint32_t pixel(int x, int y) const {
         return pixels()[static_cast<std::size_t>(y) * static_cast<std::size_t>(peintre.image().largeur) +
                         static_cast<std::size_t>(x)];

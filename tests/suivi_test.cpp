@@ -7,6 +7,7 @@
 #include "main_screen/bandeau.h"
 #include "platform/peinture/placement.h"
 #include "platform/peinture/polices.h"
+#include "platform/systeme/epreuve.h"
 #include "platform/systeme/horloge.h"
 #include "rejeux.h"
 
@@ -72,6 +73,7 @@ class Suivi : public testing::Test {
 TEST_F(Suivi, ChaqueEtatSeLitEtSeuleUneCommandeAVerifierSeRenvoie) {
     sans_reseau();
     const std::vector<Commande> commandes = {
+        {"2020-12-31", "07:05:00", "998", 1, "collectée", "07:06:00"},
         {"2021-05-18", "22:59:59", "999", 1, "à vérifier", "23:00:00"},
         {"2021-05-19", "09:07:00", "033", 2, "à vérifier", "09:07:00"},
         {"2021-05-19", "09:08:59", "007", 5, "collectée", "09:09:00"},
@@ -80,9 +82,9 @@ TEST_F(Suivi, ChaqueEtatSeLitEtSeuleUneCommandeAVerifierSeRenvoie) {
         {"2021-05-19", "20:14:00", "012", 7, "en attente", "20:14:00"},
     };
     pose(t, commandes);
-    t.pose(commandes[5].nom() + "-A-", "commande\r\n");
-    t.pose(commandes[4].nom() + fin_gardee, "commande\r\n");
-    t.pose(commandes[1].nom() + fin_a_verifier, "commande\r\n");
+    t.pose(commandes[6].nom() + "-A-", "commande\r\n");
+    t.pose(commandes[5].nom() + fin_gardee, "commande\r\n");
+    t.pose(commandes[2].nom() + fin_a_verifier, "commande\r\n");
     tient(t, "suivi.txt", soir);
     tient_texte(t, "touche \"Sophie\"\ntouche logosuiv\nverifie g1 5 3 \"en attente\"\nverifie g1 6 3 \"à vérifier\"\n",
                 soir);
@@ -214,6 +216,17 @@ TEST_F(SuiviVivant, LeBandeauRedevientCommeAvant) {
         EXPECT_EQ(f("logosuiv").aspect, logo);
         EXPECT_TRUE(f("label_etat").laisse_passer);
     }
+}
+
+/// What "Renvoyer" says depends on it.
+TEST_F(SuiviVivant, UnRenvoiRefuseDitPourquoi) {
+    const std::string nom = commande(12, suivi::Etat::a_verifier);
+    terrain.pose(nom + "-V-", "commande\r\n");
+    fichiers::epreuve::avant = [](auto, std::string_view) { return fichiers::Issue::refuse; };
+    EXPECT_EQ(suivi::renvoie(nom), suivi::Renvoi::echec);
+    fichiers::epreuve::avant = nullptr;
+    terrain.pose(nom + "-A-", "commande\r\n");
+    EXPECT_EQ(suivi::renvoie(nom), suivi::Renvoi::deja_en_attente);
 }
 
 }  // namespace

@@ -153,21 +153,21 @@ Terrain& Terrain::restaurant() {
     return *this;
 }
 
+std::string entre(const fs::path& p) {
+    return "\"" + p.string() + "\"";
+}
+
 constexpr int rien_de_lance = 9009;  ///< what the shell of Windows answers when it could not start a program
 
-Issue Terrain::joue(const std::string& scenario, const std::string& options, const std::string& avant) const {
-    ecrit_fichier(chemin_ / "scenario.txt", scenario);
-    const auto entre = [](const fs::path& p) { return "\"" + p.string() + "\""; };
-    std::string commande = avant + entre(PROGRAMME) + " --dossier " + entre(chemin_) + " --rejoue " +
-                           entre(chemin_ / "scenario.txt") + " --captures " + entre(chemin_) + " " + options + " >" +
-                           entre(chemin_ / "sortie") + " 2>" + entre(chemin_ / "erreurs");
+Issue Terrain::lance(const std::string& commande, const std::string& avant) const {
+    std::string ligne = avant + commande + " >" + entre(chemin_ / "sortie") + " 2>" + entre(chemin_ / "erreurs");
 #ifdef _WIN32
-    commande = "\"" + commande + "\"";
+    ligne = "\"" + ligne + "\"";
 #endif
     Issue r;
     // Under load the emulator's shell now and then starts no program at all, and says so.
     for (int essai = 0; essai < 3; ++essai) {
-        r.statut = statut_de(std::system(commande.c_str()));
+        r.statut = statut_de(std::system(ligne.c_str()));
         if (r.statut != rien_de_lance) break;
     }
     r.sortie = lis("sortie");
@@ -175,6 +175,17 @@ Issue Terrain::joue(const std::string& scenario, const std::string& options, con
     std::erase(r.sortie, '\r');  // what Windows adds to line ends
     std::erase(r.erreurs, '\r');
     return r;
+}
+
+Issue Terrain::joue(const std::string& scenario, const std::string& options, const std::string& avant) const {
+    ecrit_fichier(chemin_ / "scenario.txt", scenario);
+    return lance(entre(PROGRAMME) + " --dossier " + entre(chemin_) + " --rejoue " + entre(chemin_ / "scenario.txt") +
+                     " --captures " + entre(chemin_) + " " + options,
+                 avant);
+}
+
+Issue Terrain::cuisine(const std::string& options) const {
+    return lance(entre(CUISINE) + " " + entre(reseau()) + " --une-fois " + options);
 }
 
 Issue Terrain::joue_fichier(const std::string& nom, const std::string& options) const {

@@ -47,10 +47,14 @@ class Terrain {
     void touche(int page, int ligne, std::string_view libelle, std::string_view action, std::string_view forme = "22",
                 std::string_view image = "", std::string_view couleur = "", std::string_view taille = "") const;
 
+    /// Runs a command line, its words in quotes where they need them; `avant` goes in front of it.
+    Issue lance(const std::string& commande, const std::string& avant = "") const;
     /// Plays a scenario text, or a file of tests/scenarios; `options` go on the command line as they are, and what the
     /// shell is to do before goes in front of it.
     Issue joue(const std::string& scenario, const std::string& options = "", const std::string& avant = "") const;
     Issue joue_fichier(const std::string& nom, const std::string& options = "") const;
+    /// Runs the kitchen on the network directory until nothing is left to do.
+    Issue cuisine(const std::string& options) const;
 
   private:
     std::filesystem::path chemin_;

@@ -1,4 +1,5 @@
-; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, LICENCES, SORTIE, ICONE.
+; Installer of the terminal. Defined by the build: CIBLE, VERSION, VERSION_W (four numbers), PROGRAMME, CARTE, CUISINE,
+; LICENCES, MANUEL, SORTIE, ICONE.
 ;
 ; Command line, besides /S (silent) and /D=DIRECTORY of the program (last, without quotes, or wholly between quotes):
 ;   /CurrentUser, /AllUsers      for whom; without it as what is installed already, else for the current user
@@ -18,6 +19,8 @@ Target ${CIBLE}
 !include x64.nsh
 
 !define NOM "Orvalune"
+!define RACCOURCI_MANUEL "Manuel d'Orvalune"
+!define RELIRE "Relire la carte"
 !define CLE_PROGRAMME "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NOM}"
 !define CLE_DEMARRAGE "Software\Microsoft\Windows\CurrentVersion\Run"
 !define REFUSE 2
@@ -112,19 +115,30 @@ Function ${un}dit
   ${EndIf}
 FunctionEnd
 
-; Ends with a message when the terminal of the directory $1 runs: its file cannot be opened for writing then.
+; Ends with a message when a program of the directory $1 runs.
 Function ${un}exige_arret
+  StrCpy $2 "orvalune.exe"
+  Call ${un}exige_arret_de
+  StrCpy $2 "orvalune-cuisine.exe"
+  Call ${un}exige_arret_de
+FunctionEnd
+
+; Likewise for the program $2: its file cannot be opened for writing then.
+Function ${un}exige_arret_de
   encore:
-  ${IfNot} ${FileExists} "$1\orvalune.exe"
+  ${IfNot} ${FileExists} "$1\$2"
     Return
   ${EndIf}
   ClearErrors
-  FileOpen $0 "$1\orvalune.exe" a
+  FileOpen $0 "$1\$2" a
   ${IfNot} ${Errors}
     FileClose $0
     Return
   ${EndIf}
   StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
+  ${If} $2 != "orvalune.exe"
+    StrCpy $erreur "${NOM} Cuisine est ouvert, ou son dossier est protégé : $1"
+  ${EndIf}
   ${If} ${Silent}
     Call ${un}dit
   ${EndIf}
@@ -580,7 +594,10 @@ Function retire_ancien
     Return
   ${EndIf}
   Delete "$ancien\orvalune.exe"
+  Delete "$ancien\orvalune-cuisine.exe"
+  Delete "$ancien\orvalune-carte.exe"
   Delete "$ancien\licences.txt"
+  Delete "$ancien\manuel.html"
   Delete "$ancien\desinstalle.exe"
   RMDir $ancien
 FunctionEnd
@@ -597,19 +614,31 @@ Section
   SetOutPath $INSTDIR
   SetOverwrite try
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
+  File "/oname=cuisine.nouveau" "${CUISINE}"
+  File "/oname=orvalune-carte.nouveau" "${CARTE}"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   ${If} $reseau != ""
     Call ecrit_wfichdir
   ${EndIf}
+  !insertmacro met_en_place "$INSTDIR\cuisine.nouveau" "$INSTDIR\orvalune-cuisine.exe"
+  !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  !insertmacro met_en_place "$INSTDIR\orvalune-carte.nouveau" "$INSTDIR\orvalune-carte.exe"
+  !insertmacro exige_reussite "Le programme orvalune-carte n'a pas pu être écrit dans $INSTDIR : fermez-le."
   ClearErrors
   File "/oname=licences.txt" "${LICENCES}"
+  File "/oname=manuel.html" "${MANUEL}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
   !insertmacro exige_reussite "Le programme n'a pas pu être écrit entièrement dans $INSTDIR."
 
-  SetOutPath $dossier   ; where the shortcut starts
+  CreateDirectory "$dossier\carte"   ; where the sheets of the card lie, an example at first
+  SetOutPath $dossier   ; where the shortcuts start
   CreateShortcut "$SMPROGRAMS\${NOM}.lnk" "$INSTDIR\orvalune.exe" '--dossier "$dossier"' "$INSTDIR\orvalune.exe" 0 SW_SHOWNORMAL "" "Prise de commande à table"
+  CreateShortcut "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk" "$INSTDIR\manuel.html"
+  ; It finds the network directory in the working directory; how it prints is added to the shortcut's command line.
+  CreateShortcut "$SMPROGRAMS\${NOM} Cuisine.lnk" "$INSTDIR\orvalune-cuisine.exe" "" "$INSTDIR\orvalune-cuisine.exe" 0 SW_SHOWNORMAL "" "Tickets de cuisine"
+  CreateShortcut "$SMPROGRAMS\${RELIRE}.lnk" "$INSTDIR\orvalune-carte.exe" '"$dossier\carte"' "$INSTDIR\orvalune-carte.exe" 0 SW_SHOWNORMAL "" "Relit la carte avant le service"
   ${If} $demarrage = 1
     WriteRegStr SHCTX "${CLE_DEMARRAGE}" "${NOM}" '"$INSTDIR\orvalune.exe" --dossier "$dossier"'
   ${Else}
@@ -632,6 +661,8 @@ SectionEnd
 
 Function .onInstFailed
   Delete "$INSTDIR\orvalune.nouveau"
+  Delete "$INSTDIR\cuisine.nouveau"
+  Delete "$INSTDIR\orvalune-carte.nouveau"
   SetOutPath $TEMP
   RMDir $INSTDIR
 FunctionEnd
@@ -657,11 +688,17 @@ Section Uninstall
   StrCpy $1 $INSTDIR
   Call un.exige_arret
   Delete "$INSTDIR\orvalune.exe"
+  Delete "$INSTDIR\orvalune-cuisine.exe"
+  Delete "$INSTDIR\orvalune-carte.exe"
   Delete "$INSTDIR\licences.txt"
+  Delete "$INSTDIR\manuel.html"
   Delete "$INSTDIR\desinstalle.exe"
   SetOutPath $TEMP
   RMDir $INSTDIR
   Delete "$SMPROGRAMS\${NOM}.lnk"
+  Delete "$SMPROGRAMS\${RACCOURCI_MANUEL}.lnk"
+  Delete "$SMPROGRAMS\${NOM} Cuisine.lnk"
+  Delete "$SMPROGRAMS\${RELIRE}.lnk"
   DeleteRegValue SHCTX "${CLE_DEMARRAGE}" "${NOM}"
   DeleteRegKey SHCTX "${CLE_PROGRAMME}"
 SectionEnd

@@ -22,7 +22,6 @@ using formes::px;
 
 constexpr int colonnes_large = 4, colonnes_etroit = 2, hauteur_touche = px(76);
 constexpr int police_large = 17, police_etroite = 13;
-constexpr int premier_sous_groupe = 30;
 constexpr std::size_t longueur_reference = 15;
 
 /// One key of a list; with a family it leads to the family's articles and is no action yet.
@@ -32,14 +31,6 @@ struct Entree {
     int chiffre = 0;  ///< colour digit
 };
 using Liste = std::vector<Entree>;
-
-bool est_sous_groupe(std::string_view record) {
-    return record.starts_with("#SG#");
-}
-int famille_du_sous_groupe(std::string_view record) {
-    return std::clamp(premier_sous_groupe + nombres::entier_int(texte::colonnes(record, 5, 4)), 0,
-                      catalogue::familles_max);
-}
 
 Entree entree_famille(int n, std::string_view nom, int chiffre) {
     return {.acte = {.code = "#FAMI#" + nombres::entier_complete(n, 2), .libelle = std::string(nom)},
@@ -51,14 +42,14 @@ Liste familles() {
     Liste r;
     const auto& noms = catalogue::courant().noms_familles;
     for (int n = 0; n <= catalogue::familles_nommees_max; ++n) {
-        const std::string_view brut = noms[static_cast<std::size_t>(n)];
-        const std::string_view nom = texte::rogne(brut.substr(0, brut.find("|COU:")));
+        const std::string_view nom = texte::rogne(catalogue::sans_couleur(noms[static_cast<std::size_t>(n)]));
         if (!nom.empty()) r.push_back(entree_famille(n, nom, catalogue::chiffre_famille(n)));
     }
     for (int n = 0; n <= catalogue::familles_max; ++n) {
         for (const std::string_view a : catalogue::articles_de(n)) {
-            if (!est_sous_groupe(a)) continue;
-            r.push_back(entree_famille(famille_du_sous_groupe(a), lignes::libelle(a), lignes::chiffre_couleur(a)));
+            if (!catalogue::est_sous_groupe(a)) continue;
+            r.push_back(
+                entree_famille(catalogue::famille_du_sous_groupe(a), lignes::libelle(a), lignes::chiffre_couleur(a)));
         }
     }
     return r;
@@ -75,8 +66,9 @@ Liste articles(int famille) {
     for (const std::string_view a : catalogue::articles_de(famille)) {
         const std::string libelle(lignes::libelle(a));
         const int chiffre = lignes::chiffre_couleur(a);
-        if (est_sous_groupe(a)) {
-            r.push_back({.acte = {.libelle = libelle}, .famille = famille_du_sous_groupe(a), .chiffre = chiffre});
+        if (catalogue::est_sous_groupe(a)) {
+            r.push_back(
+                {.acte = {.libelle = libelle}, .famille = catalogue::famille_du_sous_groupe(a), .chiffre = chiffre});
             continue;
         }
         const std::string reference(texte::rogne(a.substr(0, longueur_reference)));

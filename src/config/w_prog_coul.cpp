@@ -1,6 +1,8 @@
 #include "config/w_prog_coul.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
@@ -11,41 +13,13 @@ namespace {
 
 using namespace ecran;
 
-struct Teinte {
-    std::string_view nom;
-    Couleur couleur;
-};
-/// The keypad's colours first, then lighter and darker ones; the names are also what the keys say.
-constexpr std::array<Teinte, 28> teintes_offertes = {{
-    {"Aucune", sans_couleur},
-    {"Rouge", palette::chiffres[1]},
-    {"Orange", palette::chiffres[2]},
-    {"Jaune", palette::chiffres[3]},
-    {"Vert", palette::chiffres[4]},
-    {"Canard", palette::chiffres[5]},
-    {"Bleu", palette::chiffres[6]},
-    {"Violet", palette::chiffres[7]},
-    {"Rose", palette::chiffres[8]},
-    {"Taupe", palette::chiffres[9]},
-    {"Brique", palette::rouge},
-    {"Ambre", palette::ambre},
-    {"Sapin", palette::vert},
-    {"Marine", palette::bleu},
-    {"Blanc", palette::blanc},
-    {"Rouge pâle"_t, 0xF3C9C6},
-    {"Pêche"_t, 0xF8D9BE},
-    {"Crème"_t, 0xFBEFC4},
-    {"Vert pâle"_t, 0xCFE5D3},
-    {"Eau"_t, 0xC6E2E0},
-    {"Ciel"_t, 0xCBDDF0},
-    {"Lilas", 0xDCD2EA},
-    {"Dragée"_t, 0xF0D3DF},
-    {"Lin", palette::doux},
-    {"Gris", palette::gris},
-    {"Encre", palette::encre},
-    {"Chocolat", 0x5A3A29},
-    {"Noir", palette::noir},
-}};
+using palette::Teinte;
+/// The plain key, then the colours that have a name; the names are also what the keys say.
+constexpr auto teintes_offertes = [] {
+    std::array<Teinte, std::size(palette::teintes) + 1> r{Teinte{"Aucune", sans_couleur}};
+    std::copy(std::begin(palette::teintes), std::end(palette::teintes), r.begin() + 1);
+    return r;
+}();
 constexpr int colonnes_large = 7, colonnes_etroit = 4, police_large = 17, police_etroite = 12;
 
 enum CaseBarre { ferme = 5 };

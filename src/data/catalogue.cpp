@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "data/lignes.h"
 #include "data/nombres.h"
 #include "data/tenus.h"
 #include "platform/systeme/fichiers.h"
@@ -12,9 +13,22 @@
 namespace catalogue {
 namespace {
 
-constexpr std::string_view fichier_entete = "orvalune.wdo", fichier_catalogue = "worvalune.wdo";
+constexpr std::string_view marque_sous_groupe = "#SG#";
+constexpr std::size_t chiffres_sous_groupe = 4;
 constexpr std::size_t longueur_marque = 6, longueur_reference = 13;
-constexpr int lignes_entete_gardees = 15;
+
+/// How the lines of a kind are laid out: behind the marker so many digits of number, and the text from a column on.
+struct Forme {
+    Genre genre;
+    std::string_view marque;
+    std::size_t chiffres, colonne_texte;
+};
+/// Articles first: nearly all lines are. Their digits, the place in the file, are never read.
+constexpr Forme formes[] = {
+    {Genre::article, "#ARTI#", 5, 12},          {Genre::serveur, "#SERV#", 2, 10},
+    {Genre::famille, "#FAMI#", 2, 10},          {Genre::table, "#TABL#", 3, 10},
+    {Genre::couleurs_familles, "#CCOF#", 0, 7}, {Genre::couleurs_serveurs, "#CCOU#", 0, 7},
+};
 
 std::unique_ptr<Tables> tables_courantes = std::make_unique<Tables>();
 
@@ -34,84 +48,123 @@ void augmente(std::int16_t& n) {
     if (n < std::numeric_limits<std::int16_t>::max()) ++n;
 }
 
-void lis_entete(Tables& t) {
-    std::string contenu;
-    if (tenus::note(fichier_entete, fichiers::lis_tout(fichier_entete, contenu)) != fichiers::Issue::fait) return;
+void prend_entete(Tables& t, std::string_view contenu) {
     pour_chaque_ligne(contenu, [&t](std::string_view ligne) {
         if (texte::rogne(ligne).empty()) return;
         augmente(t.nb_lignes_orvalune);
-        if (t.nb_lignes_orvalune <= lignes_entete_gardees) {
-            t.lignes_orvalune[static_cast<std::size_t>(t.nb_lignes_orvalune)] = ligne;
-        }
+        const auto rang = static_cast<std::size_t>(t.nb_lignes_orvalune);
+        if (rang <= lignes_entete_gardees) t.lignes_orvalune[rang] = ligne;
         if (ligne.starts_with("#DIR#")) t.rep_catalogue = texte::colonnes(ligne, 6);
     });
 }
 
 template <std::size_t N>
-void pose_nom(std::array<std::string, N>& noms, std::string_view ligne) {
-    const double n = nombres::entier(texte::colonnes(ligne, 7, 2));
-    if (n >= 0 && n < static_cast<double>(N)) noms[static_cast<std::size_t>(n)] = texte::colonnes(ligne, 10);
+Sort pose_nom(std::array<std::string, N>& noms, const Ligne& l) {
+    if (l.numero < 0 || l.numero >= static_cast<double>(N)) return Sort::hors_bornes;
+    std::string& nom = noms[static_cast<std::size_t>(l.numero)];
+    const bool pris = !nom.empty();
+    nom = l.texte;
+    return pris ? Sort::remplace : Sort::prise;
 }
 
-void prend_serveur(Tables& t, std::string_view ligne) {
-    pose_nom(t.noms_serveurs, ligne);
-}
-void prend_famille(Tables& t, std::string_view ligne) {
-    pose_nom(t.noms_familles, ligne);
+Sort pose_famille(Tables& t, const Ligne& l) {
+    const Sort sort = pose_nom(t.noms_familles, l);
+    const auto n = sort == Sort::prise ? static_cast<int>(l.numero) : -1;
+    auto& ordre = t.ordre_familles;
+    if (n >= 0 && std::find(ordre.begin(), ordre.end(), n) == ordre.end()) ordre.push_back(n);
+    return sort;
 }
 
-void prend_article(Tables& t, std::string_view ligne) {
-    const auto p = ligne.find("|FA1:");
-    const double f = p == std::string_view::npos ? 0 : nombres::entier(ligne.substr(p + 5));
-    if (f < 0 || f > familles_max) return;
-    const auto famille = static_cast<std::size_t>(f);
+Sort pose_article(Tables& t, const Ligne& l) {
+    if (l.numero < 0 || l.numero > familles_max) return Sort::hors_bornes;
+    const auto famille = static_cast<std::size_t>(l.numero);
     augmente(t.nb_articles[famille]);
-    if (t.nb_articles[famille] <= places_max) t.articles[famille].push_back(texte::colonnes(ligne, 12));
+    if (t.nb_articles[famille] > places_max) return Sort::en_trop;
+    t.articles[famille].push_back(l.texte);
+    return Sort::prise;
 }
 
-void prend_table(Tables& t, std::string_view ligne) {
-    t.liste_tables += nombres::entier_complete(nombres::entier(texte::colonnes(ligne, 7, 3)), 3) + "|";
+Sort pose_table(Tables& t, const Ligne& l) {
+    t.liste_tables += nombres::entier_complete(l.numero, 3) + "|";
+    return Sort::prise;
 }
 
-std::string couleurs(std::string_view ligne) {
-    return std::string(texte::colonnes(ligne, 7)) + std::string(20, ' ');
-}
-void prend_couleurs_familles(Tables& t, std::string_view ligne) {
-    t.couleurs_familles = couleurs(ligne);
-}
-void prend_couleurs_serveurs(Tables& t, std::string_view ligne) {
-    t.couleurs_serveurs = couleurs(ligne);
+Sort pose_couleurs(std::string& couleurs, const Ligne& l) {
+    const bool prises = !texte::rogne(couleurs).empty();
+    couleurs = std::string(l.texte) + std::string(20, ' ');
+    return prises ? Sort::remplace : Sort::prise;
 }
 
-struct Genre {
-    std::string_view marque;
-    void (*prend)(Tables&, std::string_view);
-};
-/// Articles first: nearly all lines are.
-constexpr Genre genres[] = {
-    {"#ARTI#", prend_article}, {"#SERV#", prend_serveur},           {"#FAMI#", prend_famille},
-    {"#TABL#", prend_table},   {"#CCOF#", prend_couleurs_familles}, {"#CCOU#", prend_couleurs_serveurs},
-};
-
-void lis_lignes(Tables& t) {
-    auto contenu = std::make_shared<std::string>();
-    t.lu = tenus::note(fichier_catalogue, fichiers::lis_tout(fichier_catalogue, *contenu)) == fichiers::Issue::fait;
-    t.contenu = contenu;
-    pour_chaque_ligne(*contenu, [&t](std::string_view ligne) {
-        const std::string_view marque = ligne.substr(0, longueur_marque);
-        for (const Genre& g : genres) {
-            if (g.marque == marque) return g.prend(t, ligne);
-        }
-    });
+Sort range(Tables& t, const Ligne& l) {
+    switch (l.genre) {
+        case Genre::article:
+            return pose_article(t, l);
+        case Genre::serveur:
+            return pose_nom(t.noms_serveurs, l);
+        case Genre::famille:
+            return pose_famille(t, l);
+        case Genre::table:
+            return pose_table(t, l);
+        case Genre::couleurs_familles:
+            return pose_couleurs(t.couleurs_familles, l);
+        case Genre::couleurs_serveurs:
+            return pose_couleurs(t.couleurs_serveurs, l);
+        case Genre::autre:
+            break;
+    }
+    return Sort::ignoree;
 }
 
 }  // namespace
 
-std::unique_ptr<Tables> lis() {
+Ligne lis_ligne(std::string_view ligne) {
+    const std::string_view marque = ligne.substr(0, longueur_marque);
+    for (const Forme& f : formes) {
+        if (f.marque != marque) continue;
+        const auto p = f.genre == Genre::article ? ligne.find(lignes::champ_famille) : std::string_view::npos;
+        const std::string_view numero = f.genre != Genre::article
+                                            ? texte::colonnes(ligne, longueur_marque + 1, f.chiffres)
+                                        : p == std::string_view::npos ? ""
+                                                                      : ligne.substr(p + lignes::champ_famille.size());
+        return {f.genre, nombres::entier(numero), texte::colonnes(ligne, f.colonne_texte)};
+    }
+    return {Genre::autre, 0, ligne};
+}
+
+std::string ecrit_ligne(const Ligne& ligne) {
+    std::string r;
+    for (const Forme& f : formes) {
+        if (f.genre != ligne.genre) continue;
+        r = f.marque;
+        if (f.chiffres > 0) r += nombres::entier_complete(ligne.numero, static_cast<int>(f.chiffres));
+        r = texte::complete(r, f.colonne_texte - 1);
+    }
+    return r + std::string(ligne.texte) + "\r\n";
+}
+
+std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue, const Temoin& temoin) {
     auto t = std::make_unique<Tables>();
     t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
-    lis_entete(*t);
-    lis_lignes(*t);
+    prend_entete(*t, entete);
+    const auto contenu = std::make_shared<const std::string>(std::move(catalogue));
+    t->contenu = contenu;
+    pour_chaque_ligne(*contenu, [&](std::string_view brute) {
+        const Ligne l = lis_ligne(brute);
+        const Sort sort = range(*t, l);
+        if (temoin) temoin(brute, l, sort);
+    });
+    return t;
+}
+
+std::unique_ptr<Tables> lis() {
+    const auto prend = [](std::string_view nom, std::string& contenu) {
+        return tenus::note(nom, fichiers::lis_tout(nom, contenu)) == fichiers::Issue::fait;
+    };
+    std::string entete, contenu;
+    prend(fichier_entete, entete);
+    const bool lu = prend(fichier_catalogue, contenu);
+    auto t = depuis(entete, std::move(contenu));
+    t->lu = lu;
     return t;
 }
 
@@ -127,8 +180,12 @@ const Tables& courant() {
 }
 
 std::span<const std::string_view> articles_de(int famille) {
+    return articles_de(courant(), famille);
+}
+
+std::span<const std::string_view> articles_de(const Tables& tables, int famille) {
     if (famille < 0 || famille > familles_max) return {};
-    const auto& articles = courant().articles[static_cast<std::size_t>(famille)];
+    const auto& articles = tables.articles[static_cast<std::size_t>(famille)];
     const auto fin =
         std::find_if(articles.begin(), articles.end(), [](std::string_view a) { return texte::rogne(a).empty(); });
     return {articles.begin(), fin};
@@ -144,11 +201,15 @@ int chiffre_couleur(std::string_view couleurs, int n) {
 }
 
 int chiffre_famille(int n) {
+    return chiffre_famille(courant(), n);
+}
+
+int chiffre_famille(const Tables& tables, int n) {
     if (n < 0 || n > familles_nommees_max) return 0;
-    const std::string_view nom = courant().noms_familles[static_cast<std::size_t>(n)];
-    const auto p = nom.find("|COU:");
-    return p == std::string_view::npos ? chiffre_couleur(courant().couleurs_familles, n)
-                                       : nombres::entier_int(nom.substr(p + 5));
+    const std::string_view nom = tables.noms_familles[static_cast<std::size_t>(n)];
+    const auto p = nom.find(lignes::champ_couleur);
+    return p == std::string_view::npos ? chiffre_couleur(tables.couleurs_familles, n)
+                                       : nombres::entier_int(nom.substr(p + lignes::champ_couleur.size()));
 }
 
 bool table_connue(std::string_view numero) {
@@ -156,8 +217,12 @@ bool table_connue(std::string_view numero) {
 }
 
 std::vector<std::string> tables() {
+    return tables(courant());
+}
+
+std::vector<std::string> tables(const Tables& t) {
     std::vector<std::string> r;
-    std::string_view reste = std::string_view(courant().liste_tables).substr(3);
+    std::string_view reste = std::string_view(t.liste_tables).substr(3);
     for (auto p = reste.find('|'); p != std::string_view::npos; p = reste.find('|')) {
         r.emplace_back(reste.substr(0, p));
         reste.remove_prefix(p + 1);
@@ -165,11 +230,33 @@ std::vector<std::string> tables() {
     return r;
 }
 
+bool est_sous_groupe(std::string_view record) {
+    return record.starts_with(marque_sous_groupe);
+}
+
+int famille_du_sous_groupe(std::string_view record) {
+    const auto numero = texte::colonnes(record, marque_sous_groupe.size() + 1, chiffres_sous_groupe);
+    return std::clamp(premier_sous_groupe + nombres::entier_int(numero), 0, familles_max);
+}
+
+std::string debut_de_sous_groupe(int famille) {
+    return std::string(marque_sous_groupe) +
+           nombres::entier_complete(famille - premier_sous_groupe, static_cast<int>(chiffres_sous_groupe));
+}
+
+std::string_view sans_couleur(std::string_view nom_de_famille) {
+    return nom_de_famille.substr(0, nom_de_famille.find(lignes::champ_couleur));
+}
+
 std::string complete_article(std::string_view debut) {
+    return complete_article(courant(), debut);
+}
+
+std::string complete_article(const Tables& tables, std::string_view debut) {
     while (debut.ends_with(' ')) debut.remove_suffix(1);
     if (debut.size() < longueur_reference) return std::string(debut);
     std::string_view complet = debut;
-    for (const auto& famille : courant().articles) {
+    for (const auto& famille : tables.articles) {
         for (const std::string_view article : famille) {
             if (!article.starts_with(debut)) continue;
             if (article == debut) return std::string(debut);

@@ -1,6 +1,7 @@
 #include "data/journal.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "platform/systeme/fichiers.h"
@@ -43,11 +44,13 @@ void retient(std::string_view evenement) {
     retenues += horloge::lisible(horloge::maintenant()) + " " + sur_une_ligne(std::string(evenement)) + "\r\n";
 }
 
+/// A full journal that cannot become the older one goes on to twice its length, and not beyond.
 void ecrit() {
     if (retenues.empty()) return;
-    if (fichiers::longueur(nom_fichier).value_or(0) >= longueur_max)
-        static_cast<void>(fichiers::renomme_en_remplacant(nom_fichier, nom_ancien));
-    static_cast<void>(fichiers::ajoute(nom_fichier, retenues));
+    std::uint64_t longueur = fichiers::longueur(nom_fichier).value_or(0);
+    if (longueur >= longueur_max && fichiers::renomme_en_remplacant(nom_fichier, nom_ancien) == fichiers::Issue::fait)
+        longueur = 0;
+    if (longueur < 2 * longueur_max) static_cast<void>(fichiers::ajoute(nom_fichier, retenues));
     retenues.clear();
 }
 

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view marque_quantite = "##QUA:", debut_marque = "##QUA";
 constexpr std::size_t longueur_marque = 14;  ///< what a new validation cuts out, whatever the marker's real length
+constexpr std::size_t longueur_bloc = 15;    ///< the reference and two blanks, as the order file takes them
 constexpr std::string_view debut_composants = "|¤¤"_t, fin_composant = "Ð"_t, avant_nombre = "ð"_t;
 constexpr std::string_view apres_nom = "µ"_t, apres_choix = "¦"_t;
 constexpr std::string_view syntaxe = "{}|", remplacants = "()/";
@@ -76,8 +77,9 @@ std::optional<std::string_view> apres(std::string_view ligne, std::string_view m
 
 Composant lis_composant(std::string_view t) {
     Composant c;
-    c.reference = texte::colonnes(t, 1, 15);
+    c.reference = texte::colonnes(t, 1, longueur_bloc);
     std::string_view reste = texte::colonnes(t, 17);
+    c.libelle = reste.substr(0, reste.find(avant_nombre));
     for (double* n : {&c.premier, &c.second}) {
         const auto p = reste.find(avant_nombre);
         if (p == std::string_view::npos) break;
@@ -114,10 +116,12 @@ std::string sans_segments(std::string_view ligne, std::string_view masque) {
     return r += ligne.substr(dernier + 1);
 }
 
-/// The label of "reference|label"; without "|" the whole text.
-std::string libelle_du_choix(std::string_view choix) {
+/// Takes "reference|label"; without "|" the whole text is the label.
+void prend_un_choix(Service& s, std::string_view choix) {
     const auto barre = choix.find('|');
-    return std::string(texte::rogne(barre == std::string_view::npos ? choix : choix.substr(barre + 1)));
+    const bool sans = barre == std::string_view::npos;
+    s.references.emplace_back(sans ? "" : texte::rogne(choix.substr(0, barre)));
+    s.choix.emplace_back(texte::rogne(sans ? choix : choix.substr(barre + 1)));
 }
 
 bool a_des_choix(const Service& s) {
@@ -127,10 +131,10 @@ bool a_des_choix(const Service& s) {
 /// Adds a choice to the last course; when that is full, to a course of the same name behind it.
 void ajoute_choix(std::vector<Service>& services, std::string_view choix) {
     if (services.back().choix.size() == choix_par_service) {
-        Service suite{services.back().nom, {}};
+        Service suite{services.back().nom, {}, {}};
         services.push_back(std::move(suite));
     }
-    services.back().choix.push_back(libelle_du_choix(choix));
+    prend_un_choix(services.back(), choix);
 }
 
 /// Takes the choices at the beginning of a text; what stands behind the last is left.
@@ -143,12 +147,22 @@ void prend_choix(std::string_view& texte, std::vector<Service>& services) {
 
 }  // namespace
 
+std::string texte_fiche(const Fiche& f) {
+    std::string r = texte::complete(f.reference, longueur_bloc) + std::string(champ_libelle) + f.libelle;
+    const auto ajoute = [&r](std::string_view champ, const std::string& valeur) { (r += champ) += valeur; };
+    if (f.prix) ajoute(champ_prix, nombres::montant(*f.prix));
+    ajoute(champ_famille, std::to_string(f.famille));
+    if (f.seconde_famille) ajoute(champ_seconde_famille, std::to_string(*f.seconde_famille));
+    if (f.chiffre != 0) ajoute(champ_couleur, std::to_string(f.chiffre));
+    return f.suite.empty() ? r : r + "|" + f.suite;
+}
+
 std::string_view reference(std::string_view ligne) {
-    return texte::colonnes(ligne, 1, 15);
+    return texte::colonnes(ligne, 1, longueur_bloc);
 }
 
 std::string_view libelle(std::string_view ligne) {
-    const auto suite = apres(ligne, "|DES:");
+    const auto suite = apres(ligne, champ_libelle);
     if (!suite) return {};
     const auto barre = suite->find('|');
     if (barre != std::string_view::npos) return suite->substr(0, barre);
@@ -156,7 +170,7 @@ std::string_view libelle(std::string_view ligne) {
 }
 
 std::optional<double> prix(std::string_view ligne) {
-    const auto suite = apres(ligne, "|PVE:");
+    const auto suite = apres(ligne, champ_prix);
     if (!suite) return std::nullopt;
     return nombres::lis(*suite);
 }
@@ -166,8 +180,14 @@ std::string prix_affiche(std::string_view ligne) {
     return p ? nombres::montant(*p) : std::string();
 }
 
+std::optional<int> seconde_famille(std::string_view ligne) {
+    const auto suite = apres(ligne, champ_seconde_famille);
+    if (!suite) return std::nullopt;
+    return nombres::entier_int(*suite);
+}
+
 int chiffre_couleur(std::string_view ligne) {
-    const auto suite = apres(ligne, "|COU:");
+    const auto suite = apres(ligne, champ_couleur);
     return suite ? nombres::entier_int(suite->substr(0, 1)) : 0;
 }
 
@@ -222,6 +242,16 @@ std::vector<Composant> composants(std::string_view ligne) {
     return r;
 }
 
+std::string texte_composants(std::span<const Composant> composants) {
+    std::string r(debut_composants.substr(1));
+    for (const Composant& c : composants) {
+        r += texte::complete(c.reference, longueur_bloc + 1) + c.libelle;
+        for (const double n : {c.premier, c.second}) (r += avant_nombre) += nombres::general(n);
+        r += fin_composant;
+    }
+    return r;
+}
+
 std::optional<std::string_view> composition(std::string_view ligne) {
     for (const Plage& p : plages(ligne)) {
         if (p.composition) return ligne.substr(p.interieur, p.longueur);
@@ -238,12 +268,26 @@ std::vector<Service> services(std::string_view composition) {
         prend_choix(reste, r);
         if (fini && texte::contient(reste, "|")) ajoute_choix(r, reste);  // the text breaks off within a choice
         if (!fini) {
-            r.push_back({std::string(texte::rogne(reste)), {}});
+            r.push_back({std::string(texte::rogne(reste)), {}, {}});
             composition.remove_prefix(p + apres_nom.size());
         }
     }
     std::erase_if(r, [](const Service& s) { return !a_des_choix(s); });
     return r;
+}
+
+std::string texte_composition(std::span<const Service> services) {
+    const auto place = [](const std::vector<std::string>& v, std::size_t i) {
+        return i < v.size() ? v[i] : std::string();
+    };
+    std::string r = "{{";
+    for (std::size_t s = 0; s < services_par_menu; ++s) {
+        const Service service = s < services.size() ? services[s] : Service{};
+        (r += service.nom) += apres_nom;
+        for (std::size_t i = 0; i < choix_par_service; ++i)
+            (r += place(service.references, i) + "|" + place(service.choix, i)) += apres_choix;
+    }
+    return r + "}}";
 }
 
 std::string validee(std::string_view ligne, double quantite, std::span<const std::string> remarques) {

@@ -17,6 +17,9 @@ using fichiers::Issue;
 constexpr std::string_view fichier_sonde = "Test.res";
 constexpr std::size_t longueur_sonde = 64;
 constexpr std::string_view fichiers_du_catalogue[] = {"w_styl72.wdo", "orvalune.wdo", "worvalune.wdo"};
+/// A directory that is known and holds none of these is the place where a share has been mounted.
+constexpr std::string_view temoins[] = {fichier_sonde, fichiers_du_catalogue[0], fichiers_du_catalogue[1],
+                                        fichiers_du_catalogue[2]};
 constexpr std::string_view fin_de_marque = ".-D-", fin_ancienne = "-L-", fin_en_attente_ancienne = "-a-";
 constexpr std::size_t longueur_fin = fin_en_attente.size();
 constexpr std::size_t chiffres_dossier = 8, chiffres_compte = 8, longueur_code = 10;
@@ -45,21 +48,22 @@ bool est_hexadecimal(std::string_view t) {
 }
 
 /// What tells one network directory from another, however its path is written (FNV-1a).
-std::string empreinte(std::string_view repertoire) {
+std::string empreinte(const Lieu& lieu) {
+    std::string_view repertoire = lieu.repertoire;
     while (!repertoire.empty() && (repertoire.back() == '/' || repertoire.back() == '\\')) repertoire.remove_suffix(1);
     std::uint32_t h = 0x811C9DC5;
     for (const char c : repertoire) {
         const char egal = c == '\\' ? '/' : c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
         h = (h ^ static_cast<unsigned char>(egal)) * 0x01000193;
     }
-    return hexadecimal(h);
+    return hexadecimal(lieu.monte ? ~h : h);
 }
 
 /// What the keys of this tablet's deliveries into that directory begin with.
 std::string debut_de_cle(const Lieu& lieu) {
     std::string code = lieu.tablette;
     code.resize(longueur_code, '0');
-    return empreinte(lieu.repertoire) + code;
+    return empreinte(lieu) + code;
 }
 
 /// A key that no other delivery has, of this tablet or another: directory, tablet, time and count.
@@ -77,7 +81,7 @@ struct Marque {
         return nom + std::string(fin_livree) + "." + cle + std::string(fichiers::suffixe_temporaire);
     }
     /// Whether it speaks of that network directory.
-    bool concerne(const Lieu& lieu) const { return cle.starts_with(empreinte(lieu.repertoire)); }
+    bool concerne(const Lieu& lieu) const { return cle.starts_with(empreinte(lieu)); }
 };
 
 Marque marque_pour(std::string_view nom, const std::string& cle) {
@@ -103,24 +107,30 @@ Constat echec(const Lieu& lieu, const std::string& nom, Issue i) {
     return {nom, i == Issue::occupe ? Sort::tenue : Sort::attend, i};
 }
 
-/// Whether the ".txt" that stands in the place of an order is this order, delivered before.
+/// Whether the ".txt" that stands in the place of an order is this order, delivered before: fait. Issue::existe: it is
+/// another one, or perhaps collected this very moment. Anything else: nobody knows as long as it cannot be read.
 Issue compare(const std::string& cible, const std::string& contenu) {
     std::string deja;
     const Issue lecture = fichiers::lis_tout(cible, deja);
     if (lecture == Issue::fait && deja == contenu) return Issue::fait;
-    return lecture == Issue::occupe ? Issue::occupe : Issue::existe;  // perhaps collected this very moment
+    return lecture == Issue::fait || lecture == Issue::absent ? Issue::existe : lecture;
+}
+
+/// The file of a waiting order: the end may be in either letter case.
+std::string attente_de(const std::string& nom) {
+    std::string ancienne = fichier(nom, fin_en_attente_ancienne), r = fichier(nom, fin_en_attente);
+    return !fichiers::existe(r) && fichiers::existe(ancienne) ? ancienne : r;
 }
 
 /// The name of the kept text of an order that lies in that network directory.
 std::string gardee(const Lieu& lieu, std::string_view nom) {
-    return std::string(nom) + empreinte(lieu.repertoire) + "." + std::string(fin_gardee);
+    return std::string(nom) + empreinte(lieu) + "." + std::string(fin_gardee);
 }
 
 /// The order has been handed over: its text is kept, and the mark goes last. That one may come back after a power cut.
 Constat range(const Lieu& lieu, const std::string& nom, Sort sort, const Marque* marque) {
     const std::string vers = sort == Sort::a_verifier ? fichier(nom, fin_a_verifier) : gardee(lieu, nom);
-    Issue issue = fichiers::renomme_en_remplacant(fichier(nom, fin_en_attente), vers);
-    if (issue == Issue::absent) issue = fichiers::renomme_en_remplacant(fichier(nom, fin_en_attente_ancienne), vers);
+    const Issue issue = fichiers::renomme_en_remplacant(attente_de(nom), vers);
     if (!est_partie(issue)) return {nom, sort, issue, true};
     if (marque != nullptr) static_cast<void>(fichiers::supprime_sans_attendre(marque->fichier));
     return {nom, sort};
@@ -148,12 +158,14 @@ Constat remet(const Lieu& lieu, const Marque& m, const std::string& contenu) {
     return est_partie(issue) ? range(lieu, m.nom, Sort::deposee, &m) : echec(lieu, m.nom, issue);
 }
 
-/// The first two steps.
+/// The first two steps. Issue::absent: the share is not there, though a directory may lie in its place.
 Issue prepare(const Lieu& lieu, const Marque& m, const std::string& contenu) {
     const std::string temporaire = fichiers::joint(lieu.repertoire, m.temporaire());
     Issue issue = fichiers::cree(temporaire, contenu);
     if (issue != Issue::fait) return issue;
-    if (fichiers::longueur(temporaire) != contenu.size()) issue = Issue::panne;
+    const auto t = fichiers::trouve(temporaire);
+    if (!t || t->longueur != contenu.size()) issue = Issue::panne;
+    if (t && t->monte != lieu.monte) issue = Issue::absent;
     if (issue == Issue::fait) issue = fichiers::cree(m.fichier, "");
     if (issue != Issue::fait) retire(lieu, m);
     return issue;
@@ -168,10 +180,9 @@ struct Restes {
 };
 
 Restes cherche(const Lieu& lieu, const Marque& m, const Noms& la_bas) {
-    return {
-        fichiers::existe(fichier(m.nom, fin_en_attente)) || fichiers::existe(fichier(m.nom, fin_en_attente_ancienne)),
-        fichiers::existe(gardee(lieu, m.nom)), fichiers::existe(fichier(m.nom, fin_a_verifier)),
-        la_bas.contains(m.temporaire()), la_bas.contains(fichier(m.nom, fin_livree))};
+    return {fichiers::existe(attente_de(m.nom)), fichiers::existe(gardee(lieu, m.nom)),
+            fichiers::existe(fichier(m.nom, fin_a_verifier)), la_bas.contains(m.temporaire()),
+            la_bas.contains(fichier(m.nom, fin_livree))};
 }
 
 /// Ends the delivery that a mark tells of; nothing when it had ended but for the mark.
@@ -184,13 +195,14 @@ std::optional<Constat> reprend(const Lieu& lieu, const Marque& m, const Noms& la
     }
     if (remise) return range(lieu, m.nom, Sort::deposee, &m);
     std::string contenu;
-    Issue issue = fichiers::lis_tout(fichier(m.nom, fin_en_attente), contenu);
+    Issue issue = fichiers::lis_tout(attente_de(m.nom), contenu);
     if (issue == Issue::occupe) return Constat{m.nom, Sort::tenue, issue};
     if (ici && r.prete) return remet(lieu, m, contenu);
-    if (ici && r.vue && issue == Issue::fait) {
-        issue = compare(fichiers::joint(lieu.repertoire, fichier(m.nom, fin_livree)), contenu);
-        if (issue == Issue::occupe) return Constat{m.nom, Sort::tenue, issue};
+    if (ici && r.vue) {
+        if (issue == Issue::fait)
+            issue = compare(fichiers::joint(lieu.repertoire, fichier(m.nom, fin_livree)), contenu);
         if (issue == Issue::fait) return range(lieu, m.nom, Sort::deposee, &m);
+        if (issue != Issue::existe) return echec(lieu, m.nom, issue);  // perhaps it can be read the next time
     }
     return range(lieu, m.nom, Sort::a_verifier, &m);
 }
@@ -201,7 +213,7 @@ std::optional<Constat> reprend_ancienne(const Lieu& lieu, const std::string& mar
     const std::string nom(nom_de(marque));
     std::string marquee, presente;
     const Issue a = fichiers::lis_tout(marque, marquee);
-    const Issue b = fichiers::lis_tout(fichier(nom, fin_en_attente), presente);
+    const Issue b = fichiers::lis_tout(attente_de(nom), presente);
     if (a == Issue::occupe || b == Issue::occupe) return Constat{nom, Sort::tenue, Issue::occupe};
     if (a == Issue::fait && b == Issue::fait && presente == marquee) {
         const Constat c = range(lieu, nom, Sort::deposee, nullptr);
@@ -228,15 +240,46 @@ std::optional<Constat> cherche_gardee(const Lieu& lieu, const std::string& fichi
     return Constat{nom, Sort::collectee, est_partie(issue) ? Issue::fait : issue};
 }
 
-/// Removes what deliveries of waiting orders left in the network directory when they were cut off before their mark.
-void retire_restes(const Lieu& lieu, const Local& local, const Noms& la_bas, const Noms& marquees) {
+/// What deliveries of waiting orders have in the network directory, marked or not.
+std::vector<std::string> cherche_temporaires(const Lieu& lieu, const Local& local, const Noms& la_bas) {
+    std::vector<std::string> r;
     for (const std::string& attente : local.en_attente) {
         const std::string debut = fichier(nom_de(attente), fin_livree) + "." + debut_de_cle(lieu);
         for (auto i = la_bas.lower_bound(debut); i != la_bas.end() && i->starts_with(debut); ++i) {
-            if (i->ends_with(fichiers::suffixe_temporaire) && !marquees.contains(*i))
-                static_cast<void>(fichiers::supprime(fichiers::joint(lieu.repertoire, *i)));
+            if (i->ends_with(fichiers::suffixe_temporaire)) r.push_back(*i);
         }
     }
+    return r;
+}
+
+Noms temporaires_marques(const Local& local) {
+    Noms r;
+    for (const std::string& f : local.marques) r.insert(lis_marque(f)->temporaire());
+    return r;
+}
+
+/// Removes what deliveries left when they were cut off before their mark. `local` may be older than the marks of orders
+/// that the same pass has tried: those are looked for anew.
+void retire_restes(const Lieu& lieu, const Local& local, const Noms& la_bas) {
+    const std::vector<std::string> temporaires = cherche_temporaires(lieu, local, la_bas);
+    const auto present = temporaires.empty() ? std::nullopt : liste_locale();
+    if (!present) return;
+    const Noms marques = temporaires_marques(*present);
+    for (const std::string& t : temporaires) {
+        if (!marques.contains(t)) static_cast<void>(fichiers::supprime(fichiers::joint(lieu.repertoire, t)));
+    }
+}
+
+/// Whether what was listed is the directory that has the orders of which conclusions would be drawn: not the place
+/// where its share was mounted.
+bool est_la_sienne(const Lieu& lieu, const Local& local, const std::vector<std::string>& la_bas) {
+    if (local.gardees.empty() && local.marques.empty()) return true;
+    for (const std::string& nom : la_bas) {
+        if (std::ranges::none_of(temoins, [&](auto t) { return fichiers::correspond(nom, t); })) continue;
+        const auto temoin = fichiers::trouve(fichiers::joint(lieu.repertoire, nom));
+        return temoin && temoin->monte == lieu.monte;
+    }
+    return false;
 }
 
 Issue copie(const std::string& repertoire, std::string_view nom) {
@@ -292,28 +335,35 @@ std::optional<Local> liste_locale() {
 void retire_temporaires() {
     const auto local = liste_locale();
     if (!local) return;
-    Noms marquees;
-    for (const std::string& f : local->marques) marquees.insert(lis_marque(f)->temporaire());
+    const Noms marquees = temporaires_marques(*local);
     for (const std::string& f : fichiers::liste(".", "*" + std::string(fichiers::suffixe_temporaire))) {
         if (!marquees.contains(f)) static_cast<void>(fichiers::supprime(f));
     }
 }
 
-bool connait(const Lieu& lieu, const Local& local) {
-    return std::any_of(local.gardees.begin(), local.gardees.end(),
-                       [&](const std::string& f) { return f == gardee(lieu, nom_garde(f)); }) ||
-           std::any_of(local.marques.begin(), local.marques.end(),
-                       [&](const std::string& f) { return lis_marque(f)->concerne(lieu); });
+Connu connait(const Lieu& lieu, const Local& local) {
+    const auto en_parle = [&local](const Lieu& l) {
+        const std::string fin = gardee(l, "");
+        return std::ranges::any_of(local.gardees, [&](const auto& f) { return f.ends_with(fin); }) ||
+               std::ranges::any_of(local.marques, [&](const auto& f) { return lis_marque(f)->concerne(l); });
+    };
+    return {en_parle({lieu.repertoire, lieu.tablette, false}), en_parle({lieu.repertoire, lieu.tablette, true})};
 }
 
-bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date, bool connu) {
-    if (repertoire.empty() || record < 1) return false;
-    const auto est_la = [&](std::string_view nom) { return fichiers::existe(fichiers::joint(repertoire, nom)); };
-    if (connu && !est_la(fichier_sonde) &&
-        std::none_of(std::begin(fichiers_du_catalogue), std::end(fichiers_du_catalogue), est_la))
-        return false;
-    const auto f = fichiers::FichierRecords::ouvre(fichiers::joint(repertoire, fichier_sonde), longueur_sonde);
-    return f && f->ecrit(static_cast<std::size_t>(record), date) == Issue::fait;
+std::optional<fichiers::Trouve> ecrit_sonde(const std::string& repertoire, int record, const std::string& date,
+                                            Connu connu) {
+    if (repertoire.empty() || record < 1) return std::nullopt;
+    if (connu.nu || connu.monte) {
+        std::optional<fichiers::Trouve> la;
+        for (const std::string_view temoin : temoins) {
+            if (!la) la = fichiers::trouve(fichiers::joint(repertoire, temoin));
+        }
+        if (!la || (connu.monte && !la->monte)) return std::nullopt;
+    }
+    const std::string sonde = fichiers::joint(repertoire, fichier_sonde);
+    const auto f = fichiers::FichierRecords::ouvre(sonde, longueur_sonde);
+    if (!f || f->ecrit(static_cast<std::size_t>(record), date) != Issue::fait) return std::nullopt;
+    return fichiers::trouve(sonde);
 }
 
 bool copie_catalogue(const std::string& repertoire) {
@@ -331,22 +381,19 @@ std::optional<std::vector<Constat>> fait_le_point(const Lieu& lieu, const Local&
                                                   const std::vector<std::string>& remises) {
     if (lieu.repertoire.empty()) return std::nullopt;
     const auto liste = fichiers::entrees(lieu.repertoire);
-    if (!liste) return std::nullopt;
+    if (!liste || !est_la_sienne(lieu, local, *liste)) return std::nullopt;
     const Noms la_bas(liste->begin(), liste->end());
-    Noms marquees;
     std::vector<Constat> r;
     const auto retient = [&r](const std::optional<Constat>& c) {
         if (c) r.push_back(*c);
     };
     for (const std::string& fichier : local.marques) {
         const auto m = lis_marque(fichier);
-        if (!m) continue;
-        marquees.insert(m->temporaire());
-        retient(reprend(lieu, *m, la_bas, std::find(remises.begin(), remises.end(), m->nom) != remises.end()));
+        if (m) retient(reprend(lieu, *m, la_bas, std::find(remises.begin(), remises.end(), m->nom) != remises.end()));
     }
     for (const std::string& fichier : local.anciennes) retient(reprend_ancienne(lieu, fichier));
     for (const std::string& fichier : local.gardees) retient(cherche_gardee(lieu, fichier, la_bas));
-    retire_restes(lieu, local, la_bas, marquees);
+    retire_restes(lieu, local, la_bas);
     return r;
 }
 
@@ -359,6 +406,7 @@ Constat livre(const Lieu& lieu, const std::string& fichier) {
     if (lecture != Issue::fait) return {nom, lecture == Issue::occupe ? Sort::tenue : Sort::attend, lecture};
     const Marque m = marque_pour(nom, nouvelle_cle(lieu));
     const Issue issue = prepare(lieu, m, contenu);
+    if (issue == Issue::absent) return {nom, Sort::reseau_perdu, issue};
     return issue == Issue::fait ? remet(lieu, m, contenu) : echec(lieu, nom, issue);
 }
 

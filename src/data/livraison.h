@@ -24,6 +24,9 @@ inline constexpr std::string_view fin_en_attente = "-A-",  ///< it waits in the 
     fin_gardee = "-T-",      ///< its text, kept until it has been collected; before the end, which directory has it
     fin_a_verifier = "-V-";  ///< its text, kept since nobody can know whether it was handed over
 
+/// How the name of the file begins by which a tablet tells the router who it is; its end is that of a delivered order.
+inline constexpr std::string_view debut_identification = "00_00_0_";
+
 /// The order's name: that of one of its files without the end. Shorter ones have none: empty.
 std::string_view nom_de(std::string_view fichier);
 /// The name of the order that a kept text belongs to; empty when it is none.
@@ -47,16 +50,23 @@ std::optional<Local> liste_locale();
 /// The network directory, and the code that tells this tablet's temporary files from others'.
 struct Lieu {
     std::string repertoire, tablette;
+    bool monte = false;  ///< a share is mounted there: without it the same path names another directory
 };
 
 /// Removes the temporary files that a power cut left behind in the working directory, but those that a mark names.
 void retire_temporaires();
 
-/// Whether this tablet has delivered into that directory before, and the working directory still knows it.
-bool connait(const Lieu& lieu, const Local& local);
-/// Writes the probe record into "Test.res" of the directory: the date in 64 characters. A blank directory is never
-/// there; nor is one that is known and holds neither probe nor catalogue: the place where a share has been mounted.
-bool ecrit_sonde(const std::string& repertoire, int record, const std::string& date, bool connu = false);
+/// What is known of a network directory: that this tablet has delivered there, and whether a share was mounted then.
+struct Connu {
+    bool nu = false, monte = false;
+};
+/// What the working directory still knows of it.
+Connu connait(const Lieu& lieu, const Local& local);
+/// Writes the probe record into "Test.res" of the directory, the date in 64 characters, and tells whether a share is
+/// mounted there. A blank directory is never there; nor is the place of a share that was mounted and is not, nor one
+/// that is known and holds neither probe nor catalogue.
+std::optional<fichiers::Trouve> ecrit_sonde(const std::string& repertoire, int record, const std::string& date,
+                                            Connu connu = {});
 
 /// Copies the style and catalogue files into the working directory; what cannot be read, or is empty because it is just
 /// being written, leaves the local file as it is. True when the catalogue itself is here and whole, and no other
@@ -81,7 +91,7 @@ struct Constat {
 
 /// What one listing of the network directory tells: the deliveries that were cut off are ended, what they left behind
 /// is removed, and deposited orders that are gone count as collected. `remises` are orders that this run handed over
-/// but could not put away. Nothing when the directory cannot be listed.
+/// but could not put away. Nothing when the directory cannot be listed, or another one lies in its place.
 std::optional<std::vector<Constat>> fait_le_point(const Lieu& lieu, const Local& local,
                                                   const std::vector<std::string>& remises);
 

@@ -12,10 +12,7 @@ namespace programme_touches {
 namespace {
 
 constexpr std::size_t longueur_record = 256, nb_records = 5000;
-constexpr std::uint64_t longueur_vide = 250;  ///< up to this length the file counts as not filled
 constexpr int records_par_page = 100;
-
-constexpr int ligne_des_titres = 98;
 constexpr std::string_view fin_de_record = "\r\n";
 
 /// Place of a field in the record, in bytes.
@@ -44,9 +41,16 @@ std::size_t record_de(int page, int numero) {
     return static_cast<std::size_t>(page * records_par_page + numero);
 }
 
-Ligne lis(int page, int numero) {
-    const auto lu = fichier->lis(record_de(page, numero));
-    Ligne l{lu.value_or(""), lu.has_value()};
+std::size_t debut_de(int page, int numero) {
+    return (record_de(page, numero) - 1) * longueur_record;
+}
+
+/// Whole, with its end.
+std::string record_entier(const Ligne& ligne) {
+    return texte::complete(ligne.record, longueur_record - fin_de_record.size()) + std::string(fin_de_record);
+}
+
+Ligne nettoyee(Ligne l) {
     for (const Place& p : places) {  // where a power cut left the file unwritten; bytes that nobody is shown stay
         const std::size_t debut = std::min(p.debut, l.record.size()),
                           fin = std::min(debut + p.longueur, l.record.size());
@@ -56,15 +60,20 @@ Ligne lis(int page, int numero) {
     return l;
 }
 
+Ligne lis(int page, int numero) {
+    const auto lu = fichier->lis(record_de(page, numero));
+    return nettoyee({lu.value_or(""), lu.has_value()});
+}
+
 fichiers::Issue ecrit(int page, int numero, const Ligne& ligne) {
     if (!existe(page, numero)) return fichiers::Issue::refuse;
     if (!ligne.lue) return fichiers::Issue::panne;
-    const std::size_t utile = longueur_record - fin_de_record.size();
-    const std::string record = texte::complete(ligne.record, utile) + std::string(fin_de_record);
-    return fichier->ecrit(record_de(page, numero), record);
+    return fichier->ecrit(record_de(page, numero), record_entier(ligne));
 }
 
-std::string programme_vide() {
+}  // namespace
+
+std::string contenu_vide() {
     std::string r(nb_records * longueur_record, ' ');
     for (std::size_t i = longueur_record; i <= r.size(); i += longueur_record) {
         r[i - 2] = '\r';
@@ -73,7 +82,21 @@ std::string programme_vide() {
     return r;
 }
 
-}  // namespace
+void pose_dans(std::string& contenu, int page, int numero, const Ligne& ligne) {
+    contenu.replace(debut_de(page, numero), longueur_record, record_entier(ligne));
+}
+
+Ligne lis_dans(std::string_view contenu, int page, int numero) {
+    return nettoyee({std::string(texte::colonnes(contenu, debut_de(page, numero) + 1, longueur_record))});
+}
+
+std::size_t longueur(Champ c) {
+    return place(c).longueur;
+}
+
+std::string_view abrege(std::string_view article) {
+    return article.substr(0, longueur(Champ::action) - marque::longueur);
+}
 
 std::string_view Ligne::champ(Champ c) const {
     return texte::rogne(texte::colonnes(record, place(c).debut + 1, place(c).longueur));
@@ -113,7 +136,7 @@ bool prepare() {
     tenus::note(nom_fichier, ecriture);
     if (!fichier) return false;
     if (fichier->longueur() > longueur_vide) return true;
-    return fichier->ecrit_depuis_le_debut(programme_vide()) == fichiers::Issue::fait;
+    return fichier->ecrit_depuis_le_debut(contenu_vide()) == fichiers::Issue::fait;
 }
 
 void ferme() {

@@ -12,7 +12,33 @@
 namespace programme_touches {
 
 inline constexpr std::string_view nom_fichier = "progppb.wdo";
-inline constexpr int nb_pages = 50, lignes_par_page = 95;
+inline constexpr int nb_pages = 50, lignes_par_page = 95, ligne_des_titres = 98;
+inline constexpr std::uint64_t longueur_vide = 250;  ///< up to this length the file counts as not filled
+
+/// How the code of a key begins: what it does.
+namespace marque {
+inline constexpr std::string_view fonction = "#FONC#", page = "#PAGE#", accueil = "#MENU#", familles = "#LFAM#",
+                                  familles_suivantes = "#SUIF#", familles_precedentes = "#RETF#",
+                                  serveurs_suivants = "#SUIS#", serveurs_precedents = "#RETS#", famille = "#FAMI#",
+                                  inerte = "#TOUC#", articles_suivants = "#SUIT#", articles_precedents = "#RETO#",
+                                  serveur = "#SERV#", article = "#AJOU#", outils = "#OUTI#";
+inline constexpr std::string_view toutes[] = {fonction,
+                                              page,
+                                              accueil,
+                                              familles,
+                                              familles_suivantes,
+                                              familles_precedentes,
+                                              serveurs_suivants,
+                                              serveurs_precedents,
+                                              famille,
+                                              inerte,
+                                              articles_suivants,
+                                              articles_precedents,
+                                              serveur,
+                                              article,
+                                              outils};
+inline constexpr std::size_t longueur = fonction.size();
+}  // namespace marque
 
 /// The fields of a line. Those that the editor does not show keep their bytes.
 enum class Champ { reference, libelle, lh, image, visible, taille, couleur, action };
@@ -38,6 +64,15 @@ struct Ligne {
     int taille() const;            ///< font size in points, 0: that of the families
     std::int32_t couleur() const;  ///< red in the low byte, -1: the plain key
 };
+
+/// The content of a file without any key; and a line of a content, written into it or read from it.
+std::string contenu_vide();
+void pose_dans(std::string& contenu, int page, int numero, const Ligne& ligne);
+Ligne lis_dans(std::string_view contenu, int page, int numero);
+/// Length of a field in bytes.
+std::size_t longueur(Champ c);
+/// The part of an article's record that an action holds behind its marker; the catalogue completes it.
+std::string_view abrege(std::string_view article);
 
 /// Opens the file and creates it blank when it is missing or not filled. False when it can be neither.
 bool prepare();

@@ -119,6 +119,16 @@ int nombre(int record) {
     return n < reglage->min ? lis_nombre(reglage->defaut) : std::min(n, reglage->max);
 }
 
+Disposition disposition(int premier_record, int colonnes, int lignes, int touches) {
+    Disposition d;
+    d.police = std::max(1, nombre(premier_record));
+    d.largeur = std::clamp(nombre(premier_record + 1), 1, colonnes);
+    d.hauteur = std::clamp(nombre(premier_record + 2), 1, lignes);
+    const int place = (colonnes / d.largeur) * (lignes / d.hauteur);
+    d.par_page = std::clamp(nombre(premier_record + 3), 1, std::min(place, touches));
+    return d;
+}
+
 std::int32_t couleur(int record) {
     const std::string t = texte(record);
     if (!t.starts_with(marque)) return -1;

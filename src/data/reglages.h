@@ -55,6 +55,15 @@ std::string valeur(int record);
 /// The number of a setting, within its bounds; a record that holds none is set to its default first. A number that is
 /// too small or cannot be read counts as the default, but is not overwritten.
 int nombre(int record);
+/// How the keys of a list page are laid out, from four records.
+struct Disposition {
+    int police = 0, largeur = 0, hauteur = 0;
+    int par_page = 0;  ///< keys that a page really shows, which is also the step from page to page
+};
+/// For a grid of so many cells; `touches`: keys that the grid has at most.
+Disposition disposition(int premier_record, int colonnes, int lignes, int touches);
+/// Cells that the key grid has at most, each way.
+inline constexpr int grille_max = 40;
 /// A colour with red in the low byte, -1 when the record is blank.
 std::int32_t couleur(int record);
 /// Writes a whole record, 1 to 32767: cut or padded to 20 characters, flushed.

@@ -44,6 +44,7 @@ struct Connexion {
     bool regarde = false;                       ///< the look at the kitchen is under way
     bool passe_voulue = false;                  ///< a pass is to follow it
     int deposees = 0;                           ///< orders that have been handed over, and not been seen collected
+    std::string partage;  ///< the network directory where a share was mounted when it last answered
 };
 Connexion connexion;
 std::function<void()> temoin;  ///< told of every change
@@ -78,7 +79,7 @@ void change_etat(bool joignable) {
 }
 
 livraison::Lieu lieu() {
-    return {etat::repertoire_reseau, commande::identite()};
+    return {etat::repertoire_reseau, commande::identite(), connexion.partage == etat::repertoire_reseau};
 }
 
 /// What the working directory holds now; nothing when it cannot be listed, and nothing may be delivered then.
@@ -86,6 +87,9 @@ std::optional<livraison::Local> regarde_ici() {
     auto local = livraison::liste_locale();
     if (!local) return local;
     connexion.deposees = static_cast<int>(local->gardees.size());
+    std::erase_if(connexion.remises, [&](const auto& r) {
+        return std::ranges::none_of(local->en_attente, [&](auto& f) { return livraison::nom_de(f) == r.first; });
+    });
     std::set<std::string>& attentes = connexion.attentes;
     if (connexion.remises.empty() && std::ranges::equal(attentes, local->en_attente)) return local;
     attentes.clear();
@@ -288,15 +292,19 @@ void apres_la_sonde(bool repond) {
     livre_la_suivante();
 }
 
-bool lance_sonde(bool connu) {
-    auto repond = std::make_shared<bool>(false);
-    return ouvrier::lance(
-        {[repertoire = etat::repertoire_test, record = int{etat::record_test}, repond, connu,
-          date = horloge::jour(horloge::maintenant())] {
-             *repond = livraison::ecrit_sonde(repertoire, record, date, connu);
-         },
-         [repond](ouvrier::Reponse reponse) { apres_la_sonde(reponse == ouvrier::Reponse::faite && *repond); },
-         limite_sonde_ms});
+bool lance_sonde(livraison::Connu connu) {
+    connu.monte = connu.monte || connexion.partage == etat::repertoire_reseau;
+    auto sonde = std::make_shared<std::optional<fichiers::Trouve>>();
+    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, sonde, connu,
+                            date = horloge::jour(horloge::maintenant())] {
+                               *sonde = livraison::ecrit_sonde(repertoire, record, date, connu);
+                           },
+                           [sonde, repertoire = etat::repertoire_reseau](ouvrier::Reponse reponse) {
+                               const bool repond = reponse == ouvrier::Reponse::faite && *sonde;
+                               if (repond) connexion.partage = (*sonde)->monte ? repertoire : "";
+                               apres_la_sonde(repond);
+                           },
+                           limite_sonde_ms});
 }
 
 }  // namespace
@@ -373,6 +381,7 @@ void passe() {
 
 void regarde_la_cuisine() {
     if (etat::hors_ligne || ouvrier::occupe()) return;
+    if (!connexion.joignable) return passe();
     auto local = regarde_ici();
     if (!local || local->gardees.empty()) return;
     passe_en_cours = {};
@@ -386,7 +395,8 @@ bool catalogue_frais() {
 }
 
 void envoie_identification(std::function<void(bool)> suite) {
-    const std::string nom = "00_00_0_" + horloge::jour_et_heure(horloge::maintenant()) + ".txt";
+    const std::string nom =
+        std::string(livraison::debut_identification) + horloge::jour_et_heure(horloge::maintenant()) + ".txt";
     auto ecrit = std::make_shared<bool>(false);
     const bool lance =
         !etat::hors_ligne &&

@@ -11,10 +11,10 @@
 namespace styles {
 namespace {
 
-constexpr std::size_t longueur_record = 128, nb_records = 501;
-constexpr std::size_t longueur_tete = 15, longueur_libelle = 40, longueur_reste = 61;
+constexpr std::string_view marque_initialise = "#INIT#";
+constexpr std::size_t nb_records = code_max;
+constexpr std::size_t longueur_tete = 15, longueur_reste = 61;
 constexpr std::size_t place_texte = 116, place_fond = 120;
-constexpr std::int32_t blanc = 16777215;
 
 /// Code, ground, text colour and label of the built-in choices.
 constexpr std::string_view choix_par_defaut =
@@ -62,29 +62,46 @@ Style style(std::string_view record) {
 
 /// The records of the built-in choices; `ancien` is what the file held, of which what lies beyond them stays.
 std::string contenu_initial(std::string_view ancien) {
-    std::string fichier = record("#INIT#" + horloge::jour(horloge::maintenant()), {"", 0, blanc});
-    for (std::size_t i = 2; i <= nb_records; ++i) fichier += record("", {"", 0, blanc});
+    std::vector<Style> choix(nb_records + 1);
     std::string_view reste = choix_par_defaut;
     for (auto p = reste.find('/'); p != std::string_view::npos; p = reste.find('/')) {
         const std::string_view entree = reste.substr(0, p);
         const auto nombre = [entree](std::size_t debut, std::size_t n) {
             return nombres::entier_int(texte::colonnes(entree, debut, n));
         };
-        const Style s{std::string(texte::colonnes(entree, 24)), nombre(14, 9), nombre(4, 9)};
-        fichier.replace(static_cast<std::size_t>(nombre(1, 2) - 1) * longueur_record, longueur_record, record("", s));
+        choix[static_cast<std::size_t>(nombre(1, 2))] = {std::string(texte::colonnes(entree, 24)), nombre(14, 9),
+                                                         nombre(4, 9)};
         reste.remove_prefix(p + 1);
     }
+    std::string fichier = contenu(choix, horloge::jour(horloge::maintenant()));
     if (ancien.size() > fichier.size()) fichier += ancien.substr(fichier.size());
     return fichier;
 }
 
 }  // namespace
 
+std::string contenu(std::span<const Style> choix, std::string_view jour) {
+    std::string r = record(std::string(marque_initialise) + std::string(jour), {});
+    for (std::size_t code = 2; code <= nb_records; ++code) r += record("", code < choix.size() ? choix[code] : Style{});
+    return r;
+}
+
+bool est_initialise(std::string_view contenu) {
+    return contenu.starts_with(marque_initialise);
+}
+
+std::vector<Style> depuis(std::string_view contenu) {
+    std::vector<Style> styles(nb_records + 1);
+    for (std::size_t code = 2; code <= nb_records; ++code)
+        styles[code] = style(texte::colonnes(contenu, (code - 1) * longueur_record + 1, longueur_record));
+    return styles;
+}
+
 bool init_styles() {
     if (tenus::attend(nom_fichier)) return false;
     std::string contenu;
     const fichiers::Issue lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu));
-    if (lecture == fichiers::Issue::fait && contenu.starts_with("#INIT#")) return true;
+    if (lecture == fichiers::Issue::fait && est_initialise(contenu)) return true;
     if (lecture != fichiers::Issue::fait && lecture != fichiers::Issue::absent) return false;
     // All at once: a file that stopped behind its first record would count as initialised for ever.
     return fichiers::ecrit_tout(nom_fichier, contenu_initial(contenu), fichiers::Remplace::oui) ==

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,10 +17,22 @@ struct Style {
     std::int32_t texte = 0, fond = 0xFFFFFF;
 };
 
-/// Category c, 0 to 19, begins at this code: its heading, if it has one, then its choices.
+/// Category c, from 0, has the codes premier_code(c) and choix_par_categorie - 1 more, a column of the detail screen;
+/// those between the columns are never shown.
+inline constexpr int categories = 20, choix_par_categorie = 15, records_par_categorie = 20;
 constexpr int premier_code(int categorie) {
-    return (categorie + 1) * 20;
+    return (categorie + 1) * records_par_categorie;
 }
+/// The last code that the file holds, and the length of a label.
+inline constexpr int code_max = 501;
+inline constexpr std::size_t longueur_record = 128, longueur_libelle = 40;
+
+/// The whole file of these choices, each at its code; `jour` is noted as the day of its making.
+std::string contenu(std::span<const Style> choix, std::string_view jour);
+/// Whether a file of that content counts as initialised; the terminal makes any other one anew.
+bool est_initialise(std::string_view contenu);
+/// The choices of a file's content, as lis() gives them.
+std::vector<Style> depuis(std::string_view contenu);
 
 /// Fills the file with the built-in choices unless it is initialised already. False when it cannot be written.
 bool init_styles();

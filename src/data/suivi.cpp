@@ -16,7 +16,6 @@ using horloge::DateHeure;
 constexpr int delai_s = 5 * 60;
 constexpr std::size_t nb_champs = 8, chiffres = 3;
 constexpr std::uint64_t longueur_max = 1 << 20;
-constexpr std::size_t longueur_date = 19;  ///< of "yyyy-mm-dd-hh-nn-ss" in a file's name
 
 /// In the order of Etat.
 constexpr std::string_view noms_des_etats[] = {"en attente"_t, "déposée"_t, "collectée"_t, "à vérifier"_t};
@@ -91,21 +90,12 @@ int compte_lignes(std::string_view contenu) {
     }));
 }
 
-/// "yyyy-mm-dd-hh-nn-ss" at the beginning of a name.
-std::optional<DateHeure> date_de(std::string_view nom) {
-    if (nom.size() < longueur_date) return std::nullopt;
-    std::string t(nom.substr(0, longueur_date));
-    t[10] = ' ';
-    t[13] = t[16] = ':';
-    return horloge::depuis_texte(t);
-}
-
 /// A line for an order that has none, from its file.
 Ligne depuis_fichier(std::string_view nom, const std::string& fichier) {
     std::string contenu;
     static_cast<void>(fichiers::lis_tout(fichier, contenu, longueur_max));  // then the line knows its name alone
     Ligne l;
-    l.ecrite = l.depuis = date_de(nom).value_or(horloge::maintenant());
+    l.ecrite = l.depuis = horloge::depuis_nom(nom).value_or(horloge::maintenant());
     l.serveur = nombres::entier_int(valeur(contenu, "#SERVEUR#"));
     l.table = valeur(contenu, "#TABLE#").substr(0, chiffres);
     l.couverts = nombres::entier_complete(nombres::lis(valeur(contenu, "#NBCOUVERT#")), 3);
@@ -167,11 +157,11 @@ struct Fichier {
     Etat etat;
 };
 
-/// The orders that the working directory holds, and the state that their files tell.
-std::vector<Fichier> cherche_fichiers() {
+/// The orders that the working directory holds, and the state that their files tell; nothing when it cannot be read.
+std::optional<std::vector<Fichier>> cherche_fichiers() {
     std::vector<Fichier> r;
     const auto local = livraison::liste_locale();
-    if (!local) return r;
+    if (!local) return std::nullopt;
     for (const auto& f : local->en_attente) {
         const std::string nom(livraison::nom_de(f));
         const bool marquee = std::any_of(local->marques.begin(), local->marques.end(),
@@ -191,7 +181,9 @@ void charge() {
     liste.clear();
     change = false;
     lis_fichier();
-    std::vector<Fichier> presents = cherche_fichiers();
+    auto fichiers_presents = cherche_fichiers();
+    if (!fichiers_presents) return;
+    std::vector<Fichier>& presents = *fichiers_presents;
     const auto present = [&](const std::string& nom) {
         return std::binary_search(presents.begin(), presents.end(), Fichier{nom, "", {}},
                                   [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });
@@ -270,15 +262,17 @@ std::int64_t avant_la_prochaine() {
     return r;
 }
 
-bool renvoie(std::string_view nom) {
-    if (!est_un_nom(nom)) return false;
-    const std::string base(nom);
-    const auto issue =
-        fichiers::renomme(base + std::string(livraison::fin_a_verifier), base + std::string(livraison::fin_en_attente));
-    if (issue != fichiers::Issue::fait) return false;
+Renvoi renvoie(std::string_view nom) {
+    if (!est_un_nom(nom)) return Renvoi::texte_perdu;
+    const std::string base(nom), attente = base + std::string(livraison::fin_en_attente);
+    const auto issue = fichiers::renomme(base + std::string(livraison::fin_a_verifier), attente);
+    if (issue != fichiers::Issue::fait) {
+        if (fichiers::existe(attente)) return Renvoi::deja_en_attente;
+        return issue == fichiers::Issue::absent ? Renvoi::texte_perdu : Renvoi::echec;
+    }
     passe_a(nom, Etat::en_attente);
     enregistre();
-    return true;
+    return Renvoi::fait;
 }
 
 }  // namespace suivi

@@ -37,7 +37,8 @@ struct Ligne {
 };
 
 /// Reads the list and brings it in line with the files of the working directory: what is neither waiting nor kept has
-/// been collected, and an order without a line gets one at the end.
+/// been collected, and an order without a line gets one at the end. Where the files cannot be listed nothing is
+/// concluded.
 void charge();
 /// Oldest first.
 const std::vector<Ligne>& lignes();
@@ -58,7 +59,13 @@ int non_collectees();
 /// Milliseconds until the next order becomes one of them; -1: none will.
 std::int64_t avant_la_prochaine();
 
-/// Sends an order that is "à vérifier" again: it waits anew. False when its text is no longer there.
-bool renvoie(std::string_view nom);
+enum class Renvoi {
+    fait,
+    deja_en_attente,  ///< its text waits on the tablet
+    texte_perdu,      ///< its text is no longer there
+    echec,            ///< its file could not be renamed
+};
+/// Sends an order that is "à vérifier" again: it waits anew.
+Renvoi renvoie(std::string_view nom);
 
 }  // namespace suivi

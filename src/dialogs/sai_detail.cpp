@@ -17,11 +17,9 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int categories = 20, categories_montrees = 2;
-constexpr int choix_par_categorie = 15;
+constexpr int categories_montrees = 2;
 constexpr int police_vide = 16;
 constexpr int flots = 2;  ///< columns in which the keys of a category flow
-constexpr double contraste_lisible = 4.5;
 
 /// A stored colour; what a damaged file holds beyond it is cut off.
 Couleur couleur(std::int32_t stockee) {
@@ -71,7 +69,7 @@ class Details {
         };
         forme_.construit(plans);
         Grille& g = forme_("g1", k).grille;
-        g.dimensionne(choix_par_categorie, 1);
+        g.dimensionne(styles::choix_par_categorie, 1);
         g.espace = formes::est_etroit() ? marge : rythme;
         g.flots = flots;
     }
@@ -79,7 +77,7 @@ class Details {
     void branche() {
         forme_.avant_image = [this] {
             formes::repose_aux_pages(forme_, etat::debut_detail <= 0,
-                                     etat::debut_detail >= categories - categories_montrees);
+                                     etat::debut_detail >= styles::categories - categories_montrees);
         };
         for (int k = 0; k < categories_montrees; ++k) {
             forme_("g1", k).a_la_cellule = [this, k](int ligne, int) {
@@ -96,8 +94,8 @@ class Details {
     }
 
     void change_page(int pas) {
-        etat::debut_detail =
-            static_cast<std::int16_t>(std::clamp(etat::debut_detail + pas, 0, categories - categories_montrees));
+        etat::debut_detail = static_cast<std::int16_t>(
+            std::clamp(etat::debut_detail + pas, 0, styles::categories - categories_montrees));
         affiche_tableau();
     }
 
@@ -105,7 +103,7 @@ class Details {
         for (int k = 0; k < categories_montrees; ++k) {
             const int base = styles::premier_code(etat::debut_detail + k);
             Grille& g = forme_("g1", k).grille;
-            for (int r = 0; r < choix_par_categorie; ++r) remplit(g.cellule(r, 0), base + r);
+            for (int r = 0; r < styles::choix_par_categorie; ++r) remplit(g.cellule(r, 0), base + r);
             const auto sans_choix = [](const Aspect& a) { return a.texte.empty(); };
             const bool vide = std::all_of(g.cellules.begin(), g.cellules.end(), sans_choix);
             if (vide) g.cellules.assign(g.cellules.size(), {});  // no wall of empty keys

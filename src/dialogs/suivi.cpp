@@ -1,6 +1,7 @@
 #include "dialogs/suivi.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -13,6 +14,7 @@
 #include "dialogs/mini_97.h"
 #include "platform/ecran/boucle.h"
 #include "platform/peinture/images.h"
+#include "platform/systeme/horloge.h"
 #include "platform/systeme/texte.h"
 
 namespace ecran_suivi {
@@ -24,6 +26,7 @@ using formes::px;
 constexpr int hauteur_ligne = px(60), hauteur_entete = px(46);
 
 constexpr int case_renvoie = 3;
+constexpr std::int64_t secondes_par_jour = 24 * 60 * 60;
 const formes::ToucheDeBarre barre[6] = {
     formes::touche_bas, formes::touche_haut, {}, {"Renvoyer", image_envoyer, Role::aller}, {}, formes::touche_ferme};
 
@@ -54,8 +57,25 @@ constexpr Vue vues[] = {{image_en_attente, "en attente", false},
                         {image_collectee, "collectée "_t, true},
                         {image_a_verifier, "à vérifier"_t, false}};
 
+/// Why an order was not sent again, and what to do; in the order of the enumeration.
+constexpr std::string_view refus[] = {
+    "", "Cette commande attend déjà sur la tablette, suivez-la dans la liste !"_t,
+    "Le texte de la commande n'est plus sur la tablette, reprenez-la si la cuisine ne l'a pas !"_t,
+    "La commande n'a pas pu être remise en attente, réessayez ou appelez le technicien !"_t};
+
 std::string heure_et_minute(const horloge::DateHeure& d) {
     return nombres::entier_complete(d.heure, 2) + ":" + nombres::entier_complete(d.minute, 2);
+}
+
+/// When an order was written: its day stands before the time when that is not today.
+std::string quand(const horloge::DateHeure& d) {
+    const auto jour_de = [](const horloge::DateHeure& x) { return horloge::jour(x); };
+    const horloge::DateHeure maintenant = horloge::maintenant();
+    if (jour_de(d) == jour_de(maintenant)) return heure_et_minute(d);
+    const bool hier = jour_de(d) == jour_de(horloge::plus_secondes(maintenant, -secondes_par_jour));
+    const std::string jour =
+        hier ? "hier" : nombres::entier_complete(d.jour, 2) + "/" + nombres::entier_complete(d.mois, 2);
+    return jour + " " + heure_et_minute(d);
 }
 
 /// The order of that name where it is to be checked, else null.
@@ -142,7 +162,7 @@ class Suivi {
                                       .marge_gauche = mesures().marge,
                                       .trait = true});
         noms_.push_back(commande.nom);
-        g.cellule(l, heure).texte = heure_et_minute(commande.ecrite);
+        g.cellule(l, heure).texte = quand(commande.ecrite);
         g.cellule(l, table).texte = commande.table;
         g.cellule(l, table).gras = true;
         g.cellule(l, nombre).texte = std::to_string(commande.lignes);
@@ -178,9 +198,8 @@ class Suivi {
                               std::string(" ? La cuisine l'a peut-être déjà."_t)))
             return;
         if (a_verifier(nom) == nullptr) return;
-        if (!suivi::renvoie(nom))
-            return mini_97::informe(
-                "Le texte de la commande n'est plus sur la tablette, elle n'a pas pu être renvoyée !"_t);
+        const suivi::Renvoi r = suivi::renvoie(nom);
+        if (r != suivi::Renvoi::fait) return mini_97::informe(refus[static_cast<std::size_t>(r)]);
         reseau::passe();
         remplit();
     }

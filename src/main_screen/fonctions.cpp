@@ -97,15 +97,15 @@ const Action commandes[] = {
 
 void recharge() {
     demarrage::execute();
-    guet::reprend();
     affiche_menu();
+    guet::reprend();
     if (etat::nom_serveur.empty()) montre_serveurs();
 }
 
 void recharge_sur_place() {
     demarrage::execute();
-    guet::reprend();
     reseau::passe();
+    guet::reprend();
     pages::redessine();
 }
 
@@ -145,8 +145,8 @@ void ouvre_outils() {
 
 /// Who asks wants to know how it is at this moment.
 void ouvre_suivi() {
-    guet::reprend();
     reseau::passe();
+    guet::reprend();
     ecran_suivi::montre_suivi();
     recharge_sur_place();
 }

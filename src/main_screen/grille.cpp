@@ -5,6 +5,7 @@
 
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "main_screen/bandeau.h"
 #include "platform/systeme/texte.h"
@@ -21,7 +22,6 @@ constexpr int hauteur_prix = px(44), police_prix = 13, police_marque = 15;
 constexpr std::string_view texte_marque = "N";
 constexpr int place_marque = px(26);  ///< what the mark takes at the key's upper right corner
 constexpr int police_compte = 15, police_compte_etroite = 11;
-constexpr int colonnes_max = 40, lignes_max = 40;
 
 Cadre cadre_touche(const Cases& k) {
     const int l = formes::largeur() - 2 * marge + rythme;
@@ -120,10 +120,10 @@ void raz_touches() {
 }
 
 int colonnes() {
-    return std::clamp(etat::colonnes_grille, 1, colonnes_max);
+    return std::clamp(etat::colonnes_grille, 1, reglages::grille_max);
 }
 int lignes() {
-    return std::clamp(etat::lignes_grille, 1, lignes_max);
+    return std::clamp(etat::lignes_grille, 1, reglages::grille_max);
 }
 
 Aspect& pose_touche(int k, const Cases& cases, std::string_view code, std::string_view texte, int police) {

@@ -86,8 +86,12 @@ void veille() {
     if (!minuterie->actif) reprend();
 }
 
+/// Without cause a long pause ends, too: what gives cause next is looked for soon.
 void reprend() {
-    if (a_cause()) minuterie->demarre(pas_ms);
+    if (a_cause())
+        minuterie->demarre(pas_ms);
+    else
+        minuterie->arrete();
 }
 
 void reveil() {

@@ -12,7 +12,8 @@ namespace guet {
 void ajoute(ecran::Forme& forme, std::function<void()> reprend);
 /// Starts the timer when there is cause and it is not running.
 void veille();
-/// Starts it anew: somebody has touched the screen, and wants to see the next look soon.
+/// Starts it anew: somebody has touched the screen, and wants to see the next look soon. Called behind a look at the
+/// working directory, which tells the orders that wait.
 void reprend();
 /// The machine woke up: its network may take a while to come back.
 void reveil();

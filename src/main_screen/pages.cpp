@@ -28,11 +28,7 @@ constexpr int familles_max = 120;
 Vue vue_courante = Vue::accueil;
 std::string nom_sous_groupe;
 
-/// How the keys of a list page are laid out, from four settings records.
-struct Disposition {
-    int police = 0, largeur = 0, hauteur = 0;
-    int par_page = 0;  ///< keys that a page really shows, which is also the step from page to page
-};
+using reglages::Disposition;
 
 /// One key of a list page; without code its place stays empty.
 struct Entree {
@@ -41,13 +37,7 @@ struct Entree {
 };
 
 Disposition lis_disposition(int premier_record) {
-    Disposition d;
-    d.police = std::max(1, reglages::nombre(premier_record));
-    d.largeur = std::clamp(reglages::nombre(premier_record + 1), 1, grille::colonnes());
-    d.hauteur = std::clamp(reglages::nombre(premier_record + 2), 1, grille::lignes());
-    const int place = (grille::colonnes() / d.largeur) * (grille::lignes() / d.hauteur);
-    d.par_page = std::clamp(reglages::nombre(premier_record + 3), 1, std::min(place, grille::nb_touches));
-    return d;
+    return reglages::disposition(premier_record, grille::colonnes(), grille::lignes(), grille::nb_touches);
 }
 
 /// Shows the items of the present page, which is first brought within what exists. Returns the number of pages.
@@ -66,10 +56,6 @@ int affiche_liste(const Disposition& d, int nombre, const std::function<Entree(i
         if (!e.prix.empty()) grille::pose_prix(k, e.prix);
     }
     return nb_pages;
-}
-
-std::string_view sans_couleur_de_nom(std::string_view nom) {
-    return nom.substr(0, nom.find("|COU:"));
 }
 
 /// Names of servers or families, from entry 0 when it has one, else from entry 1; an entry without a name leaves its
@@ -151,7 +137,7 @@ void affiche_serveurs() {
 void affiche_familles() {
     commence(Vue::familles);
     const auto entree = [](int n, const std::string& nom) {
-        return Entree{"#FAMI#" + nombres::entier_complete(n, 2), std::string(sans_couleur_de_nom(nom)), "",
+        return Entree{"#FAMI#" + nombres::entier_complete(n, 2), std::string(catalogue::sans_couleur(nom)), "",
                       catalogue::chiffre_famille(n)};
     };
     const int nb_pages = affiche_noms(reglages::touches_familles, catalogue::courant().noms_familles, entree);
@@ -174,7 +160,7 @@ void affiche_articles() {
     const auto& noms = catalogue::courant().noms_familles;
     const bool nommee = connue && static_cast<std::size_t>(famille) < noms.size();
     const std::string titre =
-        nommee ? std::string(sans_couleur_de_nom(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
+        nommee ? std::string(catalogue::sans_couleur(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
     bandeau::titre(
         titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     barre_de_liste(nb_pages, "#RETO#", "#SUIT#", "#LFAM#");

@@ -11,6 +11,7 @@
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
+#include "data/programme_touches.h"
 #include "dialogs/ch_numtab.h"
 #include "dialogs/menufor.h"
 #include "dialogs/sel_arti.h"
@@ -26,8 +27,6 @@
 namespace touches {
 namespace {
 
-constexpr std::size_t longueur_marque = 6;
-constexpr int premier_sous_groupe = 30;  ///< sub-group n is family 30 + n
 constexpr int serveurs_max = 20;
 
 /// What a key hands to its action: the whole code, and the text behind its marker.
@@ -112,14 +111,14 @@ void serveur(const Frappe& f) {
 void sous_groupe(const Frappe& f) {
     va_page(0);
     const double n = nombres::entier(f.argument.substr(4, 4));
-    etat::famille_courante = entier_court(premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
+    etat::famille_courante = entier_court(catalogue::premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
     pages::nomme_sous_groupe(legende_de(f));
     pages::affiche_articles();
 }
 
 void ajoute(const Frappe& f) {
     if (texte::rogne(f.argument.substr(0, 15)).empty()) return;
-    if (f.argument.starts_with("#SG#")) return sous_groupe(f);
+    if (catalogue::est_sous_groupe(f.argument)) return sous_groupe(f);
     complements::prend(catalogue::complete_article(f.argument));
     if (lignes::est_menu_a_prix_fixe(etat::texte_travail)) menufor::montre_menufor();
     const std::string libelle(lignes::libelle(etat::texte_travail));
@@ -143,22 +142,23 @@ struct Action {
     std::string_view marque;
     void (*agit)(const Frappe&);
 };
+namespace marque = programme_touches::marque;
 const Action actions[] = {
-    {"#FONC#", fonction},
-    {"#PAGE#", page_du_programme},
-    {"#MENU#", accueil},
-    {"#LFAM#", liste_des_familles},
-    {"#SUIF#", page_suivante<pages::affiche_familles>},
-    {"#RETF#", page_precedente<pages::affiche_familles>},
-    {"#SUIS#", page_suivante<pages::affiche_serveurs>},
-    {"#RETS#", page_precedente<pages::affiche_serveurs>},
-    {"#FAMI#", famille},
-    {"#TOUC#", inerte},
-    {"#SUIT#", page_suivante<pages::affiche_articles>},
-    {"#RETO#", page_precedente<pages::affiche_articles>},
-    {"#SERV#", serveur},
-    {"#AJOU#", ajoute},
-    {"#OUTI#", outils},
+    {marque::fonction, fonction},
+    {marque::page, page_du_programme},
+    {marque::accueil, accueil},
+    {marque::familles, liste_des_familles},
+    {marque::familles_suivantes, page_suivante<pages::affiche_familles>},
+    {marque::familles_precedentes, page_precedente<pages::affiche_familles>},
+    {marque::serveurs_suivants, page_suivante<pages::affiche_serveurs>},
+    {marque::serveurs_precedents, page_precedente<pages::affiche_serveurs>},
+    {marque::famille, famille},
+    {marque::inerte, inerte},
+    {marque::articles_suivants, page_suivante<pages::affiche_articles>},
+    {marque::articles_precedents, page_precedente<pages::affiche_articles>},
+    {marque::serveur, serveur},
+    {marque::article, ajoute},
+    {marque::outils, outils},
 };
 
 /// What was found is ordered as by its key.
@@ -174,8 +174,9 @@ void ouvre_la_recherche(const std::string& lettres) {
 void touche(int i) {
     std::string code = std::exchange(etat::code_touche, "");
     if (code.empty() && i >= 0 && i <= grille::nb_touches) code = grille::codes[static_cast<std::size_t>(i)];
-    if (code.size() < longueur_marque) code = texte::complete(code, longueur_marque);
-    const Frappe frappe{code, std::string_view(code).substr(longueur_marque), i};
+    if (code.size() < programme_touches::marque::longueur)
+        code = texte::complete(code, programme_touches::marque::longueur);
+    const Frappe frappe{code, std::string_view(code).substr(programme_touches::marque::longueur), i};
     for (const Action& a : actions) {
         if (!code.starts_with(a.marque)) continue;
         a.agit(frappe);

@@ -37,11 +37,12 @@ attend() {
     done
 }
 
+# ouvre_ecran [OPTIONS OF THE DISPLAY]
 ouvre_ecran() {
-    coproc XVFB { exec Xvfb -displayfd 1 -screen 0 1280x800x24 -noreset -nolisten tcp 2>/dev/null; }
+    coproc XVFB { exec Xvfb -displayfd 1 -screen 0 "1280x800x${profondeur:-24}" -noreset -nolisten tcp "$@" 2>/dev/null; }
     pid_ecran=$XVFB_PID
     read -r -t 20 numero <&"${XVFB[0]}" || echoue "no display"
-    export DISPLAY=:$numero SDL_VIDEODRIVER=x11
+    export DISPLAY=:$numero
     if [ -n "$emulateur" ]; then ouvre_windows; fi
 }
 
@@ -88,6 +89,12 @@ est_peint() { [ "$(couleur "$1" "$2")" = "$3" ]; }
 
 # Takes one order by clicks, from the page of the servers to the question before sending.
 prend_commande() {
+    ouvre_article
+    envoie_note
+}
+
+# To the first article of a table of four.
+ouvre_article() {
     clique 164 129  # Sophie
     attend 3000 est_peint 240 60 C24B45 || echoue "the home page is not shown"
     clique 322 129  # Viandes: the table is asked for first
@@ -99,6 +106,9 @@ prend_commande() {
     attend 3000 est_peint 40 60 C24B45 || echoue "the articles are not shown"
     clique 164 129 # Entrecôte
     attend 3000 est_peint 1168 730 23704F || echoue "the article is not opened"
+}
+
+envoie_note() {
     clique 980 111  # one more
     clique 1168 687 # Valider
     attend 3000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"

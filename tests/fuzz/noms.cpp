@@ -42,7 +42,8 @@ void prepare(std::string_view entree) {
     for (const char* repertoire : {".", "../reseau"}) {
         for (const auto& f : fs::directory_iterator(repertoire)) fs::remove_all(f);
     }
-    std::set<std::string> poses;
+    pose("../reseau/Test.res", "");  // by which a network directory is known
+    std::set<std::string> poses = {"../RESEAU/TEST.RES"};
     for (std::size_t n = 0; n < fichiers_max && !entree.empty(); ++n) {
         std::string_view nom = coupe(entree);
         const auto contenu = coupe(entree);

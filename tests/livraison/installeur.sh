@@ -31,6 +31,8 @@ travail=$(winepath -u "$dossier")
 sous_windows=$(winepath -w "$installeur")
 menu="Microsoft/Windows/Start Menu/Programs/Orvalune.lnk"
 raccourci=$profil/AppData/Roaming/$menu
+manuel="$(dirname "$raccourci")/Manuel d'Orvalune.lnk"
+relire=${raccourci%/*}/Relire\ la\ carte.lnk
 
 # statut EXPECTED COMMAND...
 statut() {
@@ -97,11 +99,19 @@ refuse 'administrateur' '/AllUsers' sans-droits
 # A new tablet, by its user.
 ligne 0 '/RESEAU="\\serveur\Café bar" /D=C:\Été\Orvalune' sans-droits
 wfichdir '\\\\serveur\\Caf\xe9 bar' "an installation"
-[ -s "$programme/orvalune.exe" ] || echec "no program in $programme"
+[ -s "$programme/orvalune.exe" ] && [ -s "$programme/orvalune-cuisine.exe" ] || echec "no program in $programme"
+[ -e "${raccourci%.lnk} Cuisine.lnk" ] || echec "the start menu has no kitchen"
 cp "$programme/orvalune.exe" "$essai/programme"
 [ -z "$(demarrage)" ] || echec "starts at logon, and nobody asked for it"
 [[ $(inscrit UninstallString) == *'\Orvalune\desinstalle.exe"' ]] || echec "not listed among the programs"
 [ "$(tr -d '\0' <"$raccourci" | grep -acF -- "--dossier \"$dossier\"")" -gt 0 ] || echec "the shortcut does not name $dossier"
+[ -e "$manuel" ] && grep -qF 'id="13-installer"' "$programme/manuel.html" || echec "the manual is not in the menu"
+
+[ -s "$programme/orvalune-carte.exe" ] || echec "no orvalune-carte in $programme"
+[ "$(tr -d '\0' <"$relire" | grep -acF -- "\"$dossier\\carte\"")" -gt 0 ] || echec "the shortcut does not name the sheets' folder"
+# What that shortcut starts: the example is written, and the page is made and shown.
+statut 0 wine "$programme/orvalune-carte.exe" "$dossier\\carte"
+[ -s "$travail/carte/articles.csv" ] || echec "no example in $travail/carte"
 
 # Other ways to name a directory, and the program found where it is.
 vieillit "$programme"
@@ -174,7 +184,10 @@ cp -r "$travail" "$essai/avant"
 desinstalle 0
 [ ! -e "$programme/orvalune.exe" ] || echec "the program is still there"
 [ -z "$(demarrage)$(inscrit DisplayName)" ] || echec "still in the registry"
-[ ! -e "$raccourci" ] || echec "the shortcut is still there"
+[ ! -e "$programme/orvalune-carte.exe" ] || echec "orvalune-carte is still there"
+for lien in "$raccourci" "${raccourci%.lnk} Cuisine.lnk" "$relire" "$manuel"; do
+    [ ! -e "$lien" ] || echec "a shortcut is still there: $lien"
+done
 ligne 0 ''
 sans_attendre "$profil/AppData/Local/Programs/Orvalune"
 diff -r "$travail" "$essai/avant" || echec "uninstalling changed the working directory"

@@ -88,9 +88,8 @@ double contraste(Couleur a, Couleur b) {
 }
 
 Couleur encre_lisible(Couleur fond) {
-    constexpr double lisible = 4.5;
     for (const Couleur c : {palette::blanc, palette::encre}) {
-        if (contraste(c, fond) >= lisible) return c;
+        if (contraste(c, fond) >= contraste_lisible) return c;
     }
     return palette::noir;
 }

@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "platform/systeme/texte.h"
+
 namespace ecran {
 
 /// A colour as 0xRRGGBB, or sans_couleur: "as the role says".
@@ -21,6 +23,23 @@ inline constexpr Couleur encre = 0x1F2A36, papier = 0xF4F1EB, blanc = 0xFFFFFF, 
 /// The colours of the digits 0 to 9 that the catalogue gives to keys.
 inline constexpr Couleur chiffres[10] = {0xFFFFFF, 0xC24B45, 0xD9782D, 0xF0C64F, 0x4F8F5F,
                                          0x2F7F7C, 0x3F72A8, 0x6E569C, 0xB95A86, 0x7C756B};
+/// A colour with the name that managers choose it by.
+struct Teinte {
+    std::string_view nom;
+    Couleur couleur;
+};
+/// The digits' own first, 1 to 9, then lighter and darker ones.
+inline constexpr Teinte teintes[] = {
+    {"Rouge", chiffres[1]},  {"Orange", chiffres[2]}, {"Jaune", chiffres[3]},
+    {"Vert", chiffres[4]},   {"Canard", chiffres[5]}, {"Bleu", chiffres[6]},
+    {"Violet", chiffres[7]}, {"Rose", chiffres[8]},   {"Taupe", chiffres[9]},
+    {"Brique", rouge},       {"Ambre", ambre},        {"Sapin", vert},
+    {"Marine", bleu},        {"Blanc", blanc},        {"Rouge pâle"_t, 0xF3C9C6},
+    {"Pêche"_t, 0xF8D9BE},   {"Crème"_t, 0xFBEFC4},   {"Vert pâle"_t, 0xCFE5D3},
+    {"Eau"_t, 0xC6E2E0},     {"Ciel"_t, 0xCBDDF0},    {"Lilas", 0xDCD2EA},
+    {"Dragée"_t, 0xF0D3DF},  {"Lin", doux},           {"Gris", gris},
+    {"Encre", encre},        {"Chocolat", 0x5A3A29},  {"Noir", noir},
+};
 }  // namespace palette
 
 /// What a control, or a cell, looks like. Gives its ground, text and border; a control's own colours go before.
@@ -59,7 +78,9 @@ Couleur encre_de(Role role);
 /// Whether a role's shape is a key: it shows a press.
 bool est_touche(Role role);
 
-/// White, else ink, else black: the first whose contrast on `fond` is at least 4.5 to 1.
+/// The contrast from which a text can be read.
+inline constexpr double contraste_lisible = 4.5;
+/// White, else ink, else black: the first that can be read on `fond`.
 Couleur encre_lisible(Couleur fond);
 /// Contrast ratio of two colours, 1 to 21, after the relative luminances of sRGB.
 double contraste(Couleur a, Couleur b);

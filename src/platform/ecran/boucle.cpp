@@ -37,9 +37,11 @@ struct Bascule {
 };
 
 struct Ecran {
+    explicit Ecran(std::unique_ptr<Fenetre> f) : fenetre(std::move(f)) {}
+
     std::unique_ptr<Fenetre> fenetre;
     Pilote* pilote = nullptr;
-    Peintre peintre;
+    Peintre peintre{fenetre->memoire()};
     TailleEcran taille;
     bool tourne = false;  ///< the screen has another size, and the bottom form has not been told yet
     std::vector<Forme*> pile;
@@ -222,6 +224,9 @@ void traite(const Evenement& e) {
         case Sorte::fin:
             appelle(ecran->extinction);
             termine();
+        case Sorte::ecran_perdu:
+            appelle(ecran->extinction);
+            throw FinDuProgramme{FinDuProgramme::Cause::panne};
     }
 }
 
@@ -310,8 +315,7 @@ void termine() {
 }
 
 void ouvre_ecran(std::unique_ptr<Fenetre> fenetre, Pilote* pilote) {
-    ecran = std::make_unique<Ecran>();
-    ecran->fenetre = std::move(fenetre);
+    ecran = std::make_unique<Ecran>(std::move(fenetre));
     ecran->pilote = pilote;
     prend_taille(ecran->fenetre->taille());
     ecran->tourne = false;

@@ -18,6 +18,7 @@ struct FinDuProgramme {
     enum class Cause {
         arret,    ///< the program ended by itself
         coupure,  ///< the replay cut it, as a power cut would: nothing more is written
+        panne,    ///< it has lost its screen
     };
     Cause cause = Cause::arret;
 };

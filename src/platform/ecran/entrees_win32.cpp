@@ -5,10 +5,6 @@
 
 #include <windowsx.h>
 
-#include <algorithm>
-
-#include "platform/systeme/texte.h"
-
 namespace ecran {
 
 // GUID_MONITOR_POWER_ON
@@ -35,21 +31,6 @@ POINT dans_la_fenetre(HWND fenetre, POINT ecran) {
     return ecran;
 }
 
-Evenement evenement(Sorte sorte, POINT p = {}) {
-    Evenement e;
-    e.sorte = sorte;
-    e.x = p.x;
-    e.y = p.y;
-    return e;
-}
-
-/// Events of which only the last matters when they follow each other.
-bool remplace(Sorte precedente, Sorte nouvelle) {
-    const bool repetable = nouvelle == Sorte::glisse || nouvelle == Sorte::repeindre || nouvelle == Sorte::reveil ||
-                           nouvelle == Sorte::rien || nouvelle == Sorte::fermeture || nouvelle == Sorte::extinction;
-    return repetable && precedente == nouvelle;
-}
-
 }  // namespace
 
 std::vector<TOUCHINPUT> lis_touches(WPARAM nombre, LPARAM contacts) {
@@ -68,19 +49,7 @@ DWORD sorte_de_contact(DWORD contact) {
     return lis != nullptr && lis(contact, &sorte) ? static_cast<DWORD>(sorte) : static_cast<DWORD>(PT_TOUCH);
 }
 
-void Entrees::ajoute(Evenement e) {
-    if (!file_.empty() && remplace(file_.back().sorte, e.sorte)) file_.pop_back();
-    file_.push_back(e);
-}
-
-Evenement Entrees::prend() {
-    if (file_.empty()) return {};
-    const Evenement premier = file_.front();
-    file_.pop_front();
-    return premier;
-}
-
-std::optional<LRESULT> Entrees::decode(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+std::optional<LRESULT> EntreesWin32::decode(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
     if (message == WM_TOUCH) return decode_touches(fenetre, wp, lp);
     if (message >= WM_POINTERUPDATE && message <= WM_POINTERCAPTURECHANGED) {
         return decode_pointeur(fenetre, message, wp, lp);
@@ -92,51 +61,20 @@ std::optional<LRESULT> Entrees::decode(HWND fenetre, UINT message, WPARAM wp, LP
     return decode_systeme(message, wp, lp);
 }
 
-/// A palm beside the pen is of another sort: it neither acts nor takes the pen's press away. One that comes down alone
-/// while one of its own sort still counts shows that the end of that one was lost.
-void Entrees::pose(DWORD contact, DWORD sorte, bool seul, POINT p) {
-    if (!seul) return;
-    if (premier_ && sorte_ == sorte) perd(*premier_);
-    if (premier_) return;
-    premier_ = contact;
-    sorte_ = sorte;
-    ajoute(evenement(Sorte::appui, p));
-}
-
-void Entrees::glisse(DWORD contact, POINT p) {
-    if (premier_ == contact) ajoute(evenement(Sorte::glisse, p));
-}
-
-void Entrees::leve(DWORD contact, POINT p) {
-    if (premier_ != contact) return;
-    premier_.reset();
-    ajoute(evenement(Sorte::relache, p));
-}
-
-void Entrees::perd(DWORD contact) {
-    if (premier_ != contact) return;
-    premier_.reset();
-    ajoute(evenement(Sorte::perdu));
-}
-
-void Entrees::perd_tout() {
-    if (premier_) perd(*premier_);
-}
-
 /// Fingers and pens since Windows 8; the message itself tells all that is needed of them.
-std::optional<LRESULT> Entrees::decode_pointeur(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+std::optional<LRESULT> EntreesWin32::decode_pointeur(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
     const DWORD contact = GET_POINTERID_WPARAM(wp);
     const POINT p = dans_la_fenetre(fenetre, point(lp));
     switch (message) {
         case WM_POINTERDOWN:
             source_ = Source::pointeurs;
-            pose(contact, sorte_de_(contact), IS_POINTER_PRIMARY_WPARAM(wp), p);
+            pose(contact, sorte_de_(contact), IS_POINTER_PRIMARY_WPARAM(wp), p.x, p.y);
             return 0;
         case WM_POINTERUPDATE:
-            glisse(contact, p);
+            glisse(contact, p.x, p.y);
             return 0;
         case WM_POINTERUP:
-            IS_POINTER_CANCELED_WPARAM(wp) ? perd(contact) : leve(contact, p);
+            IS_POINTER_CANCELED_WPARAM(wp) ? perd(contact) : leve(contact, p.x, p.y);
             return 0;
         case WM_POINTERCAPTURECHANGED:
             perd(contact);
@@ -150,39 +88,40 @@ std::optional<LRESULT> Entrees::decode_pointeur(HWND fenetre, UINT message, WPAR
 }
 
 /// Fingers on Windows 7.
-std::optional<LRESULT> Entrees::decode_touches(HWND fenetre, WPARAM wp, LPARAM lp) {
+std::optional<LRESULT> EntreesWin32::decode_touches(HWND fenetre, WPARAM wp, LPARAM lp) {
     const auto lues = lecture_(wp, lp);
     if (lues.empty()) return std::nullopt;
     source_ = Source::touches;
     for (const TOUCHINPUT& t : lues) {
         const POINT p = dans_la_fenetre(fenetre, {TOUCH_COORD_TO_PIXEL(t.x), TOUCH_COORD_TO_PIXEL(t.y)});
         const bool seul = (t.dwFlags & TOUCHEVENTF_PRIMARY) != 0;
-        if ((t.dwFlags & TOUCHEVENTF_DOWN) != 0) pose(t.dwID, PT_TOUCH, seul, p);
-        if ((t.dwFlags & TOUCHEVENTF_MOVE) != 0) glisse(t.dwID, p);
-        if ((t.dwFlags & TOUCHEVENTF_UP) != 0) leve(t.dwID, p);
+        if ((t.dwFlags & TOUCHEVENTF_DOWN) != 0) pose(t.dwID, PT_TOUCH, seul, p.x, p.y);
+        if ((t.dwFlags & TOUCHEVENTF_MOVE) != 0) glisse(t.dwID, p.x, p.y);
+        if ((t.dwFlags & TOUCHEVENTF_UP) != 0) leve(t.dwID, p.x, p.y);
     }
     return 0;
 }
 
-bool Entrees::est_souris_simulee() const {
+bool EntreesWin32::est_souris_simulee() const {
     const LPARAM info = GetMessageExtraInfo();
     if (source_ == Source::souris || (info & masque_simulee) != simulee) return false;
     return source_ == Source::pointeurs || (info & simulee_doigt) != 0;  // a pen on Windows 7 is a mouse
 }
 
-std::optional<LRESULT> Entrees::decode_souris(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
+std::optional<LRESULT> EntreesWin32::decode_souris(HWND fenetre, UINT message, WPARAM wp, LPARAM lp) {
     if (message == WM_CAPTURECHANGED) return perd(souris), 0;
     if (est_souris_simulee()) return 0;
+    const POINT p = point(lp);
     switch (message) {
         case WM_LBUTTONDOWN:
-            pose(souris, PT_MOUSE, true, point(lp));
+            pose(souris, PT_MOUSE, true, p.x, p.y);
             SetCapture(fenetre);
             return 0;
         case WM_MOUSEMOVE:
-            (wp & MK_LBUTTON) != 0 ? glisse(souris, point(lp)) : perd(souris);
+            (wp & MK_LBUTTON) != 0 ? glisse(souris, p.x, p.y) : perd(souris);
             return 0;
         case WM_LBUTTONUP:
-            leve(souris, point(lp));
+            leve(souris, p.x, p.y);
             ReleaseCapture();
             return 0;
         default:
@@ -191,27 +130,19 @@ std::optional<LRESULT> Entrees::decode_souris(HWND fenetre, UINT message, WPARAM
 }
 
 /// Alt alone opens no menu and Alt with a letter does not beep; Alt+F4 is left to the system, which makes a WM_CLOSE of
-/// it. Escape or Enter held down acts once: its repetitions would close one dialog after the other.
-std::optional<LRESULT> Entrees::decode_clavier(UINT message, WPARAM wp, LPARAM lp) {
-    Evenement e;
+/// it.
+std::optional<LRESULT> EntreesWin32::decode_clavier(UINT message, WPARAM wp, LPARAM lp) {
     const bool repetee = (lp & touche_repetee) != 0;
     if (message == WM_SYSCHAR) return 0;
     if (message == WM_KEYDOWN && (wp == VK_RETURN || wp == VK_ESCAPE || wp == VK_BACK)) {
-        if (repetee && wp != VK_BACK) return 0;
-        e.sorte = Sorte::cle;
-        e.cle = wp == VK_RETURN ? Cle::entree : wp == VK_ESCAPE ? Cle::echappement : Cle::retour_arriere;
-        return ajoute(e), 0;
+        const Cle cle = wp == VK_RETURN ? Cle::entree : wp == VK_ESCAPE ? Cle::echappement : Cle::retour_arriere;
+        return presse(cle, repetee), 0;
     }
     if (message != WM_CHAR) return std::nullopt;
-    const bool commande = wp < 0x20 || (wp >= 0x7F && wp < 0xA0);
-    const auto octet = texte::octet(static_cast<char32_t>(wp));
-    if (commande || !octet) return 0;
-    e.sorte = Sorte::caractere;
-    e.code = *octet;
-    return ajoute(e), 0;
+    return frappe(static_cast<char32_t>(wp)), 0;
 }
 
-std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM lp) {
+std::optional<LRESULT> EntreesWin32::decode_systeme(UINT message, WPARAM wp, LPARAM lp) {
     switch (message) {
         case WM_CANCELMODE:
             perd_tout();
@@ -222,18 +153,18 @@ std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM l
         case WM_SYSCOMMAND:
             return (wp & 0xFFF0) == SC_KEYMENU ? std::optional<LRESULT>(0) : std::nullopt;
         case WM_CLOSE:
-            return ajoute(evenement(Sorte::fermeture)), 0;
+            return ajoute(Sorte::fermeture), 0;
         case WM_QUERYENDSESSION:  // another program may still refuse; the end itself leaves no time for anything
-            return ajoute(evenement(Sorte::extinction)), TRUE;
+            return ajoute(Sorte::extinction), TRUE;
         case WM_ENDSESSION:  // an installer needs the program's file: it waits for the end, and starts it again
             if (wp == 0 || (lp & ENDSESSION_CLOSEAPP) == 0) return std::nullopt;
-            return ajoute(evenement(Sorte::fin)), 0;
+            return ajoute(Sorte::fin), 0;
         case WM_SIZE:
-            if (wp != SIZE_MINIMIZED) ajoute(evenement(Sorte::repeindre));
+            if (wp != SIZE_MINIMIZED) ajoute(Sorte::repeindre);
             return 0;
         case WM_DISPLAYCHANGE:
         case WM_DPICHANGED:
-            ajoute(evenement(Sorte::repeindre));
+            ajoute(Sorte::repeindre);
             return 0;
         case WM_POWERBROADCAST:
             decode_alimentation(wp, lp);
@@ -244,13 +175,13 @@ std::optional<LRESULT> Entrees::decode_systeme(UINT message, WPARAM wp, LPARAM l
 }
 
 /// A tablet that never quite sleeps reports its screen alone: dark, then lit again.
-void Entrees::decode_alimentation(WPARAM wp, LPARAM lp) {
-    if (wp == PBT_APMRESUMEAUTOMATIC || wp == PBT_APMRESUMESUSPEND) ajoute(evenement(Sorte::reveil));
+void EntreesWin32::decode_alimentation(WPARAM wp, LPARAM lp) {
+    if (wp == PBT_APMRESUMEAUTOMATIC || wp == PBT_APMRESUMESUSPEND) ajoute(Sorte::reveil);
     if (wp != PBT_POWERSETTINGCHANGE || lp == 0) return;
     const auto& reglage = *reinterpret_cast<const POWERBROADCAST_SETTING*>(lp);
     if (!IsEqualGUID(reglage.PowerSetting, etat_de_l_ecran)) return;
     const bool eteint = reglage.Data[0] == 0;
-    if (ecran_eteint_ && !eteint) ajoute(evenement(Sorte::reveil));
+    if (ecran_eteint_ && !eteint) ajoute(Sorte::reveil);
     ecran_eteint_ = eteint;
 }
 

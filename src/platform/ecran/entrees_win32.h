@@ -4,12 +4,11 @@
 
 #include <windows.h>
 
-#include <deque>
 #include <functional>
 #include <optional>
 #include <vector>
 
-#include "platform/ecran/fenetre.h"
+#include "platform/ecran/entrees.h"
 
 namespace ecran {
 
@@ -24,18 +23,13 @@ DWORD sorte_de_contact(DWORD contact);
 /// The setting of which the system must tell the window that its screen went dark or was lit again.
 extern const GUID etat_de_l_ecran;
 
-class Entrees {
+class EntreesWin32 : public Entrees {
   public:
-    explicit Entrees(LectureTouches lecture = lis_touches, SorteDeContact sorte = sorte_de_contact)
+    explicit EntreesWin32(LectureTouches lecture = lis_touches, SorteDeContact sorte = sorte_de_contact)
         : lecture_(std::move(lecture)), sorte_de_(std::move(sorte)) {}
 
     /// Queues what the message says. The answer to the message, or nothing when the system must treat it as well.
     std::optional<LRESULT> decode(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
-    /// Queues an event that no message tells.
-    void ajoute(Evenement e);
-    bool vide() const { return file_.empty(); }
-    /// The oldest event; Sorte::rien when there is none.
-    Evenement prend();
 
   private:
     /// Who has been seen to report fingers. The mouse messages that the system makes of them count only before that.
@@ -43,18 +37,8 @@ class Entrees {
 
     LectureTouches lecture_;
     SorteDeContact sorte_de_;
-    std::deque<Evenement> file_;
-    /// The contact that acts, by the system's number: of its sort it came down alone, and no other one acted.
-    std::optional<DWORD> premier_;
-    DWORD sorte_ = 0;  ///< what that one is
     Source source_ = Source::souris;
     bool ecran_eteint_ = false;
-
-    void pose(DWORD contact, DWORD sorte, bool seul, POINT p);
-    void glisse(DWORD contact, POINT p);
-    void leve(DWORD contact, POINT p);
-    void perd(DWORD contact);
-    void perd_tout();
 
     std::optional<LRESULT> decode_pointeur(HWND fenetre, UINT message, WPARAM wp, LPARAM lp);
     std::optional<LRESULT> decode_touches(HWND fenetre, WPARAM wp, LPARAM lp);

@@ -170,7 +170,7 @@ class FenetreWin32 final : public Fenetre {
     Mode mode_;
     HWND fenetre_ = nullptr;
     HPOWERNOTIFY alimentation_ = nullptr;
-    Entrees entrees_;
+    EntreesWin32 entrees_;
     bool reduite_ = false;  ///< to the task bar
     int replacements_ = 0;  ///< since the screen changed or the window was restored
     Copie copie_;
@@ -182,12 +182,6 @@ class FenetreWin32 final : public Fenetre {
             TranslateMessage(&m);
             DispatchMessageW(&m);
         }
-    }
-
-    void signale(Evenement::Sorte sorte) {
-        Evenement e;
-        e.sorte = sorte;
-        entrees_.ajoute(e);
     }
 
     void dessine(HDC dc, const Zone& z) const {
@@ -235,7 +229,7 @@ class FenetreWin32 final : public Fenetre {
         if (IsIconic(fenetre_)) ShowWindow(fenetre_, SW_RESTORE);
         couvre_le_moniteur();
         se_met_devant();
-        signale(Evenement::Sorte::reveil);
+        entrees_.ajoute(Evenement::Sorte::reveil);
     }
 
     /// Full screen, it lies above the task bar while it is active, and right behind the window that is active instead.
@@ -297,7 +291,7 @@ class FenetreWin32 final : public Fenetre {
             case WM_ERASEBKGND:
                 return 1;
             case message_reveil:
-                return signale(Evenement::Sorte::rien), 0;
+                return entrees_.ajoute(Evenement::Sorte::rien), 0;
             case message_devant:
                 return repond_a_l_appel(), 0;
             case message_rang:
@@ -344,7 +338,7 @@ bool enregistre_classe() {
 
 }  // namespace
 
-std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre, int largeur, int hauteur) {
+std::unique_ptr<Fenetre> cree_fenetre(Mode mode, const std::string& titre, int largeur, int hauteur, std::string&) {
     declare_densite();
     if (!bureau_visible() || !enregistre_classe()) return nullptr;
     auto fenetre = std::make_unique<FenetreWin32>(mode);

@@ -69,6 +69,8 @@ class Salissures {
 }  // namespace
 
 struct Peintre::Interne {
+    explicit Interne(std::pmr::memory_resource* memoire) : image{0, 0, std::pmr::vector<std::uint32_t>(memoire)} {}
+
     Image image;
     double echelle = 1;
     bool tout_a_peindre = true;
@@ -115,7 +117,7 @@ struct Peintre::Interne {
     }
 };
 
-Peintre::Peintre() : interne_(new Interne) {}
+Peintre::Peintre(std::pmr::memory_resource* memoire) : interne_(new Interne(memoire)) {}
 Peintre::~Peintre() {
     delete interne_;
 }

@@ -12,7 +12,8 @@ namespace ecran {
 
 class Peintre {
   public:
-    Peintre();
+    /// The pixels lie in `memoire`, which outlives the painter.
+    explicit Peintre(std::pmr::memory_resource* memoire = std::pmr::get_default_resource());
     ~Peintre();
     /// Size of the image in pixels and pixels per 15 twips (1 on an ordinary screen). Everything is painted anew.
     void dimensionne(int largeur, int hauteur, double echelle);

@@ -88,6 +88,8 @@ class Fonte {
     mutable std::array<std::int16_t, nb_octets * nb_octets> crenages_{};  ///< font units, filled when asked for
 };
 
+const unsigned char* police_fixe_apportee = police_normale_debut;
+
 const Fonte& fonte(Police p) {
     switch (p) {
         case Police::grasse: {
@@ -98,6 +100,10 @@ const Fonte& fonte(Police p) {
             static const Fonte images(police_images_debut);
             return images;
         }
+        case Police::fixe: {
+            static const Fonte fixe(police_fixe_apportee);
+            return fixe;
+        }
         case Police::normale:
             break;
     }
@@ -106,6 +112,10 @@ const Fonte& fonte(Police p) {
 }
 
 }  // namespace
+
+void apporte_police_fixe(const unsigned char* octets) {
+    police_fixe_apportee = octets;
+}
 
 char32_t point_peint(unsigned char octet) {
     return octet < ' ' ? U' ' : texte::point_de_code(octet);

@@ -9,7 +9,14 @@
 
 namespace ecran {
 
-enum class Police : std::uint8_t { normale, grasse, images };
+enum class Police : std::uint8_t {
+    normale,
+    grasse,
+    images,
+    fixe,  ///< all characters equally wide; only for a program that brings it
+};
+/// The content of a font file, which stays where it is; to be called before `fixe` is used.
+void apporte_police_fixe(const unsigned char* octets);
 
 /// A glyph's coverage, one byte a pixel, with its place from the pen position on the base line.
 struct Glyphe {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory_resource>
 #include <string_view>
 #include <vector>
 
@@ -14,7 +15,7 @@ namespace ecran {
 /// 32-bit pixels 0x00RRGGBB, row by row, without gaps.
 struct Image {
     int largeur = 0, hauteur = 0;
-    std::vector<std::uint32_t> pixels;
+    std::pmr::vector<std::uint32_t> pixels;
 };
 
 /// Pixels of the image.

@@ -45,8 +45,7 @@ void rattache() {
         if (perdus[i]) static_cast<void>(std::freopen(flux[i].nom, flux[i].mode, flux[i].fichier));
     }
     empruntee = true;
-    page_precedente = GetConsoleOutputCP();
-    if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);
+    ecrit_en_utf8();
 }
 
 std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
@@ -63,6 +62,19 @@ std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
     }
     if (SetCurrentDirectoryW(argv[etranger + 1])) r[etranger] = ".";
     return r;
+}
+
+void ecrit_en_utf8() {
+    page_precedente = GetConsoleOutputCP();
+    if (page_precedente != CP_UTF8 && SetConsoleOutputCP(CP_UTF8)) std::atexit(rend_page);
+}
+
+void attend_si_seul() {
+    DWORD autres[2];
+    if (GetConsoleProcessList(autres, 2) != 1) return;
+    std::fputs("\nAppuyez sur Entrée pour fermer cette fenêtre.\n", stdout);
+    std::fflush(stdout);
+    static_cast<void>(std::getchar());
 }
 
 void detache() {

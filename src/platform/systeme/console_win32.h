@@ -11,6 +11,10 @@ namespace console {
 void rattache();
 /// Lets that console go: closing it, or a key pressed in it, ends the screens no more.
 void detache();
+/// A program of the console: what it writes is UTF-8; the console gets its code page back at the end.
+void ecrit_en_utf8();
+/// Waits for Enter where the console was opened for this program alone: it would close with what it says.
+void attend_si_seul();
 /// Shows a text (UTF-8) in a box where standard error leads nowhere: the program was started by a touch.
 void montre(const std::string& texte);
 

@@ -171,6 +171,21 @@ std::optional<std::uint64_t> longueur(std::string_view chemin) {
     return n;
 }
 
+std::optional<Trouve> trouve(std::string_view chemin) {
+    Trouve r;
+    std::uint64_t volume = 0, volume_autour = 0, n = 0;
+    if (systeme::nature(chemin, r.longueur, &volume) != systeme::Nature::fichier) return std::nullopt;
+    std::string repertoire = repertoire_de(chemin);
+    while (repertoire.size() > 1 && est_separateur(repertoire.back())) repertoire.pop_back();
+    if (systeme::nature(repertoire_de(repertoire), n, &volume_autour) == systeme::Nature::repertoire)
+        r.monte = volume != volume_autour;
+    return r;
+}
+
+std::optional<std::int64_t> modifie_le(std::string_view chemin) {
+    return systeme::modifie_le(chemin);
+}
+
 bool correspond(std::string_view nom, std::string_view motif) {
     const auto etoile = motif.find('*');
     if (etoile == std::string_view::npos) return egal_sans_casse(nom, motif);
@@ -284,6 +299,23 @@ Issue supprime_sans_attendre(std::string_view chemin) {
 
 Issue cree_repertoire(std::string_view chemin) {
     return systeme::cree_repertoire(chemin);
+}
+
+std::optional<std::string> cree_repertoire_temporaire(std::string_view debut) {
+    Issue issue = Issue::existe;
+    for (int essai = 0; issue == Issue::existe && essai < 100; ++essai) {
+        const std::string nom = std::string(debut) + std::to_string(systeme::identite()) + "-" + std::to_string(essai);
+        const std::string chemin = joint(systeme::repertoire_temporaire(), nom);
+        issue = systeme::cree_repertoire(chemin);
+        if (issue == Issue::fait) return chemin;
+    }
+    return std::nullopt;
+}
+
+Issue supprime_repertoire(std::string_view chemin) {
+    for (const std::string& nom : entrees(chemin).value_or(std::vector<std::string>()))
+        static_cast<void>(systeme::supprime(joint(chemin, nom)));
+    return systeme::supprime_repertoire(chemin);
 }
 
 void retire_temporaires(std::string_view repertoire) {

@@ -35,6 +35,14 @@ bool est_repertoire(std::string_view chemin);
 bool est_tenu(std::string_view chemin);
 /// Length in bytes; nothing when there is no such file.
 std::optional<std::uint64_t> longueur(std::string_view chemin);
+/// A plain file as it is found at a path.
+struct Trouve {
+    std::uint64_t longueur = 0;  ///< bytes
+    bool monte = false;          ///< a share, or another file system, is mounted in the place of its directory
+};
+std::optional<Trouve> trouve(std::string_view chemin);
+/// When a file was last written, in seconds since 1970 (UTC); nothing when there is no such file.
+std::optional<std::int64_t> modifie_le(std::string_view chemin);
 /// Names (without the directory) of the plain files of a directory that match, in name order.
 /// `motif` has at most one "*"; letter case of A to Z is ignored. Empty when the directory cannot be read.
 std::vector<std::string> liste(std::string_view repertoire, std::string_view motif);
@@ -70,6 +78,10 @@ Issue supprime(std::string_view chemin);
 /// Deletes a file whose coming back after a power cut does no harm.
 Issue supprime_sans_attendre(std::string_view chemin);
 Issue cree_repertoire(std::string_view chemin);
+/// A new empty directory where the system keeps what is soon thrown away; nothing when none can be made.
+std::optional<std::string> cree_repertoire_temporaire(std::string_view debut_du_nom);
+/// Deletes the plain files of a directory, then the directory itself, which may have had no others.
+Issue supprime_repertoire(std::string_view chemin);
 
 /// Temporary files of ecrit_tout() that a power cut left behind in a directory are removed.
 void retire_temporaires(std::string_view repertoire);

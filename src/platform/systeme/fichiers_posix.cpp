@@ -19,12 +19,8 @@ namespace {
 
 using epreuve::Operation;
 
-/// The path as the system takes it: UTF-8, with "/" alone as separator. A zero byte would cut it.
 std::string natif(std::string_view chemin) {
-    std::string t(chemin);
-    std::replace(t.begin(), t.end(), '\\', '/');
-    std::replace(t.begin(), t.end(), '\0', '?');
-    return texte::vers_utf8(t);
+    return texte::chemin_en_utf8(chemin);
 }
 
 Issue issue_de(int erreur) {
@@ -148,18 +144,27 @@ std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode,
     return f;
 }
 
-Nature nature(std::string_view chemin, std::uint64_t& longueur) {
+Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume) {
     struct stat s {};
     if (::stat(natif(chemin).c_str(), &s) != 0) return Nature::absente;
+    if (volume != nullptr) *volume = s.st_dev;
     longueur = static_cast<std::uint64_t>(s.st_size);
     return S_ISREG(s.st_mode) ? Nature::fichier : S_ISDIR(s.st_mode) ? Nature::repertoire : Nature::autre;
 }
 
+std::optional<std::int64_t> modifie_le(std::string_view chemin) {
+    struct stat s {};
+    if (::stat(natif(chemin).c_str(), &s) != 0) return std::nullopt;
+    return s.st_mtime;
+}
+
 /// A directory is told by the listing itself: to look at one on which a share is mounted would wait for that share.
+/// What is listed without its sort and cannot be looked at is there all the same, and no file of an order is missing.
 static bool est_fichier(std::string_view repertoire, const std::string& nom, unsigned char sorte) {
     if (sorte == DT_REG || sorte == DT_DIR) return sorte == DT_REG;
     std::uint64_t n = 0;
-    return nature(joint(repertoire, nom), n) == Nature::fichier;
+    const Nature vue = nature(joint(repertoire, nom), n);
+    return vue == Nature::fichier || (vue == Nature::absente && sorte == DT_UNKNOWN);
 }
 
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
@@ -211,6 +216,15 @@ Issue supprime(std::string_view chemin) {
 
 Issue cree_repertoire(std::string_view chemin) {
     return issue_de_rc(::mkdir(natif(chemin).c_str(), 0777));
+}
+
+Issue supprime_repertoire(std::string_view chemin) {
+    return issue_de_rc(::rmdir(natif(chemin).c_str()));
+}
+
+std::string repertoire_temporaire() {
+    const char* t = std::getenv("TMPDIR");
+    return t == nullptr || *t == '\0' ? "/tmp" : absolu(texte::depuis_utf8_tolerant(t));
 }
 
 bool entre_dans(std::string_view chemin) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,7 +36,9 @@ class Fichier {
 };
 
 enum class Nature { absente, fichier, repertoire, autre };
-Nature nature(std::string_view chemin, std::uint64_t& longueur);
+/// `volume`, where it is asked for: the file system that holds it; 0 where none can be told from another.
+Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume = nullptr);
+std::optional<std::int64_t> modifie_le(std::string_view chemin);
 /// Names of all entries of a directory that are plain files, in any order. Anything but Issue::fait: not all of them.
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms);
 /// Renames without ever replacing.
@@ -45,6 +48,10 @@ Issue renomme_en_remplacant(std::string_view de, std::string_view vers);
 void vide_tampon_repertoire(std::string_view repertoire);
 Issue supprime(std::string_view chemin);
 Issue cree_repertoire(std::string_view chemin);
+/// An empty one.
+Issue supprime_repertoire(std::string_view chemin);
+/// Where temporary files go, absolute.
+std::string repertoire_temporaire();
 bool entre_dans(std::string_view chemin);
 std::string repertoire_courant();
 std::string absolu(std::string_view chemin);

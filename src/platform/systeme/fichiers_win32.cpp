@@ -223,12 +223,22 @@ std::unique_ptr<Fichier> Fichier::ouvre(std::string_view chemin, Ouverture mode,
     return f;
 }
 
-Nature nature(std::string_view chemin, std::uint64_t& longueur) {
+/// A share goes with its letter or its name: no other directory comes into its place.
+Nature nature(std::string_view chemin, std::uint64_t& longueur, std::uint64_t* volume) {
     WIN32_FILE_ATTRIBUTE_DATA d;
+    if (volume != nullptr) *volume = 0;
     if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return Nature::absente;
     longueur = (std::uint64_t{d.nFileSizeHigh} << 32) | d.nFileSizeLow;
     if ((d.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return Nature::repertoire;
     return est_fichier(d.dwFileAttributes) ? Nature::fichier : Nature::autre;
+}
+
+std::optional<std::int64_t> modifie_le(std::string_view chemin) {
+    WIN32_FILE_ATTRIBUTE_DATA d;
+    if (!GetFileAttributesExW(natif(chemin).c_str(), GetFileExInfoStandard, &d)) return std::nullopt;
+    constexpr std::int64_t de_1601_a_1970 = 11644473600, par_seconde = 10'000'000;  // tenths of a microsecond
+    const auto haut = std::int64_t{d.ftLastWriteTime.dwHighDateTime} << 32;
+    return (haut | d.ftLastWriteTime.dwLowDateTime) / par_seconde - de_1601_a_1970;
 }
 
 Issue entrees(std::string_view repertoire, std::vector<std::string>& noms) {
@@ -267,6 +277,14 @@ Issue supprime(std::string_view chemin) {
 
 Issue cree_repertoire(std::string_view chemin) {
     return issue(CreateDirectoryW(natif(chemin).c_str(), nullptr));
+}
+
+Issue supprime_repertoire(std::string_view chemin) {
+    return issue(RemoveDirectoryW(natif(chemin).c_str()));
+}
+
+std::string repertoire_temporaire() {
+    return texte_de([](DWORD n, wchar_t* t) { return GetTempPathW(n, t); }, ".");
 }
 
 bool entre_dans(std::string_view chemin) {

@@ -69,11 +69,19 @@ DateHeure maintenant() {
     GetLocalTime(&t);
     return {t.wYear, t.wMonth, t.wDay, t.wHour, t.wMinute, t.wSecond};
 #else
-    const std::time_t t = std::time(nullptr);
-    std::tm tm{};
-    localtime_r(&t, &tm);
-    return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec > 59 ? 59 : tm.tm_sec};
+    return locale(std::time(nullptr));
 #endif
+}
+
+DateHeure locale(std::int64_t secondes) {
+    const auto t = static_cast<std::time_t>(secondes);
+    std::tm tm{};
+#ifdef _WIN32
+    if (localtime_s(&tm, &t) != 0) return {};
+#else
+    if (localtime_r(&t, &tm) == nullptr) return {};
+#endif
+    return {tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec > 59 ? 59 : tm.tm_sec};
 }
 
 std::int64_t millisecondes() {
@@ -92,6 +100,15 @@ std::optional<DateHeure> depuis_texte(std::string_view t) {
     const DateHeure d{nombre(0, 4), nombre(5, 2), nombre(8, 2), nombre(11, 2), nombre(14, 2), nombre(17, 2)};
     if (!est_valide(d)) return std::nullopt;
     return d;
+}
+
+std::optional<DateHeure> depuis_nom(std::string_view nom) {
+    constexpr std::string_view forme = "yyyy-mm-dd-hh-nn-ss";
+    std::string t(nom.substr(0, forme.size()));
+    if (t.size() < forme.size() || t[10] != '-' || t[13] != '-' || t[16] != '-') return std::nullopt;
+    t[10] = ' ';
+    t[13] = t[16] = ':';
+    return depuis_texte(t);
 }
 
 DateHeure plus_secondes(const DateHeure& d, std::int64_t secondes) {

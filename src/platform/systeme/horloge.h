@@ -16,6 +16,8 @@ struct DateHeure {
 
 /// Local date and time.
 DateHeure maintenant();
+/// Local date and time of a moment, in seconds since 1970 (UTC).
+DateHeure locale(std::int64_t secondes);
 /// Milliseconds since some fixed moment; never goes back.
 std::int64_t millisecondes();
 
@@ -30,6 +32,8 @@ std::int64_t secondes_entre(const DateHeure& de, const DateHeure& a);
 std::string lisible(const DateHeure& d);
 /// "yyyy-mm-dd-hh-nn-ss", as order file names begin.
 std::string pour_fichier(const DateHeure& d);
+/// The date that a name begins with as pour_fichier() writes it, if it does.
+std::optional<DateHeure> depuis_nom(std::string_view nom);
 /// "dd-mm-yyyy".
 std::string jour(const DateHeure& d);
 /// "dd-mm-yyyy-hh-nn-ss".

@@ -16,6 +16,18 @@ bool lance(std::string_view commande, Fenetre fenetre) {
     return seulement_enregistre || systeme::lance(commande, fenetre);
 }
 
+std::optional<int> execute(const std::vector<std::string>& mots, std::string_view sortie) {
+    return systeme::execute(mots, sortie);
+}
+
+std::string repertoire_du_programme() {
+    return systeme::repertoire_du_programme();
+}
+
+bool montre_fichier(std::string_view chemin) {
+    return lance(std::string(systeme::ouvreur) + " \"" + std::string(chemin) + "\"", Fenetre::normale);
+}
+
 void enregistre_seulement(bool oui) {
     seulement_enregistre = oui;
 }

@@ -17,6 +17,8 @@
 namespace processus::systeme {
 namespace {
 
+constexpr int pas_de_programme = 127;  ///< as a shell says it
+
 /// The words of a command line; a part between double quotes is one word.
 std::vector<std::string> mots_de(std::string_view commande) {
     std::vector<std::string> mots;
@@ -79,7 +81,7 @@ std::vector<std::string> arguments_de(std::string_view commande) {
     std::signal(SIGXFSZ, SIG_DFL);  // ignored here, and a new program would inherit that
     ::execv(arguments[0], arguments.data());
     static_cast<void>(!::write(tube, "", 1));
-    ::_exit(127);
+    ::_exit(pas_de_programme);
 }
 
 /// Starts the program by way of a child that ends at once, so that nobody has to wait for the program's end.
@@ -111,6 +113,35 @@ bool lance(std::string_view commande, Fenetre) {
     for (std::string& m : mots) arguments.push_back(m.data());
     arguments.push_back(nullptr);
     return fait_demarrer(arguments);
+}
+
+std::optional<int> execute(const std::vector<std::string>& mots, std::string_view sortie) {
+    std::vector<std::string> natifs;
+    for (const std::string& m : mots) natifs.push_back(texte::vers_utf8(m));
+    std::vector<char*> arguments;
+    for (std::string& m : natifs) arguments.push_back(m.data());
+    arguments.push_back(nullptr);
+    const int fd = ::open(texte::vers_utf8(sortie).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (fd < 0) return std::nullopt;
+    const pid_t enfant = ::fork();
+    if (enfant == 0) {
+        ::dup2(fd, STDOUT_FILENO);
+        ::dup2(fd, STDERR_FILENO);
+        ::execv(arguments[0], arguments.data());
+        ::_exit(pas_de_programme);
+    }
+    ::close(fd);
+    int statut = -1;
+    while (enfant > 0 && ::waitpid(enfant, &statut, 0) == -1 && errno == EINTR) continue;
+    if (enfant < 0 || !WIFEXITED(statut) || WEXITSTATUS(statut) == pas_de_programme) return std::nullopt;
+    return WEXITSTATUS(statut);
+}
+
+std::string repertoire_du_programme() {
+    char chemin[4096];
+    const ssize_t n = ::readlink("/proc/self/exe", chemin, sizeof chemin);
+    const std::string r = n > 0 ? texte::depuis_utf8_tolerant({chemin, static_cast<std::size_t>(n)}) : std::string();
+    return r.substr(0, r.find_last_of('/') + 1);
 }
 
 std::string identifiant_machine() {

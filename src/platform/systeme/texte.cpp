@@ -87,6 +87,22 @@ std::optional<std::string> depuis_utf8(std::string_view utf8) {
     return r;
 }
 
+bool est_utf8(std::string_view t) {
+    for (std::size_t i = 0; i < t.size();) {
+        if (!lis_utf8(t, i)) return false;
+    }
+    return true;
+}
+
+std::string_view hors_page(std::string_view utf8) {
+    for (std::size_t i = 0; i < utf8.size();) {
+        const std::size_t debut = i;
+        const auto p = lis_utf8(utf8, i);
+        if (!p || !octet(*p)) return utf8.substr(debut, i - debut);
+    }
+    return {};
+}
+
 std::string depuis_utf8_tolerant(std::string_view utf8) {
     std::string r;
     for (std::size_t i = 0; i < utf8.size();) {
@@ -101,6 +117,13 @@ std::u16string vers_utf16(std::string_view t) {
     r.reserve(t.size());
     for (char c : t) r += static_cast<char16_t>(point_de_code(static_cast<unsigned char>(c)));
     return r;
+}
+
+std::string chemin_en_utf8(std::string_view chemin) {
+    std::string t(chemin);
+    std::replace(t.begin(), t.end(), '\\', '/');
+    std::replace(t.begin(), t.end(), '\0', '?');
+    return vers_utf8(t);
 }
 
 std::string_view rogne(std::string_view t) {

@@ -23,7 +23,13 @@ std::string vers_utf8(std::string_view t);
 std::optional<std::string> depuis_utf8(std::string_view utf8);
 /// As above; what the page lacks becomes "?".
 std::string depuis_utf8_tolerant(std::string_view utf8);
+bool est_utf8(std::string_view t);
+/// The first character of a UTF-8 text that the page lacks, as UTF-8; empty where it has them all.
+std::string_view hors_page(std::string_view utf8);
 std::u16string vers_utf16(std::string_view t);
+
+/// A path as systems without drives take it: UTF-8, with "/" alone as separator. A zero byte would cut it.
+std::string chemin_en_utf8(std::string_view chemin);
 
 /// Without the blanks (character 32 alone) at both ends.
 std::string_view rogne(std::string_view t);

@@ -1,0 +1,73 @@
+// Command line of orvalune-carte.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "carte/commandes.h"
+#include "platform/systeme/texte.h"
+#ifdef _WIN32
+#include "platform/systeme/console_win32.h"
+#endif
+
+namespace {
+
+constexpr const char* aide =
+    "orvalune-carte fait les fichiers du restaurant avec les tableaux d'un tableur, et l'inverse.\n"
+    "\n"
+    "  orvalune-carte modele DOSSIER                écrit un exemple complet, à changer dans un tableur\n"
+    "  orvalune-carte fabrique DOSSIER REPERTOIRE   fait les fichiers du répertoire réseau ; rien n'est écrit\n"
+    "                                               tant qu'il reste une faute dans les tableaux\n"
+    "  orvalune-carte exporte REPERTOIRE DOSSIER    refait les tableaux avec des fichiers existants\n"
+    "  orvalune-carte verifie REPERTOIRE            dit ce que les tablettes ne liront pas comme c'est écrit,\n"
+    "                                               puis ce que les serveurs verront\n"
+    "  orvalune-carte apercu DOSSIER PAGE.html      une page pour relire la carte avant le service\n"
+    "  orvalune-carte DOSSIER                       fait cette page et l'ouvre\n"
+    "  orvalune-carte --version | --aide\n"
+    "\n"
+    "Code de sortie : 0, tout va bien ; 1, des fautes ou des pertes, toutes sont dites ; 2, la commande n'est pas\n"
+    "comprise, ou un fichier n'a pas pu être lu ou écrit.\n";
+
+struct Commande {
+    const char* nom;
+    std::size_t arguments;
+    int (*execute)(const std::vector<std::string>& a);
+};
+const Commande commandes_connues[] = {
+    {"modele", 1, [](const std::vector<std::string>& a) { return commandes::modele(a[1]); }},
+    {"fabrique", 2, [](const std::vector<std::string>& a) { return commandes::fabrique(a[1], a[2]); }},
+    {"exporte", 2, [](const std::vector<std::string>& a) { return commandes::exporte(a[1], a[2]); }},
+    {"verifie", 1, [](const std::vector<std::string>& a) { return commandes::verifie(a[1]); }},
+    {"apercu", 2, [](const std::vector<std::string>& a) { return commandes::apercu(a[1], a[2]); }},
+};
+
+int lance(const std::vector<std::string>& mots) {
+    const std::string premier = mots.empty() ? "" : mots[0];
+    if (premier == "--aide" || premier == "--version") {
+        std::cout << (premier == "--aide" ? aide : "orvalune-carte " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n");
+        return commandes::fait;
+    }
+    for (const Commande& c : commandes_connues) {
+        if (premier == c.nom && mots.size() == c.arguments + 1) return c.execute(mots);
+    }
+    if (mots.size() == 1 && !premier.starts_with('-')) return commandes::relit(premier);
+    std::cerr << "commande inconnue ou incomplète : " << texte::vers_utf8(premier) << "\n\n" << aide;
+    return commandes::refus;
+}
+
+}  // namespace
+
+#ifdef _WIN32
+int wmain(int argc, wchar_t** argv) {
+    console::ecrit_en_utf8();
+    const int statut = lance(console::mots(argc, argv));
+    std::cout.flush();
+    if (statut == commandes::refus) console::attend_si_seul();
+    return statut;
+}
+#else
+int main(int argc, char** argv) {
+    std::vector<std::string> mots;
+    for (int i = 1; i < argc; ++i) mots.push_back(texte::depuis_utf8_tolerant(argv[i]));
+    return lance(mots);
+}
+#endif

@@ -1,0 +1,253 @@
+#include "cuisine/collecte.h"
+
+#include <algorithm>
+#include <tuple>
+
+#include "data/livraison.h"
+#include "platform/systeme/processus.h"
+#include "platform/systeme/texte.h"
+
+namespace collecte {
+namespace {
+
+using commande::Lecture;
+using fichiers::Issue;
+
+constexpr std::string_view fin_commande = ".txt", fin_fiche = ".fiche", fin_copie = ".copie",
+                           fin_raison = ".raison.txt";
+constexpr std::string_view dossier_en_cours = "en_cours", dossier_rejets = "rejets";
+constexpr std::uint64_t longueur_max = 1 << 20;
+/// How long a file must not have changed, milliseconds: one that is whole, and one that is only a beginning.
+constexpr std::int64_t stable_ms = 400, abandonnee_ms = 10000;
+
+horloge::DateHeure date_de(std::string_view nom, std::string_view chemin) {
+    if (const auto d = horloge::depuis_nom(nom)) return *d;
+    const auto modifie = fichiers::modifie_le(chemin);
+    return modifie ? horloge::locale(*modifie) : horloge::maintenant();
+}
+
+std::string jour_de(const horloge::DateHeure& d) {
+    constexpr std::size_t longueur = 10;
+    return horloge::lisible(d).substr(0, longueur);
+}
+
+/// The name with a number before its end, for a place that is taken.
+std::string numerote(const std::string& nom, int n) {
+    if (n < 2) return nom;
+    const std::string debut = nom.substr(0, nom.size() - fin_commande.size());
+    return debut + " (" + std::to_string(n) + ")" + nom.substr(debut.size());
+}
+
+/// Reads a file as an order; anything but Issue::fait: it cannot be read now.
+Issue lis(const std::string& chemin, std::string& contenu, Lecture& lecture, commande::Commande& c,
+          std::string& faute) {
+    const Issue issue = fichiers::lis_tout(chemin, contenu, longueur_max);
+    faute.clear();
+    if (issue == Issue::fait) lecture = commande::lis(contenu, c, faute);
+    if (issue != Issue::trop_long) return issue;
+    lecture = Lecture::fausse;
+    faute = std::string("plus d'un mégaoctet"_t);
+    return Issue::fait;
+}
+
+}  // namespace
+
+bool avant(const Prise& a, const Prise& b) {
+    const std::string date_a = horloge::lisible(a.date), date_b = horloge::lisible(b.date);
+    return std::tie(date_a, a.nom) < std::tie(date_b, b.nom);
+}
+
+Collecte::Collecte(std::string reseau, std::string archive)
+    : reseau_(std::move(reseau)),
+      en_cours_(fichiers::joint(archive, dossier_en_cours)),
+      archive_(std::move(archive)),
+      fin_prise_("." + commande::code(processus::identifiant_machine() + fichiers::absolu(archive_)) + ".prise") {}
+
+Issue Collecte::prepare() const {
+    for (const std::string& d : {archive_, en_cours_, fichiers::joint(archive_, dossier_rejets)}) {
+        if (fichiers::est_repertoire(d)) continue;
+        const Issue issue = fichiers::cree_repertoire(d);
+        if (issue != Issue::fait) return issue;
+    }
+    return Issue::fait;
+}
+
+void Collecte::nettoie() const {
+    for (const std::string& d : {archive_, en_cours_}) fichiers::retire_temporaires(d);
+}
+
+Regard Collecte::regarde() {
+    Regard r;
+    const auto noms = fichiers::entrees(reseau_);
+    r.joignable = noms.has_value();
+    if (noms) {
+        rapatrie(*noms);
+        suit(*noms);
+        std::vector<Prise> ordre;
+        for (auto& [nom, vue] : vues_) {
+            if (!est_prete(nom, vue, r)) continue;
+            ordre.push_back({nom, date_de(nom, fichiers::joint(reseau_, nom)), {}, {}, false});
+        }
+        std::sort(ordre.begin(), ordre.end(), avant);
+        for (const Prise& p : ordre) prend(p.nom, vues_.find(p.nom)->second, r);
+    }
+    if (a_relire_) lis_en_cours(r);
+    return r;
+}
+
+/// Notes what has changed of the orders that lie there.
+void Collecte::suit(const std::vector<std::string>& noms) {
+    std::map<std::string, Vue, std::less<>> encore;
+    for (const std::string& nom : noms) {
+        // What a tablet says of itself is for a router.
+        if (!livraison::finit_par(nom, livraison::fin_livree) || nom.starts_with(livraison::debut_identification))
+            continue;
+        const std::string chemin = fichiers::joint(reseau_, nom);
+        const auto longueur = fichiers::longueur(chemin);
+        const auto date = fichiers::modifie_le(chemin);
+        if (!longueur || !date) continue;
+        const auto i = vues_.find(nom);
+        const bool meme = i != vues_.end() && i->second.longueur == *longueur && i->second.date == *date;
+        encore[nom] = meme ? i->second : Vue{*longueur, *date, horloge::millisecondes()};
+    }
+    vues_ = std::move(encore);
+}
+
+/// Whether a file can be taken: it has not changed for a while, and is not the beginning of an order.
+bool Collecte::est_prete(const std::string& nom, Vue& vue, Regard& regard) {
+    const std::int64_t age = horloge::millisecondes() - vue.depuis;
+    regard.a_suivre = regard.a_suivre || age < abandonnee_ms;
+    if (age < stable_ms) return false;
+    if (!vue.lue) {
+        commande::Commande c;
+        std::string contenu, faute;
+        const Issue issue = lis(fichiers::joint(reseau_, nom), contenu, vue.lecture, c, faute);
+        vue.lue = issue == Issue::fait;
+        if (!vue.lue && !vue.dite && issue != Issue::absent) {
+            vue.dite = true;
+            regard.dits.push_back(nom + " : " + std::string(fichiers::raison(issue)));
+        }
+    }
+    return vue.lue && (vue.lecture != Lecture::inachevee || age >= abandonnee_ms);
+}
+
+/// Whether an order of that name is still in progress.
+bool Collecte::est_occupee(const std::string& nom) const {
+    const std::string la = fichiers::joint(en_cours_, nom);
+    return fichiers::existe(la) || fichiers::existe(la + std::string(fin_fiche)) ||
+           fichiers::existe(la + std::string(fin_copie));
+}
+
+void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
+    a_relire_ = true;  // whatever the answer, it may be there
+    if (est_occupee(nom)) return;
+    const std::string de = fichiers::joint(reseau_, nom);
+    Issue issue = fichiers::renomme(de, fichiers::joint(en_cours_, nom));
+    if (issue == Issue::panne || issue == Issue::refuse) {
+        const std::string prise = de + fin_prise_;
+        issue = fichiers::renomme(de, prise);
+        if (issue == Issue::fait) rapatrie_une(nom, prise);
+    }
+    if (issue == Issue::fait || issue == Issue::absent || vue.dite) return;
+    vue.dite = true;
+    regard.dits.push_back(nom + std::string(" : n'a pas pu être prise, "_t) + std::string(fichiers::raison(issue)));
+}
+
+/// Brings over what was renamed in the network directory. A copy takes its name only when nothing of it is left there.
+void Collecte::rapatrie(const std::vector<std::string>& noms) {
+    std::set<std::string> la_bas;
+    for (const std::string& nom : noms) {
+        if (!nom.ends_with(fin_prise_)) continue;
+        la_bas.insert(nom.substr(0, nom.size() - fin_prise_.size()));
+        rapatrie_une(*la_bas.rbegin(), fichiers::joint(reseau_, nom));
+    }
+    for (const std::string& copie : fichiers::liste(en_cours_, "*" + std::string(fin_copie))) {
+        const std::string nom = copie.substr(0, copie.size() - fin_copie.size());
+        if (la_bas.contains(nom)) continue;
+        a_relire_ = true;
+        static_cast<void>(fichiers::renomme(fichiers::joint(en_cours_, copie), fichiers::joint(en_cours_, nom)));
+    }
+}
+
+/// What fails here is done by the next look.
+void Collecte::rapatrie_une(const std::string& nom, const std::string& prise) {
+    a_relire_ = true;
+    std::string contenu;
+    const std::string vers = fichiers::joint(en_cours_, nom), copie = vers + std::string(fin_copie);
+    if (fichiers::lis_tout(prise, contenu) != Issue::fait) return;
+    if (fichiers::ecrit_tout(copie, contenu, fichiers::Remplace::oui) != Issue::fait) return;
+    if (fichiers::supprime(prise) == Issue::fait) static_cast<void>(fichiers::renomme(copie, vers));
+}
+
+/// What is there and has not been given yet. A fiche whose order has been put away goes.
+void Collecte::lis_en_cours(Regard& regard) {
+    const auto noms = fichiers::entrees(en_cours_);
+    a_relire_ = !noms;
+    if (!noms) return;
+    for (const std::string& nom : *noms) {
+        const std::string commande = nom.substr(0, nom.size() - std::min(nom.size(), fin_fiche.size()));
+        const bool seule = nom.ends_with(fin_fiche) && !fichiers::existe(fichiers::joint(en_cours_, commande)) &&
+                           !fichiers::existe(fichiers::joint(en_cours_, commande + std::string(fin_copie)));
+        if (seule) static_cast<void>(fichiers::supprime(fichiers::joint(en_cours_, nom)));
+        if (!livraison::finit_par(nom, livraison::fin_livree) || connues_.contains(nom)) continue;
+        Prise p;
+        if (lis_prise(nom, p)) {
+            connues_.insert(nom);
+            regard.prises.push_back(std::move(p));
+        } else {
+            a_relire_ = true;
+        }
+    }
+    std::sort(regard.prises.begin(), regard.prises.end(), avant);
+}
+
+bool Collecte::lis_prise(const std::string& nom, Prise& p) const {
+    const std::string chemin = fichiers::joint(en_cours_, nom);
+    Lecture lecture = Lecture::fausse;
+    std::string contenu, ancien;
+    if (lis(chemin, contenu, lecture, p.commande, p.faute) != Issue::fait) return false;
+    p.nom = nom;
+    p.date = date_de(nom, chemin);
+    const std::string la = fichiers::joint(jour(p), nom);
+    p.deja = fichiers::lis_tout(la, ancien, longueur_max) == Issue::fait && ancien == contenu;
+    return true;
+}
+
+std::string Collecte::fiche(const Prise& p) const {
+    return fichiers::joint(en_cours_, p.nom) + std::string(fin_fiche);
+}
+
+std::string Collecte::jour(const Prise& p) const {
+    return fichiers::joint(archive_, jour_de(p.date));
+}
+
+/// Under its name, or a numbered one. What is wrong with a rejected file is written before it comes to stand there.
+Issue Collecte::deplace(const Prise& p, const std::string& dossier) {
+    constexpr int essais = 1000;
+    Issue issue = Issue::existe;
+    for (int n = 1; n <= essais && issue == Issue::existe; ++n) {
+        const std::string vers = fichiers::joint(dossier, numerote(p.nom, n));
+        if (fichiers::existe(vers)) continue;
+        if (!p.faute.empty()) {
+            const std::string raison = vers.substr(0, vers.size() - fin_commande.size()) + std::string(fin_raison);
+            issue = fichiers::ecrit_tout(raison, p.nom + "\r\n" + p.faute + "\r\n", fichiers::Remplace::oui);
+            if (issue != Issue::fait) return issue;
+        }
+        issue = fichiers::renomme(fichiers::joint(en_cours_, p.nom), vers);
+    }
+    return issue;
+}
+
+Issue Collecte::range(const Prise& p) {
+    const std::string dossier = p.faute.empty() ? jour(p) : fichiers::joint(archive_, dossier_rejets);
+    if (!fichiers::est_repertoire(dossier)) static_cast<void>(fichiers::cree_repertoire(dossier));
+    Issue issue = deplace(p, dossier);
+    // Without its fiche it would be printed anew: that goes only when the order itself is gone, whatever was answered.
+    if (issue == Issue::absent && fichiers::existe(fichiers::joint(en_cours_, p.nom))) return Issue::panne;
+    if (issue == Issue::fait || issue == Issue::absent) issue = fichiers::supprime(fiche(p));
+    if (issue == Issue::absent) issue = Issue::fait;
+    if (issue == Issue::fait) connues_.erase(p.nom);
+    return issue;
+}
+
+}  // namespace collecte

@@ -1,0 +1,28 @@
+// The running number of the tickets, kept twice: a damaged file does not begin the count anew.
+#pragma once
+
+#include <string>
+
+#include "platform/systeme/fichiers.h"
+
+namespace compteur {
+
+class Compteur {
+  public:
+    explicit Compteur(const std::string& archive);
+    /// The last number that was given.
+    int dernier() const { return dernier_; }
+    /// Whether there were files, and neither could be read.
+    bool perdu() const { return perdu_; }
+    /// A number that an order bears already.
+    void connait(int numero);
+    /// Keeps a number on the medium as the last one.
+    fichiers::Issue retient(int numero);
+
+  private:
+    std::string fichier_, copie_;
+    int dernier_ = 0;
+    bool perdu_ = false;
+};
+
+}  // namespace compteur

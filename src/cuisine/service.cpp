@@ -1,0 +1,321 @@
+#include "cuisine/service.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include "cuisine/collecte.h"
+#include "cuisine/compteur.h"
+#include "cuisine/fiche.h"
+#include "platform/liaison/arret.h"
+#include "platform/liaison/guet.h"
+#include "platform/liaison/verrou.h"
+#include "platform/systeme/texte.h"
+
+namespace service {
+namespace {
+
+using fiche::Etat;
+using fichiers::Issue;
+using imprimante::Sort;
+
+// Milliseconds.
+constexpr int regard_ms = 1000, regard_proche_ms = 200;
+constexpr int pause_debut = 1000, pause_max = 8000, pause_max_interrompu = 30000;
+
+/// A line on the console, with the time.
+void dit(std::string_view t) {
+    const std::string heure = horloge::lisible(horloge::maintenant());
+    std::fprintf(stderr, "%s %s\n", heure.c_str(), texte::vers_utf8(t).c_str());
+}
+
+/// Waits for something new in a directory, which is watched from the first wait on. Simulated time passes at once.
+class Attente {
+  public:
+    explicit Attente(std::string repertoire = {}) : repertoire_(std::move(repertoire)) {}
+    void attend(int ms) {
+        if (horloge::est_virtuelle()) return horloge::avance(ms);
+        if (!guet_) guet_ = guet::ouvre(repertoire_);
+        guet_->attend(ms);
+    }
+    /// The directory was gone, and is there again.
+    void recommence() { guet_ = nullptr; }
+
+  private:
+    std::string repertoire_;
+    std::unique_ptr<guet::Guet> guet_;
+};
+
+/// Says something when it is not what was said last.
+class Annonce {
+  public:
+    void dit(const std::string& t) {
+        if (t != derniere_) service::dit(t);
+        derniere_ = t;
+    }
+    /// All is well; that is said when something else was said before.
+    void va_bien(const std::string& t) {
+        if (!derniere_.empty()) service::dit(t);
+        derniere_.clear();
+    }
+
+  private:
+    std::string derniere_;
+};
+
+/// An order in progress.
+struct Commande {
+    collecte::Prise prise;
+    fiche::Fiche fiche;
+    bool ecrite = false;  ///< the fiche is on the medium as it stands here
+};
+
+/// A printer and its next attempt.
+struct Poste {
+    imprimante::Adresse adresse;
+    std::unique_ptr<imprimante::Imprimante> imprimante;
+    std::int64_t prochain = 0;  ///< horloge::millisecondes()
+    int pause = 0;
+    bool prete = true;  ///< in this turn
+    Annonce annonce;
+};
+
+class Service {
+  public:
+    explicit Service(const Reglages& r)
+        : reglages_(r), collecte_(r.reseau, r.archive), compteur_(r.archive), carte_(r.reseau) {
+        for (const auto& a : r.partage.adresses) {
+            postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat}), 0, 0, true, {}});
+        }
+    }
+
+    /// Nothing when the archive has come to lie elsewhere: what is known of it is known no more.
+    std::optional<int> travaille() {
+        Attente attente(reglages_.reseau);
+        collecte_.nettoie();
+        if (compteur_.perdu()) dit("numero.txt est abîmé : les tickets recommencent à 1"_t);
+        bool joignable = true;
+        while (!arret::demande()) {
+            if (!carte_.relit()) {
+                attente.attend(regard_ms);
+                continue;
+            }
+            collecte::Regard regard = collecte_.regarde();
+            if (regard.joignable && !collecte_.est_prete()) return std::nullopt;
+            for (const std::string& t : regard.dits) dit(t);
+            if (!regard.joignable) reseau_.dit(std::string("répertoire réseau introuvable : "_t) + reglages_.reseau);
+            if (regard.joignable) reseau_.va_bien(std::string("répertoire réseau retrouvé"_t));
+            if (regard.joignable && !joignable) attente.recommence();
+            joignable = regard.joignable;
+            for (collecte::Prise& p : regard.prises) nouvelles_.push_back({std::move(p), 0});
+            std::erase_if(nouvelles_, [this](Nouvelle& n) { return accueille(n); });
+            imprime();
+            range();
+            if (reglages_.une_fois && a_fini(regard)) break;
+            attente.attend(regard.a_suivre ? regard_proche_ms : regard_ms);
+        }
+        return commandes_.empty() && nouvelles_.empty() ? tout_imprime : reste_a_imprimer;
+    }
+
+  private:
+    const Reglages& reglages_;
+    collecte::Collecte collecte_;
+    compteur::Compteur compteur_;
+    articles::Carte carte_;
+    std::vector<Poste> postes_;
+    std::vector<Commande> commandes_;  ///< by date
+    Annonce reseau_, archive_;
+
+    /// A taken file whose fiche has not been read yet.
+    struct Nouvelle {
+        collecte::Prise prise;
+        int essais = 0;
+    };
+    std::vector<Nouvelle> nouvelles_;
+
+    /// Whether nothing is left to do, or nothing can be done.
+    bool a_fini(const collecte::Regard& regard) const {
+        if (!regard.joignable) return true;
+        const auto attend = [](const Poste& p) { return p.pause > 0; };
+        if (commandes_.empty()) return nouvelles_.empty() && !regard.a_suivre;
+        return std::any_of(postes_.begin(), postes_.end(), attend);
+    }
+
+    /// What is known of a taken order, and how its lines are shared among the printers. False when that cannot be read
+    /// at the moment.
+    bool accueille(Nouvelle& n) {
+        constexpr int essais_max = 10;
+        Commande c;
+        const Issue lue = fiche::lis(collecte_.fiche(n.prise), c.fiche);
+        const bool connue = lue == Issue::fait || lue == Issue::absent;
+        if (!connue && ++n.essais < essais_max) return false;
+        c.prise = std::move(n.prise);
+        c.ecrite = lue == Issue::fait && rapproche(c);
+        if (!c.ecrite) {
+            c.fiche = {0, partage::parties(c.prise.commande, carte_.courante(), reglages_.partage)};
+            // Of a damaged fiche nobody knows how far it was.
+            for (fiche::Partie& p : c.fiche.parties) p.duplicata = lue != Issue::absent;
+        }
+        for (fiche::Partie& p : c.fiche.parties) p.duplicata = p.duplicata || c.prise.deja || p.etat == Etat::commencee;
+        compteur_.connait(c.fiche.numero);
+        const auto place = std::find_if(commandes_.begin(), commandes_.end(),
+                                        [&c](const Commande& autre) { return collecte::avant(c.prise, autre.prise); });
+        commandes_.insert(place, std::move(c));
+        return true;
+    }
+
+    /// Brings a fiche of an earlier run in line with the printers of today: what none of them has is the first one's.
+    /// False when it does not fit the order.
+    bool rapproche(Commande& c) const {
+        std::vector<bool> vues(c.prise.commande.articles.size());
+        for (fiche::Partie& p : c.fiche.parties) {
+            for (const int n : p.lignes) {
+                if (n < 0 || static_cast<std::size_t>(n) >= vues.size() || vues[static_cast<std::size_t>(n)])
+                    return false;
+                vues[static_cast<std::size_t>(n)] = true;
+            }
+            const auto tient = [&p](const Poste& poste) { return poste.adresse.ecrite() == p.adresse; };
+            if (std::none_of(postes_.begin(), postes_.end(), tient)) p.adresse = postes_.front().adresse.ecrite();
+        }
+        return std::find(vues.begin(), vues.end(), false) == vues.end() && !c.fiche.parties.empty();
+    }
+
+    Poste& poste_de(const fiche::Partie& partie) {
+        return *std::find_if(postes_.begin(), postes_.end(),
+                             [&](const Poste& p) { return p.adresse.ecrite() == partie.adresse; });
+    }
+
+    ticket::Ticket compose(const Commande& c, const fiche::Partie& partie, int numero) {
+        if (!c.prise.faute.empty())
+            return ticket::de_rejet(c.prise.nom, c.prise.faute, partie.duplicata, reglages_.papier);
+        ticket::Entete entete{numero, partie.duplicata, c.prise.date, ""};
+        for (const fiche::Partie& autre : c.fiche.parties) {
+            if (autre.adresse == partie.adresse) continue;
+            entete.ailleurs += (entete.ailleurs.empty() ? "" : ", ") + poste_de(autre).adresse.nom();
+        }
+        std::vector<const commande::Article*> lignes;
+        for (const int n : partie.lignes) lignes.push_back(&c.prise.commande.articles[static_cast<std::size_t>(n)]);
+        return ticket::compose(c.prise.commande, lignes, carte_.courante(), entete, reglages_.papier);
+    }
+
+    /// Puts what is known of an order on the medium.
+    bool ecrit(Commande& c) {
+        const Issue issue = fiche::ecrit(collecte_.fiche(c.prise), c.fiche);
+        c.ecrite = issue == Issue::fait;
+        if (!c.ecrite) archive_.dit("archive : " + std::string(fichiers::raison(issue)));
+        return c.ecrite;
+    }
+
+    /// Everything that waits, by date. A printer that fails gets nothing later before what it has not printed.
+    void imprime() {
+        for (Poste& poste : postes_) poste.prete = horloge::millisecondes() >= poste.prochain;
+        for (Commande& c : commandes_) {
+            for (fiche::Partie& p : c.fiche.parties) {
+                Poste& poste = poste_de(p);
+                if (p.etat == Etat::finie || !poste.prete) continue;
+                if (arret::demande()) return;
+                poste.prete = imprime(poste, c, p);
+            }
+        }
+    }
+
+    bool imprime(Poste& poste, Commande& c, fiche::Partie& p) {
+        const bool rejet = !c.prise.faute.empty();
+        const int numero = rejet ? 0 : c.fiche.numero > 0 ? c.fiche.numero : compteur_.dernier() + 1;
+        const auto commence = [&] {
+            c.fiche.numero = numero;
+            p.etat = Etat::commencee;
+            compteur_.connait(numero);
+            return ecrit(c) && (rejet || compteur_.retient(numero) == Issue::fait);
+        };
+        const imprimante::Constat constat = poste.imprimante->imprime(compose(c, p, numero), commence);
+        const std::string qui = "imprimante " + poste.adresse.nom();
+        if (constat.sort == Sort::imprime) {
+            p.etat = Etat::finie;
+            static_cast<void>(ecrit(c));
+            poste.pause = 0;
+            poste.annonce.va_bien(qui + std::string(" : de nouveau prête"_t));
+            raconte(poste, c, p, constat.raison);
+            return true;
+        }
+        const bool interrompu = constat.sort == Sort::interrompu;
+        p.duplicata = p.duplicata || interrompu;
+        if (!interrompu && p.etat == Etat::commencee && !p.duplicata) {
+            p.etat = Etat::attend;
+            static_cast<void>(ecrit(c));
+        }
+        attend(poste, interrompu ? pause_max_interrompu : pause_max);
+        poste.annonce.dit(qui + " : " + constat.raison + (interrompu ? ", au milieu d'un ticket" : "") +
+                          " ; les commandes attendent");
+        return false;
+    }
+
+    static void attend(Poste& poste, int pause_la_plus_longue) {
+        poste.pause = std::clamp(poste.pause * 2, pause_debut, pause_la_plus_longue);
+        poste.prochain = horloge::millisecondes() + poste.pause;
+    }
+
+    static void raconte(const Poste& poste, const Commande& c, const fiche::Partie& p, const std::string& remarque) {
+        if (poste.adresse.sorte == imprimante::Adresse::Sorte::ecran) return;
+        const std::string quoi =
+            c.prise.faute.empty() ? "commande " + std::to_string(c.fiche.numero) + ", table " + c.prise.commande.table
+                                  : std::string("fichier rejeté "_t) + c.prise.nom;
+        dit(quoi + " : " + poste.adresse.nom() + (p.duplicata ? ", duplicata" : "") +
+            (remarque.empty() ? "" : " (" + remarque + ")"));
+    }
+
+    /// Puts away what is printed whole. An order whose fiche could not be written stays, and is not printed again.
+    void range() {
+        std::erase_if(commandes_, [this](Commande& c) {
+            const bool finie = std::all_of(c.fiche.parties.begin(), c.fiche.parties.end(),
+                                           [](const fiche::Partie& p) { return p.etat == Etat::finie; });
+            if (!finie || (!c.ecrite && !ecrit(c))) return false;
+            const Issue issue = collecte_.range(c.prise);
+            if (issue != Issue::fait) archive_.dit("archive : " + std::string(fichiers::raison(issue)));
+            if (issue == Issue::fait) archive_.va_bien(std::string("archive : de nouveau prête"_t));
+            return issue == Issue::fait;
+        });
+    }
+};
+
+/// The claim on the archive; null when the end was asked for before it was free.
+std::unique_ptr<verrou::Verrou> attend_l_archive(const std::string& archive, bool une_fois) {
+    Annonce annonce;
+    Attente attente;
+    while (!arret::demande()) {
+        auto verrou = verrou::prend(fichiers::joint(archive, "cuisine.verrou"));
+        if (verrou) return verrou;
+        annonce.dit("une autre cuisine travaille avec l'archive " + archive + " : celle-ci prendra la suite");
+        if (une_fois) return nullptr;
+        attente.attend(regard_ms);
+    }
+    return nullptr;
+}
+
+/// The folders of the archive, which may lie where the network is not there yet.
+bool attend_les_dossiers(const Reglages& r) {
+    Annonce annonce;
+    Attente attente;
+    while (!arret::demande()) {
+        const Issue issue = collecte::Collecte(r.reseau, r.archive).prepare();
+        if (issue == Issue::fait) return true;
+        annonce.dit("archive " + r.archive + " : " + std::string(fichiers::raison(issue)));
+        if (r.une_fois) return false;
+        attente.attend(regard_ms);
+    }
+    return false;
+}
+
+}  // namespace
+
+int sert(const Reglages& reglages) {
+    for (;;) {
+        if (!attend_les_dossiers(reglages)) return reglages.une_fois ? impossible : tout_imprime;
+        const auto verrou = attend_l_archive(reglages.archive, reglages.une_fois);
+        if (!verrou) return reglages.une_fois ? impossible : tout_imprime;
+        if (const auto statut = Service(reglages).travaille()) return *statut;
+    }
+}
+
+}  // namespace service

@@ -1,0 +1,18 @@
+// A directory that one program at a time works in, on whichever machine it runs: a file kept open there, which the
+// system, or the server of a share, frees however the program ends.
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+namespace verrou {
+
+class Verrou {
+  public:
+    virtual ~Verrou() = default;
+};
+
+/// Null while another one holds it. Where the medium knows no such thing the lock holds nothing.
+std::unique_ptr<Verrou> prend(std::string_view fichier);
+
+}  // namespace verrou

@@ -1,0 +1,35 @@
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "platform/liaison/verrou.h"
+#include "platform/systeme/texte.h"
+
+namespace verrou {
+namespace {
+
+class VerrouLinux final : public Verrou {
+  public:
+    explicit VerrouLinux(int fd) : fd_(fd) {}
+    ~VerrouLinux() override {
+        if (fd_ >= 0) ::close(fd_);
+    }
+
+  private:
+    int fd_;
+};
+
+}  // namespace
+
+std::unique_ptr<Verrou> prend(std::string_view fichier) {
+    const int fd = ::open(texte::chemin_en_utf8(fichier).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (fd >= 0 && ::flock(fd, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EACCES)) {
+        ::close(fd);
+        return nullptr;
+    }
+    return std::make_unique<VerrouLinux>(fd);
+}
+
+}  // namespace verrou

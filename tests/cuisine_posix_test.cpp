@@ -1,0 +1,455 @@
+// An order is printed once, or again with a mark, and never lost: the kitchen is cut before each operation on a file,
+// or killed while a printer of the test's own takes its tickets, which answers, keeps silent, breaks off or has no
+// paper.
+#include <arpa/inet.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <cstdlib>
+#include <functional>
+#include <mutex>
+#include <set>
+#include <thread>
+
+#include "fourneau.h"
+#include "platform/systeme/epreuve.h"
+#include "platform/systeme/ouvrier.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using fichiers::Issue;
+using fichiers::epreuve::Operation;
+using tests::bloc, tests::Fourneau, tests::nom_de_commande, tests::Papier, tests::table_de;
+
+/// Where a flush costs nothing.
+struct EnMemoire {
+    EnMemoire() {
+        if (fs::is_directory("/dev/shm")) ::setenv("TMPDIR", "/dev/shm", 1);
+    }
+    ~EnMemoire() { ::unsetenv("TMPDIR"); }
+};
+
+void fais_taire() {
+    const int rien = ::open("/dev/null", O_WRONLY);
+    ::dup2(rien, 2);
+}
+
+// --- power cuts ------------------------------------------------------------------------------------------------------
+
+constexpr int coupee = 99;
+
+struct Sort {
+    int rang = 0;                ///< of the operation, from 1; 0: nothing befalls it
+    Issue echec = Issue::fait;   ///< Issue::fait: the power goes
+    bool autre_support = false;  ///< the archive lies on another medium: no order can be renamed into it
+};
+Sort sort;
+int compte = 0;
+std::string refusee;
+
+Issue frappe(Operation operation, std::string_view chemin) {
+    if (++compte == sort.rang) {
+        if (sort.echec == Issue::fait) ::_exit(coupee);
+        return sort.echec;
+    }
+    const bool prise = operation == Operation::renomme && chemin.find("/reseau/") != std::string_view::npos;
+    if (!sort.autre_support || !prise || refusee == chemin) return Issue::fait;
+    refusee = chemin;
+    return Issue::panne;
+}
+
+class CuisineCoupee : public EnMemoire, public Fourneau {
+  protected:
+    CuisineCoupee() {
+        std::string faute;
+        const std::string bar = "fichier:" + (t.chemin() / "bar.bin").string();
+        EXPECT_TRUE(partage::lis("35=" + bar, reglages.partage, faute)) << faute;
+        ouvrier::abandonne();  // a fork takes no thread along
+    }
+
+    void recommence() const {
+        for (const char* nom : {"archive", "cuisine.bin", "bar.bin"}) fs::remove_all(t.chemin() / nom);
+        depose(1, tests::commande_de(1, bloc("8880000000611") + bloc("8880000000024")));
+        depose(2, tests::commande_de(2, bloc("8880000000611")));
+        depose(3, tests::commande_simple(3));
+        t.pose("reseau/mauvaise.txt", "rien\r\n");
+    }
+
+    /// A run of its own; its status, or the count of its operations.
+    int demarre(const Sort& s) const {
+        const pid_t fils = ::fork();
+        if (fils == 0) {
+            fais_taire();
+            sort = s;
+            compte = 0;
+            fichiers::epreuve::avant = frappe;
+            static_cast<void>(service::sert(reglages));
+            ::_exit(0);
+        }
+        int statut = 0;
+        if (fils < 0 || ::waitpid(fils, &statut, 0) != fils || !WIFEXITED(statut)) return -1;
+        return WEXITSTATUS(statut);
+    }
+
+    static std::string numero(const std::string& ticket) {
+        const auto p = ticket.find("Commande ");
+        return ticket.substr(p, ticket.find('\n', p) - p);
+    }
+
+    /// After a run without faults. Only what was in hand, at most twice, may bear a mark.
+    void verifie(const std::string& cas, const Sort& s, std::size_t marques_max) const {
+        ASSERT_EQ(demarre({0, Issue::fait, s.autre_support}), 0) << cas;
+        const Papier cuisine = papier(), bar = papier("bar.bin");
+        for (const int table : {1, 3}) tests::verifie_une_fois(cuisine, table, cas);
+        for (const int table : {1, 2}) tests::verifie_une_fois(bar, table, cas);
+        EXPECT_GE(cuisine.avec("mauvaise.txt").size(), 1U) << cas;
+        EXPECT_LE(cuisine.avec("DUPLICATA").size() + bar.avec("DUPLICATA").size(), marques_max) << cas;
+        std::set<std::string> numeros;
+        for (const int table : {1, 2, 3}) {
+            std::set<std::string> siens;
+            for (const Papier* p : {&cuisine, &bar}) {
+                for (const std::string& ticket : p->avec(table_de(table))) siens.insert(numero(ticket));
+            }
+            EXPECT_EQ(siens.size(), 1U) << cas << ": table " << table;
+            numeros.merge(siens);
+        }
+        EXPECT_EQ(numeros, (std::set<std::string>{"Commande 1", "Commande 2", "Commande 3"})) << cas;
+        EXPECT_TRUE(t.fichiers("reseau", ".txt").empty() && t.fichiers("reseau", ".prise").empty()) << cas;
+        EXPECT_TRUE(t.fichiers("archive/en_cours", "").empty()) << cas;
+        EXPECT_EQ(t.fichiers("archive/2021-05-19", "").size(), 3U) << cas;
+        EXPECT_EQ(t.lis("archive/rejets/mauvaise.txt"), "rien\r\n") << cas;
+    }
+
+    /// How many operations a run has; found by cutting ever later ones.
+    int operations(bool autre_support) const {
+        for (int k = 10;; k += 10) {
+            recommence();
+            if (demarre({k, Issue::fait, autre_support}) != coupee) return k;
+        }
+    }
+};
+
+TEST_F(CuisineCoupee, CoupeeOuQueCeSoitRienNeSePerd) {
+    for (const bool autre_support : {false, true}) {
+        const int nombre = operations(autre_support);
+        ASSERT_GT(nombre, 60);
+        for (int k = 1; k <= nombre; ++k) {
+            recommence();
+            const Sort s{k, Issue::fait, autre_support};
+            const int statut = demarre(s);
+            verifie("cut before " + std::to_string(k) + (autre_support ? ", other medium" : ""), s,
+                    statut == coupee ? 1 : 0);
+        }
+    }
+}
+
+TEST_F(CuisineCoupee, CoupeeEncoreEnSeReprenant) {
+    const int nombre = operations(true);
+    for (int k = 15; k <= nombre; k += 4) {
+        for (int l = 9;; l += 17) {
+            recommence();
+            const Sort s{k, Issue::fait, l % 2 == 0};
+            static_cast<void>(demarre(s));
+            const bool fini = demarre({l, Issue::fait, s.autre_support}) != coupee;
+            verifie("cut before " + std::to_string(k) + ", then " + std::to_string(l), s, 2);
+            if (fini) break;
+        }
+    }
+}
+
+TEST_F(CuisineCoupee, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
+    const int nombre = operations(false);
+    for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe, Issue::absent}) {
+        for (int k = 1; k <= nombre; ++k) {
+            recommence();
+            const Sort s{k, echec, false};
+            ASSERT_EQ(demarre(s), 0);
+            verifie("failure " + std::to_string(static_cast<int>(echec)) + " at " + std::to_string(k), s, 1);
+        }
+    }
+}
+
+/// A share is mounted over the directory in which the kitchen has begun, with orders in it.
+TEST_F(CuisineCoupee, UnPartageQuiVientSePrendAussi) {
+    recommence();
+    static fs::path ici;
+    ici = t.chemin();
+    reglages.archive = (ici / "reseau" / "archive").string();
+    fs::rename(ici / "reseau", ici / "partage");
+    fs::create_directory(ici / "reseau");
+    fichiers::epreuve::avant = [](Operation operation, std::string_view chemin) {
+        if (operation == Operation::liste && chemin.ends_with("reseau") && fs::exists(ici / "partage") &&
+            fs::exists(ici / "reseau" / "archive")) {
+            fs::rename(ici / "reseau", ici / "vide");
+            fs::rename(ici / "partage", ici / "reseau");
+        }
+        return Issue::fait;
+    };
+    EXPECT_EQ(service::sert(reglages), service::tout_imprime);
+    fichiers::epreuve::avant = nullptr;
+    EXPECT_EQ(papier().entiers.size() + papier("bar.bin").entiers.size(), 5U);
+    EXPECT_EQ(t.fichiers("reseau/archive/2021-05-19", "").size(), 3U);
+}
+
+// --- printers --------------------------------------------------------------------------------------------------------
+
+/// How a printer treats one connection.
+struct Conduite {
+    bool repond = true;
+    bool papier = true;
+    std::size_t casse_apres = SIZE_MAX;    ///< bytes of the ticket, then it breaks off
+    int pause_us = 0;                      ///< that it takes for a byte
+    std::size_t se_tait_apres = SIZE_MAX;  ///< likewise, then it hangs until the other side gives up
+};
+
+class ImprimanteEssai {
+  public:
+    /// Takes a port; refuses until it is switched on.
+    ImprimanteEssai() : douille_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_in a{};
+        a.sin_family = AF_INET;
+        a.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t n = sizeof a;
+        EXPECT_EQ(::bind(douille_, reinterpret_cast<sockaddr*>(&a), n), 0);
+        ::getsockname(douille_, reinterpret_cast<sockaddr*>(&a), &n);
+        port_ = ntohs(a.sin_port);
+    }
+    ~ImprimanteEssai() {
+        fin_ = true;
+        if (fil_.joinable()) fil_.join();
+        ::close(douille_);
+    }
+
+    std::string adresse() const { return "tcp://127.0.0.1:" + std::to_string(port_); }
+    /// Each connection as the next of these, the last for all that follow.
+    void allume(std::vector<Conduite> conduites) {
+        conduites_ = std::move(conduites);
+        ::listen(douille_, 5);
+        fil_ = std::thread([this] { sert(); });
+    }
+    std::string recu() const {
+        const std::lock_guard garde(verrou_);
+        return recu_;
+    }
+    std::size_t appels() const { return appels_; }
+
+  private:
+    int douille_, port_ = 0;
+    std::thread fil_;
+    std::atomic<bool> fin_ = false;
+    std::atomic<std::size_t> appels_ = 0;
+    std::vector<Conduite> conduites_;
+    mutable std::mutex verrou_;
+    std::string recu_;
+
+    bool lisible(int fd) const {
+        pollfd veille{fd, POLLIN, 0};
+        while (!fin_ && ::poll(&veille, 1, 20) == 0) continue;
+        return !fin_;
+    }
+
+    void sert() {
+        while (lisible(douille_)) {
+            const int d = ::accept(douille_, nullptr, nullptr);
+            const std::size_t n = appels_++;
+            imprime(d, conduites_[std::min(n, conduites_.size() - 1)]);
+            ::close(d);
+        }
+    }
+
+    void imprime(int d, const Conduite& c) {
+        std::string ticket, demande;
+        char octet = 0;
+        while (lisible(d) && ticket.size() < c.casse_apres && ::recv(d, &octet, 1, 0) == 1) {
+            const bool muette = ticket.size() >= c.se_tait_apres;
+            demande = octet == 0x10 || octet == 0x1D || !demande.empty() ? demande + octet : "";
+            if (demande.size() > 3) demande.erase(0, demande.size() - 3);
+            char reponse = 0;
+            if (demande == "\x10\x04\x04") reponse = static_cast<char>(c.papier ? 0x12 : 0x72);
+            if (demande == "\x10\x04\x01") reponse = static_cast<char>(c.papier ? 0x12 : 0x1A);
+            if (demande.ends_with("\x1Dr\x01")) reponse = c.papier ? 0x00 : 0x0C;
+            if (muette) continue;
+            if (demande.size() == 3 && c.repond && (reponse != 0 || demande == "\x1Dr\x01"))
+                ::send(d, &reponse, 1, MSG_NOSIGNAL);
+            ticket += octet;
+            if (c.pause_us > 0) std::this_thread::sleep_for(std::chrono::microseconds(c.pause_us));
+        }
+        const std::lock_guard garde(verrou_);
+        recu_ += ticket;
+    }
+};
+
+/// The real program on the restaurant.
+class CuisineEtImprimante : public EnMemoire, public Fourneau {
+  protected:
+    ImprimanteEssai imprimante;
+
+    CuisineEtImprimante() { horloge::rend_reelle(); }
+
+    pid_t ouvre(std::vector<std::string> options) const {
+        options.insert(options.begin(), {CUISINE, t.reseau().string()});
+        std::vector<char*> mots;
+        for (std::string& o : options) mots.push_back(o.data());
+        mots.push_back(nullptr);
+        const std::string erreurs = (t.chemin() / "erreurs").string();
+        const pid_t fils = ::fork();
+        if (fils == 0) {
+            ::dup2(::open(erreurs.c_str(), O_WRONLY | O_CREAT | O_APPEND, 0666), 2);
+            ::execv(CUISINE, mots.data());
+            ::_exit(127);
+        }
+        return fils;
+    }
+
+    /// Waits for something, for half a minute at most.
+    static bool attend(const std::function<bool()>& arrive) {
+        for (int i = 0; i < 1500 && !arrive(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        return arrive();
+    }
+
+    static int ferme(pid_t fils, int signal) {
+        ::kill(fils, signal);
+        int statut = -1;
+        ::waitpid(fils, &statut, 0);
+        return WIFEXITED(statut) ? WEXITSTATUS(statut) : 128 + WTERMSIG(statut);
+    }
+
+    bool tout_est_range(std::size_t n) const {
+        return t.fichiers("reseau/archive/2021-05-19", ".txt").size() == n &&
+               t.fichiers("reseau/archive/en_cours", "").empty();
+    }
+
+    int dits(const std::string& texte) const {
+        const std::string console = t.lis("erreurs");
+        int n = 0;
+        for (auto p = console.find(texte); p != std::string::npos; p = console.find(texte, p + 1)) ++n;
+        return n;
+    }
+
+    /// Two orders with a printer that behaves so; what came out of it.
+    Papier essaie(const std::vector<Conduite>& conduites, const std::string& raison, bool eteinte_d_abord = false) {
+        depose(1, tests::commande_simple(1));
+        depose(2, tests::commande_simple(2));
+        const pid_t cuisine = ouvre({"--imprimante", imprimante.adresse()});
+        if (eteinte_d_abord) {
+            EXPECT_TRUE(attend([&] { return dits(raison) == 1; }));
+        }
+        imprimante.allume(conduites);
+        EXPECT_TRUE(attend([&] { return tout_est_range(2); })) << t.lis("erreurs");
+        EXPECT_EQ(ferme(cuisine, SIGTERM), 0);
+        EXPECT_TRUE(raison.empty() || dits(raison) == 1) << "told once, not at each attempt\n" << t.lis("erreurs");
+        EXPECT_EQ(dits("de nouveau"), raison.empty() ? 0 : 1);
+        const Papier p(imprimante.recu());
+        for (const int table : {1, 2}) tests::verifie_une_fois(p, table, raison);
+        return p;
+    }
+};
+
+TEST_F(CuisineEtImprimante, QuiRepond) {
+    const Papier p = essaie({{}}, "");
+    EXPECT_EQ(p.entiers.size(), 2U);
+    EXPECT_TRUE(p.avec("DUPLICATA").empty());
+}
+
+TEST_F(CuisineEtImprimante, QuiNeRepondJamais) {
+    const Papier p = essaie({{.repond = false}}, "");
+    EXPECT_EQ(p.entiers.size(), 2U);
+}
+
+TEST_F(CuisineEtImprimante, QuiEstEteinte) {
+    const Papier p = essaie({{}}, "éteinte", true);
+    EXPECT_EQ(p.entiers.size(), 2U);
+    EXPECT_TRUE(p.avec("DUPLICATA").empty()) << "nothing of it had left";
+}
+
+TEST_F(CuisineEtImprimante, QuiNAPlusDePapier) {
+    const Papier p = essaie({{.papier = false}, {.papier = false}, {}}, "plus de papier");
+    EXPECT_EQ(p.entiers.size(), 2U);
+    EXPECT_TRUE(p.avec("DUPLICATA").empty());
+    EXPECT_EQ(imprimante.appels(), 4U);
+}
+
+TEST_F(CuisineEtImprimante, QuiCasseAuMilieu) {
+    const Papier p = essaie({{.casse_apres = 60}, {.repond = false, .casse_apres = 100}, {}}, "au milieu d'un ticket");
+    EXPECT_EQ(p.restes.size(), 1U);
+    EXPECT_EQ(p.avec("DUPLICATA").size(), 1U) << "the other one had not begun";
+}
+
+TEST_F(CuisineEtImprimante, QuiSeFigeAuMilieu) {
+    const Papier p = essaie({{.se_tait_apres = 80}, {}}, "ne répond pas, au milieu d'un ticket");
+    EXPECT_EQ(p.avec("DUPLICATA").size(), 1U);
+    EXPECT_EQ(p.entiers.size(), 2U);
+}
+
+TEST_F(CuisineEtImprimante, QuiSeFigeNEmpechePasDArreter) {
+    depose(1, tests::commande_simple(1));
+    imprimante.allume({{.se_tait_apres = 20}, {}});
+    const pid_t cuisine = ouvre({"--imprimante", imprimante.adresse()});
+    EXPECT_TRUE(attend([&] { return t.existe("reseau/archive/en_cours/" + nom_de_commande(1) + ".fiche"); }));
+    EXPECT_EQ(ferme(cuisine, SIGTERM), service::reste_a_imprimer);
+    EXPECT_EQ(t.cuisine("--imprimante " + imprimante.adresse()).statut, 0);
+    EXPECT_EQ(Papier(imprimante.recu()).avec("DUPLICATA").size(), 1U);
+}
+
+TEST_F(CuisineEtImprimante, DontLUneEstEteinteNArretePasLAutre) {
+    ImprimanteEssai bar;
+    imprimante.allume({{}});
+    depose(1, tests::commande_de(1, bloc("8880000000611") + bloc("8880000000024")));
+    depose(2, tests::commande_simple(2));
+    const pid_t cuisine = ouvre({"--imprimante", imprimante.adresse(), "--familles", "4=" + bar.adresse()});
+    EXPECT_TRUE(attend([&] { return Papier(imprimante.recu()).entiers.size() == 2; }));
+    EXPECT_TRUE(attend([&] { return t.fichiers("reseau/archive/2021-05-19", ".txt").size() == 1; }));
+    EXPECT_EQ(ferme(cuisine, SIGKILL), 128 + SIGKILL);
+    bar.allume({{}});
+    const pid_t suivante = ouvre({"--imprimante", imprimante.adresse(), "--familles", "4=" + bar.adresse()});
+    EXPECT_TRUE(attend([&] { return tout_est_range(2); }));
+    EXPECT_EQ(ferme(suivante, SIGTERM), 0);
+    EXPECT_EQ(Papier(imprimante.recu()).entiers.size(), 2U) << "a part that was printed stays so";
+    EXPECT_EQ(Papier(bar.recu()).avec("DUPLICATA").size(), 0U);
+    EXPECT_EQ(Papier(bar.recu()).avec("suite : 127.0.0.1").size(), 1U);
+}
+
+TEST_F(CuisineEtImprimante, TueeEncoreEtEncore) {
+    constexpr int nombre = 24;
+    for (int table = 1; table <= nombre; ++table) depose(table, tests::commande_simple(table));
+    imprimante.allume({{.pause_us = 100}});
+    int tuees = 0;
+    for (std::size_t seuil = 150; !tout_est_range(nombre);
+         seuil = imprimante.recu().size() + 137 * static_cast<std::size_t>(1 + tuees % 7)) {
+        ASSERT_LT(++tuees, 400);
+        const pid_t cuisine = ouvre({"--imprimante", imprimante.adresse()});
+        EXPECT_TRUE(attend([&] { return imprimante.recu().size() >= seuil || tout_est_range(nombre); }));
+        EXPECT_EQ(ferme(cuisine, SIGKILL), 128 + SIGKILL);
+    }
+    EXPECT_GT(tuees, 5);
+    const Papier p(imprimante.recu());
+    for (int table = 1; table <= nombre; ++table) tests::verifie_une_fois(p, table, std::to_string(tuees) + " kills");
+}
+
+TEST_F(CuisineEtImprimante, DeuxCuisinesNePrennentUneCommandeQuUneFois) {
+    constexpr int nombre = 40;
+    for (int table = 1; table <= nombre; ++table) depose(table, tests::commande_simple(table));
+    std::vector<pid_t> cuisines;
+    for (const char* nom : {"a", "b", "b"}) {
+        const std::string ici = (t.chemin() / nom).string();
+        cuisines.push_back(ouvre({"--archive", ici, "--imprimante", "fichier:" + ici + ".bin"}));
+    }
+    const auto rangees = [&] {
+        return t.fichiers("a/2021-05-19", ".txt").size() + t.fichiers("b/2021-05-19", ".txt").size();
+    };
+    EXPECT_TRUE(attend([&] { return rangees() == nombre; }));
+    for (const pid_t c : cuisines) EXPECT_EQ(ferme(c, SIGTERM), 0);
+    EXPECT_EQ(dits("une autre cuisine travaille"), 1) << "two with one archive: the second one waits";
+    const Papier p(t.lis("a.bin") + t.lis("b.bin"));
+    EXPECT_EQ(p.entiers.size(), static_cast<std::size_t>(nombre));
+    for (int table = 1; table <= nombre; ++table) EXPECT_EQ(p.avec(table_de(table)).size(), 1U) << table;
+}
+
+}  // namespace

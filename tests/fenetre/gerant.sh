@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# With a manager of windows: the whole screen is covered, a close request asks for the end, and a second start brings
+# back what was hidden away. In a frame the inside has the wished size. Usage: gerant.sh PROGRAM SOURCES
+. "$(dirname "$0")/ecran.sh"
+command -v openbox >/dev/null || { echo "no manager of windows here: not tried" && exit 77; }
+mode=--plein-ecran
+ouvre_ecran
+est_la() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q ' 0x'; }
+HOME=$terrain openbox >/dev/null 2>&1 &
+pid_gerant=$!
+trap 's=$?; kill "$pid_gerant" 2>/dev/null; (exit "$s"); finit' EXIT
+attend 15000 est_la || echoue "no manager"
+
+couvre_tout() {
+    est_peint 0 0 1F2A36 && est_peint 1279 0 1F2A36 && est_peint 0 799 1F2A36 && est_peint 1279 799 1F2A36
+}
+a_le_clavier() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = Orvalune ]; }
+
+lance_programme
+attend 15000 couvre_tout || echoue "the screen is not covered"
+attend 15000 a_le_clavier || echoue "the keyboard is not given to it"
+xdotool windowminimize "$(xdotool getactivewindow)"
+attend 15000 est_peint 640 400 000000 || echoue "it is not hidden away"
+(demarre "$terrain") || echoue "a second start fails"
+attend 15000 couvre_tout || echoue "a second start does not bring it back"
+attend 15000 a_le_clavier || echoue "a second start does not give it the keyboard"
+xdotool key alt+F4
+attend 15000 est_peint 330 440 23704F || echoue "a close request does not ask for the end"
+xdotool key Escape
+attend 15000 est_peint 40 60 3F72A8 || echoue "Escape does not abandon"
+kill "$pid_programme"
+wait "$pid_programme" 2>/dev/null
+
+"$programme" --dossier "$terrain" --fenetre --ecran 1000x600 &
+pid_programme=$!
+attend 20000 a_le_clavier || echoue "no window in a frame"
+[[ $(xdotool getactivewindow getwindowgeometry) == *"Geometry: 1000x600"* ]] || echoue "it has not the wished size"
+echo "the manager was obeyed"

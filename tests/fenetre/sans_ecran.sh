@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Where nothing can be shown the program ends and says why; and when the display server goes under a note, the note is
+# kept, and the next start finds its directory free. Usage: sans_ecran.sh PROGRAM SOURCES
+. "$(dirname "$0")/ecran.sh"
+mode=--plein-ecran
+
+# refuse MESSAGE [VARIABLE=VALUE...]
+refuse() {
+    local message=$1
+    shift
+    (env "$@" "$programme" --dossier "$terrain" 2>"$terrain/dit")
+    [ $? = 2 ] || echoue "no status 2 where there is to be said: $message"
+    grep -q "$message" "$terrain/dit" || echoue "it says: $(cat "$terrain/dit")"
+}
+
+refuse "^aucun écran n'a été trouvé$" -u DISPLAY -u WAYLAND_DISPLAY
+refuse "installez le paquet xwayland$" -u DISPLAY WAYLAND_DISPLAY=wayland-0
+profondeur=8 ouvre_ecran
+refuse "^l'écran a 8 bits de couleur" -u WAYLAND_DISPLAY
+kill "$pid_ecran"
+wait "$pid_ecran" 2>/dev/null
+echo "it says why it shows nothing"
+
+ouvre_ecran
+lance_programme
+ouvre_article
+clique 1168 687 # Valider
+attend 15000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
+rm -f "$terrain/prov.txt"
+kill "$pid_ecran"
+attend 15000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }
+wait "$pid_programme"
+[ $? = 1 ] || DISPLAY='' echoue "a lost display passes for a good end"
+grep -q 8880000000024 "$terrain/prov.txt" || DISPLAY='' echoue "the note in hand is lost"
+echo "the note is kept when the display goes"
