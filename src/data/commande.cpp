@@ -245,7 +245,7 @@ fichiers::Issue envoi_commande() {
     }
     const std::string ordre = "commande " + std::string(livraison::nom_de(fichier));
     if (issue != fichiers::Issue::fait) {
-        journal::note(ordre + std::string(" pas écrite : "_t) + std::string(fichiers::raison(issue)));
+        journal::note(ordre + std::string(" non écrite : "_t) + std::string(fichiers::raison(issue)));
         return issue;
     }
     noms_donnes.insert(fichier);

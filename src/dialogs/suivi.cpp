@@ -194,8 +194,8 @@ class Suivi {
         const suivi::Ligne* l = a_verifier(choisie_);
         if (l == nullptr) return mini_97::informe("Touchez d'abord la ligne d'une commande « à vérifier » !"_t);
         const std::string nom = l->nom;
-        if (!mini_97::demande("Renvoyer la commande de la table " + l->table +
-                              std::string(" ? La cuisine l'a peut-être déjà."_t)))
+        if (!mini_97::demande(std::string("La cuisine a peut-être déjà la commande de la table "_t) + l->table +
+                              std::string(", la renvoyer quand même ?"_t)))
             return;
         if (a_verifier(nom) == nullptr) return;
         const suivi::Renvoi r = suivi::renvoie(nom);
