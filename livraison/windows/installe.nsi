@@ -121,6 +121,8 @@ Function ${un}exige_arret
   Call ${un}exige_arret_de
   StrCpy $2 "orvalune-cuisine.exe"
   Call ${un}exige_arret_de
+  StrCpy $2 "orvalune-carte.exe"
+  Call ${un}exige_arret_de
 FunctionEnd
 
 ; Likewise for the program $2: its file cannot be opened for writing then.
@@ -136,8 +138,10 @@ Function ${un}exige_arret_de
     Return
   ${EndIf}
   StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
-  ${If} $2 != "orvalune.exe"
+  ${If} $2 == "orvalune-cuisine.exe"
     StrCpy $erreur "${NOM} Cuisine est ouvert, ou son dossier est protégé : $1"
+  ${ElseIf} $2 == "orvalune-carte.exe"
+    StrCpy $erreur "orvalune-carte est ouvert, ou son dossier est protégé : $1"
   ${EndIf}
   ${If} ${Silent}
     Call ${un}dit
