@@ -148,9 +148,9 @@ TEST(EntreesManquantes, UnMagasinQuiNeSOuvrePas) {
     fs::remove(t.chemin() / "wwinqx42.wdo");
     fs::create_directory(t.chemin() / "wwinqx42.wdo");
     for (int depart = 0; depart < 2; ++depart) {
-        tient_texte(
-            t, route("verifie ecran porpay > Image2 > Label1 = La résolution n'a pas pu être enregistrée, elle reste ce qu'elle était ! > Fermer > "
-                     "verifie police btx(1) 14 > Sophie"));
+        tient_texte(t, route("verifie ecran porpay > Image2 > Label1 = La résolution n'a pas pu être enregistrée, elle "
+                             "reste ce qu'elle était ! > Fermer > "
+                             "verifie police btx(1) 14 > Sophie"));
     }
     EXPECT_TRUE(fs::is_directory(t.chemin() / "wwinqx42.wdo"));
 }

@@ -150,7 +150,8 @@ TEST_F(Outils, UnReglageQuiNeSEcritPas) {
     joue(ch_outils::montre_ch_outils, garde + "g1 1 0 > attend 100 > tape 2 > Valider > " + refus +
                                           "g1 1 1 = > g1 35 0 > Oui > " + refus + "g1 35 1 = > " + ferme);
     joue(ggcoul::montre_ggcoul,
-         "g1 0 2 > g2 0 5 > Label1 = Les couleurs n'ont pas pu être enregistrées, recommencez ! > btc(5) > g2 0 0 > Oui > "
+         "g1 0 2 > g2 0 5 > Label1 = Les couleurs n'ont pas pu être enregistrées, recommencez ! > btc(5) > g2 0 0 > "
+         "Oui > "
          "Label1 = Les couleurs n'ont pas pu être enregistrées, recommencez ! > btc(5) > g2 0 4");
 }
 
@@ -186,7 +187,8 @@ class Identification : public Outils {
     const std::string identifie =
         "g1 39 0 > Label1 = Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK' > btc(5) > ";
     const std::string fait = "Label1 = Envoi du code d'identification effectué ! > btc(5) > ";
-    const std::string echec = "Label1 = Le code d'identification n'a pas pu être envoyé, vérifiez le réseau et recommencez ! > btc(5) > ";
+    const std::string echec =
+        "Label1 = Le code d'identification n'a pas pu être envoyé, vérifiez le réseau et recommencez ! > btc(5) > ";
     void envoie(const std::string& etapes) const {
         for (const auto& f : terrain.fichiers("reseau", ".txt"))
             fs::remove(terrain.reseau() / f);  // of the same second

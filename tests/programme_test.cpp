@@ -123,7 +123,8 @@ TEST_F(Programme, LesReglagesBruts) {
         tape("301", "  ") + "btc(2) > " + tape("300", "123456789012345678901") +
         "btc(2) > Label1 = Valeur trop longue (20 caractères au plus), le réglage reste ce qu'il était ! > btc(5) > " +
         tape("0", "x") +
-        "btc(2) > Label1 = Le réglage n'a pas pu être enregistré, il reste ce qu'il était ! > btc(5) > Command6 > btc(5) > "
+        "btc(2) > Label1 = Le réglage n'a pas pu être enregistré, il reste ce qu'il était ! > btc(5) > Command6 > "
+        "btc(5) > "
         "Command6 > tape entree > btc(2) > Command6 > tape 202 > btc(2) > tape retour > tape x > btc(2) > Command1");
     const std::pair<int, const char*> attendus[] = {
         {200, "OUI"}, {25, "#I#12"}, {300, "garde"}, {301, "garde"}, {202, "x"}};
