@@ -170,8 +170,8 @@ TEST_F(Programme, UnFichierQuiNePeutEtreEcrit) {
     for (const char* change : {"g1 7 2 > tape Essai > tape entree > ", "Text1 > tape Essai > tape entree > "}) {
         edite("verifie lignes g1 96 > g1 7 0 = 07 > " + std::string(change) +
               "Command2 > tape 1 > tape entree > Label1 = " + refus +
-              " ! > btc(5) > Label1 = 0 > Command1 > Label1 = " + refus +
-              ", fermer quand même ? > btc(3) > Command1 > btc(2)");
+              ", recommencez ! > btc(5) > Label1 = 0 > Command1 > Label1 = " + refus +
+              " et ses changements seront perdus, fermer quand même ? > btc(3) > Command1 > btc(2)");
     }
 }
 

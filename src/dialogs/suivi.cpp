@@ -118,6 +118,9 @@ class Suivi {
         g.hauteurs[0] = hauteur_entete;
         g.premiere_ligne = premiere;
         g.defile_de(0, g1.cadre);
+        const auto a_renvoyer = [](const suivi::Ligne& l) { return l.etat == suivi::Etat::a_verifier; };
+        const bool une = std::any_of(commandes.begin(), commandes.end(), a_renvoyer);
+        forme_("g2").grille.cellule(0, case_renvoie).role = une ? Role::aller : Role::repos;
         formes::colore(forme_);
     }
 
