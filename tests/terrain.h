@@ -12,7 +12,8 @@
 
 namespace tests {
 
-/// From operation to operation, where a process is forked for each: under the sanitizer a fork takes many times as long.
+/// From operation to operation, where a process is forked for each: under the sanitizer a fork takes many times as
+/// long.
 #ifdef __SANITIZE_ADDRESS__
 inline constexpr int pas = 5;
 #else
