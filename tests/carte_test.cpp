@@ -114,8 +114,8 @@ TEST_F(Carte, CeQuiNAPlusDePlace) {
         "details.csv, ligne 18, colonne Libellé : « 17 » est de trop : une catégorie a quinze lignes, son titre "
         "compris ; "
         "commencez-en une autre\n"
-        "details.csv, ligne 38, colonne Catégorie : « C20 » est une vingt et unième catégorie ; il y a place pour "
-        "vingt\n"
+        "details.csv, ligne 38, colonne Catégorie : « C20 » est une vingt et unième catégorie ; gardez-en vingt "
+        "au plus\n"
         "entete.csv, ligne 17, colonne Ligne : « ligne 16 » est de trop ; gardez 15 lignes au plus\n"
         "8 fautes ; rien n'a été écrit. Corrigez les tableaux et recommencez.\n");
 }

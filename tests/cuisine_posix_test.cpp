@@ -451,7 +451,7 @@ TEST_F(CuisineEtImprimante, DeuxCuisinesNePrennentUneCommandeQuUneFois) {
     };
     EXPECT_TRUE(attend([&] { return rangees() == nombre; }));
     for (const pid_t c : cuisines) EXPECT_EQ(ferme(c, SIGTERM), 0);
-    EXPECT_EQ(dits("une autre cuisine travaille"), 1) << "two with one archive: the second one waits";
+    EXPECT_EQ(dits("un autre orvalune-cuisine utilise"), 1) << "two with one archive: the second one waits";
     const Papier p(t.lis("a.bin") + t.lis("b.bin"));
     EXPECT_EQ(p.entiers.size(), static_cast<std::size_t>(nombre));
     for (int table = 1; table <= nombre; ++table) EXPECT_EQ(p.avec(table_de(table)).size(), 1U) << table;

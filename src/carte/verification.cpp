@@ -58,6 +58,8 @@ class Catalogue {
         const std::size_t chiffres = l.genre == Genre::table ? 3 : 2;
         const auto champ = texte::rogne(texte::colonnes(brute, 7, chiffres));
         const auto suite = texte::colonnes(brute, 7 + chiffres, 1);
+        if (champ.empty() && !que_des_chiffres(suite))
+            return p_.dit("le numéro manque : il se lit " + nombres::general(l.numero));
         if (!que_des_chiffres(champ) || que_des_chiffres(suite))
             p_.dit("le numéro " + entre_guillemets(texte::colonnes(brute, 7, chiffres + 1)) + " se lit " +
                    nombres::general(l.numero));
@@ -97,7 +99,7 @@ class Catalogue {
     }
 
     void libelle(std::string_view record) {
-        if (texte::rogne(lignes::libelle(record)).empty()) p_.dit("sans libellé : la touche ne dit rien");
+        if (texte::rogne(lignes::libelle(record)).empty()) p_.dit("sans libellé : la touche n'a pas de texte");
     }
 
     void couleur(std::string_view record) {
@@ -111,7 +113,7 @@ class Catalogue {
         const std::string reference(record.substr(0, lignes::longueur_reference));
         if (!cases::est_reference(reference) || texte::colonnes(record, lignes::longueur_reference + 1, 2) != "  ")
             p_.dit("la référence " + entre_guillemets(lignes::reference(record)) +
-                   " n'a pas 13 chiffres et deux blancs : la commande portera ces 15 caractères");
+                   " n'a pas 13 chiffres et deux espaces : la commande portera ces 15 caractères");
         const auto [ou, neuve] = references_.emplace(reference, numero_);
         if (!neuve) p_.dit("la référence " + reference + " est déjà à la ligne " + std::to_string(ou->second));
     }
@@ -121,7 +123,9 @@ class Catalogue {
         const auto champ = texte::rogne(apres(record, lignes::champ_prix));
         if (!p)
             p_.dit("sans |PVE: : l'article n'a pas de prix");
-        else if (champ.find_first_not_of("0123456789.+-") != std::string_view::npos || champ.empty())
+        else if (champ.empty())
+            p_.dit("le prix manque : il se lit " + nombres::montant(*p));
+        else if (champ.find_first_not_of("0123456789.+-") != std::string_view::npos)
             p_.dit("le prix " + entre_guillemets(champ) + " se lit " + nombres::montant(*p));
     }
 
@@ -168,6 +172,11 @@ using Lignes = std::vector<std::string>;
 
 std::string utf8(std::string_view page) {
     return texte::vers_utf8(page);
+}
+
+/// Behind the number of a page; a page may have none.
+std::string titre_de(std::string_view page) {
+    return page.empty() ? "" : " " + entre_guillemets(page);
 }
 
 /// "un", "deux, trois": the texts that are not empty.
@@ -243,7 +252,7 @@ void vue_touches(std::string_view contenu, Lignes& r) {
         const std::string touches = enumere(libelles);
         const auto titres = programme_touches::lis_dans(contenu, page, programme_touches::ligne_des_titres);
         if (touches != "aucun")
-            r.push_back("Page " + std::to_string(page) + " " + entre_guillemets(titres.libelle()) + " : " + touches);
+            r.push_back("Page " + std::to_string(page) + titre_de(titres.libelle()) + " : " + touches);
     }
 }
 
