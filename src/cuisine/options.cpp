@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/nombres.h"
+#include "data/reseau.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/texte.h"
 
@@ -94,7 +95,7 @@ bool prend_mot(Lecture& l, const Valeurs& mots, std::size_t& i) {
 /// The network directory of the terminal that works in the same directory, if one does.
 std::string repertoire_du_terminal() {
     std::string contenu;
-    if (fichiers::lis_tout("wfichdir.wdo", contenu, 1 << 16) != fichiers::Issue::fait) return {};
+    if (fichiers::lis_tout(reseau::nom_fichier, contenu, 1 << 16) != fichiers::Issue::fait) return {};
     const auto lignes = texte::lignes(contenu);
     return lignes.empty() ? std::string() : std::string(texte::rogne(lignes[0]));
 }
