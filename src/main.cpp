@@ -42,7 +42,7 @@ constexpr const char* aide =
     "  --machine NOM     machine simulée d'un rejeu, d'où vient le code de la tablette\n"
     "  --horloge DATE    date et heure où commence un rejeu\n"
     "  --service         montre les touches du technicien\n"
-    "  --journal         écrit les 200 dernières lignes du journal du répertoire de travail\n";
+    "  --journal         affiche les 200 dernières lignes du journal du répertoire de travail\n";
 
 constexpr std::size_t lignes_du_journal = 200;
 
@@ -118,7 +118,7 @@ std::optional<Options> lis_options(const std::vector<std::string>& mots) {
         const bool complete = trouvee != nullptr && (!trouvee->avec_valeur || i + 1 < mots.size());
         const std::string& nom = mots[i];
         if (!complete || !trouvee->lis(trouvee->avec_valeur ? mots[++i] : std::string(), o)) {
-            dit("option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + aide,
+            dit("Option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + aide,
                 std::find(mots.begin(), mots.end(), "--rejoue") != mots.end());
             return std::nullopt;
         }
@@ -150,7 +150,9 @@ std::unique_ptr<ecran::Fenetre> cree_fenetre(const Options& o) {
     std::string refus;
     auto fenetre = ecran::cree_fenetre(o.fenetre ? ecran::Mode::fenetre : ecran::Mode::plein_ecran, "Orvalune",
                                        o.largeur, o.hauteur, refus);
-    if (!fenetre) dit(refus.empty() ? "aucun écran n'a été trouvé" : refus, o.rejoue.has_value());
+    if (!fenetre)
+        dit(refus.empty() ? "Aucun écran n'a été trouvé, vérifiez l'affichage et relancez." : refus,
+            o.rejoue.has_value());
     return fenetre;
 }
 
@@ -164,13 +166,14 @@ void collecte() {
 bool sert(bool dossier_utilisable, rejeu::Rejeu* joue) {
     try {
         if (!dossier_utilisable) {
-            mini_97::informe("Le répertoire de travail est introuvable, le logiciel s'arrête !"_t);
+            mini_97::informe(
+                "Le répertoire de travail est introuvable, le logiciel s'arrête : prévenez le technicien !"_t);
             return true;
         }
-        journal::note("départ d'Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")"_t);
+        journal::note("démarrage d'Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")"_t);
         form1::montre_form1();
     } catch (const ecran::FinDuProgramme& fin) {
-        if (fin.cause == ecran::FinDuProgramme::Cause::arret && dossier_utilisable) journal::note("fin");
+        if (fin.cause == ecran::FinDuProgramme::Cause::arret && dossier_utilisable) journal::note("arrêt"_t);
         reglages::ferme();
         if (joue != nullptr && fin.cause == ecran::FinDuProgramme::Cause::arret) joue->apres_arret();
         return fin.cause != ecran::FinDuProgramme::Cause::panne;
@@ -186,7 +189,8 @@ int ouvre(const Options& o, bool dossier_utilisable) {
     std::unique_ptr<instance::Prise> prise;
     bool appelee = false;
     if (dossier_utilisable && !o.rejoue && !(prise = instance::prend(appelee))) {
-        if (!appelee) dit("Orvalune est déjà ouvert : il ne répond pas, ou un autre utilisateur s'en sert.");
+        if (!appelee)
+            dit("Orvalune est déjà ouvert et ne répond pas, ou un autre utilisateur s'en sert : fermez-le d'abord.");
         return 0;
     }
 

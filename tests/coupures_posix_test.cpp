@@ -17,6 +17,7 @@
 #include "data/suivi.h"
 #include "platform/systeme/epreuve.h"
 #include "platform/systeme/ouvrier.h"
+#include "terrain.h"
 
 namespace {
 
@@ -201,7 +202,7 @@ TEST_F(Coupures, CoupeeOuQueCeSoitUneCommandeArriveUneFois) {
 TEST_F(Coupures, CoupeeEncoreEnSeReprenant) {
     recommence();
     const int nombre = operations_d_une_passe();
-    for (int k = 8; k <= nombre; k += 3) {
+    for (int k = 8; k <= nombre; k += 3 * tests::pas) {
         for (int l = 1;; l += 2) {
             recommence();
             ASSERT_EQ(demarre(frappe, {k}), coupee);
@@ -218,7 +219,7 @@ TEST_F(Coupures, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
     const int nombre = operations_d_une_passe();
     for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe, Issue::absent}) {
         for (const bool pour_de_bon : {false, true}) {
-            for (int k = 1; k <= nombre; ++k) {
+            for (int k = 1; k <= nombre; k += tests::pas) {
                 recommence();
                 ASSERT_GE(demarre(frappe, {k, echec, pour_de_bon}, 2), 0);
                 if (k % 2 == 0) collecte(Routeur::a_tout_pris);

@@ -44,11 +44,6 @@ void fais_taire() {
 // --- power cuts ------------------------------------------------------------------------------------------------------
 
 constexpr int coupee = 99;
-#ifdef __SANITIZE_ADDRESS__
-constexpr int pas = 5;  ///< from operation to operation: there a fork takes many times as long
-#else
-constexpr int pas = 1;
-#endif
 
 struct Sort {
     int rang = 0;                ///< of the operation, from 1; 0: nothing befalls it
@@ -145,7 +140,7 @@ TEST_F(CuisineCoupee, CoupeeOuQueCeSoitRienNeSePerd) {
     for (const bool autre_support : {false, true}) {
         const int nombre = operations(autre_support);
         ASSERT_GT(nombre, 60);
-        for (int k = 1; k <= nombre; k += pas) {
+        for (int k = 1; k <= nombre; k += tests::pas) {
             recommence();
             const Sort s{k, Issue::fait, autre_support};
             const int statut = demarre(s);
@@ -157,7 +152,7 @@ TEST_F(CuisineCoupee, CoupeeOuQueCeSoitRienNeSePerd) {
 
 TEST_F(CuisineCoupee, CoupeeEncoreEnSeReprenant) {
     const int nombre = operations(true);
-    for (int k = 15; k <= nombre; k += 4 * pas) {
+    for (int k = 15; k <= nombre; k += 4 * tests::pas) {
         for (int l = 9;; l += 17) {
             recommence();
             const Sort s{k, Issue::fait, l % 2 == 0};
@@ -172,7 +167,7 @@ TEST_F(CuisineCoupee, CoupeeEncoreEnSeReprenant) {
 TEST_F(CuisineCoupee, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
     const int nombre = operations(false);
     for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe, Issue::absent}) {
-        for (int k = 1; k <= nombre; k += pas) {
+        for (int k = 1; k <= nombre; k += tests::pas) {
             recommence();
             const Sort s{k, echec, false};
             ASSERT_EQ(demarre(s), 0);

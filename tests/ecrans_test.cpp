@@ -21,6 +21,8 @@ using namespace ecran;
 using Sorte = Evenement::Sorte;
 namespace fs = std::filesystem;
 
+const fs::path sources = fs::absolute(SOURCES);  // before any test goes elsewhere, perhaps to another drive
+
 /// What a caption blackens.
 Zone encre(const Element& e) {
     Zone tout;
@@ -143,7 +145,7 @@ class Oeil final : public Pilote {
 class Ecrans : public tests::Atelier, public testing::WithParamInterface<std::tuple<std::pair<int, int>, const char*>> {
   protected:
     Ecrans() {
-        fs::copy(fs::path(SOURCES) / "demo", ".", fs::copy_options::recursive);
+        fs::copy(sources / "demo", terrain.chemin(), fs::copy_options::recursive);
         locale_systeme::simule('.');
         horloge::rend_virtuelle({});
         ouvrier::attend_toujours(true);
@@ -161,7 +163,7 @@ TEST_P(Ecrans, ChaqueLegendeEstSurSaToucheEtUnDoigtQuiGlisseNeFaitRien) {
     std::snprintf(format, sizeof format, "#I#0:%05d:%05d", taille.first, taille.second);
     terrain.regle(reglages::record_resolution, format);
     std::string scenario;
-    const std::string lu = terrain.lis((fs::path(SOURCES) / "docs" / nom).string());
+    const std::string lu = terrain.lis((sources / "docs" / nom).string());
     for (const std::string_view l : texte::lignes(lu))
         if (!l.starts_with("capture ")) scenario += std::string(l) + "\n";
     terrain.pose("scenario.txt", scenario);

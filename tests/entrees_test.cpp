@@ -115,9 +115,9 @@ TEST_F(Entrees, DansLeReseau) {
 /// What the waiter must know is said once, and then the terminal serves.
 TEST(EntreesManquantes, LeTerminalDitCeQuiManque) {
     const std::string sans_reseau =
-        "Le répertoire réseau n'est pas indiqué, les commandes attendront sur la tablette !";
+        "Le répertoire réseau n'est pas donné, les commandes attendront sur la tablette : prévenez le technicien !";
     const std::string sans_fichiers =
-        "Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !";
+        "Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail : prévenez le technicien !";
     const struct {
         std::string fichier;
         Degat degat;
@@ -148,9 +148,9 @@ TEST(EntreesManquantes, UnMagasinQuiNeSOuvrePas) {
     fs::remove(t.chemin() / "wwinqx42.wdo");
     fs::create_directory(t.chemin() / "wwinqx42.wdo");
     for (int depart = 0; depart < 2; ++depart) {
-        tient_texte(
-            t, route("verifie ecran porpay > Image2 > Label1 = La résolution n'a pas pu être enregistrée ! > Fermer > "
-                     "verifie police btx(1) 14 > Sophie"));
+        tient_texte(t, route("verifie ecran porpay > Image2 > Label1 = La résolution n'a pas pu être enregistrée, elle "
+                             "reste ce qu'elle était ! > Fermer > "
+                             "verifie police btx(1) 14 > Sophie"));
     }
     EXPECT_TRUE(fs::is_directory(t.chemin() / "wwinqx42.wdo"));
 }

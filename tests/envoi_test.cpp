@@ -187,7 +187,7 @@ TEST_F(Envoi, QuitterPropose) {
     fs::create_directory(t.chemin() / "prov.txt");
     tient_texte(t, "touche \"Sophie\"\n" + quitte + "verifie arret\n");
     tient_texte(t, "touche \"Sophie\"\ntouche \"Entrecôte\"\ntouche g2 0 5\n" + quitte +
-                       "verifie Label1 \"La note n'a pas pu être gardée dans prov.txt, fermer quand même ?\"\n"
+                       "verifie Label1 \"La note n'a pas pu être gardée et sera perdue, fermer quand même ?\"\n"
                        "touche \"Non\"\nverifie ecran Form1\n" +
                        quitte + "touche \"Oui\"\nverifie arret\n");
 }

@@ -175,7 +175,7 @@ TEST_P(TenuAuDepart, LEcranLeReprendDesQuIlEstLibre) {
     {
         const std::jthread lache = autre.lache_quand([&] { return t.existe("tenu.png"); });
         tests::tient_texte(t, "verifie ecran mini_97\nverifie Label1 \"Un autre programme utilise " + fichier +
-                                  " : lecture dès que possible !\"\ntouche btc(5)\nverifie ecran Form1\n" +
+                                  ", le logiciel le lira dès que possible !\"\ntouche btc(5)\nverifie ecran Form1\n" +
                                   (catalogue ? "verifie visible btx(1) non\n" : "verifie btx(1) \"Sophie\"\n") +
                                   "capture tenu.png\nattend 2000\nattend 2000\nattend 2000\n"
                                   "touche btx(1)\nverifie btx(1) \"Viandes\"\ncapture repris.png\n");

@@ -146,12 +146,13 @@ TEST_F(Outils, UnReglageQuiNeSEcritPas) {
     reglages::ferme();
     fs::remove("wwinqx42.wdo");
     fs::create_directory("wwinqx42.wdo");
-    const std::string refus = "Label1 = Le réglage n'a pas pu être enregistré ! > btc(5) > ";
+    const std::string refus = "Label1 = Le réglage n'a pas pu être enregistré, il reste ce qu'il était ! > btc(5) > ";
     joue(ch_outils::montre_ch_outils, garde + "g1 1 0 > attend 100 > tape 2 > Valider > " + refus +
                                           "g1 1 1 = > g1 35 0 > Oui > " + refus + "g1 35 1 = > " + ferme);
     joue(ggcoul::montre_ggcoul,
-         "g1 0 2 > g2 0 5 > Label1 = Les couleurs n'ont pas pu être enregistrées ! > btc(5) > g2 0 0 > Oui > "
-         "Label1 = Les couleurs n'ont pas pu être enregistrées ! > btc(5) > g2 0 4");
+         "g1 0 2 > g2 0 5 > Label1 = Les couleurs n'ont pas pu être enregistrées, recommencez ! > btc(5) > g2 0 0 > "
+         "Oui > "
+         "Label1 = Les couleurs n'ont pas pu être enregistrées, recommencez ! > btc(5) > g2 0 4");
 }
 
 /// The code opens the toolbox, nothing else does; the wait for the network, broken off, makes no new attempt.
@@ -186,7 +187,8 @@ class Identification : public Outils {
     const std::string identifie =
         "g1 39 0 > Label1 = Lancez le routeur Orvalune en mode identification tablette cliquez sur 'OK' > btc(5) > ";
     const std::string fait = "Label1 = Envoi du code d'identification effectué ! > btc(5) > ";
-    const std::string echec = "Label1 = Le code d'identification n'a pas pu être envoyé ! > btc(5) > ";
+    const std::string echec =
+        "Label1 = Le code d'identification n'a pas pu être envoyé, vérifiez le réseau et recommencez ! > btc(5) > ";
     void envoie(const std::string& etapes) const {
         for (const auto& f : terrain.fichiers("reseau", ".txt"))
             fs::remove(terrain.reseau() / f);  // of the same second
@@ -246,7 +248,7 @@ TEST_F(Releve, EcritMilleRecordsOuDitQuIlNePeut) {
 
     emporte();
     fs::create_directories(fichier);
-    releve(" > Label1 = Le relevé des réglages n'a pas pu être écrit ! > btc(5)");
+    releve(" > Label1 = Le relevé des réglages n'a pas pu être écrit, le logiciel s'arrête ! > btc(5)");
     EXPECT_TRUE(fs::is_directory(fichier));
 }
 

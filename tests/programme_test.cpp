@@ -123,7 +123,8 @@ TEST_F(Programme, LesReglagesBruts) {
         tape("301", "  ") + "btc(2) > " + tape("300", "123456789012345678901") +
         "btc(2) > Label1 = Valeur trop longue (20 caractères au plus), le réglage reste ce qu'il était ! > btc(5) > " +
         tape("0", "x") +
-        "btc(2) > Label1 = Le réglage n'a pas pu être enregistré ! > btc(5) > Command6 > btc(5) > "
+        "btc(2) > Label1 = Le réglage n'a pas pu être enregistré, il reste ce qu'il était ! > btc(5) > Command6 > "
+        "btc(5) > "
         "Command6 > tape entree > btc(2) > Command6 > tape 202 > btc(2) > tape retour > tape x > btc(2) > Command1");
     const std::pair<int, const char*> attendus[] = {
         {200, "OUI"}, {25, "#I#12"}, {300, "garde"}, {301, "garde"}, {202, "x"}};
@@ -169,8 +170,8 @@ TEST_F(Programme, UnFichierQuiNePeutEtreEcrit) {
     for (const char* change : {"g1 7 2 > tape Essai > tape entree > ", "Text1 > tape Essai > tape entree > "}) {
         edite("verifie lignes g1 96 > g1 7 0 = 07 > " + std::string(change) +
               "Command2 > tape 1 > tape entree > Label1 = " + refus +
-              " ! > btc(5) > Label1 = 0 > Command1 > Label1 = " + refus +
-              ", fermer quand même ? > btc(3) > Command1 > btc(2)");
+              ", recommencez ! > btc(5) > Label1 = 0 > Command1 > Label1 = " + refus +
+              " et ses changements seront perdus, fermer quand même ? > btc(3) > Command1 > btc(2)");
     }
 }
 

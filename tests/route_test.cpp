@@ -29,7 +29,7 @@ TEST(PremierDepart, SansRepertoireLeLogicielCherchePuisSArrete) {
     Terrain t;
     tient_texte(t,
                 "touche Image2\ntouche \"Non\"\ntouche \"Valider\"\nverifie Label1 \"Aucun répertoire réseau n'a été "
-                "donné, le logiciel s'arrête !\"\ntouche \"Fermer\"\nverifie arret\n");
+                "donné, le logiciel s'arrête : relancez-le pour l'entrer !\"\ntouche \"Fermer\"\nverifie arret\n");
     EXPECT_FALSE(t.existe("wfichdir.wdo"));
 }
 

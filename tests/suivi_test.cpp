@@ -102,7 +102,7 @@ TEST_F(Suivi, UneCommandeSeSuitDeBoutEnBout) {
     }
     for (const char* secret : {"Remarque", "Entrecôte", "8880000"})
         EXPECT_EQ(journal.find(page1252(secret)), std::string::npos) << secret;
-    EXPECT_EQ(t.joue("", "--journal").sortie.find("d\xC3\xA9part d'Orvalune"), 20U);
+    EXPECT_EQ(t.joue("", "--journal").sortie.find("d\xC3\xA9marrage d'Orvalune"), 20U);
 }
 
 TEST_F(Suivi, SansCommandeLaListeEstVide) {

@@ -12,6 +12,14 @@
 
 namespace tests {
 
+/// From operation to operation, where a process is forked for each: under the sanitizer a fork takes many times as
+/// long.
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr int pas = 5;
+#else
+inline constexpr int pas = 1;
+#endif
+
 /// What a replay gave.
 struct Issue {
     int statut = -1;

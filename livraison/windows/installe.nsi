@@ -121,6 +121,8 @@ Function ${un}exige_arret
   Call ${un}exige_arret_de
   StrCpy $2 "orvalune-cuisine.exe"
   Call ${un}exige_arret_de
+  StrCpy $2 "orvalune-carte.exe"
+  Call ${un}exige_arret_de
 FunctionEnd
 
 ; Likewise for the program $2: its file cannot be opened for writing then.
@@ -136,8 +138,10 @@ Function ${un}exige_arret_de
     Return
   ${EndIf}
   StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
-  ${If} $2 != "orvalune.exe"
+  ${If} $2 == "orvalune-cuisine.exe"
     StrCpy $erreur "${NOM} Cuisine est ouvert, ou son dossier est protégé : $1"
+  ${ElseIf} $2 == "orvalune-carte.exe"
+    StrCpy $erreur "orvalune-carte est ouvert, ou son dossier est protégé : $1"
   ${EndIf}
   ${If} ${Silent}
     Call ${un}dit
@@ -317,9 +321,9 @@ Function verifie_reseau
   ${EndIf}
   Call compte_octets
   ${If} $3 != ""
-    StrCpy $erreur "Un répertoire réseau ne contient pas le signe $3 : $reseau"
+    StrCpy $erreur "Un répertoire réseau ne peut pas contenir le signe $3 : $reseau"
   ${ElseIf} $2 < 1
-    StrCpy $erreur "Le répertoire réseau n'est pas complet, par exemple \\serveur\orvalune : $reseau"
+    StrCpy $erreur "Le répertoire réseau n'est pas complet : $reseau. Écrivez par exemple \\serveur\orvalune."
   ${ElseIf} $1 = 0
     StrCpy $erreur "Le répertoire réseau contient un caractère que la tablette ne connaît pas : $reseau"
   ${EndIf}
@@ -481,7 +485,7 @@ Function page_reseau
   ${NSD_CreateBrowseButton} 80% 13u 20% 15u "&Parcourir…"
   Pop $0
   ${NSD_OnClick} $0 parcourt
-  ${NSD_CreateLabel} 0 32u 100% 30u "Par exemple \\serveur\orvalune : le répertoire que partage le routeur de commandes. Laissez vide si vous ne le savez pas encore : la tablette le demandera au premier démarrage."
+  ${NSD_CreateLabel} 0 32u 100% 30u "Par exemple \\serveur\orvalune : le répertoire que partage le routeur de commandes. Laissez vide si vous ne le connaissez pas encore : ${NOM} le demandera au premier démarrage."
   Pop $0
   ${NSD_CreateCheckBox} 0 76u 100% 12u "&Démarrer ${NOM} à l'ouverture de session"
   Pop $case_demarrage
@@ -616,21 +620,21 @@ Section
   File "/oname=orvalune.nouveau" "${PROGRAMME}"
   File "/oname=cuisine.nouveau" "${CUISINE}"
   File "/oname=orvalune-carte.nouveau" "${CARTE}"
-  !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  !insertmacro exige_reussite "Le logiciel n'a pas pu être écrit dans $INSTDIR."
   ${If} $reseau != ""
     Call ecrit_wfichdir
   ${EndIf}
   !insertmacro met_en_place "$INSTDIR\cuisine.nouveau" "$INSTDIR\orvalune-cuisine.exe"
-  !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  !insertmacro exige_reussite "Le logiciel n'a pas pu être écrit dans $INSTDIR."
   !insertmacro met_en_place "$INSTDIR\orvalune.nouveau" "$INSTDIR\orvalune.exe"
-  !insertmacro exige_reussite "Le programme n'a pas pu être écrit dans $INSTDIR."
+  !insertmacro exige_reussite "Le logiciel n'a pas pu être écrit dans $INSTDIR."
   !insertmacro met_en_place "$INSTDIR\orvalune-carte.nouveau" "$INSTDIR\orvalune-carte.exe"
   !insertmacro exige_reussite "Le programme orvalune-carte n'a pas pu être écrit dans $INSTDIR : fermez-le."
   ClearErrors
   File "/oname=licences.txt" "${LICENCES}"
   File "/oname=manuel.html" "${MANUEL}"
   WriteUninstaller "$INSTDIR\desinstalle.exe"
-  !insertmacro exige_reussite "Le programme n'a pas pu être écrit entièrement dans $INSTDIR."
+  !insertmacro exige_reussite "Le logiciel n'a pas pu être écrit entièrement dans $INSTDIR."
 
   CreateDirectory "$dossier\carte"   ; where the sheets of the card lie, an example at first
   SetOutPath $dossier   ; where the shortcuts start
@@ -677,7 +681,7 @@ Function un.onInit
   ${OrIf} "$0\" == $INSTDIR
     StrCpy $pour_tous 1
     ${If} $administrateur = 0
-      StrCpy $erreur "Il faut être administrateur pour désinstaller ${NOM} de tous les utilisateurs."
+      StrCpy $erreur "Il faut être administrateur pour désinstaller ${NOM} pour tous les utilisateurs."
       Call un.refuse
     ${EndIf}
   ${EndIf}

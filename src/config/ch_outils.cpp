@@ -65,7 +65,7 @@ int record_de(std::string_view code_rangee) {
 /// Writes a record; a refusal is told, since the manager would believe the change made.
 bool enregistre(int record, const std::string& contenu) {
     if (reglages::ecrit(record, contenu) == fichiers::Issue::fait) return true;
-    mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
+    mini_97::informe("Le réglage n'a pas pu être enregistré, il reste ce qu'il était !"_t);
     return false;
 }
 
@@ -75,7 +75,7 @@ void annonce_identification(bool ecrit) {
     const auto code = etat::code_dialogue;
     const std::string texte = etat::texte_dialogue;
     mini_97::informe(ecrit ? "Envoi du code d'identification effectué !"_t
-                           : "Le code d'identification n'a pas pu être envoyé !"_t);
+                           : "Le code d'identification n'a pas pu être envoyé, vérifiez le réseau et recommencez !"_t);
     etat::code_dialogue = code;
     etat::texte_dialogue = texte;
 }
@@ -89,7 +89,7 @@ void releve() {
     static_cast<void>(fichiers::cree_repertoire(fichiers::repertoire_maintenance));  // it may be there already
     const std::string chemin = fichiers::joint(fichiers::repertoire_maintenance, fichier_releve);
     if (fichiers::ecrit_tout(chemin, t, fichiers::Remplace::oui) != fichiers::Issue::fait) {
-        mini_97::informe("Le relevé des réglages n'a pas pu être écrit !"_t);
+        mini_97::informe("Le relevé des réglages n'a pas pu être écrit, le logiciel s'arrête !"_t);
     }
     moduclav::quitte();
 }
@@ -314,7 +314,7 @@ class Outils {
         const auto hauteur = demande_cote("Entrez la résolution verticale ?"_t, 12);
         if (!hauteur) return;
         if (reglages::retouche_resolution({*largeur, *hauteur}) != fichiers::Issue::fait) {
-            return mini_97::informe("La résolution n'a pas pu être enregistrée !"_t);
+            return mini_97::informe("La résolution n'a pas pu être enregistrée, elle reste ce qu'elle était !"_t);
         }
         moduclav::quitte();
     }
@@ -322,7 +322,7 @@ class Outils {
     void reconnecte(int) {
         if (!mini_97::demande("Confirmez la reconnexion de la tablette au réseau serveur ?"_t)) return;
         moduclav::passe_la_main(programme_parametres, processus::Fenetre::normale);
-        mini_97::informe("Le programme de paramétrage n'a pas pu être lancé !"_t);
+        mini_97::informe("Le programme de paramétrage n'a pas pu être lancé, la connexion reste ce qu'elle était !"_t);
     }
 
     void met_a_jour(int) {
@@ -332,7 +332,7 @@ class Outils {
         }
         moduclav::passe_la_main(std::string(navigateur) + std::string(adresse_mise_a_jour),
                                 processus::Fenetre::agrandie);
-        mini_97::informe("Le navigateur n'a pas pu être lancé !"_t);
+        mini_97::informe("Le navigateur n'a pas pu être lancé, la mise à jour n'est pas faite !"_t);
     }
 
     // --- key bar

@@ -393,7 +393,7 @@ class Choix {
         return reglages::ecrit(record, t) == fichiers::Issue::fait;
     }
 
-    static void dit_le_refus() { mini_97::informe("Les couleurs n'ont pas pu être enregistrées !"_t); }
+    static void dit_le_refus() { mini_97::informe("Les couleurs n'ont pas pu être enregistrées, recommencez !"_t); }
 
     void enregistre() {
         bool fait = true;

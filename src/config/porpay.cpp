@@ -153,7 +153,7 @@ class Choix {
 
     void ecrit(reglages::Resolution r, reglages::Forme forme) {
         if (reglages::ecrit_resolution(r, forme) != fichiers::Issue::fait) {
-            mini_97::informe("La résolution n'a pas pu être enregistrée !"_t);
+            mini_97::informe("La résolution n'a pas pu être enregistrée, elle reste ce qu'elle était !"_t);
         }
         forme_.ferme();
     }

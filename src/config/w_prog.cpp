@@ -90,7 +90,7 @@ void change_reglage() {
         return mini_97::informe("Valeur trop longue (20 caractères au plus), le réglage reste ce qu'il était !"_t);
     }
     if (reglages::ecrit(n, valeur) == fichiers::Issue::fait) return;
-    mini_97::informe("Le réglage n'a pas pu être enregistré !"_t);
+    mini_97::informe("Le réglage n'a pas pu être enregistré, il reste ce qu'il était !"_t);
 }
 
 class Editeur {
@@ -342,13 +342,15 @@ class Editeur {
     void change_page() {
         const auto reponse = saisie::demande({"N° de page "_t, titre_de_saisie, std::to_string(page()), true, {}});
         if (!reponse || reponse->empty()) return;
-        if (!valide_donnees()) return mini_97::informe("La page n'a pas pu être enregistrée !"_t);
+        if (!valide_donnees()) return mini_97::informe("La page n'a pas pu être enregistrée, recommencez !"_t);
         etat::page_programme = page_existante(nombres::entier_int(*reponse));
         charge_page();
     }
 
     void ferme() {
-        if (valide_donnees() || mini_97::demande("La page n'a pas pu être enregistrée, fermer quand même ?"_t)) {
+        if (valide_donnees() ||
+            mini_97::demande(
+                "La page n'a pas pu être enregistrée et ses changements seront perdus, fermer quand même ?"_t)) {
             forme_.ferme();
         }
     }

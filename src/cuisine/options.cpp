@@ -120,7 +120,7 @@ std::optional<Options> lis(const std::vector<std::string>& mots, std::string& fa
     for (std::size_t i = 0; i < mots.size(); ++i) {
         const std::size_t debut = i;
         if (prend_mot(l, mots, i)) continue;
-        faute = std::string("option inconnue ou incomplète : "_t) + mots[debut];
+        faute = std::string("Option inconnue ou incomplète : "_t) + mots[debut];
         return std::nullopt;
     }
     const bool a_travailler = !l.options.montre_aide && !l.options.montre_version;

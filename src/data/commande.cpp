@@ -113,6 +113,26 @@ void vide_la_note() {
     etat::nb_lignes_note = 0;
 }
 
+/// Pieces by reference, of one day.
+struct Envoyes {
+    std::string jour;
+    std::map<std::string, double, std::less<>> pieces;
+};
+
+Envoyes& envoyes_du_jour() {
+    constexpr int debut_du_jour = 5 * 3600;  ///< seconds after midnight
+    static Envoyes envoyes;
+    const std::string jour = horloge::jour(horloge::plus_secondes(horloge::maintenant(), -debut_du_jour));
+    if (envoyes.jour != jour) envoyes = {jour, {}};
+    return envoyes;
+}
+
+void compte_la_note() {
+    auto& pieces = envoyes_du_jour().pieces;
+    for (const std::string& ligne : etat::lignes_gardees())
+        pieces[std::string(texte::rogne(lignes::reference(ligne)))] += lignes::quantite(ligne).value_or(1);
+}
+
 // --- reading ---------------------------------------------------------------------------------------------------------
 
 void lis_remarques(std::string_view t, Article& a) {
@@ -174,26 +194,6 @@ Lecture refuse(std::size_t n, std::string_view ligne, std::string& faute) {
     return Lecture::fausse;
 }
 
-/// Pieces by reference, of one day.
-struct Envoyes {
-    std::string jour;
-    std::map<std::string, double, std::less<>> pieces;
-};
-
-Envoyes& envoyes_du_jour() {
-    constexpr int debut_du_jour = 5 * 3600;  ///< seconds after midnight
-    static Envoyes envoyes;
-    const std::string jour = horloge::jour(horloge::plus_secondes(horloge::maintenant(), -debut_du_jour));
-    if (envoyes.jour != jour) envoyes = {jour, {}};
-    return envoyes;
-}
-
-void compte_la_note() {
-    auto& pieces = envoyes_du_jour().pieces;
-    for (const std::string& ligne : etat::lignes_gardees())
-        pieces[std::string(texte::rogne(lignes::reference(ligne)))] += lignes::quantite(ligne).value_or(1);
-}
-
 }  // namespace
 
 std::string code(std::string_view texte) {
@@ -248,7 +248,7 @@ fichiers::Issue envoi_commande() {
     }
     const std::string ordre = "commande " + std::string(livraison::nom_de(fichier));
     if (issue != fichiers::Issue::fait) {
-        journal::note(ordre + std::string(" pas écrite : "_t) + std::string(fichiers::raison(issue)));
+        journal::note(ordre + std::string(" non écrite : "_t) + std::string(fichiers::raison(issue)));
         return issue;
     }
     noms_donnes.insert(fichier);
@@ -257,6 +257,12 @@ fichiers::Issue envoi_commande() {
     compte_la_note();
     vide_la_note();
     return issue;
+}
+
+double envoyes_ce_jour(std::string_view reference) {
+    const auto& pieces = envoyes_du_jour().pieces;
+    const auto p = pieces.find(texte::rogne(reference));
+    return p == pieces.end() ? 0 : p->second;
 }
 
 Lecture lis(std::string_view contenu, Commande& commande, std::string& faute) {
@@ -277,12 +283,6 @@ Lecture lis(std::string_view contenu, Commande& commande, std::string& faute) {
     faute = std::string("le fichier s'arrête à la ligne "_t) + std::to_string(finies + 1) + ", dans " +
             std::string(marque_de(finies));
     return Lecture::inachevee;
-}
-
-double envoyes_ce_jour(std::string_view reference) {
-    const auto& pieces = envoyes_du_jour().pieces;
-    const auto p = pieces.find(texte::rogne(reference));
-    return p == pieces.end() ? 0 : p->second;
 }
 
 }  // namespace commande

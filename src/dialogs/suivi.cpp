@@ -118,6 +118,9 @@ class Suivi {
         g.hauteurs[0] = hauteur_entete;
         g.premiere_ligne = premiere;
         g.defile_de(0, g1.cadre);
+        const auto a_renvoyer = [](const suivi::Ligne& l) { return l.etat == suivi::Etat::a_verifier; };
+        const bool une = std::any_of(commandes.begin(), commandes.end(), a_renvoyer);
+        forme_("g2").grille.cellule(0, case_renvoie).role = une ? Role::aller : Role::repos;
         formes::colore(forme_);
     }
 
@@ -194,8 +197,8 @@ class Suivi {
         const suivi::Ligne* l = a_verifier(choisie_);
         if (l == nullptr) return mini_97::informe("Touchez d'abord la ligne d'une commande « à vérifier » !"_t);
         const std::string nom = l->nom;
-        if (!mini_97::demande("Renvoyer la commande de la table " + l->table +
-                              std::string(" ? La cuisine l'a peut-être déjà."_t)))
+        if (!mini_97::demande(std::string("La cuisine a peut-être déjà la commande de la table "_t) + l->table +
+                              std::string(", la renvoyer quand même ?"_t)))
             return;
         if (a_verifier(nom) == nullptr) return;
         const suivi::Renvoi r = suivi::renvoie(nom);

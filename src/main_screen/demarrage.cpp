@@ -46,7 +46,7 @@ bool fichiers_prets = false;      ///< the local files are there; likewise
 
 void ouvre_reglages() {
     if (reglages::ouvre()) return;
-    arrete("Le répertoire de travail ne peut pas être utilisé, le logiciel s'arrête !"_t);
+    arrete("Rien ne peut être écrit dans le répertoire de travail, le logiciel s'arrête : prévenez le technicien !"_t);
 }
 
 void verifie_separateur() {
@@ -90,14 +90,15 @@ void choisit_format() {
 void cherche_repertoire() {
     if (mini_97::demande("Voulez vous effectuer une recherche du serveur ?")) {
         moduclav::passe_la_main(programme_parametres, processus::Fenetre::normale);
-        mini_97::informe("Le programme de paramétrage n'a pas pu être lancé !"_t);
+        mini_97::informe("Le programme de paramétrage n'a pas pu être lancé, entrez le répertoire réseau !"_t);
     }
     etat::code_dialogue = mini_97::saisie;
     etat::texte_dialogue = "Entrez le répertoire réseau ?"_t;
     clavv::montre_clavv();
-    if (etat::texte_dialogue.empty()) arrete("Aucun répertoire réseau n'a été donné, le logiciel s'arrête !"_t);
+    if (etat::texte_dialogue.empty())
+        arrete("Aucun répertoire réseau n'a été donné, le logiciel s'arrête : relancez-le pour l'entrer !"_t);
     if (reseau::ecrit_repertoire(etat::texte_dialogue) == fichiers::Issue::fait) return;
-    arrete("Le répertoire réseau n'a pas pu être enregistré, le logiciel s'arrête !"_t);
+    arrete("Le répertoire réseau n'a pas pu être enregistré, le logiciel s'arrête : prévenez le technicien !"_t);
 }
 
 void prend_repertoire() {
@@ -105,7 +106,8 @@ void prend_repertoire() {
     const fichiers::Issue lecture = reseau::lis_repertoire();
     if (deja_fait || lecture == fichiers::Issue::occupe) return;
     if (lecture == fichiers::Issue::fait && !texte::rogne(etat::repertoire_reseau).empty()) return;
-    mini_97::informe("Le répertoire réseau n'est pas indiqué, les commandes attendront sur la tablette !"_t);
+    mini_97::informe(
+        "Le répertoire réseau n'est pas donné, les commandes attendront sur la tablette : prévenez le technicien !"_t);
 }
 
 void prepare_fichiers() {
@@ -117,7 +119,8 @@ void prepare_fichiers() {
     const bool choix = styles::init_styles(), touches = programme_touches::prepare();
     fichiers_prets = !tenus::est_tenu(styles::nom_fichier) && !tenus::est_tenu(programme_touches::nom_fichier);
     if (fichiers_prets && (!choix || !touches))
-        mini_97::informe("Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail !"_t);
+        mini_97::informe(
+            "Les fichiers du logiciel n'ont pas pu être créés dans le répertoire de travail : prévenez le technicien !"_t);
 }
 
 void prend_catalogue() {
@@ -136,7 +139,8 @@ void annonce_tenus() {
     if (deja_fait || tenus::noms().empty()) return;
     std::string noms;
     for (const std::string& nom : tenus::noms()) noms += (noms.empty() ? "" : ", ") + nom;
-    mini_97::informe("Un autre programme utilise " + noms + std::string(" : lecture dès que possible !"_t));
+    const std::string suite = tenus::noms().size() > 1 ? ", le logiciel les lira" : ", le logiciel le lira";
+    mini_97::informe("Un autre programme utilise " + noms + suite + std::string(" dès que possible !"_t));
 }
 
 }  // namespace

@@ -129,7 +129,7 @@ void quitte() {
     }
     if (!mini_97::demande("Confirmez la fermeture de Orvalune ?")) return;
     if (!note::ecrit_donnees() && etat::nb_lignes_note > 0 &&
-        !mini_97::demande("La note n'a pas pu être gardée dans prov.txt, fermer quand même ?"_t))
+        !mini_97::demande("La note n'a pas pu être gardée et sera perdue, fermer quand même ?"_t))
         return;
     moduclav::quitte();
 }

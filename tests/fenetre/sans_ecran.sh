@@ -13,7 +13,7 @@ refuse() {
     grep -q "$message" "$terrain/dit" || echoue "it says: $(cat "$terrain/dit")"
 }
 
-refuse "^aucun écran n'a été trouvé$" -u DISPLAY -u WAYLAND_DISPLAY
+refuse "^Aucun écran n'a été trouvé," -u DISPLAY -u WAYLAND_DISPLAY
 refuse "installez le paquet xwayland$" -u DISPLAY WAYLAND_DISPLAY=wayland-0
 profondeur=8 ouvre_ecran
 refuse "^l'écran a 8 bits de couleur" -u WAYLAND_DISPLAY

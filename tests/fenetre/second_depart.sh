@@ -56,7 +56,7 @@ if [ -n "$emulateur" ]; then detour=${terrain^^}/autre/..; else detour=$terrain/
 second "$detour" 1
 kill -STOP "$pid_programme"
 attend 5000 est_gele
-second "$terrain" 1 "Orvalune est déjà ouvert : il ne répond pas, ou un autre utilisateur s'en sert."
+second "$terrain" 1 "Orvalune est déjà ouvert et ne répond pas, ou un autre utilisateur s'en sert : fermez-le d'abord."
 kill -CONT "$pid_programme"
 
 kill -KILL "$pid_programme"

@@ -26,7 +26,7 @@ verifie lignes g1 2
 touche "Fermer"
 touche "Quitter"
 touche "Oui"
-verifie Label1 "La note n'a pas pu être gardée dans prov.txt, fermer quand même ?"
+verifie Label1 "La note n'a pas pu être gardée et sera perdue, fermer quand même ?"
 touche "Oui"
 verifie arret
 COMMANDES
@@ -51,14 +51,14 @@ verifie ecran clav_num
 attend 100
 touche "C"
 touche "Valider"
-verifie Label1 "Le réglage n'a pas pu être enregistré !"
+verifie Label1 "Le réglage n'a pas pu être enregistré, il reste ce qu'il était !"
 touche "Fermer"
 verifie g1 1 1 "12"
 COMMANDES
 echo "a setting"
 
 joue "$terrain/vide" <<'COMMANDES'
-verifie Label1 "Le répertoire de travail ne peut pas être utilisé, le logiciel s'arrête !"
+verifie Label1 "Rien ne peut être écrit dans le répertoire de travail, le logiciel s'arrête : prévenez le technicien !"
 touche "Fermer"
 verifie arret
 COMMANDES

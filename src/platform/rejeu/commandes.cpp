@@ -213,7 +213,8 @@ Rejeu::Reponse Rejeu::reveille(const Mots&) {
 }
 
 Rejeu::Reponse Rejeu::regle_routeur(const Mots& m) {
-    if (m[1].texte != "collecte" && m[1].texte != "dort") return {Reponse::Sorte::faute, "collecte ou dort"};
+    if (m[1].texte != "collecte" && m[1].texte != "dort")
+        return {Reponse::Sorte::faute, "collecte ou dort est attendu"};
     collecte_ = m[1].texte == "collecte";
     return {};
 }

@@ -128,11 +128,11 @@ std::string_view raison(Issue issue) {
         case Issue::absent:
             return "introuvable";
         case Issue::existe:
-            return "le nom est pris";
+            return "le nom existe déjà";
         case Issue::refuse:
             return "accès refusé"_t;
         case Issue::occupe:
-            return "tenu par un autre programme";
+            return "utilisé par un autre programme";
         case Issue::plein:
             return "plus de place";
         case Issue::trop_long:
