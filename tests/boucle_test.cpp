@@ -120,6 +120,7 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
     };
     EXPECT_EQ(ouvertures_de(true, {{0, 50}, {199, 50}, {1, 50}, {199, 60}, {1, 50}}), 2);
     EXPECT_EQ(ouvertures_de(true, {{0, 30}, {199, 83}, {0, 84}, {199, 31}, {0, 30}}), 2) << "9 mm are 53 pixels";
+    EXPECT_EQ(ouvertures_de(true, {{0, 50}, {250, 50}, {1, 250}, {1, 50}}), 2) << "it was elsewhere in between";
     EXPECT_EQ(ouvertures_de(false, {{0, 50}, {10, 50}, {10, 50}}), 3);
 }
 

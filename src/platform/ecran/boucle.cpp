@@ -127,6 +127,7 @@ void note_bascule() {
 void pose_doigt(int x, int y) {
     Forme* f = forme_du_dessus();
     if (f == nullptr || !f->visible || est_rebond(x, y)) return;
+    ecran->bascule.reset();  // once it has been elsewhere, a finger comes back on purpose
     Doigt d;
     d.x = en_twips(x) - f->cadre.gauche;
     d.y = en_twips(y) - f->cadre.haut;
