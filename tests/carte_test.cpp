@@ -114,8 +114,8 @@ TEST_F(Carte, CeQuiNAPlusDePlace) {
         "details.csv, ligne 18, colonne Libellé : « 17 » est de trop : une catégorie a quinze lignes, son titre "
         "compris ; "
         "commencez-en une autre\n"
-        "details.csv, ligne 38, colonne Catégorie : « C20 » est une vingt et unième catégorie ; il y a place pour "
-        "vingt\n"
+        "details.csv, ligne 38, colonne Catégorie : « C20 » est une vingt et unième catégorie ; gardez-en vingt "
+        "au plus\n"
         "entete.csv, ligne 17, colonne Ligne : « ligne 16 » est de trop ; gardez 15 lignes au plus\n"
         "8 fautes ; rien n'a été écrit. Corrigez les tableaux et recommencez.\n");
 }
@@ -189,6 +189,11 @@ TEST_F(Carte, LExempleRevientParLesFichiers) {
     EXPECT_EQ(lance("exporte reseau retour").statut, 2);
     memes_fichiers("carte", "retour", noms);
     const auto avant = fs::last_write_time(t.chemin() / "reseau/progppb.wdo");
+    // A sub-group has one key.
+    t.pose("double/worvalune.wdo", t.lis("reseau/worvalune.wdo") + "#ARTI#00099#SG#0001       |DES:Rouges|FA1:1\r\n");
+    const Issue r = lance("exporte double encore");
+    EXPECT_EQ(r.statut, 1);
+    EXPECT_NE(r.sortie.find("famille 6 : ses sous-groupes seront écrits autrement\n"), std::string::npos) << r.sortie;
     reussit("fabrique retour reseau");
     EXPECT_EQ(fs::last_write_time(t.chemin() / "reseau/progppb.wdo"), avant);
 }
@@ -322,13 +327,13 @@ TEST_F(Carte, CeQueLesTablettesPerdentEstDitParLigne) {
     std::string catalogue =
         "#SERV#01 Sophie\r\n#SERV#21 Zoë\r\n#SERV#1  Marc\r\n#SERV#012Nadia\r\n#FAMI#02 Viandes\r\n#FAMI#03\r\n"
         "#XXXX#1\r\n\r\n#ARTI#000018880000000024  |DES:Entrecôte|PVE:24,50|FA1:2|FA2:1|COU:12\r\n"
-        "#ARTI#00002888  |DES:Salade|FA1:2\r\n#ARTI#000038880000000031  |DES:|PVE:1|FA1:130\r\n"
-        "#ARTI#000048880000000048  |DES:Menu|PVE:15.00|FA1:5|FA2:98|{{Entréeµ|Soupe¦\r\n"
+        "#ARTI#00002888  |DES:Salade|FA1:x2\r\n#ARTI#000038880000000031  |DES:|PVE:1|FA1:130\r\n"
+        "#ARTI#000048880000000048  |DES:Menu|PVE:1.5.0|FA1:5|FA2:98|{{Entréeµ|Soupe¦\r\n"
         "#ARTI#000058880000000055  |DES:Menu|PVE:15.00|FA1:5|FA2:98\r\n#ARTI#000068880000000062  "
         "|DES:Midi|PVE:9|FA1:5|FA2:99\r\n"
         "#ARTI#00007          |FA1:6\r\n#ARTI#00008               \r\n#ARTI#000098880000000086  |DES:Thé|PVE:2\r\n"
         "#ARTI#000108880000000024  |DES:Double|PVE:|FA1:7\r\n#TABL#1234\r\n#TABL#x\r\n#TABL#123\r\n"
-        "#CCOF#0123456789012345678901\r\n#CCOF#0x\r\n";
+        "#CCOF#0123456789012345678901\r\n#CCOF#0x\r\n#ARTI#00011#SG#9999       |DES:Vins|FA1:2\r\n";
     t.pose("reseau/worvalune.wdo", page1252(catalogue));
     std::string styles = t.lis("reseau/w_styl72.wdo").substr(0, 500 * 128);
     styles.replace(35 * 128 + 15, 5, "Perdu").replace(20 * 128 + 116, 4, "\xFF\xFF\xFF\0", 4);

@@ -8,6 +8,7 @@
 #include "carte/parcours.h"
 #include "data/programme_touches.h"
 #include "data/reglages.h"
+#include "data/reseau.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/processus.h"
 #include "platform/systeme/texte.h"
@@ -93,7 +94,7 @@ Resultat dessine(const carte::Carte& carte, std::string_view dossier) {
     Resultat r;
     const fabrication::Fichiers f = fabrication::fabrique(carte);
     const auto muet = [](const std::string&) {};
-    if (!atelier.entre() || !pose_reglages(absolu) || !pose("wfichdir.wdo", std::string(reseau) + "\r\n") ||
+    if (!atelier.entre() || !pose_reglages(absolu) || !pose(::reseau::nom_fichier, std::string(reseau) + "\r\n") ||
         fichiers_carte::ecrit(reseau, f, muet).second != Issue::fait) {
         r.faute = "le dossier temporaire ne peut pas être écrit";
         return r;

@@ -118,7 +118,7 @@ std::string Lecteur::texte(int colonne, std::size_t max) {
     const std::string page = texte::depuis_utf8_tolerant(utf8);
     std::string r(texte::rogne(page));
     if (std::any_of(r.begin(), r.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }))
-        faute(colonne, "contient un caractère invisible ; récrivez ce texte");
+        faute(colonne, "contient un caractère invisible ; ressaisissez ce texte");
     if (r.size() > max)
         faute(colonne,
               "a " + std::to_string(r.size()) + " caractères ; écrivez-en " + std::to_string(max) + " au plus");
@@ -173,7 +173,7 @@ std::string Lecteur::reference(int colonne) {
     else if (t.find_first_of("eE+,.") != std::string::npos)
         faute(colonne,
               "est une référence que le tableur a arrondie ; donnez à la colonne le format « Texte » et "
-              "récrivez les 13 chiffres");
+              "ressaisissez les 13 chiffres");
     else
         faute(colonne, "n'est pas une référence ; écrivez 13 chiffres, par exemple 8880000000024");
     return {};

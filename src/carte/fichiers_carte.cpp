@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <tuple>
 
 #include "data/catalogue.h"
 #include "data/programme_touches.h"
@@ -38,13 +39,46 @@ std::string entre_guillemets(std::string_view page) {
     return "« " + texte::vers_utf8(page) + " »";
 }
 
+/// Family, label and colour of each sub-group's key.
+using SousGroupes = std::set<std::tuple<int, std::string_view, int>>;
+
+SousGroupes sous_groupes(const std::vector<std::string_view>& records) {
+    SousGroupes r;
+    for (const auto record : records) {
+        if (catalogue::est_sous_groupe(record))
+            r.emplace(catalogue::famille_du_sous_groupe(record), texte::rogne(lignes::libelle(record)),
+                      lignes::chiffre_couleur(record));
+    }
+    return r;
+}
+
+void compare_familles(const catalogue::Tables& t, const catalogue::Tables& u, std::vector<std::string>& r) {
+    const auto nom = [](const catalogue::Tables& de, std::size_t i) {
+        return texte::rogne(catalogue::sans_couleur(de.noms_familles[i]));
+    };
+    for (std::size_t i = 0; i < t.noms_familles.size(); ++i) {
+        const int n = static_cast<int>(i);
+        const bool couleur = nom(t, i).empty() || catalogue::chiffre_famille(t, n) == catalogue::chiffre_famille(u, n);
+        if (nom(t, i) != nom(u, i) || !couleur)
+            r.push_back("famille " + std::to_string(n) + " : sera écrite autrement");
+    }
+    for (std::size_t i = 0; i < t.articles.size(); ++i) {
+        if (sous_groupes(t.articles[i]) != sous_groupes(u.articles[i]))
+            r.push_back("famille " + std::to_string(i) + " : ses sous-groupes seront écrits autrement");
+    }
+}
+
 void compare_catalogues(const fabrication::Fichiers& f, const fabrication::Fichiers& g, std::vector<std::string>& r) {
     const auto t = catalogue::depuis(f.entete, f.catalogue), u = catalogue::depuis(g.entete, g.catalogue);
     for (std::size_t i = 0; i < t->noms_serveurs.size(); ++i) {
-        if (texte::rogne(t->noms_serveurs[i]) != texte::rogne(u->noms_serveurs[i]))
-            r.push_back("serveur " + std::to_string(i) + " : " + entre_guillemets(t->noms_serveurs[i]) +
-                        " sera écrit autrement");
+        const int n = static_cast<int>(i);
+        const auto nom = texte::rogne(t->noms_serveurs[i]);
+        const bool couleur = nom.empty() || catalogue::chiffre_couleur(t->couleurs_serveurs, n) ==
+                                                catalogue::chiffre_couleur(u->couleurs_serveurs, n);
+        if (nom != texte::rogne(u->noms_serveurs[i]) || !couleur)
+            r.push_back("serveur " + std::to_string(n) + " : " + entre_guillemets(nom) + " sera écrit autrement");
     }
+    compare_familles(*t, *u, r);
     for (std::size_t i = 0; i < t->articles.size(); ++i) {
         const std::set<std::string_view> la(u->articles[i].begin(), u->articles[i].end());
         for (const auto record : t->articles[i]) {
@@ -53,6 +87,8 @@ void compare_catalogues(const fabrication::Fichiers& f, const fabrication::Fichi
                             " : sa fiche sera écrite autrement");
         }
     }
+    if (t->nb_lignes_orvalune > 0 && t->lignes_orvalune != u->lignes_orvalune)
+        r.push_back("en-tête : ses lignes seront écrites autrement");
     if (t->liste_tables != u->liste_tables) r.push_back("tables : leur liste sera écrite autrement");
 }
 

@@ -19,7 +19,8 @@ constexpr int table_max = 999, impression_max = 97;
 template <typename Cle>
 bool est_neuf(Lecteur& l, std::map<Cle, std::size_t>& vus, const Cle& cle, int colonne) {
     const auto [ou, neuf] = vus.emplace(cle, l.ligne());
-    if (!neuf) l.faute(colonne, "est déjà à la ligne " + std::to_string(ou->second) + " ; écrivez-en un autre");
+    if (!neuf)
+        l.faute(colonne, "est déjà à la ligne " + std::to_string(ou->second) + " ; changez l'une des deux lignes");
     return neuf;
 }
 
@@ -68,7 +69,7 @@ carte::Menu lis_genre(Lecteur& l) {
     if (t.empty() || t == "non") return carte::Menu::non;
     if (t == "prixfixe") return carte::Menu::prix_fixe;
     if (t == "compose") return carte::Menu::compose;
-    l.faute(article_menu, "n'est pas une sorte de menu ; écrivez prix fixe, composé, ou rien");
+    l.faute(article_menu, "n'est pas une sorte de menu ; écrivez prix fixe ou composé, ou laissez la case vide");
     return carte::Menu::non;
 }
 
@@ -166,7 +167,7 @@ void verifie_menus(const Repertoire& r, Constats& constats) {
     for (const auto& [reference, genre] : r.menus) {
         if (r.composes.contains(reference)) continue;
         constats.fautes.push_back(situe(forme(Feuille::articles).fichier, r.references.at(reference), "Menu",
-                                        "ce menu n'a pas de plat dans menus.csv ; écrivez-les, ou videz cette case"));
+                                        "ce menu n'a aucun plat dans menus.csv ; écrivez-en, ou videz cette case"));
     }
 }
 

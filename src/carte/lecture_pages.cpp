@@ -26,7 +26,7 @@ std::pair<std::string, std::string> lis_plat(Lecteur& l, const Repertoire& r) {
     if (article != r.libelles.end() && !t.empty()) return {t, article->second};
     const bool chiffres = !t.empty() && t.find_first_not_of("0123456789") == std::string::npos;
     if (chiffres && !r.references.contains(t))
-        l.faute(menu_plat, "n'est pas un article de articles.csv ; écrivez la référence d'un article, ou un texte");
+        l.faute(menu_plat, "n'est pas dans articles.csv ; écrivez la référence d'un article, ou un texte");
     return {"", t};
 }
 
@@ -51,8 +51,8 @@ void lis_plat_au_choix(Lecteur& l, carte::Article& menu, const Repertoire& r) {
 void lis_composant(Lecteur& l, carte::Article& menu, const Repertoire& r) {
     const auto plat = lis_plat(l, r);
     if (l.dit(menu_service)) l.faute(menu_service, "ne vaut pas pour un menu composé ; laissez la case vide");
-    if (plat.first.empty() && l.juste())
-        l.faute(menu_plat, "n'est pas une référence ; un menu composé n'a que des articles");
+    if (!l.dit(menu_plat)) l.manque(menu_plat, "il manque un plat ; écrivez la référence d'un article");
+    if (plat.first.empty() && l.juste()) l.faute(menu_plat, "n'est pas une référence ; écrivez celle d'un article");
     const int quantite = l.entier(menu_quantite, 1, quantite_max, 1);
     const double prix = l.prix(menu_prix, 0);
     if (l.juste()) menu.composants.push_back({plat.first, plat.second, prix, static_cast<double>(quantite)});
@@ -62,8 +62,8 @@ std::string lis_reference_de_menu(Lecteur& l, const Repertoire& r) {
     std::string reference = l.reference(menu_menu);
     if (!reference.empty() && !r.menus.contains(reference))
         l.faute(menu_menu, r.references.contains(reference)
-                               ? "n'est pas un menu ; écrivez prix fixe ou composé dans la colonne Menu de articles.csv"
-                               : "n'est pas un article de articles.csv ; écrivez la référence d'un menu");
+                               ? "n'est pas un menu ; écrivez prix fixe ou composé dans la colonne Menu d'articles.csv"
+                               : "n'est pas dans articles.csv ; écrivez la référence d'un menu");
     return reference;
 }
 
@@ -103,9 +103,9 @@ class Placement {
         colonne_libre_ = std::max(colonne_libre_, code / styles::records_par_categorie);
         const auto [ou, libre] = prises_.emplace(code, l_.ligne());
         if (libre) return code;
-        l_.faute(donne ? detail_code : detail_libelle, "n'a pas de place : le code " + std::to_string(code) +
-                                                           " est à la ligne " + std::to_string(ou->second) +
-                                                           " ; donnez-lui un autre code");
+        l_.faute(donne ? detail_code : qui(), "n'a pas de place : le code " + std::to_string(code) +
+                                                  " est déjà à la ligne " + std::to_string(ou->second) +
+                                                  " ; écrivez un autre code dans la colonne Code");
         return std::nullopt;
     }
 
@@ -115,18 +115,20 @@ class Placement {
     std::map<int, std::size_t> prises_;
     int colonne_libre_ = 0;
 
+    /// The cell that names the row: a row that leaves a place empty has its category alone.
+    int qui() const { return l_.dit(detail_libelle) ? detail_libelle : detail_categorie; }
+
     bool est_une_place(int code, bool donne, bool premiere) {
         if (code % styles::records_par_categorie < styles::choix_par_categorie &&
             code / styles::records_par_categorie <= styles::categories)
             return true;
         if (donne)
             l_.faute(detail_code,
-                     "n'est dans aucune colonne ; écrivez un code de 20 à 34, de 40 à 54… ou de 400 à 414");
+                     "n'est le code d'aucune catégorie ; écrivez un code de 20 à 34, de 40 à 54… ou de 400 à 414");
         else if (premiere)
-            l_.faute(detail_categorie, "est une vingt et unième catégorie ; il y a place pour vingt");
+            l_.faute(detail_categorie, "est une vingt et unième catégorie ; gardez-en vingt au plus");
         else
-            l_.faute(detail_libelle,
-                     "est de trop : une catégorie a quinze lignes, son titre compris ; commencez-en une autre");
+            l_.faute(qui(), "est de trop : une catégorie a quinze lignes, son titre compris ; commencez-en une autre");
         return false;
     }
 };
@@ -188,7 +190,7 @@ class Actions {
             !r_.familles_d_articles.contains(t.nombre))
             l_.faute(touche_action, "mène à une famille sans nom et sans article ; écrivez un numéro de familles.csv");
         if (acte == carte::Acte::article && !r_.references.contains(argument))
-            l_.faute(touche_action, "n'est pas un article de articles.csv ; écrivez la référence d'un article");
+            l_.faute(touche_action, "n'est pas dans articles.csv ; écrivez la référence d'un article");
         if (acte == carte::Acte::sous_groupe && !r_.sous_groupes.contains(t.nombre))
             l_.faute(touche_action,
                      "n'est pas un sous-groupe de familles.csv ; écrivez son numéro, par exemple sous-groupe 35");
@@ -207,8 +209,8 @@ void lis_aspect(Lecteur& l, carte::Touche& t) {
 void verifie_case(Lecteur& l, std::map<std::pair<int, int>, std::size_t>& vues, const carte::Touche& t) {
     const auto [ou, neuve] = vues.emplace(std::pair(t.page, t.numero), l.ligne());
     if (!neuve)
-        l.faute(touche_case,
-                "est déjà à la ligne " + std::to_string(ou->second) + " pour cette page ; écrivez-en une autre");
+        l.faute(touche_case, "est déjà à la ligne " + std::to_string(ou->second) +
+                                 " pour cette page ; changez l'une des deux lignes");
 }
 
 }  // namespace

@@ -8,41 +8,18 @@
 namespace tableaux {
 namespace {
 
-constexpr Colonne colonnes_serveurs[] = {{"Numéro", "de 0 à 20"},
-                                         {"Nom", "ce que dit la touche"},
-                                         {"Couleur", "facultatif : rouge, bleu… ou un chiffre", true}};
-constexpr Colonne colonnes_familles[] = {{"Numéro", "de 0 à 20 ; un sous-groupe, de 31 à 120"},
-                                         {"Nom", "ce que dit la touche"},
-                                         {"Couleur", "facultatif : rouge, bleu… ou un chiffre", true},
-                                         {"Sous-groupe de", "facultatif : le numéro de sa famille", true}};
-constexpr Colonne colonnes_articles[] = {{"Référence", "13 chiffres"},
-                                         {"Libellé", "ce que dit la touche"},
-                                         {"Prix", "par exemple 12,50"},
-                                         {"Famille", "son numéro"},
-                                         {"Couleur", "facultatif : rouge, bleu… ou un chiffre", true},
-                                         {"Menu", "facultatif : prix fixe ou composé", true},
-                                         {"Impression", "facultatif : le code que reçoit le routeur", true, true}};
-constexpr Colonne colonnes_tables[] = {{"Table", "un numéro, 12, ou une suite, 31-42"}};
-constexpr Colonne colonnes_menus[] = {{"Menu", "la référence du menu"},
-                                      {"Service", "Entrée, Plat, Dessert… ; rien pour un menu composé"},
-                                      {"Plat", "la référence d'un article, ou un texte ; rien : une place vide"},
-                                      {"Quantité", "facultatif : d'un menu composé, 1 si rien n'est dit", true, true},
-                                      {"Prix", "facultatif : d'un menu composé, la part de ce plat", true, true}};
-constexpr Colonne colonnes_details[] = {{"Catégorie", "sa première ligne est son titre"},
-                                        {"Libellé", "ce que dit la touche, 40 caractères"},
-                                        {"Fond", "facultatif : orange, #FD6706…", true},
-                                        {"Encre", "facultatif : marine, #050566…", true},
-                                        {"Code", "facultatif : sa place, de 20 à 414", true, true}};
-constexpr Colonne colonnes_touches[] = {{"Page", "de 0, l'accueil, à 49"},
-                                        {"Case", "de 1 à 95, rangée par rangée ; ou titre"},
-                                        {"Libellé", "ce que dit la touche, 40 caractères"},
-                                        {"Action", "famille 2, article 8880000000024, page 1, sous-groupe 35"},
-                                        {"Image", "facultatif : un nom ou un numéro", true},
-                                        {"Taille", "facultatif : celle de l'écriture", true},
-                                        {"Largeur", "facultatif : en cases", true},
-                                        {"Hauteur", "facultatif : en cases", true},
-                                        {"Couleur", "facultatif : rouge, #C24B45…", true}};
-constexpr Colonne colonnes_entete[] = {{"Ligne", "un texte libre pour le routeur"}};
+constexpr Colonne colonnes_serveurs[] = {{"Numéro"}, {"Nom"}, {"Couleur", true}};
+constexpr Colonne colonnes_familles[] = {{"Numéro"}, {"Nom"}, {"Couleur", true}, {"Sous-groupe de", true}};
+constexpr Colonne colonnes_articles[] = {
+    {"Référence"}, {"Libellé"}, {"Prix"}, {"Famille"}, {"Couleur", true}, {"Menu", true}, {"Impression", true, true}};
+constexpr Colonne colonnes_tables[] = {{"Table"}};
+constexpr Colonne colonnes_menus[] = {{"Menu"}, {"Service"}, {"Plat"}, {"Quantité", true, true}, {"Prix", true, true}};
+constexpr Colonne colonnes_details[] = {
+    {"Catégorie"}, {"Libellé"}, {"Fond", true}, {"Encre", true}, {"Code", true, true}};
+constexpr Colonne colonnes_touches[] = {{"Page"},          {"Case"},          {"Libellé"},
+                                        {"Action"},        {"Image", true},   {"Taille", true},
+                                        {"Largeur", true}, {"Hauteur", true}, {"Couleur", true}};
+constexpr Colonne colonnes_entete[] = {{"Ligne"}};
 
 /// In the order of Feuille.
 constexpr Forme formes[nb_feuilles] = {
@@ -190,7 +167,8 @@ std::string ecrit(Feuille feuille, const Rangees& rangees) {
         const auto la = [c](const std::vector<std::string>& r) { return c < r.size() && !r[c].empty(); };
         if (f.colonnes[c].rare && std::none_of(rangees.begin(), rangees.end(), la)) continue;
         ecrites.push_back(c);
-        cases.push_back(std::string(f.colonnes[c].nom) + " (" + std::string(f.colonnes[c].explication) + ")");
+        const std::string nom(f.colonnes[c].nom);
+        cases.push_back(f.colonnes[c].facultative ? "[" + nom + "]" : nom);
     }
     std::string r = std::string(marque_utf8) + tableur::rangee(cases, ';');
     for (const auto& rangee : rangees) {

@@ -42,9 +42,9 @@ enum ColonneTouches {
 };
 enum ColonneEntete { entete_ligne };
 
-/// A column: its heading is known by its first word. All in UTF-8.
+/// A column: its heading, UTF-8, is known by its first word; that of one that may be missing is written in brackets.
 struct Colonne {
-    std::string_view nom, explication;
+    std::string_view nom;
     bool facultative = false;
     bool rare = false;  ///< written only where a row has it
 };
@@ -71,8 +71,8 @@ struct Tableau {
 /// Reads a sheet's content, whatever its character set and separator are; nothing when it is none: that is noted.
 std::optional<Tableau> lis(Feuille feuille, std::string_view contenu, Constats& constats);
 
-/// A sheet's content as a spreadsheet takes it: UTF-8 with mark, ";", CR LF, a heading row that explains itself. Rows
-/// hold cells of the page 1252 in the order of the form.
+/// A sheet's content as a spreadsheet takes it: UTF-8 with mark, ";", CR LF, a heading row. Rows hold
+/// cells of the page 1252 in the order of the form.
 std::string ecrit(Feuille feuille, const std::vector<std::vector<std::string>>& rangees);
 
 /// The sheets of the example that a manager begins with, each with its content.

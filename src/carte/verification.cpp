@@ -22,6 +22,15 @@ bool que_des_chiffres(std::string_view t) {
     return !t.empty() && t.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
+/// A number that is read whole, and shown with two decimals at most.
+bool est_un_prix(std::string_view t) {
+    if (t.starts_with('-') || t.starts_with('+')) t.remove_prefix(1);
+    const auto point = std::min(t.find('.'), t.size());
+    const auto decimales = t.substr(std::min(point + 1, t.size()));
+    const auto chiffres = [](std::string_view s) { return s.find_first_not_of("0123456789") == s.npos; };
+    return t.size() > 0 && chiffres(t.substr(0, point)) && chiffres(decimales) && decimales.size() <= 2;
+}
+
 /// What the catalogue's readers make of its lines, one after the other.
 class Catalogue {
   public:
@@ -55,11 +64,13 @@ class Catalogue {
 
     /// The digits of servers, families and tables stand in columns of their own; what stands beside them is not read.
     void numero(std::string_view brute, const Ligne& l) {
-        const std::size_t chiffres = l.genre == Genre::table ? 3 : 2;
-        const auto champ = texte::rogne(texte::colonnes(brute, 7, chiffres));
-        const auto suite = texte::colonnes(brute, 7 + chiffres, 1);
+        const std::size_t de = catalogue::colonne_numero, chiffres = catalogue::chiffres_du_numero(l.genre);
+        const auto champ = texte::rogne(texte::colonnes(brute, de, chiffres));
+        const auto suite = texte::colonnes(brute, de + chiffres, 1);
+        if (champ.empty() && !que_des_chiffres(suite))
+            return p_.dit("le numéro manque : il se lit " + nombres::general(l.numero));
         if (!que_des_chiffres(champ) || que_des_chiffres(suite))
-            p_.dit("le numéro " + entre_guillemets(texte::colonnes(brute, 7, chiffres + 1)) + " se lit " +
+            p_.dit("le numéro " + entre_guillemets(texte::colonnes(brute, de, chiffres + 1)) + " se lit " +
                    nombres::general(l.numero));
     }
 
@@ -82,7 +93,11 @@ class Catalogue {
         const std::string nom = "la famille " + std::to_string(famille);
         if (sort == Sort::hors_bornes) return p_.dit(nom + " n'est pas entre 0 et 120 : l'article est ignoré");
         if (sort == Sort::en_trop) return p_.dit(nom + " a déjà 300 articles : celui-ci est ignoré");
-        if (!texte::contient(brute, lignes::champ_famille)) p_.dit("sans |FA1: : l'article va dans la famille 0");
+        if (!texte::contient(brute, lignes::champ_famille))
+            p_.dit("sans |FA1: : l'article va dans la famille 0");
+        else if (const auto champ = texte::rogne(apres(brute, lignes::champ_famille)); !que_des_chiffres(champ))
+            p_.dit((champ.empty() ? "la famille manque : elle" : "la famille " + entre_guillemets(champ)) + " se lit " +
+                   std::to_string(famille));
         if (coupees_.contains(famille)) return p_.dit("n'est pas montré : un article vide, plus haut, termine " + nom);
         if (texte::rogne(l.texte).empty()) {
             coupees_.insert(famille);
@@ -90,14 +105,20 @@ class Catalogue {
         }
         libelle(l.texte);
         couleur(l.texte);
-        if (catalogue::est_sous_groupe(l.texte)) return;
+        if (catalogue::est_sous_groupe(l.texte)) return sous_groupe(l.texte);
         reference(l.texte);
         prix(l.texte);
         menu(l.texte);
     }
 
     void libelle(std::string_view record) {
-        if (texte::rogne(lignes::libelle(record)).empty()) p_.dit("sans libellé : la touche ne dit rien");
+        if (texte::rogne(lignes::libelle(record)).empty()) p_.dit("sans libellé : la touche n'a pas de texte");
+    }
+
+    void sous_groupe(std::string_view record) {
+        const std::string lu = catalogue::debut_de_sous_groupe(catalogue::famille_du_sous_groupe(record));
+        if (!record.starts_with(lu))
+            p_.dit("le sous-groupe " + entre_guillemets(record.substr(0, lu.size())) + " se lit " + lu);
     }
 
     void couleur(std::string_view record) {
@@ -111,7 +132,7 @@ class Catalogue {
         const std::string reference(record.substr(0, lignes::longueur_reference));
         if (!cases::est_reference(reference) || texte::colonnes(record, lignes::longueur_reference + 1, 2) != "  ")
             p_.dit("la référence " + entre_guillemets(lignes::reference(record)) +
-                   " n'a pas 13 chiffres et deux blancs : la commande portera ces 15 caractères");
+                   " n'a pas 13 chiffres et deux espaces : la commande portera ces 15 caractères");
         const auto [ou, neuve] = references_.emplace(reference, numero_);
         if (!neuve) p_.dit("la référence " + reference + " est déjà à la ligne " + std::to_string(ou->second));
     }
@@ -121,7 +142,9 @@ class Catalogue {
         const auto champ = texte::rogne(apres(record, lignes::champ_prix));
         if (!p)
             p_.dit("sans |PVE: : l'article n'a pas de prix");
-        else if (champ.find_first_not_of("0123456789.+-") != std::string_view::npos || champ.empty())
+        else if (champ.empty())
+            p_.dit("le prix manque : il se lit " + nombres::montant(*p));
+        else if (!est_un_prix(champ))
             p_.dit("le prix " + entre_guillemets(champ) + " se lit " + nombres::montant(*p));
     }
 
@@ -168,6 +191,11 @@ using Lignes = std::vector<std::string>;
 
 std::string utf8(std::string_view page) {
     return texte::vers_utf8(page);
+}
+
+/// Behind the number of a page; a page may have none.
+std::string titre_de(std::string_view page) {
+    return page.empty() ? "" : " " + entre_guillemets(page);
 }
 
 /// "un", "deux, trois": the texts that are not empty.
@@ -243,7 +271,7 @@ void vue_touches(std::string_view contenu, Lignes& r) {
         const std::string touches = enumere(libelles);
         const auto titres = programme_touches::lis_dans(contenu, page, programme_touches::ligne_des_titres);
         if (touches != "aucun")
-            r.push_back("Page " + std::to_string(page) + " " + entre_guillemets(titres.libelle()) + " : " + touches);
+            r.push_back("Page " + std::to_string(page) + titre_de(titres.libelle()) + " : " + touches);
     }
 }
 

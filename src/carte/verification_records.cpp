@@ -17,7 +17,6 @@ using programme_touches::Champ;
 using programme_touches::Ligne;
 namespace marque = programme_touches::marque;
 
-constexpr int records_par_page = 100;
 constexpr std::int32_t couleur_max = 0xFFFFFF;
 
 /// Whether the detail screen shows this choice.
@@ -57,11 +56,11 @@ class Programme {
         : contenu_(contenu), tables_(tables), p_(pertes) {}
 
     void examine_page(int page) {
-        for (int i = 1; i <= records_par_page; ++i) {
+        for (int i = 1; i <= programme_touches::records_par_page; ++i) {
             const Ligne l = programme_touches::lis_dans(contenu_, page, i);
-            p_.ligne(static_cast<std::size_t>(page * records_par_page + i));
-            const std::string qui = "page " + std::to_string(page) + ", case " + std::to_string(i) + ", " +
-                                    entre_guillemets(l.libelle()) + " : ";
+            p_.ligne(static_cast<std::size_t>(page * programme_touches::records_par_page + i));
+            const std::string qui = "page " + std::to_string(page) + ", case " + std::to_string(i) +
+                                    (l.libelle().empty() ? "" : ", " + entre_guillemets(l.libelle())) + " : ";
             if (i == programme_touches::ligne_des_titres || est_vide(l)) continue;
             if (i > programme_touches::lignes_par_page)
                 p_.dit(qui + "une page n'a que 95 cases, celle-ci n'est pas lue");
@@ -90,6 +89,7 @@ class Programme {
             p_.dit(qui + "l'image " + std::to_string(l.image()) + " n'existe pas");
         const std::string_view genre = l.action().substr(0, marque::longueur),
                                argument = l.action().substr(genre.size());
+        if (texte::rogne(l.action()).empty()) return p_.dit(qui + "l'action manque, la touche ne fait rien");
         if (std::find(std::begin(marque::toutes), std::end(marque::toutes), genre) == std::end(marque::toutes))
             return p_.dit(qui + "l'action " + entre_guillemets(l.action()) + " est inconnue, la touche ne fait rien");
         const double n = nombres::entier(argument);

@@ -46,7 +46,7 @@ Issue lis(const std::string& chemin, std::string& contenu, Lecture& lecture, com
     if (issue == Issue::fait) lecture = commande::lis(contenu, c, faute);
     if (issue != Issue::trop_long) return issue;
     lecture = Lecture::fausse;
-    faute = std::string("plus d'un mégaoctet"_t);
+    faute = std::string("le fichier dépasse un mégaoctet"_t);
     return Issue::fait;
 }
 
@@ -125,7 +125,7 @@ bool Collecte::est_prete(const std::string& nom, Vue& vue, Regard& regard) {
         vue.lue = issue == Issue::fait;
         if (!vue.lue && !vue.dite && issue != Issue::absent) {
             vue.dite = true;
-            regard.dits.push_back(nom + " : " + std::string(fichiers::raison(issue)));
+            regard.dits.push_back(nom + " : lecture impossible, " + std::string(fichiers::raison(issue)));
         }
     }
     return vue.lue && (vue.lecture != Lecture::inachevee || age >= abandonnee_ms);
@@ -150,7 +150,7 @@ void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
     }
     if (issue == Issue::fait || issue == Issue::absent || vue.dite) return;
     vue.dite = true;
-    regard.dits.push_back(nom + std::string(" : n'a pas pu être prise, "_t) + std::string(fichiers::raison(issue)));
+    regard.dits.push_back(nom + std::string(" : n'a pas pu être collectée, "_t) + std::string(fichiers::raison(issue)));
 }
 
 /// Brings over what was renamed in the network directory. A copy takes its name only when nothing of it is left there.

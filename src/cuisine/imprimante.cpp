@@ -27,7 +27,7 @@ constexpr int fermeture_max = 15000, fermeture_encore = 30000, fermeture_courte 
 class Ecran final : public Imprimante {
   public:
     Constat imprime(const ticket::Ticket& ticket, const std::function<bool()>& commence) override {
-        if (!commence()) return {Sort::attend, std::string("l'état n'a pas pu être écrit"_t)};
+        if (!commence()) return {Sort::attend, std::string("l'archive refuse l'écriture"_t)};
         const std::string t = texte::vers_utf8(ticket::en_texte(ticket)) + "\n";
         const bool ecrit = std::fwrite(t.data(), 1, t.size(), stdout) == t.size() && std::fflush(stdout) == 0;
         if (ecrit) return {};
@@ -151,7 +151,7 @@ class ParLiaison final : public Imprimante {
         Envoi envoi(*ligne, connue_);
         const auto empechement = reseau && reglages_.avec_etat ? envoi.empechement() : std::nullopt;
         if (empechement) return {Sort::attend, *empechement};
-        if (!commence()) return {Sort::attend, std::string("l'état n'a pas pu être écrit"_t)};
+        if (!commence()) return {Sort::attend, std::string("l'archive refuse l'écriture"_t)};
         return envoi.envoie(escpos::octets(ticket, reglages_.page));
     }
 

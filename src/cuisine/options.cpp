@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/nombres.h"
+#include "data/reseau.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/texte.h"
 
@@ -12,20 +13,21 @@ const char* const aide =
     "orvalune-cuisine [RÉPERTOIRE] [--imprimante tcp://HÔTE[:9100] | --imprimante fichier:CHEMIN | --ecran]\n"
     "                 [--familles LISTE=IMPRIMANTE]... [--colonnes 42] [--page 1252|858] [--archive DOSSIER]\n"
     "                 [--sans-etat] [--une-fois] [--version] [--aide]\n"
-    "orvalune-cuisine [RÉPERTOIRE] --apercu TICKET.txt IMAGE.png [--colonnes 42]\n"
+    "orvalune-cuisine [RÉPERTOIRE] --apercu COMMANDE.txt IMAGE.png [--colonnes 42]\n"
     "\n"
-    "Prend les commandes déposées dans le répertoire réseau et imprime un ticket pour chacune.\n"
+    "Collecte les commandes déposées dans le répertoire réseau et imprime un ticket pour chacune.\n"
     "\n"
     "  RÉPERTOIRE         le répertoire réseau ; sans lui, celui que nomme wfichdir.wdo du répertoire courant\n"
     "  --imprimante       où vont les tickets : une imprimante du réseau (port 9100), un fichier ou un port\n"
-    "  --ecran            les écrit en texte sur la sortie standard (par défaut)\n"
-    "  --familles         des familles pour une autre imprimante, par exemple 1-5,12=tcp://bar ; plusieurs fois\n"
+    "  --ecran            écrit les tickets sur la sortie standard (par défaut)\n"
+    "  --familles         envoie ces familles à une autre imprimante, par exemple 1-5,12=tcp://bar ;\n"
+    "                     peut se répéter\n"
     "  --colonnes N       largeur du papier en caractères, de 32 à 64\n"
-    "  --page N           page de caractères de l'imprimante, 1252 (par défaut) ou 858\n"
-    "  --archive DOSSIER  où vont les commandes prises ; par défaut, archive dans le répertoire réseau\n"
+    "  --page N           page de codes de l'imprimante, 1252 (par défaut) ou 858\n"
+    "  --archive DOSSIER  où vont les commandes collectées ; par défaut, le dossier archive du répertoire réseau\n"
     "  --sans-etat        n'interroge pas l'imprimante ; ce qu'elle a reçu compte comme imprimé\n"
     "  --une-fois         s'arrête dès qu'il ne reste rien à faire, ou qu'une imprimante n'imprime pas\n"
-    "  --apercu           dessine le ticket d'un fichier de commande\n";
+    "  --apercu           dessine en image le ticket d'un fichier de commande\n";
 
 namespace {
 
@@ -93,7 +95,7 @@ bool prend_mot(Lecture& l, const Valeurs& mots, std::size_t& i) {
 /// The network directory of the terminal that works in the same directory, if one does.
 std::string repertoire_du_terminal() {
     std::string contenu;
-    if (fichiers::lis_tout("wfichdir.wdo", contenu, 1 << 16) != fichiers::Issue::fait) return {};
+    if (fichiers::lis_tout(reseau::nom_fichier, contenu, 1 << 16) != fichiers::Issue::fait) return {};
     const auto lignes = texte::lignes(contenu);
     return lignes.empty() ? std::string() : std::string(texte::rogne(lignes[0]));
 }
@@ -102,7 +104,8 @@ bool complete(Lecture& l) {
     service::Reglages& r = l.options.reglages;
     if (r.reseau.empty()) r.reseau = repertoire_du_terminal();
     if (r.reseau.empty() && l.options.apercu_de.empty()) {
-        l.faute = std::string("il manque le répertoire réseau"_t);
+        l.faute =
+            std::string("il manque le répertoire réseau ; donnez-le, ou lancez depuis le dossier de wfichdir.wdo"_t);
         return false;
     }
     if (r.archive.empty()) r.archive = fichiers::joint(r.reseau, "archive");

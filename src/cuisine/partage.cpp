@@ -21,13 +21,15 @@ bool pose(std::string_view plage, int rang, Partage& p, std::string& faute) {
     const int de = numero(plage.substr(0, tiret));
     const int a = tiret == std::string_view::npos ? de : numero(plage.substr(tiret + 1));
     if (de < 0 || a < de) {
-        faute = std::string(plage) + std::string(" ne dit pas des familles de 0 à "_t) +
-                std::to_string(catalogue::familles_max);
+        faute = std::string("--familles : « "_t) + std::string(plage) +
+                std::string(" » n'est pas une famille ou une suite de 0 à "_t) +
+                std::to_string(catalogue::familles_max) + std::string(" ; écrivez par exemple 1-5"_t);
         return false;
     }
     for (auto f = static_cast<std::size_t>(de); f <= static_cast<std::size_t>(a); ++f) {
         if (p.par_famille[f] >= 0 && p.par_famille[f] != rang) {
-            faute = "la famille " + std::to_string(f) + " est sur deux imprimantes";
+            faute = "--familles : la famille " + std::to_string(f) +
+                    std::string(" est donnée à deux imprimantes ; gardez-en une"_t);
             return false;
         }
         p.par_famille[f] = rang;

@@ -30,6 +30,11 @@ void dit(std::string_view t) {
     std::fprintf(stderr, "%s %s\n", heure.c_str(), texte::vers_utf8(t).c_str());
 }
 
+std::string archive_refusee(const std::string& archive, Issue issue) {
+    return std::string("écriture impossible dans l'archive "_t) + archive + " : " +
+           std::string(fichiers::raison(issue));
+}
+
 /// Waits for something new in a directory, which is watched from the first wait on. Simulated time passes at once.
 class Attente {
   public:
@@ -203,7 +208,7 @@ class Service {
     bool ecrit(Commande& c) {
         const Issue issue = fiche::ecrit(collecte_.fiche(c.prise), c.fiche);
         c.ecrite = issue == Issue::fait;
-        if (!c.ecrite) archive_.dit("archive : " + std::string(fichiers::raison(issue)));
+        if (!c.ecrite) archive_.dit(archive_refusee(reglages_.archive, issue));
         return c.ecrite;
     }
 
@@ -276,7 +281,7 @@ class Service {
                                            [](const fiche::Partie& p) { return p.etat == Etat::finie; });
             if (!finie || (!c.ecrite && !ecrit(c))) return false;
             const Issue issue = collecte_.range(c.prise);
-            if (issue != Issue::fait) archive_.dit("archive : " + std::string(fichiers::raison(issue)));
+            if (issue != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, issue));
             if (issue == Issue::fait) archive_.va_bien(std::string("archive : de nouveau prête"_t));
             return issue == Issue::fait;
         });
@@ -290,7 +295,7 @@ std::unique_ptr<verrou::Verrou> attend_l_archive(const std::string& archive, boo
     while (!arret::demande()) {
         auto verrou = verrou::prend(fichiers::joint(archive, "cuisine.verrou"));
         if (verrou) return verrou;
-        annonce.dit("une autre cuisine travaille avec l'archive " + archive + " : celle-ci prendra la suite");
+        annonce.dit("un autre orvalune-cuisine utilise l'archive " + archive + " : celui-ci prendra la suite");
         if (une_fois) return nullptr;
         attente.attend(regard_ms);
     }
@@ -304,7 +309,7 @@ bool attend_les_dossiers(const Reglages& r) {
     while (!arret::demande()) {
         const Issue issue = collecte::Collecte(r.reseau, r.archive).prepare();
         if (issue == Issue::fait) return true;
-        annonce.dit("archive " + r.archive + " : " + std::string(fichiers::raison(issue)));
+        annonce.dit(archive_refusee(r.archive, issue));
         if (r.une_fois) return false;
         attente.attend(regard_ms);
     }

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view marque_sous_groupe = "#SG#";
 constexpr std::size_t chiffres_sous_groupe = 4;
-constexpr std::size_t longueur_marque = 6, longueur_reference = 13;
+constexpr std::size_t longueur_marque = colonne_numero - 1, longueur_reference = 13;
 
 /// How the lines of a kind are laid out: behind the marker so many digits of number, and the text from a column on.
 struct Forme {
@@ -117,13 +117,18 @@ Sort range(Tables& t, const Ligne& l) {
 
 }  // namespace
 
+std::size_t chiffres_du_numero(Genre genre) {
+    const auto* const f =
+        std::find_if(std::begin(formes), std::end(formes), [=](const Forme& x) { return x.genre == genre; });
+    return f == std::end(formes) ? 0 : f->chiffres;
+}
+
 Ligne lis_ligne(std::string_view ligne) {
     const std::string_view marque = ligne.substr(0, longueur_marque);
     for (const Forme& f : formes) {
         if (f.marque != marque) continue;
         const auto p = f.genre == Genre::article ? ligne.find(lignes::champ_famille) : std::string_view::npos;
-        const std::string_view numero = f.genre != Genre::article
-                                            ? texte::colonnes(ligne, longueur_marque + 1, f.chiffres)
+        const std::string_view numero = f.genre != Genre::article ? texte::colonnes(ligne, colonne_numero, f.chiffres)
                                         : p == std::string_view::npos ? ""
                                                                       : ligne.substr(p + lignes::champ_famille.size());
         return {f.genre, nombres::entier(numero), texte::colonnes(ligne, f.colonne_texte)};

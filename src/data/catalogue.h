@@ -82,6 +82,10 @@ bool table_connue(std::string_view numero);
 std::vector<std::string> tables();
 std::vector<std::string> tables(const Tables& tables);
 
+/// The columns of a line's number, which begin behind the marker; 0: lines of this kind have none.
+inline constexpr std::size_t colonne_numero = 7;
+std::size_t chiffres_du_numero(Genre genre);
+
 /// Sub-group n has its articles in family premier_sous_groupe + n; its key stands among the articles of a family, in a
 /// record that begins with "#SG#" and n in four digits.
 inline constexpr int premier_sous_groupe = 30;

@@ -186,8 +186,11 @@ std::string_view marque_de(std::size_t n) {
 
 Lecture refuse(std::size_t n, std::string_view ligne, std::string& faute) {
     constexpr std::size_t montres = 40;
-    faute = "ligne " + std::to_string(n + 1) + std::string(" : « "_t) + std::string(ligne.substr(0, montres)) +
-            std::string(" » n'est pas "_t) + std::string(marque_de(n)) + (n == 1 ? std::string(version) : "");
+    const std::string la = texte::rogne(ligne).empty()
+                               ? "une ligne vide"
+                               : std::string("« "_t) + std::string(ligne.substr(0, montres)) + std::string(" »"_t);
+    faute = "ligne " + std::to_string(n + 1) + " : une ligne " + std::string(marque_de(n)) +
+            (n == 1 ? std::string(version) : "") + " est attendue, et non " + la;
     return Lecture::fausse;
 }
 

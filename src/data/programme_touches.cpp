@@ -12,7 +12,6 @@ namespace programme_touches {
 namespace {
 
 constexpr std::size_t longueur_record = 256, nb_records = 5000;
-constexpr int records_par_page = 100;
 constexpr std::string_view fin_de_record = "\r\n";
 
 /// Place of a field in the record, in bytes.

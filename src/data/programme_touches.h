@@ -12,7 +12,7 @@
 namespace programme_touches {
 
 inline constexpr std::string_view nom_fichier = "progppb.wdo";
-inline constexpr int nb_pages = 50, lignes_par_page = 95, ligne_des_titres = 98;
+inline constexpr int nb_pages = 50, records_par_page = 100, lignes_par_page = 95, ligne_des_titres = 98;
 inline constexpr std::uint64_t longueur_vide = 250;  ///< up to this length the file counts as not filled
 
 /// How the code of a key begins: what it does.

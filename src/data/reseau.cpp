@@ -25,7 +25,6 @@ namespace {
 
 using livraison::Sort;
 
-constexpr std::string_view nom_fichier = "wfichdir.wdo";
 constexpr int lignes_vides = 11;
 constexpr std::uint64_t longueur_max = 1 << 20;
 constexpr int limite_sonde_ms = 2000, limite_copie_ms = 10000;

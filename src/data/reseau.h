@@ -10,7 +10,9 @@
 
 namespace reseau {
 
-/// Whether "wfichdir.wdo" exists.
+/// Names the network directory in its first line.
+inline constexpr std::string_view nom_fichier = "wfichdir.wdo";
+/// Whether it exists.
 bool repertoire_connu();
 /// Reads its first line, without the blanks around it, into etat::repertoire_reseau and renews the probe's directory
 /// and record. When the file cannot be read the directory is blank; while another program holds it, it stays.

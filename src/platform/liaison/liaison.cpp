@@ -11,11 +11,11 @@ std::string_view raison(Issue issue) {
         case Issue::introuvable:
             return "introuvable";
         case Issue::refusee:
-            return "éteinte, ou la liaison est refusée"_t;
+            return "éteinte, ou elle refuse la connexion"_t;
         case Issue::muette:
             return "ne répond pas"_t;
         case Issue::rompue:
-            return "la liaison a été coupée"_t;
+            return "la connexion a été coupée"_t;
         case Issue::pleine:
             break;
     }
