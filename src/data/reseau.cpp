@@ -56,9 +56,9 @@ struct Passe {
     std::set<std::string> vues;  ///< files that were put into `a_livrer`
     bool a_completer = false;    ///< orders have been listed since `a_livrer` was filled
     bool point_fait = false;
+    bool catalogue_vu = false;  ///< whether the network has another one than that which has come
     bool catalogue = false;
-    std::string empreinte;  ///< of the network's catalogue as the pass began
-    bool tenue = false;     ///< another program held an order's file
+    bool tenue = false;  ///< another program held an order's file
 };
 Passe passe_en_cours;
 
@@ -199,18 +199,40 @@ bool prend_tous(const std::vector<livraison::Constat>& constats) {
 void livre_la_suivante();
 
 void cherche_catalogue() {
-    passe_en_cours.catalogue = true;
-    auto entier = std::make_shared<bool>(false);
-    ouvrier::lance(
-        {[repertoire = etat::repertoire_reseau, entier] { *entier = livraison::copie_catalogue(repertoire); },
-         [entier](ouvrier::Reponse reponse) {
-             if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
-             connexion.catalogue_venu = connexion.catalogue_venu || *entier;
-             if (*entier) connexion.empreinte = passe_en_cours.empreinte;
-             connexion.catalogue_frais = connexion.catalogue_frais || *entier;
-             livre_la_suivante();
-         },
-         limite_copie_ms});
+    passe_en_cours.catalogue = passe_en_cours.catalogue_vu = true;
+    struct Venu {
+        bool entier = false;
+        std::string empreinte;
+    };
+    auto venu = std::make_shared<Venu>();
+    ouvrier::lance({[repertoire = etat::repertoire_reseau, venu] {
+                        venu->empreinte = livraison::empreinte_du_catalogue(repertoire);
+                        venu->entier = livraison::copie_catalogue(repertoire);
+                    },
+                    [venu](ouvrier::Reponse reponse) {
+                        if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
+                        connexion.catalogue_venu = connexion.catalogue_venu || venu->entier;
+                        if (venu->entier) connexion.empreinte = venu->empreinte;
+                        connexion.catalogue_frais = connexion.catalogue_frais || venu->entier;
+                        livre_la_suivante();
+                    },
+                    limite_copie_ms});
+}
+
+/// A manager may have made another one meanwhile. No part of the look whether the network answers: on a slow share that
+/// would take too long.
+void regarde_le_catalogue() {
+    passe_en_cours.catalogue_vu = true;
+    auto empreinte = std::make_shared<std::string>();
+    ouvrier::lance({[repertoire = etat::repertoire_reseau, empreinte] {
+                        *empreinte = livraison::empreinte_du_catalogue(repertoire);
+                    },
+                    [empreinte](ouvrier::Reponse reponse) {
+                        if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
+                        if (*empreinte != connexion.empreinte) connexion.catalogue_venu = false;
+                        livre_la_suivante();
+                    },
+                    limite_copie_ms});
 }
 
 /// Orders that have surely been handed over, though their files are still here.
@@ -282,6 +304,7 @@ void livre_la_suivante() {
     }
     if (!p.point_fait && !p.local.gardees.empty()) return fait_le_point();
     note_le_reseau(true);
+    if (connexion.catalogue_venu && !p.catalogue_vu) return regarde_le_catalogue();
     if (!connexion.catalogue_venu && !p.catalogue) cherche_catalogue();
 }
 
@@ -294,30 +317,16 @@ void apres_la_sonde(bool repond) {
     livre_la_suivante();
 }
 
-/// A manager may have made another one meanwhile.
-void regarde_le_catalogue(const std::string& empreinte) {
-    passe_en_cours.empreinte = empreinte;
-    if (empreinte != connexion.empreinte) connexion.catalogue_venu = false;
-}
-
 bool lance_sonde(livraison::Connu connu) {
     connu.monte = connu.monte || connexion.partage == etat::repertoire_reseau;
-    struct Vu {
-        std::optional<fichiers::Trouve> sonde;
-        std::string empreinte;  ///< of the network's catalogue
-    };
-    auto vu = std::make_shared<Vu>();
-    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, vu, connu,
+    auto sonde = std::make_shared<std::optional<fichiers::Trouve>>();
+    return ouvrier::lance({[repertoire = etat::repertoire_test, record = int{etat::record_test}, sonde, connu,
                             date = horloge::jour(horloge::maintenant())] {
-                               vu->sonde = livraison::ecrit_sonde(repertoire, record, date, connu);
-                               if (vu->sonde) vu->empreinte = livraison::empreinte_du_catalogue(repertoire);
+                               *sonde = livraison::ecrit_sonde(repertoire, record, date, connu);
                            },
-                           [vu, repertoire = etat::repertoire_reseau](ouvrier::Reponse reponse) {
-                               const bool repond = reponse == ouvrier::Reponse::faite && vu->sonde;
-                               if (repond) {
-                                   connexion.partage = vu->sonde->monte ? repertoire : "";
-                                   regarde_le_catalogue(vu->empreinte);
-                               }
+                           [sonde, repertoire = etat::repertoire_reseau](ouvrier::Reponse reponse) {
+                               const bool repond = reponse == ouvrier::Reponse::faite && *sonde;
+                               if (repond) connexion.partage = (*sonde)->monte ? repertoire : "";
                                apres_la_sonde(repond);
                            },
                            limite_sonde_ms});
