@@ -38,7 +38,7 @@ relire=${raccourci%/*}/Relire\ la\ carte.lnk
 statut() {
     local attendu=$1 trouve=0
     shift
-    timeout 60 "$@" >"$essai/sortie" 2>&1 </dev/null || trouve=$?
+    timeout 120 "$@" >"$essai/sortie" 2>&1 </dev/null || trouve=$?
     [ "$trouve" -eq "$attendu" ] || { cat "$essai/sortie" "$essai/ligne"; echec "status $trouve, not $attendu: $*"; }
 }
 installe() { statut "$1" wine "$installeur" /S "${@:2}" '/D=C:\Été\Orvalune'; }
