@@ -204,7 +204,7 @@ std::optional<double> quantite_courte(std::string_view ligne) {
 }
 
 double montant(std::string_view ligne) {
-    return prix(ligne).value_or(0) * quantite(ligne).value_or(1);
+    return nombres::lis(nombres::montant(nombres::lis(prix_affiche(ligne)) * quantite(ligne).value_or(1)));
 }
 
 std::string total(std::span<const std::string> note) {
