@@ -58,8 +58,8 @@ TEST(Lignes, LesChampsSeLisentHorsDesRemarques) {
     const std::string ligne = article + " ##QUA:003.00##{|DES:faux|PVE:1|COU:9|FA2:99 ##QUA:7}{Bleu}";
     EXPECT_EQ(lignes::reference(ligne), "8880000000024  ");
     EXPECT_EQ(lignes::libelle(ligne), "Entrecôte"_t);
-    EXPECT_EQ(lignes::prix(ligne), 24.5);
     EXPECT_EQ(lignes::prix_affiche(ligne), "24.50");
+    EXPECT_EQ(lignes::total(Remarques{"1|PVE:12.345 ##QUA:003.00##", "1|PVE:12.345"}), "49.40") << "37.05 and 12.35";
     EXPECT_EQ(lignes::chiffre_couleur(ligne), 4);
     EXPECT_EQ(lignes::quantite(ligne), 3);
     EXPECT_EQ(lignes::quantite_courte("x##QUA:1000.00##"), 1000) << "six characters: 1000.0";

@@ -1,6 +1,7 @@
 #include "data/lignes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "data/nombres.h"
@@ -145,6 +146,12 @@ void prend_choix(std::string_view& texte, std::vector<Service>& services) {
     }
 }
 
+/// The value that an amount shows; hardly any has more than cents.
+double au_centime(double v) {
+    const double centimes = v * 100;
+    return std::fabs(centimes - std::round(centimes)) < 1e-6 ? v : nombres::lis(nombres::montant(v));
+}
+
 }  // namespace
 
 std::string texte_fiche(const Fiche& f) {
@@ -204,7 +211,7 @@ std::optional<double> quantite_courte(std::string_view ligne) {
 }
 
 double montant(std::string_view ligne) {
-    return prix(ligne).value_or(0) * quantite(ligne).value_or(1);
+    return au_centime(au_centime(prix(ligne).value_or(0)) * quantite(ligne).value_or(1));
 }
 
 std::string total(std::span<const std::string> note) {

@@ -46,7 +46,8 @@ int chiffre_couleur(std::string_view ligne);
 std::optional<double> quantite(std::string_view ligne);
 /// The same, read from the six characters behind the marker.
 std::optional<double> quantite_courte(std::string_view ligne);
-/// Unit price times quantity; 0 without a price, one piece without a quantity.
+/// Unit price as it is shown times quantity, to the cent, so that the amounts shown add up to the total; 0 without a
+/// price, one piece without a quantity.
 double montant(std::string_view ligne);
 /// The sum of these lines as the banner and the summary show it, "0.00".
 std::string total(std::span<const std::string> note);
