@@ -128,7 +128,6 @@ void ajoute(const Frappe& f) {
     bandeau::affiche_etat();
     const double quantite = lignes::quantite(etat::texte_travail).value_or(1);
     if (prise) bandeau::annonce_geste("+ " + nombres::general(quantite) + " " + libelle);
-    if (texte::rogne(etat::texte_travail).empty()) bandeau::annonce_geste(std::string("– "_t) + libelle);
 }
 
 void outils(const Frappe&) {
