@@ -79,8 +79,8 @@ class Routeur(threading.Thread):
 class Terminal:
     """The program in a working directory, played by commands on its standard input."""
 
-    def __init__(self, lancement, dossier, horloge):
-        self.dossier = dossier
+    def __init__(self, lancement, dossier, horloge, emulateur=False):
+        self.dossier, self.emulateur = dossier, emulateur
         self.dites, self.fautes = [], []  # the orders told as sent; what was not as expected
         self.attendues = []  # commands that have not been answered, each with its order
         self.processus = subprocess.Popen([*lancement, "--rejoue", "-", "--horloge", f"{horloge:%Y-%m-%d %H:%M:%S}"],
@@ -118,6 +118,8 @@ class Terminal:
         for reponse in self.processus.stdout.read().split(b"\n")[:-1]:  # behind the last line end: half an answer
             self.prend(reponse.strip())
         self.processus.wait()
+        if self.emulateur:
+            time.sleep(0.1)  # its server closes the files of a killed program a moment later
 
     def restes(self):
         """Files of orders that wait, were cut off, or are not known to be collected."""
@@ -147,7 +149,7 @@ class Monde:
     def lance(self, dossier, horloge, options=()):
         chemin = f"Z:{dossier}" if self.emulateur else str(dossier)
         emulateur = [self.emulateur] if self.emulateur else []
-        return Terminal([*emulateur, self.programme, "--dossier", chemin, *options], dossier, horloge)
+        return Terminal([*emulateur, self.programme, "--dossier", chemin, *options], dossier, horloge, bool(emulateur))
 
 
 def bilan(routeur, dossiers, dites):
