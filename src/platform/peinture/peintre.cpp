@@ -1,6 +1,7 @@
 #include "platform/peinture/peintre.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/peinture/elements.h"
@@ -12,6 +13,9 @@ constexpr std::size_t zones_max = 12;
 /// Painting goes on by bands of about this many pixels, which stay in the processor's cache from the ground to the
 /// text.
 constexpr int pixels_par_bande = 1 << 16;
+/// Of the two pictures one is in view, the other is the one before it: this share of the screen makes the change from
+/// one to the other. Where a dialog closes or a page comes back, little or nothing is left to paint.
+constexpr int part_d_un_autre_tableau = 4;
 
 std::int64_t surface(const Zone& z) {
     return z.vide() ? 0 : static_cast<std::int64_t>(z.droite - z.gauche) * (z.bas - z.haut);
@@ -24,7 +28,8 @@ class Salissures {
 
     void ajoute(Zone z) {
         z = intersection(z, ecran_);
-        if (z.vide()) return;
+        const auto contient = [&](const Zone& ensemble) { return intersection(ensemble, z) == z; };
+        if (z.vide() || std::any_of(zones_.rbegin(), zones_.rend(), contient)) return;
         for (std::size_t i = 0; i < zones_.size();) {
             const Zone ensemble = reunion(zones_[i], z);
             if (surface(ensemble) > surface(zones_[i]) + surface(z)) {
@@ -66,59 +71,85 @@ class Salissures {
     }
 };
 
+/// A picture, and what is to be seen on it.
+struct Tableau {
+    explicit Tableau(std::pmr::memory_resource* memoire) : image{0, 0, std::pmr::vector<std::uint32_t>(memoire)} {}
+
+    Image image;
+    std::vector<Element> liste;
+    bool peint = false;  ///< otherwise its pixels mean nothing
+
+    Zone entier() const { return {0, 0, image.largeur, image.hauteur}; }
+    /// Where a new list differs from its own. Both are in the order of their elements' places, so that one walk along
+    /// the two pairs each element with what stood in its place before.
+    std::vector<Zone> differences(const std::vector<Element>& neuve) const;
+    void peint_bande(const Zone& z);
+    void peint_zone(const Zone& z);
+};
+
+std::vector<Zone> Tableau::differences(const std::vector<Element>& neuve) const {
+    if (!peint) return {entier()};
+    Salissures sales(entier());
+    auto n = neuve.begin(), d = liste.begin();
+    while (n != neuve.end() || d != liste.end()) {
+        if (d == liste.end() || (n != neuve.end() && n->ordre < d->ordre)) {
+            sales.ajoute((n++)->zone);
+        } else if (n == neuve.end() || d->ordre < n->ordre) {
+            sales.ajoute((d++)->zone);
+        } else {
+            if (n->empreinte != d->empreinte) {
+                sales.ajoute(d->zone);
+                sales.ajoute(n->zone);
+            }
+            ++n, ++d;
+        }
+    }
+    return std::move(sales).zones();
+}
+
+void Tableau::peint_bande(const Zone& z) {
+    const Toile toile(image, z);
+    auto premier = liste.begin();
+    for (auto e = liste.begin(); e != liste.end(); ++e) {
+        if (e->couvre() && intersection(e->zone, z) == z) premier = e;
+    }
+    for (auto e = premier; e != liste.end(); ++e) {
+        if (e->zone.haut < z.bas && e->zone.bas > z.haut) dessine(*e, toile);
+    }
+}
+
+void Tableau::peint_zone(const Zone& z) {
+    const int rangs = std::max(16, pixels_par_bande / std::max(1, z.droite - z.gauche));
+    for (int haut = z.haut; haut < z.bas; haut += rangs) {
+        peint_bande({z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
+    }
+}
+
 }  // namespace
 
 struct Peintre::Interne {
-    explicit Interne(std::pmr::memory_resource* memoire) : image{0, 0, std::pmr::vector<std::uint32_t>(memoire)} {}
+    explicit Interne(std::pmr::memory_resource* memoire) : tableaux{Tableau{memoire}, Tableau{memoire}} {}
 
-    Image image;
+    std::array<Tableau, 2> tableaux;
+    Tableau* montre = tableaux.data();
     double echelle = 1;
-    bool tout_a_peindre = true;
-    std::vector<Element> liste, derniere;
+    std::vector<Element> liste;  ///< in the making
     std::vector<Zone> zones;
 
-    Zone ecran() const { return {0, 0, image.largeur, image.hauteur}; }
-    std::size_t nombre_de_pixels() const {
-        return static_cast<std::size_t>(image.largeur) * static_cast<std::size_t>(image.hauteur);
-    }
-
-    /// Where the new list differs from the last one. Both are in the order of their elements' places, so that one walk
-    /// along the two pairs each element with what stood in its place before.
-    std::vector<Zone> compare() const {
-        Salissures sales(ecran());
-        auto n = liste.begin(), d = derniere.begin();
-        while (n != liste.end() || d != derniere.end()) {
-            if (d == derniere.end() || (n != liste.end() && n->ordre < d->ordre)) {
-                sales.ajoute((n++)->zone);
-            } else if (n == liste.end() || d->ordre < n->ordre) {
-                sales.ajoute((d++)->zone);
-            } else {
-                if (n->empreinte != d->empreinte) {
-                    sales.ajoute(d->zone);
-                    sales.ajoute(n->zone);
-                }
-                ++n, ++d;
-            }
-        }
-        return std::move(sales).zones();
-    }
-
-    void repeint_bande(const Zone& z) {
-        const Toile toile(image, z);
-        auto premier = liste.begin();
-        for (auto e = liste.begin(); e != liste.end(); ++e) {
-            if (e->couvre() && intersection(e->zone, z) == z) premier = e;
-        }
-        for (auto e = premier; e != liste.end(); ++e) {
-            if (e->zone.haut < z.bas && e->zone.bas > z.haut) dessine(*e, toile);
-        }
-    }
-
-    void repeint(const Zone& z) {
-        const int rangs = std::max(16, pixels_par_bande / std::max(1, z.droite - z.gauche));
-        for (int haut = z.haut; haut < z.bas; haut += rangs) {
-            repeint_bande({z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
-        }
+    /// Takes the list over, upon the picture in view, or upon the one before it when much of the screen changes.
+    void repeint() {
+        const Tableau& avant = *montre;
+        zones = avant.differences(liste);
+        std::int64_t change = 0;
+        for (const Zone& z : zones) change += surface(z);
+        const bool autre = avant.peint && change > surface(avant.entier()) / part_d_un_autre_tableau;
+        if (autre) montre = montre == tableaux.data() ? tableaux.data() + 1 : tableaux.data();
+        const std::vector<Zone> a_peindre = autre ? montre->differences(liste) : zones;
+        if (montre->image.pixels.empty())
+            montre->image.pixels.resize(static_cast<std::size_t>(surface(montre->entier())));
+        std::swap(montre->liste, liste);
+        for (const Zone& z : a_peindre) montre->peint_zone(z);
+        montre->peint = true;
     }
 };
 
@@ -128,31 +159,29 @@ Peintre::~Peintre() {
 }
 
 void Peintre::dimensionne(int largeur, int hauteur, double echelle) {
-    Interne& p = *interne_;
-    p.image.largeur = std::max(1, largeur);
-    p.image.hauteur = std::max(1, hauteur);
-    p.image.pixels.clear();
-    p.echelle = echelle > 0 ? echelle : 1;
-    p.tout_a_peindre = true;
+    for (Tableau& t : interne_->tableaux) {
+        t.image.largeur = std::max(1, largeur);
+        t.image.hauteur = std::max(1, hauteur);
+        t.image.pixels.clear();
+        t.peint = false;
+    }
+    interne_->echelle = echelle > 0 ? echelle : 1;
 }
 
 std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& appui) {
     Interne& p = *interne_;
     p.liste.clear();
-    if (p.image.pixels.empty()) p.image.pixels.resize(p.nombre_de_pixels());
-    compose(pile, appui, p.image.largeur, p.image.hauteur, p.echelle, p.liste);
-    p.zones = p.tout_a_peindre ? std::vector<Zone>{p.ecran()} : p.compare();
-    for (const Zone& z : p.zones) p.repeint(z);
-    std::swap(p.liste, p.derniere);
-    p.tout_a_peindre = false;
+    const Image& image = p.montre->image;
+    compose(pile, appui, image.largeur, image.hauteur, p.echelle, p.liste);
+    p.repeint();
     return p.zones;
 }
 
 void Peintre::oublie() {
-    interne_->tout_a_peindre = true;
+    interne_->montre->peint = false;
 }
 const Image& Peintre::image() const {
-    return interne_->image;
+    return interne_->montre->image;
 }
 double Peintre::echelle() const {
     return interne_->echelle;
