@@ -25,7 +25,8 @@ namespace {
 using Horloge = std::chrono::steady_clock;
 using ecran::Evenement;
 
-/// One finger: a control or cell, as a scenario names it, and how far it drags what it holds (twips, downwards).
+/// One finger: a caption, or a control or cell as a scenario names it, and how far it drags what it holds (twips,
+/// downwards).
 struct Doigt {
     const char* nom;
     int ligne = -1, colonne = -1;
@@ -98,7 +99,8 @@ class Mesure final : public ecran::Pilote {
     void pose(const Doigt& d) {
         const auto numero = [](int n) { return n < 0 ? std::nullopt : std::optional(n); };
         std::string faute;
-        const auto cible = rejeu::cherche(*rejeu::lis_nom(d.nom), numero(d.ligne), numero(d.colonne), faute);
+        auto cible = rejeu::cherche_texte(d.nom);
+        if (!cible) cible = rejeu::cherche(*rejeu::lis_nom(d.nom), numero(d.ligne), numero(d.colonne), faute);
         int x = 0, y = 0;
         if (!cible || !rejeu::point_a_toucher(*cible, x, y, faute)) throw std::runtime_error(d.nom + (": " + faute));
         const auto pixels = [](int twips) {
@@ -135,7 +137,7 @@ void tailles(benchmark::internal::Benchmark* b) {
     b->Args({1280, 770})->Args({1920, 1200})->Args({2560, 1600})->UseManualTime()->Unit(benchmark::kMicrosecond);
 }
 
-/// From one page of 48 articles to the other and back.
+/// From one page of 48 articles to the other and back: pages that were in view just before.
 void page_tournee(benchmark::State& etat) {
     joue(etat, {.largeur = static_cast<int>(etat.range(0)),
                 .hauteur = static_cast<int>(etat.range(1)),
@@ -143,6 +145,15 @@ void page_tournee(benchmark::State& etat) {
                 .doigts = {{"g2", 0, 1}, {"g2", 0, 0}}});
 }
 BENCHMARK(page_tournee)->Apply(tailles);
+
+/// Two pages of articles and the home page in turn: none of them was in view just before.
+void page_neuve(benchmark::State& etat) {
+    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
+                .hauteur = static_cast<int>(etat.range(1)),
+                .chemin = vers_une_page,
+                .doigts = {{"g2", 0, 1}, {"g2", 0, 5}, {"Viandes"}}});
+}
+BENCHMARK(page_neuve)->Apply(tailles);
 
 void remplit_la_note(std::size_t lignes) {
     for (std::size_t n = 1; n <= lignes; ++n) {
