@@ -13,12 +13,18 @@ constexpr std::size_t zones_max = 12;
 /// Painting goes on by bands of about this many pixels, which stay in the processor's cache from the ground to the
 /// text.
 constexpr int pixels_par_bande = 1 << 16;
-/// Of the two pictures one is in view, the other is the one before it: this share of the screen makes the change from
-/// one to the other. Where a dialog closes or a page comes back, little or nothing is left to paint.
+/// Of the two pictures one is in view, the other is one before it that a finger was on: this share of the screen makes
+/// the change from one to the other. Where a dialog closes or a page comes back, little or nothing is left to paint.
 constexpr int part_d_un_autre_tableau = 4;
 
 std::int64_t surface(const Zone& z) {
     return z.vide() ? 0 : static_cast<std::int64_t>(z.droite - z.gauche) * (z.bas - z.haut);
+}
+
+std::int64_t surface(std::span<const Zone> zones) {
+    std::int64_t somme = 0;
+    for (const Zone& z : zones) somme += surface(z);
+    return somme;
 }
 
 /// Zones to paint; two become one when that is no dearer than both.
@@ -77,12 +83,17 @@ struct Tableau {
 
     Image image;
     std::vector<Element> liste;
-    bool peint = false;  ///< otherwise its pixels mean nothing
+    bool peint = false;   ///< otherwise its pixels mean nothing
+    bool touche = false;  ///< a finger was on it: it may come back
 
     Zone entier() const { return {0, 0, image.largeur, image.hauteur}; }
     /// Where a new list differs from its own. Both are in the order of their elements' places, so that one walk along
     /// the two pairs each element with what stood in its place before.
     std::vector<Zone> differences(const std::vector<Element>& neuve) const;
+    /// Gives the image its pixels.
+    void reserve() {
+        if (image.pixels.empty()) image.pixels.resize(static_cast<std::size_t>(surface(entier())));
+    }
     void peint_bande(const Zone& z);
     void peint_zone(const Zone& z);
 };
@@ -136,17 +147,21 @@ struct Peintre::Interne {
     std::vector<Element> liste;  ///< in the making
     std::vector<Zone> zones;
 
-    /// Takes the list over, upon the picture in view, or upon the one before it when much of the screen changes.
-    void repeint() {
-        const Tableau& avant = *montre;
-        zones = avant.differences(liste);
-        std::int64_t change = 0;
-        for (const Zone& z : zones) change += surface(z);
-        const bool autre = avant.peint && change > surface(avant.entier()) / part_d_un_autre_tableau;
-        if (autre) montre = montre == tableaux.data() ? tableaux.data() + 1 : tableaux.data();
-        const std::vector<Zone> a_peindre = autre ? montre->differences(liste) : zones;
-        if (montre->image.pixels.empty())
-            montre->image.pixels.resize(static_cast<std::size_t>(surface(montre->entier())));
+    /// Takes the list over, upon the picture in view, or upon the other one when much of the screen changes.
+    void repeint(bool avec_un_doigt) {
+        zones = montre->differences(liste);
+        std::vector<Zone> a_peindre = zones;
+        if (montre->peint && surface(zones) > surface(montre->entier()) / part_d_un_autre_tableau) {
+            Tableau& autre = montre == tableaux.data() ? tableaux.back() : tableaux.front();
+            std::vector<Zone> ailleurs = autre.differences(liste);
+            if (montre->touche || surface(ailleurs) < surface(zones)) {
+                montre = &autre;
+                a_peindre = std::move(ailleurs);
+            }
+            montre->touche = false;
+        }
+        montre->touche = montre->touche || avec_un_doigt;
+        montre->reserve();
         std::swap(montre->liste, liste);
         for (const Zone& z : a_peindre) montre->peint_zone(z);
         montre->peint = true;
@@ -173,7 +188,7 @@ std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& 
     p.liste.clear();
     const Image& image = p.montre->image;
     compose(pile, appui, image.largeur, image.hauteur, p.echelle, p.liste);
-    p.repeint();
+    p.repeint(appui.forme != nullptr);
     return p.zones;
 }
 
