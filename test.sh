@@ -17,6 +17,7 @@ cmake --preset "$preset"
 cmake --build --preset "$preset" -j "$(nproc)"
 
 if [ "$preset" = windows ]; then
+    export LC_ALL=C.UTF-8  # Wine writes the names of files in the locale's letters: "é" is one of them
     # Wine's helpers outlive their program and hold its output open: they are started apart, once.
     export WINEPREFIX=$PWD/build/wine WINEDLLOVERRIDES="mscoree,mshtml=" WINEDEBUG=-all
     mkdir -p build/wine
