@@ -25,7 +25,16 @@ if ! command -v apt-get >/dev/null; then
     exit 1
 fi
 racine=()
-[ "$(id -u)" -eq 0 ] || racine=(sudo)
+if [ "$(id -u)" -ne 0 ]; then
+    if ! command -v sudo >/dev/null; then
+        echo "Neither root nor sudo. As root: apt-get install ${manquants[*]}" >&2
+        exit 1
+    fi
+    racine=(sudo)
+fi
 echo "Installing: ${manquants[*]}"
 "${racine[@]}" apt-get update -qq
-"${racine[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends --no-remove "${manquants[@]}"
+"${racine[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends --no-remove \
+    "${manquants[@]}" && exit 0
+echo "Not installed. Is there a network, and does /etc/apt/sources.list name where to fetch from?" >&2
+exit 1
