@@ -21,15 +21,26 @@ kill "$pid_ecran"
 wait "$pid_ecran" 2>/dev/null
 echo "it says why it shows nothing"
 
-ouvre_ecran
-lance_programme
-ouvre_article
-clique 1168 687 # Valider
-attend 15000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
-rm -f "$terrain/prov.txt"
-kill "$pid_ecran"
-attend 15000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives its display"; }
-wait "$pid_programme"
-[ $? = 1 ] || DISPLAY='' echoue "a lost display passes for a good end"
-grep -q 8880000000024 "$terrain/prov.txt" || DISPLAY='' echoue "the note in hand is lost"
-echo "the note is kept when the display goes"
+# perd_l_ecran HOW COMMAND...: a note is in hand when the command takes the window's place away.
+perd_l_ecran() {
+    local comment=$1
+    shift
+    ouvre_ecran
+    lance_programme
+    ouvre_article
+    clique 1168 687 # Valider
+    attend 15000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
+    rm -f "$terrain/prov.txt"
+    "$@"
+    attend 15000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives $comment"; }
+    wait "$pid_programme"
+    [ $? = 1 ] || DISPLAY='' echoue "the loss of $comment passes for a good end"
+    grep -q 8880000000024 "$terrain/prov.txt" || DISPLAY='' echoue "the note in hand is lost with $comment"
+    kill "$pid_ecran" 2>/dev/null
+    wait "$pid_ecran" 2>/dev/null
+    echo "the note is kept when $comment goes"
+}
+
+perd_l_ecran "its display" eval 'kill "$pid_ecran"'
+rm -f "$terrain"/prov*.txt
+perd_l_ecran "its window" eval 'xdotool windowclose "$(xdotool search --name "^Orvalune$" | head -1)"'

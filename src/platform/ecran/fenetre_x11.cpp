@@ -103,6 +103,7 @@ class FenetreX11 final : public Fenetre {
     Zone decouverte_;               ///< what came to light since
     bool vue_ = false;              ///< it has come to light once
     bool disparu_ = false;
+    bool allume_ = false;               ///< the screen is kept lit
     std::atomic<bool> devant_ = false;  ///< asked to come to the front
 
     /// The window lies where it should even without anybody who manages windows. Such a one who does not know of full
@@ -205,13 +206,14 @@ class FenetreX11 final : public Fenetre {
             traite(*e);
             std::free(e);
         }
-        if (serveur_->a_disparu()) return perd_le_serveur();
+        if (serveur_->a_disparu()) return disparait();
         if (image_ == nullptr || decouverte_.vide() || images_.en_lecture()) return;
         montre_zone(std::exchange(decouverte_, {}));
         xcb_flush(c_);
     }
 
-    void perd_le_serveur() {
+    /// The server has gone, or somebody has taken the window away: nothing can be shown any more.
+    void disparait() {
         images_.abandonne();
         disparu_ = true;
         entrees_.ajoute(Sorte::ecran_perdu);
@@ -232,12 +234,11 @@ class FenetreX11 final : public Fenetre {
                 return change_de_taille(reinterpret_cast<const xcb_configure_notify_event_t&>(e));
             case XCB_UNMAP_NOTIFY:
                 return entrees_.lache();
+            case XCB_DESTROY_NOTIFY:
+                return disparait();
             case XCB_FOCUS_IN:
-                return tient_l_ecran_allume(true);
             case XCB_FOCUS_OUT:
-                if (reinterpret_cast<const xcb_focus_out_event_t&>(e).detail == XCB_NOTIFY_DETAIL_POINTER) return;
-                entrees_.lache();
-                return tient_l_ecran_allume(false);
+                return change_de_place(reinterpret_cast<const xcb_focus_in_event_t&>(e));
             case XCB_CLIENT_MESSAGE:
                 return repond(reinterpret_cast<const xcb_client_message_event_t&>(e));
             case XCB_PROPERTY_NOTIFY:
@@ -286,9 +287,14 @@ class FenetreX11 final : public Fenetre {
                        reinterpret_cast<const char*>(&message));
     }
 
-    /// The screen stays lit while the order taking is in front, and no longer.
-    void tient_l_ecran_allume(bool oui) {
-        if (serveur_->connait(xcb_screensaver_id)) xcb_screensaver_suspend(c_, oui);
+    /// The window gets the keyboard or loses it; whom the pointer alone gives it says nothing. The screen stays lit
+    /// while the order taking is in front, and no longer: the server counts the wishes.
+    void change_de_place(const xcb_focus_in_event_t& e) {
+        if (e.detail == XCB_NOTIFY_DETAIL_POINTER) return;
+        const bool devant = (e.response_type & 0x7F) == XCB_FOCUS_IN;
+        if (!devant) entrees_.lache();
+        if (devant == std::exchange(allume_, devant)) return;
+        if (serveur_->connait(xcb_screensaver_id)) xcb_screensaver_suspend(c_, devant);
     }
 
     void prend_le_clavier() { xcb_set_input_focus(c_, XCB_INPUT_FOCUS_POINTER_ROOT, fenetre_, XCB_CURRENT_TIME); }

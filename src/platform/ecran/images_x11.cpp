@@ -16,8 +16,10 @@ constexpr int pixels_par_envoi = 1 << 16;
 
 ImagesX11::ImagesX11(const ServeurX11& serveur) : serveur_(serveur) {
     partage_ = serveur.connait(xcb_shm_id);
-    if (partage_)
-        evenement_ = xcb_get_extension_data(serveur.connexion(), &xcb_shm_id)->first_event + XCB_SHM_COMPLETION;
+    if (!partage_) return;
+    const xcb_query_extension_reply_t& r = *xcb_get_extension_data(serveur.connexion(), &xcb_shm_id);
+    requete_ = r.major_opcode;
+    evenement_ = r.first_event + XCB_SHM_COMPLETION;
 }
 
 /// The server takes the memory by its descriptor, which reaches into a container as well and leaves nothing behind.
@@ -93,7 +95,11 @@ void ImagesX11::envoie(xcb_window_t fenetre, xcb_gcontext_t contexte, const Imag
 }
 
 void ImagesX11::regarde(const xcb_generic_event_t& e) {
-    if (evenement_ != 0 && (e.response_type & 0x7F) == evenement_) --en_lecture_;
+    if (en_lecture_ == 0) return;
+    const bool lue = (e.response_type & 0x7F) == evenement_;
+    const auto& faute = reinterpret_cast<const xcb_generic_error_t&>(e);
+    const bool refusee = e.response_type == 0 && faute.major_code == requete_ && faute.minor_code == XCB_SHM_PUT_IMAGE;
+    if (lue || refusee) --en_lecture_;
 }
 
 }  // namespace ecran

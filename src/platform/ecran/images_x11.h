@@ -27,7 +27,7 @@ class ImagesX11 final : public std::pmr::memory_resource {
     /// The zones shown until now are read before anything else: from now on, and until regarde() hears of it, the
     /// server reads the image.
     bool en_lecture() const { return en_lecture_ > 0; }
-    /// Hears of the end of a reading.
+    /// Hears of the end of a reading, or that there will be none.
     void regarde(const xcb_generic_event_t& e);
     /// The server has gone: it reads nothing any more.
     void abandonne() { en_lecture_ = 0; }
@@ -40,9 +40,9 @@ class ImagesX11 final : public std::pmr::memory_resource {
     };
 
     const ServeurX11& serveur_;
-    bool partage_ = false;        ///< the server takes shared memory
-    std::uint8_t evenement_ = 0;  ///< the number of the event that tells the end of a reading
-    int en_lecture_ = 0;          ///< ends that are still to come
+    bool partage_ = false;                      ///< the server takes shared memory
+    std::uint8_t requete_ = 0, evenement_ = 0;  ///< the extension's number, and that of the end of a reading
+    int en_lecture_ = 0;                        ///< ends that are still to come
     std::vector<Partage> partages_;
     std::vector<std::uint32_t> envoi_;
 
