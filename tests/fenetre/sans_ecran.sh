@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Where nothing can be shown the program ends and says why; and when the display server goes under a note, the note is
-# kept, and the next start finds its directory free. Usage: sans_ecran.sh PROGRAM SOURCES
+# Where nothing can be shown the program ends and says why; and when display or window go under a note, or the session
+# asks for the end, the note is kept, and the next start finds its directory free. Usage: sans_ecran.sh PROGRAM SOURCES
 . "$(dirname "$0")/ecran.sh"
 mode=--plein-ecran
 
@@ -21,26 +21,26 @@ kill "$pid_ecran"
 wait "$pid_ecran" 2>/dev/null
 echo "it says why it shows nothing"
 
-# perd_l_ecran HOW COMMAND...: a note is in hand when the command takes the window's place away.
-perd_l_ecran() {
-    local comment=$1
-    shift
+# garde_la_note STATUS CAUSE COMMAND: a note is in hand when the command ends the program.
+garde_la_note() {
+    local statut=$1 cause=$2
+    rm -f "$terrain"/prov*.txt
     ouvre_ecran
     lance_programme
     ouvre_article
     clique 1168 687 # Valider
     attend 15000 est_peint 40 60 C24B45 || echoue "the articles are not shown again"
-    rm -f "$terrain/prov.txt"
-    "$@"
-    attend 15000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives $comment"; }
+    eval "$3"
+    attend 15000 est_fini || { kill -KILL "$pid_programme"; DISPLAY='' echoue "the program outlives $cause"; }
     wait "$pid_programme"
-    [ $? = 1 ] || DISPLAY='' echoue "the loss of $comment passes for a good end"
-    grep -q 8880000000024 "$terrain/prov.txt" || DISPLAY='' echoue "the note in hand is lost with $comment"
+    [ $? = "$statut" ] || DISPLAY='' echoue "$cause ends the program otherwise than with status $statut"
+    grep -q 8880000000024 "$terrain/prov.txt" || DISPLAY='' echoue "the note in hand is lost with $cause"
     kill "$pid_ecran" 2>/dev/null
     wait "$pid_ecran" 2>/dev/null
-    echo "the note is kept when $comment goes"
+    echo "the note outlives $cause"
 }
 
-perd_l_ecran "its display" eval 'kill "$pid_ecran"'
-rm -f "$terrain"/prov*.txt
-perd_l_ecran "its window" eval 'xdotool windowclose "$(xdotool search --name "^Orvalune$" | head -1)"'
+garde_la_note 1 "the loss of the display" 'kill "$pid_ecran"'
+garde_la_note 1 "the loss of the window" 'xdotool windowclose "$(xdotool search --name "^Orvalune$" | head -1)"'
+garde_la_note 0 "the end of the session" 'kill -HUP "$pid_programme"'
+garde_la_note 0 "a stopped service" 'kill "$pid_programme"'

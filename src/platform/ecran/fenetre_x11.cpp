@@ -195,6 +195,7 @@ class FenetreX11 final : public Fenetre {
         xcb_flush(c_);
         const VeilleX11::Cause cause = veille_.attend(xcb_get_file_descriptor(c_), jusqua);
         if (cause.reveil) entrees_.ajoute(Sorte::reveil);
+        if (cause.fin) entrees_.ajoute(Sorte::fin);
         if (devant_.exchange(false)) passe_devant();
         recoit();
         return cause.heure || cause.appel;

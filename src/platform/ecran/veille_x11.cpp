@@ -1,6 +1,7 @@
 #include "platform/ecran/veille_x11.h"
 
 #include <poll.h>
+#include <signal.h>
 #include <sys/eventfd.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -30,6 +31,23 @@ int horloge_du_reveil() {
     return f;
 }
 
+volatile sig_atomic_t fin_demandee = 0;
+volatile sig_atomic_t appel_de_fin = -1;  ///< what wakes the window up, -1: there is none
+
+void note_la_fin(int) {
+    fin_demandee = 1;
+    const std::uint64_t un = 1;
+    if (appel_de_fin >= 0) static_cast<void>(!::write(appel_de_fin, &un, sizeof un));
+}
+
+void ecoute_la_fin(int appel) {
+    appel_de_fin = appel;
+    struct sigaction action {};
+    action.sa_handler = note_la_fin;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
+}
+
 /// To be waited for no more: what it told is known.
 bool vide(const pollfd& p) {
     std::uint64_t lu = 0;
@@ -47,9 +65,11 @@ bool Sommeil::constate(std::int64_t toujours, std::int64_t eveillee) {
 
 VeilleX11::VeilleX11() : appel_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), horloge_(horloge_du_reveil()) {
     a_dormi();
+    ecoute_la_fin(appel_);
 }
 
 VeilleX11::~VeilleX11() {
+    appel_de_fin = -1;
     close(appel_);
     close(horloge_);
 }
@@ -77,6 +97,7 @@ VeilleX11::Cause VeilleX11::attend(int serveur, std::optional<Moment> jusqua) {
     c.appel = vide(veilles[1]);
     vide(veilles[2]);
     c.reveil = a_dormi();
+    c.fin = std::exchange(fin_demandee, 0) != 0;
     return c;
 }
 

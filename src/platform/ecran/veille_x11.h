@@ -1,5 +1,5 @@
-// What the window sleeps on: the server, calls of other threads, the end of the machine's own sleep. While nothing
-// happens it does not wake up at all.
+// What the window sleeps on: the server, calls of other threads, the end of the machine's own sleep, the request to end
+// that a session or a service sends. While nothing happens it does not wake up at all.
 #pragma once
 
 #include <chrono>
@@ -31,6 +31,7 @@ class VeilleX11 {
         bool heure = false;   ///< the time is up
         bool appel = false;   ///< appelle() was called
         bool reveil = false;  ///< the machine has slept
+        bool fin = false;     ///< the program was asked to end; told once, a second request ends it at once
     };
     /// Waits for the server behind `serveur` to say something, or for a cause to go on; without a moment, without end.
     Cause attend(int serveur, std::optional<Moment> jusqua);
