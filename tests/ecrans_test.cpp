@@ -142,7 +142,7 @@ class Oeil final : public Pilote {
     }
 };
 
-class Ecrans : public tests::Atelier, public testing::WithParamInterface<std::tuple<std::pair<int, int>, const char*>> {
+class Ecrans : public tests::Atelier, public testing::WithParamInterface<std::tuple<std::pair<int, int>, std::string>> {
   protected:
     Ecrans() {
         fs::copy(sources / "demo", terrain.chemin(), fs::copy_options::recursive);

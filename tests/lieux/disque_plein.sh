@@ -2,8 +2,10 @@
 # A disk that is full, for real: the order is refused and stays in the note, and is sent once there is room again. Then the
 # network directory's disk: the order waits on the tablet. Skipped (77) where nothing may be mounted.
 # Usage: disque_plein.sh PROGRAM SOURCES [EMULATOR]
+# Who is not root is so in a name space of his own; the emulator would be started there a second time.
+if [ "$(id -u)" != 0 ] && [ -z "${3:-}" ] && unshare -rm true 2>/dev/null; then exec unshare -rm "$0" "$@"; fi
 . "$(dirname "$0")/lieu.sh"
-mount -t tmpfs -o size=4m,mode=755 orvalune "$tablette" 2>/dev/null || exit 77
+mount -t tmpfs -o size=4m,mode=755 orvalune "$tablette" 2>/dev/null || { echo "nothing may be mounted here: not tried" && exit 77; }
 garnit
 remplit() { dd if=/dev/zero of="$tablette/plein" bs=4k 2>/dev/null; }
 

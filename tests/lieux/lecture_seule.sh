@@ -6,7 +6,9 @@ garnit
 mkdir "$terrain/vide"
 if [ "$(id -u)" = 0 ]; then # nothing is read-only for root
     comme=(setpriv --reuid 65534 --regid 65534 --clear-groups env "HOME=$terrain/maison")
-    "${comme[@]}" test -x "$programme" || exit 77
+    cp "$programme" "$terrain" # others may not enter root's own directories, where the sources may lie
+    programme=$terrain/$(basename "$programme")
+    "${comme[@]}" test -x "$programme" || { echo "others may not enter $terrain: not tried" && exit 77; }
     mkdir "$terrain/maison"
     chown -R 65534:65534 "$terrain"
     if [ -n "$emulateur" ]; then

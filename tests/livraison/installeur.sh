@@ -67,8 +67,8 @@ inscrit() { valeur "${2-HKCU}" 'Uninstall\Orvalune' "$1"; }
 wfichdir() {
     { printf "$1\r\n" && printf ' \r\n%.0s' {1..11}; } | cmp - "$travail/wfichdir.wdo" || echec "wfichdir.wdo after $2"
 }
-# The files of every installation; the registry is written after them.
-etat() { find "$disque" -ipath '*orvalune*' -printf '%p %s %T@\n' | sort; }
+# The files of every installation, wherever the sources themselves lie; the registry is written after them.
+etat() { (cd "$disque" && find . -ipath '*orvalune*' -printf '%p %s %T@\n' | sort); }
 # refuse REASON OPTIONS [sans-droits]: told, and nothing is changed by it
 refuse() {
     local avant
