@@ -23,7 +23,9 @@ if [ "$preset" = windows ]; then
     mkdir -p build/wine
     wineserver -p >/dev/null 2>&1 </dev/null || true
     trap 'wineserver -k >/dev/null 2>&1 || true' EXIT
-    wine cmd /c exit >/dev/null 2>&1 </dev/null
+    # The first start makes its Windows, and was seen to fail at that; a second one completes it.
+    demarre() { wine cmd /c exit >build/wine.log 2>&1 </dev/null; }
+    demarre || demarre || { cat build/wine.log && echo "Wine does not start" && exit 1; } >&2
     outils/rejoue.sh demo/service.txt build/demo-windows wine build/windows/orvalune.exe
     outils/collecte.sh build/demo-windows wine build/windows/orvalune-cuisine.exe
 fi

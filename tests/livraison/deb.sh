@@ -56,16 +56,19 @@ while read -r lien; do
 done <<<"$liens"
 
 # Removed, then purged, upon a working directory of our own.
+apres_retrait() {
+    sed 's|/var/lib/orvalune|travail|; s|/run/systemd/system|/nowhere|' "$essai/paquet/DEBIAN/postrm" | (cd "$essai" && sh -s "$1")
+}
 travail=$essai/travail
 mkdir "$travail"
 attend=2021-05-19-12-30-00_01_007_004_.-A-
 touch "$travail/$attend" "$travail/prov.txt" "$travail/wwinqx42.wdo"
 for etape in remove purge; do
-    sed "s|/var/lib/orvalune|$travail|; s|/run/systemd/system|/nowhere|" "$essai/paquet/DEBIAN/postrm" | sh -s "$etape"
+    apres_retrait "$etape"
     [ -e "$travail/$attend" ] && [ -e "$travail/prov.txt" ] || echec "$etape took orders away"
     [ "$etape" = purge ] || [ -e "$travail/wwinqx42.wdo" ] || echec "$etape took settings away"
 done
 [ ! -e "$travail/wwinqx42.wdo" ] || echec "a purge left settings"
 rm "$travail/$attend" "$travail/prov.txt"
-sed "s|/var/lib/orvalune|$travail|; s|/run/systemd/system|/nowhere|" "$essai/paquet/DEBIAN/postrm" | sh -s purge
+apres_retrait purge
 [ ! -d "$travail" ] || echec "a purge left an empty directory"
