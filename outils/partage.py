@@ -151,7 +151,7 @@ class Fige(Sain):
         super().__init__(terrain, dossier)
         self.derriere = self.reseau.rename(dossier / "derriere")
         self.reseau.mkdir()
-        self.serveur = subprocess.Popen(["bindfs", "-f", self.derriere, self.reseau], stderr=subprocess.DEVNULL)
+        self.serveur = subprocess.Popen(["bindfs", "--no-allow-other", "-f", self.derriere, self.reseau], stderr=subprocess.DEVNULL)
         fin = time.monotonic() + 5
         while not self.reseau.is_mount() and time.monotonic() < fin:
             time.sleep(0.02)

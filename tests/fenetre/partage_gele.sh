@@ -4,7 +4,7 @@
 . "$(dirname "$0")/ecran.sh"
 mv "$terrain/reseau" "$terrain/distant"
 mkdir "$terrain/reseau"
-bindfs -f "$terrain/distant" "$terrain/reseau" 2>/dev/null &
+bindfs --no-allow-other -f "$terrain/distant" "$terrain/reseau" 2>/dev/null &
 pid_montage=$!
 attend 5000 mountpoint -q "$terrain/reseau" || { echo "no FUSE here: not tried"; pid_montage= && exit 77; }
 ouvre_ecran
