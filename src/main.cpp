@@ -212,7 +212,8 @@ int ouvre(const Options& o, bool dossier_utilisable) {
     reglages::ferme();
     ecran::ferme_ecran();
     ouvrier::abandonne();
-    return joue ? joue->statut() : bien ? EXIT_SUCCESS : EXIT_FAILURE;
+    if (!bien) return EXIT_FAILURE;
+    return joue ? joue->statut() : EXIT_SUCCESS;
 }
 
 /// Goes into the working directory, and does there what was asked for. Without it the terminal alone opens, to say so.

@@ -231,11 +231,18 @@ void traite(const Evenement& e) {
     }
 }
 
-Evenement prochain_evenement() {
-    if (ecran->pilote != nullptr) {
-        while (ecran->fenetre->se_voit() && ecran->fenetre->attend(0).sorte != Evenement::Sorte::rien) continue;
-        return ecran->pilote->prochain();
+/// A window that looks on says nothing to a replay but that it ends.
+Evenement prochain_du_pilote() {
+    while (ecran->fenetre->se_voit()) {
+        const Evenement e = ecran->fenetre->attend(0);
+        if (e.sorte == Evenement::Sorte::rien) break;
+        if (e.sorte == Evenement::Sorte::fin || e.sorte == Evenement::Sorte::ecran_perdu) return e;
     }
+    return ecran->pilote->prochain();
+}
+
+Evenement prochain_evenement() {
+    if (ecran->pilote != nullptr) return prochain_du_pilote();
     const auto echeance = prochaine_echeance();
     if (echeance < 0) return ecran->fenetre->attend(-1);
     return ecran->fenetre->attend(static_cast<int>(std::max<std::int64_t>(0, echeance - horloge::millisecondes())));
