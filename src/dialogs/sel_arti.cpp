@@ -94,12 +94,7 @@ class Validation {
         const Cadre liste = {zone.gauche, p.carte.bas() + rythme, zone.largeur, zone.bas() - p.carte.bas() - rythme};
         construit_article(p);
         construit_quantite(p);
-        forme_.ajoute({.nom = "g1",
-                       .genre = Genre::grille,
-                       .cadre = liste,
-                       .role = Role::carte,
-                       .police = std::max(1, reglages::nombre(reglages::police_remarques)),
-                       .etiquette = 9});
+        forme_.ajoute(formes::liste("g1", liste, std::max(1, reglages::nombre(reglages::police_remarques))));
         construit_barre();
     }
 

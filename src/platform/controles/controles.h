@@ -145,6 +145,8 @@ struct Minuterie {
     std::int64_t echeance = -1;  ///< next time, written by demarre() and the loop
 
     void demarre(int ms);
+    /// Fires once, and does that.
+    void sonne_une_fois(int ms, std::function<void()> action);
     void arrete() { actif = false; }
 };
 
