@@ -94,9 +94,7 @@ class CuisineCoupee : public EnMemoire, public Fourneau {
             static_cast<void>(service::sert(reglages));
             ::_exit(0);
         }
-        int statut = 0;
-        if (fils < 0 || ::waitpid(fils, &statut, 0) != fils || !WIFEXITED(statut)) return -1;
-        return WEXITSTATUS(statut);
+        return tests::attend_la_fin(fils);
     }
 
     static std::string numero(const std::string& ticket) {
