@@ -26,7 +26,7 @@ constexpr int silences_max = 2;        ///< steps without any answer, after whic
 constexpr int fermeture_courte = 500;  ///< of a printer that keeps its lines open
 constexpr int coup_d_oeil = 1;
 
-const std::string sans_confirmation("reçu, sans confirmation de l'imprimante"_t);
+constexpr std::string_view sans_confirmation = "reçu, sans confirmation de l'imprimante"_t;
 
 class Ecran final : public Imprimante {
   public:
@@ -138,7 +138,7 @@ class Envoi {
         const bool premiere_fois = f == Fermeture::inconnue;
         f = premiere_fois ? Fermeture::douteuse : Fermeture::non;
         if (premiere_fois) return {Sort::interrompu, texte_de(issue)};
-        return {Sort::suspendu, sans_confirmation};
+        return {Sort::suspendu, std::string(sans_confirmation)};
     }
 };
 
@@ -152,7 +152,7 @@ class LigneGardee final : public Suite {
         const liaison::Issue issue = ligne_->termine(coup_d_oeil);
         if (issue == liaison::Issue::faite) return Constat{};
         if (issue == liaison::Issue::muette && horloge::millisecondes() < echeance_) return std::nullopt;
-        if (issue == liaison::Issue::muette) return Constat{Sort::imprime, sans_confirmation};
+        if (issue == liaison::Issue::muette) return Constat{Sort::imprime, std::string(sans_confirmation)};
         connue_.fermeture = Connaissance::Fermeture::douteuse;
         return Constat{Sort::interrompu, std::string(liaison::raison(issue))};
     }
