@@ -7,8 +7,8 @@ main.cpp
 main_screen
 config
 dialogs
-cuisine: data platform/peinture platform/controles platform/liaison platform/systeme
-carte: data platform/peinture platform/controles platform/tableur platform/systeme
+cuisine: data platform/peinture platform/controles platform/liaison platform/console platform/systeme
+carte: data platform/peinture platform/controles platform/tableur platform/console platform/systeme
 data: platform/systeme
 platform/rejeu
 platform/ecran
@@ -16,6 +16,7 @@ platform/peinture
 platform/controles
 platform/liaison
 platform/tableur
+platform/console
 platform/systeme
 '
 

@@ -13,6 +13,7 @@
 #include "data/reglages.h"
 #include "dialogs/mini_97.h"
 #include "main_screen/form1.h"
+#include "platform/console/console.h"
 #include "platform/ecran/boucle.h"
 #include "platform/rejeu/rejeu.h"
 #include "platform/systeme/fichiers.h"
@@ -22,13 +23,10 @@
 #include "platform/systeme/ouvrier.h"
 #include "platform/systeme/processus.h"
 #include "platform/systeme/texte.h"
-#ifdef _WIN32
-#include "platform/systeme/console_win32.h"
-#endif
 
 namespace {
 
-constexpr const char* aide =
+constexpr console::Programme programme = {
     "orvalune [--dossier REP] [--fenetre | --plein-ecran] [--rejoue FICHIER|-] [--captures REP]\n"
     "         [--ecran LxH] [--separateur C] [--machine NOM] [--horloge \"AAAA-MM-JJ hh:mm:ss\"]\n"
     "         [--service] [--journal] [--version] [--aide]\n"
@@ -42,7 +40,9 @@ constexpr const char* aide =
     "  --machine NOM     machine simulée d'un rejeu, d'où vient le code de la tablette\n"
     "  --horloge DATE    date et heure où commence un rejeu\n"
     "  --service         montre les touches du technicien\n"
-    "  --journal         affiche les 200 dernières lignes du journal du répertoire de travail\n";
+    "  --journal         affiche les 200 dernières lignes du journal du répertoire de travail\n",
+    "Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n",
+};
 
 constexpr std::size_t lignes_du_journal = 200;
 
@@ -100,11 +100,7 @@ const Option options[] = {
 /// To standard error; on a tablet, where nobody reads that, in a box. A replay waits for nobody.
 void dit(const std::string& message, bool en_rejeu = false) {
     std::cerr << message << "\n";
-#ifdef _WIN32
     if (!en_rejeu) console::montre(message);
-#else
-    static_cast<void>(en_rejeu);
-#endif
 }
 
 /// Nothing when an option is unknown or lacks a right value: that is said.
@@ -118,7 +114,7 @@ std::optional<Options> lis_options(const std::vector<std::string>& mots) {
         const bool complete = trouvee != nullptr && (!trouvee->avec_valeur || i + 1 < mots.size());
         const std::string& nom = mots[i];
         if (!complete || !trouvee->lis(trouvee->avec_valeur ? mots[++i] : std::string(), o)) {
-            dit("Option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + aide,
+            dit("Option inconnue ou incomplète : " + texte::vers_utf8(nom) + "\n\n" + programme.aide,
                 std::find(mots.begin(), mots.end(), "--rejoue") != mots.end());
             return std::nullopt;
         }
@@ -202,9 +198,7 @@ int ouvre(const Options& o, bool dossier_utilisable) {
     }
     auto fenetre = cree_fenetre(o);
     if (!fenetre) return rejeu::faute_usage;
-#ifdef _WIN32
     if (!o.rejoue) console::detache();
-#endif
     if (prise) prise->ecoute([f = fenetre.get()] { f->vient_devant(); });
     ecran::ouvre_ecran(std::move(fenetre), joue.get());
     const bool bien = sert(dossier_utilisable, joue.get());
@@ -231,10 +225,8 @@ int travaille(const Options& o) {
 int lance(const std::vector<std::string>& mots) {
     auto options_lues = lis_options(mots);
     if (!options_lues) return rejeu::faute_usage;
-    if (options_lues->montre_aide || options_lues->montre_version) {
-        std::cout << (options_lues->montre_aide ? aide : "Orvalune " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n");
-        return 0;
-    }
+    if (options_lues->montre_aide || options_lues->montre_version)
+        return console::presente(programme, options_lues->montre_aide);
     fixe_chemins(*options_lues);
     return travaille(*options_lues);
 }
@@ -243,13 +235,9 @@ int lance(const std::vector<std::string>& mots) {
 
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
+#else
+int main(int argc, char** argv) {
+#endif
     console::rattache();
     return lance(console::mots(argc, argv));
 }
-#else
-int main(int argc, char** argv) {
-    std::vector<std::string> mots;
-    for (int i = 1; i < argc; ++i) mots.push_back(texte::depuis_utf8_tolerant(argv[i]));
-    return lance(mots);
-}
-#endif

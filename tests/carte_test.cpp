@@ -194,6 +194,25 @@ TEST_F(Carte, LExempleRevientParLesFichiers) {
     const Issue r = lance("exporte double encore");
     EXPECT_EQ(r.statut, 1);
     EXPECT_NE(r.sortie.find("famille 6 : ses sous-groupes seront écrits autrement\n"), std::string::npos) << r.sortie;
+    // Of files that are cut short what is there comes back.
+    const std::string styles = t.lis("reseau/w_styl72.wdo"), touches = t.lis("reseau/progppb.wdo");
+    for (const auto& [choix, cases] : {std::pair<std::size_t, std::size_t>{0, 0}, {22, 14}}) {
+        fs::remove_all(t.chemin() / "encore");
+        t.pose("double/worvalune.wdo", t.lis("reseau/worvalune.wdo"));
+        t.pose("double/w_styl72.wdo", styles.substr(0, choix * 128));
+        t.pose("double/progppb.wdo", touches.substr(0, cases * 256));
+        const Issue coupes = lance("exporte double encore");
+        EXPECT_EQ(coupes.statut, 1);
+        for (const auto& [nom, reste, entier] : {std::tuple{"w_styl72.wdo", choix * 128, "64128 : les derniers choix"},
+                                                 {"progppb.wdo", cases * 256, "1280000 : les dernières pages"}})
+            EXPECT_NE(
+                coupes.sortie.find(std::string(nom) + " : a " + std::to_string(reste) + " octets au lieu de " + entier),
+                std::string::npos)
+                << coupes.sortie;
+        const bool gardes = choix > 0;
+        EXPECT_EQ(t.lis("encore/details.csv").find(";Saignante") != std::string::npos, gardes);
+        EXPECT_EQ(t.lis("encore/touches.csv").find("0;13;Desserts;famille 4;") != std::string::npos, gardes);
+    }
     reussit("fabrique retour reseau");
     EXPECT_EQ(fs::last_write_time(t.chemin() / "reseau/progppb.wdo"), avant);
 }
@@ -333,7 +352,9 @@ TEST_F(Carte, CeQueLesTablettesPerdentEstDitParLigne) {
         "|DES:Midi|PVE:9|FA1:5|FA2:99\r\n"
         "#ARTI#00007          |FA1:6\r\n#ARTI#00008               \r\n#ARTI#000098880000000086  |DES:Thé|PVE:2\r\n"
         "#ARTI#000108880000000024  |DES:Double|PVE:|FA1:7\r\n#TABL#1234\r\n#TABL#x\r\n#TABL#123\r\n"
-        "#CCOF#0123456789012345678901\r\n#CCOF#0x\r\n#ARTI#00011#SG#9999       |DES:Vins|FA1:2\r\n";
+        "#CCOF#0123456789012345678901\r\n#CCOF#0x\r\n#ARTI#00011#SG#9999       |DES:Vins|FA1:2\r\n"
+        "#ARTI#00012#SG#0005       |DES:Rouges|FA1:2\r\n#ARTI#00013#SG#0006       |DES:Loire|FA1:35\r\n"
+        "#ARTI#00014#SG#0005       |DES:Retour|FA1:36\r\n#ARTI#00015#SG#0007       |DES:Encore|FA1:37\r\n";
     t.pose("reseau/worvalune.wdo", page1252(catalogue));
     std::string styles = t.lis("reseau/w_styl72.wdo").substr(0, 500 * 128);
     styles.replace(35 * 128 + 15, 5, "Perdu").replace(20 * 128 + 116, 4, "\xFF\xFF\xFF\0", 4);

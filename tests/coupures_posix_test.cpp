@@ -24,6 +24,7 @@ namespace {
 namespace fs = std::filesystem;
 using fichiers::Issue;
 using fichiers::epreuve::Operation;
+using tests::lis;
 
 const std::string commandes[] = {"2021-05-19-12-30-00_07_012_004_.", "2021-05-19-12-31-00_07_013_002_.",
                                  "2021-05-19-12-32-00_02_001_010_."};
@@ -83,11 +84,6 @@ Issue refuse_un_nom(Operation operation, std::string_view chemin) {
         fs::rename("plus tard", commandes[2] + "-A-");
     const bool la_bas = operation == Operation::renomme && chemin.starts_with("reseau/");
     return la_bas && ++compte == 1 ? Issue::panne : Issue::fait;
-}
-
-std::string lis(const fs::path& p) {
-    std::ifstream f(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
 }
 
 class Coupures : public testing::Test {
@@ -153,9 +149,7 @@ class Coupures : public testing::Test {
             }
             ::_exit(std::min(compte, coupee - 1));
         }
-        int statut = 0;
-        if (fils < 0 || ::waitpid(fils, &statut, 0) != fils || !WIFEXITED(statut)) return -1;
-        return WEXITSTATUS(statut);
+        return tests::attend_la_fin(fils);
     }
     static int combien(const char* repertoire, std::string_view fin) {
         int n = 0;

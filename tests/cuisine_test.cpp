@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using fichiers::epreuve::Operation;
-using tests::bloc, tests::Fourneau, tests::nom_de_commande, tests::Papier;
+using tests::bloc, tests::Fourneau, tests::lis, tests::nom_de_commande, tests::Papier;
 
 std::string page(std::string_view utf8) {
     return tests::page1252(utf8);
@@ -187,11 +187,6 @@ TEST_F(Cuisine, LeNumeroSurvitAUnFichierAbime) {
 }
 
 // --- the real program ------------------------------------------------------------------------------------------------
-
-std::string lis(const fs::path& p) {
-    std::ifstream f(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
-}
 
 /// From the waiters' fingers to the kitchen's paper: the recorded lunch gives the tickets that the demonstration shows.
 TEST(CuisineDeDemonstration, LeDejeunerDonneSesTickets) {

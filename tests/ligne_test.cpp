@@ -60,6 +60,11 @@ TEST_F(Ligne, LaQuantiteEtLesValidations) {
           "> "
           "Label6 > attend 100 > tape 7 > tape echappement > Label6 = 12 > Valider",
           steak + " ##QUA:012.00##"},
+         // A held key stops where the keypad does; a touch goes on.
+         {steak + " ##QUA:9997.00##",
+          "tient bt_droi 9000 > Label6 = 9999 > tient bt_droi 1000 > Label6 = 9999 > bt_droi > Label6 = 10000 > "
+          "Label5 = 245000.00  > tient bt_gauc 600 > Label6 = 9999 > Valider",
+          steak + " # ##QUA:9999.00##"},
          {steak, "Effacer > Non > Effacer > btc(5) > verifie ecran sel_arti > Effacer > Oui", ""},
          {"8880000000024  |DES:Offert", "Label3 = > Label5 = 0.00  > Valider",
           "8880000000024  |DES:Offert ##QUA:001.00##"}});

@@ -1,22 +1,15 @@
 // The manual's pictures are what the screens, and the kitchen's printer, show: played anew, they come out the same, dot
 // for dot.
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "rejeux.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using tests::Terrain;
+using tests::lis, tests::Terrain;
 
 const fs::path sources = SOURCES, images = sources / "docs" / "images";
-
-std::string lis(const fs::path& p) {
-    std::ifstream f(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
-}
 
 /// Plays a scenario of the manual and gives the number of its pictures. A wrong one is left for the eye.
 std::size_t compare(const Terrain& t, const char* scenario) {

@@ -20,11 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t record_reglages = 20, record_touches = 256;
 
-std::string lis_fichier(const fs::path& p) {
-    std::ifstream f(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
-}
-
 void ecrit_fichier(const fs::path& p, std::string_view contenu) {
     std::ofstream f(p, std::ios::binary);
     f.write(contenu.data(), static_cast<std::streamsize>(contenu.size()));
@@ -44,6 +39,19 @@ int statut_de(int rc) {
 }
 
 }  // namespace
+
+std::string lis(const fs::path& p) {
+    std::ifstream f(p, std::ios::binary);
+    return {std::istreambuf_iterator<char>(f), {}};
+}
+
+#ifndef _WIN32
+int attend_la_fin(pid_t fils) {
+    int statut = 0;
+    if (fils < 0 || ::waitpid(fils, &statut, 0) != fils || !WIFEXITED(statut)) return -1;
+    return WEXITSTATUS(statut);
+}
+#endif
 
 std::string page1252(std::string_view utf8) {
     const auto t = texte::depuis_utf8(utf8);
@@ -72,12 +80,12 @@ void Terrain::copie(const Terrain& autre) const {
     for (const auto& e : fs::recursive_directory_iterator(autre.chemin_)) {
         const fs::path vers = chemin_ / fs::relative(e.path(), autre.chemin_);
         if (e.is_directory()) fs::create_directories(vers);
-        if (e.is_regular_file()) ecrit_fichier(vers, lis_fichier(e.path()));
+        if (e.is_regular_file()) ecrit_fichier(vers, tests::lis(e.path()));
     }
 }
 
 std::string Terrain::lis(const std::string& nom) const {
-    return lis_fichier(chemin_ / nom);
+    return tests::lis(chemin_ / nom);
 }
 
 bool Terrain::existe(const std::string& nom) const {
@@ -193,7 +201,7 @@ Issue Terrain::joue_fichier(const std::string& nom, const std::string& options) 
 }
 
 std::string scenario(const std::string& nom) {
-    const std::string s = lis_fichier(fs::path(SOURCES) / "tests" / "scenarios" / nom);
+    const std::string s = tests::lis(fs::path(SOURCES) / "tests" / "scenarios" / nom);
     if (s.empty()) throw std::runtime_error("no scenario " + nom);
     return s;
 }

@@ -71,10 +71,16 @@ class Terrain {
 /// The text of a file of tests/scenarios.
 std::string scenario(const std::string& nom);
 
+/// A whole file, empty when there is none.
+std::string lis(const std::filesystem::path& chemin);
+
 /// A UTF-8 text as bytes of the page 1252.
 std::string page1252(std::string_view utf8);
 
 #ifndef _WIN32
+/// Waits for a forked process; its exit status, -1 when it has none.
+int attend_la_fin(pid_t fils);
+
 /// No file may grow past this many bytes while it lives: what a full disk does to a write, part way through.
 class LimiteDeTaille {
   public:

@@ -118,9 +118,11 @@ int exporte(std::string_view repertoire, std::string_view dossier) {
     const auto relue = lecture::lis(dossier, constats);
     const auto pertes = constats.fautes.empty() ? fichiers_carte::differences(f, fabrication::fabrique(relue))
                                                 : std::vector<std::string>();
+    const auto coupures = verification::coupures(f);
+    dit(coupures);
     dit(constats.fautes);
     dit(pertes);
-    if (constats.fautes.empty() && pertes.empty()) return fait;
+    if (coupures.empty() && constats.fautes.empty() && pertes.empty()) return fait;
     std::cout
         << "Ces tableaux ne redonnent pas tout : voyez ci-dessus ce qui sera à corriger ou sera écrit autrement.\n";
     return fautes;

@@ -9,7 +9,7 @@ namespace commandes {
 enum Statut {
     fait = 0,
     fautes = 1,  ///< faults in the sheets (nothing was made), or losses in the files
-    refus = 2,   ///< a usage error, or files that cannot be read or written
+    refus = 2,   ///< files that cannot be read or written
 };
 
 int modele(std::string_view dossier);

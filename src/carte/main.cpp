@@ -1,17 +1,14 @@
 // Command line of orvalune-carte.
-#include <iostream>
 #include <string>
 #include <vector>
 
 #include "carte/commandes.h"
+#include "platform/console/console.h"
 #include "platform/systeme/texte.h"
-#ifdef _WIN32
-#include "platform/systeme/console_win32.h"
-#endif
 
 namespace {
 
-constexpr const char* aide =
+constexpr console::Programme programme = {
     "orvalune-carte fait les fichiers du restaurant avec les tableaux d'un tableur, et l'inverse.\n"
     "\n"
     "  orvalune-carte modele DOSSIER                écrit un exemple complet, à changer dans un tableur\n"
@@ -25,7 +22,9 @@ constexpr const char* aide =
     "  orvalune-carte --version | --aide\n"
     "\n"
     "Code de sortie : 0, tout va bien ; 1, des fautes ou des pertes, toutes sont dites ; 2, la commande n'est pas\n"
-    "comprise, ou un fichier n'a pas pu être lu ou écrit.\n";
+    "comprise, ou un fichier n'a pas pu être lu ou écrit.\n",
+    "orvalune-carte " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n",
+};
 
 struct Commande {
     const char* nom;
@@ -42,32 +41,20 @@ const Commande commandes_connues[] = {
 
 int lance(const std::vector<std::string>& mots) {
     const std::string premier = mots.empty() ? "" : mots[0];
-    if (premier == "--aide" || premier == "--version") {
-        std::cout << (premier == "--aide" ? aide : "orvalune-carte " ORVALUNE_VERSION " (" ORVALUNE_EDITION ")\n");
-        return commandes::fait;
-    }
+    if (premier == "--aide" || premier == "--version") return console::presente(programme, premier == "--aide");
     for (const Commande& c : commandes_connues) {
         if (premier == c.nom && mots.size() == c.arguments + 1) return c.execute(mots);
     }
     if (mots.size() == 1 && !premier.starts_with('-')) return commandes::relit(premier);
-    std::cerr << "commande inconnue ou incomplète : " << texte::vers_utf8(premier) << "\n\n" << aide;
-    return commandes::refus;
+    return console::refuse(programme, std::string("commande inconnue ou incomplète : "_t) + premier);
 }
 
 }  // namespace
 
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
-    console::ecrit_en_utf8();
-    const int statut = lance(console::mots(argc, argv));
-    std::cout.flush();
-    if (statut == commandes::refus) console::attend_si_seul();
-    return statut;
-}
 #else
 int main(int argc, char** argv) {
-    std::vector<std::string> mots;
-    for (int i = 1; i < argc; ++i) mots.push_back(texte::depuis_utf8_tolerant(argv[i]));
-    return lance(mots);
-}
 #endif
+    return console::execute(argc, argv, lance);
+}

@@ -50,12 +50,42 @@ class Catalogue {
         if (texte::rogne(l.texte).empty()) p_.dit("le nom manque : il n'y a pas de touche");
     }
 
+    /// Once all lines are known: sub-groups that lead back to where they stand.
+    void cercles() {
+        for (const SousGroupe& s : sous_groupes_) {
+            const std::string ouverte = "la famille " + std::to_string(s.ouvre);
+            p_.ligne(s.ligne);
+            if (s.ouvre == s.famille)
+                p_.dit("le sous-groupe tourne en rond : il ouvre " + ouverte + ", où il est");
+            else if (mene(s.ouvre, s.famille))
+                p_.dit("le sous-groupe tourne en rond : " + ouverte + ", qu'il ouvre, ramène à la famille " +
+                       std::to_string(s.famille) + ", où il est");
+        }
+    }
+
   private:
     Pertes& p_;
     std::size_t numero_ = 0;
     std::set<double> tables_;
     std::set<int> coupees_;  ///< families that a blank record ends
     std::map<std::string, std::size_t> references_;
+    struct SousGroupe {
+        std::size_t ligne;
+        int famille, ouvre;
+    };
+    std::vector<SousGroupe> sous_groupes_;
+
+    /// Whether sub-groups lead from one family to the other.
+    bool mene(int de, int a) const {
+        std::vector<int> vues = {de};
+        for (std::size_t i = 0; i < vues.size(); ++i) {
+            for (const SousGroupe& s : sous_groupes_) {
+                if (s.famille == vues[i] && std::find(vues.begin(), vues.end(), s.ouvre) == vues.end())
+                    vues.push_back(s.ouvre);
+            }
+        }
+        return std::find(vues.begin(), vues.end(), a) != vues.end();
+    }
 
     void autre(std::string_view brute) {
         if (!texte::rogne(brute).empty())
@@ -105,7 +135,7 @@ class Catalogue {
         }
         libelle(l.texte);
         couleur(l.texte);
-        if (catalogue::est_sous_groupe(l.texte)) return sous_groupe(l.texte);
+        if (catalogue::est_sous_groupe(l.texte)) return sous_groupe(l.texte, famille);
         reference(l.texte);
         prix(l.texte);
         menu(l.texte);
@@ -115,8 +145,10 @@ class Catalogue {
         if (texte::rogne(lignes::libelle(record)).empty()) p_.dit("sans libellé : la touche n'a pas de texte");
     }
 
-    void sous_groupe(std::string_view record) {
-        const std::string lu = catalogue::debut_de_sous_groupe(catalogue::famille_du_sous_groupe(record));
+    void sous_groupe(std::string_view record, int famille) {
+        const int ouvre = catalogue::famille_du_sous_groupe(record);
+        sous_groupes_.push_back({numero_, famille, ouvre});
+        const std::string lu = catalogue::debut_de_sous_groupe(ouvre);
         if (!record.starts_with(lu))
             p_.dit("le sous-groupe " + entre_guillemets(record.substr(0, lu.size())) + " se lit " + lu);
     }
@@ -286,6 +318,7 @@ std::vector<std::string> pertes(const fabrication::Fichiers& f) {
     Catalogue c(catalogue);
     const auto t = catalogue::depuis(
         f.entete, f.catalogue, [&c](std::string_view brute, const Ligne& l, Sort sort) { c.ligne(brute, l, sort); });
+    c.cercles();
     catalogue.ligne(0);
     if (std::none_of(t->noms_serveurs.begin(), t->noms_serveurs.end(),
                      [](const auto& n) { return !texte::rogne(n).empty(); }))

@@ -12,6 +12,9 @@ namespace verification {
 /// "worvalune.wdo, ligne 12 : …", and why; empty when nothing is lost.
 std::vector<std::string> pertes(const fabrication::Fichiers& fichiers);
 
+/// Files of fixed records that are cut short, and what they lack.
+std::vector<std::string> coupures(const fabrication::Fichiers& fichiers);
+
 /// Servers, families with their articles, tables, menus, details and home pages.
 std::vector<std::string> vue(const fabrication::Fichiers& fichiers);
 

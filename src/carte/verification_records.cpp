@@ -1,6 +1,7 @@
 // The files of fixed records: what the tablets make of the style file and of the key program.
 #include <algorithm>
 
+#include "carte/verification.h"
 #include "carte/verification_interne.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
@@ -18,6 +19,23 @@ using programme_touches::Ligne;
 namespace marque = programme_touches::marque;
 
 constexpr std::int32_t couleur_max = 0xFFFFFF;
+
+/// A file of fixed records: its length when it is whole, and what one that is cut short lacks.
+struct Fixe {
+    std::string_view nom;
+    std::size_t longueur;
+    std::string_view manque;
+};
+constexpr Fixe fichier_styles = {styles::nom_fichier, styles::code_max* styles::longueur_record,
+                                 "les derniers choix manquent"};
+const Fixe fichier_touches = {programme_touches::nom_fichier, programme_touches::contenu_vide().size(),
+                              "les dernières pages sont vides"};
+
+void examine_longueur(Pertes& p, std::string_view contenu, const Fixe& fixe) {
+    if (contenu.size() == fixe.longueur) return;
+    p.dit("a " + std::to_string(contenu.size()) + " octets au lieu de " + std::to_string(fixe.longueur) + " : " +
+          std::string(contenu.size() < fixe.longueur ? fixe.manque : "la suite n'est pas lue"));
+}
 
 /// Whether the detail screen shows this choice.
 bool est_montre(int code) {
@@ -108,10 +126,7 @@ void examine_styles(std::string_view contenu, std::vector<std::string>& vers) {
     Pertes p(styles::nom_fichier, vers);
     if (!styles::est_initialise(contenu))
         return p.dit("ne commence pas par #INIT# : les tablettes le remplacent par leurs choix ordinaires");
-    const std::size_t voulue = styles::code_max * styles::longueur_record;
-    if (contenu.size() != voulue)
-        p.dit("a " + std::to_string(contenu.size()) + " octets au lieu de " + std::to_string(voulue) +
-              (contenu.size() < voulue ? " : les derniers choix manquent" : " : la suite n'est pas lue"));
+    examine_longueur(p, contenu, fichier_styles);
     const auto choix = styles::depuis(contenu);
     for (int code = 2; code <= styles::code_max; ++code) {
         const styles::Style& s = choix[static_cast<std::size_t>(code)];
@@ -129,12 +144,21 @@ void examine_touches(std::string_view contenu, const catalogue::Tables& tables, 
     Pertes p(programme_touches::nom_fichier, vers);
     if (contenu.size() <= programme_touches::longueur_vide)
         return p.dit("n'est pas rempli : la tablette le remplace par des pages vides");
-    const std::size_t voulue = programme_touches::contenu_vide().size();
-    if (contenu.size() != voulue)
-        p.dit("a " + std::to_string(contenu.size()) + " octets au lieu de " + std::to_string(voulue) +
-              (contenu.size() < voulue ? " : les dernières pages sont vides" : " : la suite n'est pas lue"));
+    examine_longueur(p, contenu, fichier_touches);
     Programme programme(contenu, tables, p);
     for (int page = 0; page < programme_touches::nb_pages; ++page) programme.examine_page(page);
+}
+
+std::vector<std::string> coupures(const fabrication::Fichiers& f) {
+    std::vector<std::string> r;
+    const auto examine = [&r](const std::optional<std::string>& contenu, const Fixe& fixe) {
+        if (!contenu || contenu->size() >= fixe.longueur) return;
+        Pertes p(fixe.nom, r);
+        examine_longueur(p, *contenu, fixe);
+    };
+    examine(f.styles, fichier_styles);
+    examine(f.touches, fichier_touches);
+    return r;
 }
 
 }  // namespace verification

@@ -122,7 +122,7 @@ class Outils {
         const Cadre trait = {gauche + largeur_libelle, haut_liste, px(1), hauteur};
         const Cadre touche = {0, formes::hauteur() - hauteur_bandeau, px(80), hauteur_bandeau};
         const Plan plans[] = {
-            {.nom = "g1", .genre = Genre::grille, .cadre = liste, .role = Role::carte, .etiquette = 9},
+            formes::liste("g1", liste, 0),
             {.nom = "Shape1", .genre = Genre::forme, .cadre = trait, .fond = palette::trait, .laisse_passer = true},
             {.nom = "Label1", .visible = false},
             {.nom = "Command111",
@@ -217,12 +217,7 @@ class Outils {
         };
         forme_("Command111").au_toucher = releve;
         forme_.a_l_echappement = [this] { forme_.ferme(); };
-        Minuterie& m = forme_.ajoute_minuterie("Timer1");
-        m.au_tic = [this, &m] {
-            m.arrete();
-            forme_("Label1").texte() = "X";
-        };
-        m.demarre(garde_ms);
+        forme_.ajoute_minuterie("Timer1").sonne_une_fois(garde_ms, [this] { forme_("Label1").texte() = "X"; });
     }
 
     // --- rows

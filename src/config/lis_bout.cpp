@@ -65,9 +65,7 @@ class Liste {
     }
 
     void construit_liste(const Cadre& cadre) {
-        const Plan plan = {
-            .nom = "g3", .genre = Genre::grille, .cadre = cadre, .role = Role::carte, .police = 19, .etiquette = 9};
-        Grille& g = forme_.ajoute(plan).grille;
+        Grille& g = forme_.ajoute(formes::liste("g3", cadre, 19)).grille;
         g.dimensionne(nb_lignes, 2);
         g.largeurs = {0, cadre.largeur - reserve_ascenseur};
         g.hauteur_ligne = hauteur_ligne;

@@ -96,9 +96,7 @@ Champ champ_de(int colonne) {
 
 void ajoute(Forme& forme, const Cadre& cadre) {
     const int police = formes::est_etroit() ? 11 : 15;
-    const Plan plan = {
-        .nom = "g1", .genre = Genre::grille, .cadre = cadre, .role = Role::carte, .police = police, .etiquette = 9};
-    Grille& g = forme.ajoute(plan).grille;
+    Grille& g = forme.ajoute(formes::liste("g1", cadre, police)).grille;
     g.dimensionne(lignes_par_page + 1, nb_colonnes);
     g.largeurs = largeurs(cadre.largeur - largeur_ascenseur);
     g.lignes_fixes = 1;

@@ -8,6 +8,7 @@
 #include "cuisine/escpos.h"
 #include "data/nombres.h"
 #include "platform/liaison/liaison.h"
+#include "platform/systeme/horloge.h"
 #include "platform/systeme/texte.h"
 
 namespace imprimante {
@@ -20,9 +21,12 @@ constexpr std::string_view debut_tcp = "tcp://", debut_fichier = "fichier:", mot
 
 // Milliseconds.
 constexpr int appel_max = 3000, envoi_max = 5000, reponse_max = 500, pas_d_attente = 1000;
-constexpr int pas_d_impression = 8;  ///< steps that a ticket may take to be printed
-constexpr int silences_max = 2;      ///< steps without any answer, after which it counts as hung
-constexpr int fermeture_max = 15000, fermeture_encore = 30000, fermeture_courte = 500;
+constexpr int pas_d_impression = 8;    ///< steps that a ticket may take to be printed
+constexpr int silences_max = 2;        ///< steps without any answer, after which it counts as hung
+constexpr int fermeture_courte = 500;  ///< of a printer that keeps its lines open
+constexpr int coup_d_oeil = 1;
+
+constexpr std::string_view sans_confirmation = "reçu, sans confirmation de l'imprimante"_t;
 
 class Ecran final : public Imprimante {
   public:
@@ -47,7 +51,8 @@ struct Connaissance {
 /// One ticket on its way.
 class Envoi {
   public:
-    Envoi(liaison::Liaison& ligne, Connaissance& connue) : ligne_(ligne), connue_(connue) {}
+    Envoi(liaison::Liaison& ligne, Connaissance& connue, const Patience& patience)
+        : ligne_(ligne), connue_(connue), patience_(patience) {}
 
     /// Nothing when it can print; otherwise why not. One that never answered is taken for ready.
     std::optional<std::string> empechement() {
@@ -71,6 +76,7 @@ class Envoi {
   private:
     liaison::Liaison& ligne_;
     Connaissance& connue_;
+    const Patience& patience_;
     bool perdue_ = false;
 
     static std::string texte_de(liaison::Issue issue) { return std::string(liaison::raison(issue)); }
@@ -118,13 +124,13 @@ class Envoi {
     }
 
     /// Of one that says nothing: it ends the line once it has read everything. One that keeps it open may hang, and
-    /// gets the ticket once more; when it does so again it is taken for one that always does.
+    /// gets the ticket once more; when it does so again it is taken for one that always does, until it cuts a line.
     Constat attend_la_fermeture() {
         using Fermeture = Connaissance::Fermeture;
         Fermeture& f = connue_.fermeture;
         const int ms = f == Fermeture::non        ? fermeture_courte
-                       : f == Fermeture::douteuse ? fermeture_encore
-                                                  : fermeture_max;
+                       : f == Fermeture::douteuse ? patience_.encore
+                                                  : patience_.d_abord;
         const liaison::Issue issue = ligne_.termine(ms);
         if (issue == liaison::Issue::faite && f != Fermeture::non) f = Fermeture::oui;
         if (issue == liaison::Issue::faite) return {};
@@ -132,8 +138,29 @@ class Envoi {
         const bool premiere_fois = f == Fermeture::inconnue;
         f = premiere_fois ? Fermeture::douteuse : Fermeture::non;
         if (premiere_fois) return {Sort::interrompu, texte_de(issue)};
-        return {Sort::imprime, std::string("reçu, sans confirmation de l'imprimante"_t)};
+        return {Sort::suspendu, std::string(sans_confirmation)};
     }
+};
+
+/// A line that the printer has kept open. It costs the printer nothing: it has been told that nothing follows.
+class LigneGardee final : public Suite {
+  public:
+    LigneGardee(std::unique_ptr<liaison::Liaison> ligne, Connaissance& connue, int ms)
+        : ligne_(std::move(ligne)), connue_(connue), echeance_(horloge::millisecondes() + ms) {}
+
+    std::optional<Constat> regarde() override {
+        const liaison::Issue issue = ligne_->termine(coup_d_oeil);
+        if (issue == liaison::Issue::faite) return Constat{};
+        if (issue == liaison::Issue::muette && horloge::millisecondes() < echeance_) return std::nullopt;
+        if (issue == liaison::Issue::muette) return Constat{Sort::imprime, std::string(sans_confirmation)};
+        connue_.fermeture = Connaissance::Fermeture::douteuse;
+        return Constat{Sort::interrompu, std::string(liaison::raison(issue))};
+    }
+
+  private:
+    std::unique_ptr<liaison::Liaison> ligne_;
+    Connaissance& connue_;
+    std::int64_t echeance_;
 };
 
 class ParLiaison final : public Imprimante {
@@ -145,14 +172,18 @@ class ParLiaison final : public Imprimante {
     Constat imprime(const ticket::Ticket& ticket, const std::function<bool()>& commence) override {
         liaison::Issue issue = liaison::Issue::faite;
         const bool reseau = adresse_.sorte == Adresse::Sorte::tcp;
-        const auto ligne = reseau ? liaison::appelle(texte::vers_utf8(adresse_.lieu), adresse_.port, appel_max, issue)
-                                  : liaison::ouvre(adresse_.lieu, issue);
+        auto ligne = reseau ? liaison::appelle(texte::vers_utf8(adresse_.lieu), adresse_.port, appel_max, issue)
+                            : liaison::ouvre(adresse_.lieu, issue);
         if (!ligne) return {Sort::attend, std::string(liaison::raison(issue))};
-        Envoi envoi(*ligne, connue_);
+        Envoi envoi(*ligne, connue_, reglages_.patience);
         const auto empechement = reseau && reglages_.avec_etat ? envoi.empechement() : std::nullopt;
         if (empechement) return {Sort::attend, *empechement};
         if (!commence()) return {Sort::attend, std::string("l'archive refuse l'écriture"_t)};
-        return envoi.envoie(escpos::octets(ticket, reglages_.page));
+        Constat constat = envoi.envoie(escpos::octets(ticket, reglages_.page));
+        if (constat.sort != Sort::suspendu) return constat;
+        if (!reglages_.avec_etat) return {Sort::imprime, constat.raison};
+        constat.suite = std::make_unique<LigneGardee>(std::move(ligne), connue_, reglages_.patience.en_suspens);
+        return constat;
     }
 
   private:

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,10 +16,21 @@ enum class Sort {
     imprime,
     attend,      ///< nothing of it has left
     interrompu,  ///< some of it may have been printed
+    suspendu,    ///< taken whole without a word: the line tells later
 };
+class Suite;
 struct Constat {
     Sort sort = Sort::imprime;
-    std::string raison;  ///< French; of one that was printed too, when nobody has confirmed it
+    std::string raison;                      ///< French; of one that was printed too, when nobody has confirmed it
+    std::unique_ptr<Suite> suite = nullptr;  ///< of a ticket in suspense
+};
+
+/// The line of a ticket in suspense. It must not outlive its printer.
+class Suite {
+  public:
+    virtual ~Suite() = default;
+    /// Nothing as long as it is not known. Does not wait.
+    virtual std::optional<Constat> regarde() = 0;
 };
 
 class Imprimante {
@@ -43,9 +55,15 @@ struct Adresse {
 /// "ecran", "tcp://HOST[:PORT]" or "fichier:PATH"; false when it is none of these.
 bool lis_adresse(std::string_view t, Adresse& adresse);
 
+/// Milliseconds for which a printer that says nothing may keep a line open: the first one, the next one, and each
+/// until its ticket counts as printed.
+struct Patience {
+    int d_abord = 15000, encore = 30000, en_suspens = 300000;
+};
 struct Reglages {
     ticket::Page page = ticket::Page::p1252;
     bool avec_etat = true;  ///< asks the printer for its state
+    Patience patience;
 };
 std::unique_ptr<Imprimante> cree(const Adresse& adresse, const Reglages& reglages);
 

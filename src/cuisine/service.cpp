@@ -73,7 +73,8 @@ class Annonce {
 struct Commande {
     collecte::Prise prise;
     fiche::Fiche fiche;
-    bool ecrite = false;  ///< the fiche is on the medium as it stands here
+    bool ecrite = false;                                     ///< the fiche is on the medium as it stands here
+    std::vector<std::unique_ptr<imprimante::Suite>> suites;  ///< by part, of those in suspense
 };
 
 /// A printer and its next attempt.
@@ -91,7 +92,7 @@ class Service {
     explicit Service(const Reglages& r)
         : reglages_(r), collecte_(r.reseau, r.archive), compteur_(r.archive), carte_(r.reseau) {
         for (const auto& a : r.partage.adresses) {
-            postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat}), 0, 0, true, {}});
+            postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat, r.patience}), 0, 0, true, {}});
         }
     }
 
@@ -115,6 +116,7 @@ class Service {
             joignable = regard.joignable;
             for (collecte::Prise& p : regard.prises) nouvelles_.push_back({std::move(p), 0});
             std::erase_if(nouvelles_, [this](Nouvelle& n) { return accueille(n); });
+            regarde_suites();
             const bool reste = imprime();
             range();
             if (reglages_.une_fois && !reste && a_fini(regard)) break;
@@ -163,6 +165,7 @@ class Service {
             for (fiche::Partie& p : c.fiche.parties) p.duplicata = lue != Issue::absent;
         }
         for (fiche::Partie& p : c.fiche.parties) p.duplicata = p.duplicata || c.prise.deja || p.etat == Etat::commencee;
+        c.suites.resize(c.fiche.parties.size());
         compteur_.connait(c.fiche.numero);
         const auto place = std::find_if(commandes_.begin(), commandes_.end(),
                                         [&c](const Commande& autre) { return collecte::avant(c.prise, autre.prise); });
@@ -218,18 +221,36 @@ class Service {
         const std::int64_t debut = horloge::millisecondes();
         for (Poste& poste : postes_) poste.prete = horloge::millisecondes() >= poste.prochain;
         for (Commande& c : commandes_) {
-            for (fiche::Partie& p : c.fiche.parties) {
+            for (std::size_t i = 0; i < c.fiche.parties.size(); ++i) {
+                fiche::Partie& p = c.fiche.parties[i];
                 Poste& poste = poste_de(p);
-                if (p.etat == Etat::finie || !poste.prete) continue;
+                if (p.etat == Etat::finie || c.suites[i] || !poste.prete) continue;
                 if (arret::demande()) return false;
                 if (horloge::millisecondes() - debut > tour_max) return true;
-                poste.prete = imprime(poste, c, p);
+                poste.prete = imprime(poste, c, p, c.suites[i]);
             }
         }
         return false;
     }
 
-    bool imprime(Poste& poste, Commande& c, fiche::Partie& p) {
+    /// What the printers have done meanwhile with the tickets in suspense.
+    void regarde_suites() {
+        for (Commande& c : commandes_) {
+            for (std::size_t i = 0; i < c.suites.size(); ++i) {
+                const auto constat = c.suites[i] ? c.suites[i]->regarde() : std::nullopt;
+                if (!constat) continue;
+                c.suites[i] = nullptr;
+                fiche::Partie& p = c.fiche.parties[i];
+                if (constat->sort == Sort::imprime)
+                    finit(c, p);
+                else
+                    attend(poste_de(p), c, p, *constat);
+            }
+        }
+    }
+
+    /// False when the printer has not taken all of it.
+    bool imprime(Poste& poste, Commande& c, fiche::Partie& p, std::unique_ptr<imprimante::Suite>& suite) {
         const bool rejet = !c.prise.faute.empty();
         const int numero = rejet ? 0 : c.fiche.numero > 0 ? c.fiche.numero : compteur_.dernier() + 1;
         const auto commence = [&] {
@@ -238,31 +259,38 @@ class Service {
             compteur_.connait(numero);
             return ecrit(c) && (rejet || compteur_.retient(numero) == Issue::fait);
         };
-        const imprimante::Constat constat = poste.imprimante->imprime(compose(c, p, numero), commence);
-        const std::string qui = "imprimante " + poste.adresse.nom();
-        if (constat.sort == Sort::imprime) {
-            p.etat = Etat::finie;
-            static_cast<void>(ecrit(c));
-            poste.pause = 0;
-            poste.annonce.va_bien(qui + std::string(" : de nouveau prête"_t));
-            raconte(poste, c, p, constat.raison);
-            return true;
+        imprimante::Constat constat = poste.imprimante->imprime(compose(c, p, numero), commence);
+        suite = std::move(constat.suite);
+        if (constat.sort != Sort::imprime && constat.sort != Sort::suspendu) {
+            attend(poste, c, p, constat);
+            return false;
         }
+        if (constat.sort == Sort::imprime) finit(c, p);
+        poste.pause = 0;
+        poste.annonce.va_bien("imprimante " + poste.adresse.nom() + std::string(" : de nouveau prête"_t));
+        raconte(poste, c, p, constat.raison);
+        return true;
+    }
+
+    void finit(Commande& c, fiche::Partie& p) {
+        p.etat = Etat::finie;
+        static_cast<void>(ecrit(c));
+    }
+
+    /// Of a ticket that is to be printed later, once more perhaps.
+    void attend(Poste& poste, Commande& c, fiche::Partie& p, const imprimante::Constat& constat) {
         const bool interrompu = constat.sort == Sort::interrompu;
         p.duplicata = p.duplicata || interrompu;
         if (!interrompu && p.etat == Etat::commencee && !p.duplicata) {
             p.etat = Etat::attend;
             static_cast<void>(ecrit(c));
         }
-        attend(poste, interrompu ? pause_max_interrompu : pause_max);
-        poste.annonce.dit(qui + " : " + constat.raison + (interrompu ? ", au milieu d'un ticket" : "") +
-                          " ; les commandes attendent");
-        return false;
-    }
-
-    static void attend(Poste& poste, int pause_la_plus_longue) {
-        poste.pause = std::clamp(poste.pause * 2, pause_debut, pause_la_plus_longue);
-        poste.prochain = horloge::millisecondes() + poste.pause;
+        if (horloge::millisecondes() >= poste.prochain) {  // not once more for each ticket of one failure
+            poste.pause = std::clamp(poste.pause * 2, pause_debut, interrompu ? pause_max_interrompu : pause_max);
+            poste.prochain = horloge::millisecondes() + poste.pause;
+        }
+        poste.annonce.dit("imprimante " + poste.adresse.nom() + " : " + constat.raison +
+                          (interrompu ? ", au milieu d'un ticket" : "") + " ; les commandes attendent");
     }
 
     static void raconte(const Poste& poste, const Commande& c, const fiche::Partie& p, const std::string& remarque) {

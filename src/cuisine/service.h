@@ -16,6 +16,7 @@ struct Reglages {
     partage::Partage partage;
     ticket::Papier papier;
     bool avec_etat = true;
+    imprimante::Patience patience;
     bool une_fois = false;  ///< ends once nothing is left to do, or a printer does not print
 };
 

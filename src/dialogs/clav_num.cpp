@@ -129,12 +129,7 @@ class Pave {
         forme_.au_retour_arriere = [this] { recule(); };
         forme_.a_l_entree = [this] { rend(); };
         forme_.a_l_echappement = [this] { forme_.ferme(); };
-        Minuterie& m = forme_.ajoute_minuterie("Timer1");
-        m.au_tic = [this, &m] {
-            m.arrete();
-            forme_.visible = true;
-        };
-        m.demarre(garde_ms);
+        forme_.ajoute_minuterie("Timer1").sonne_une_fois(garde_ms, [this] { forme_.visible = true; });
     }
 
     void change(std::string texte) {

@@ -116,13 +116,7 @@ class Clavier {
              .police = 16,
              .alignement = Alignement::gauche},
             {.nom = "Label2", .visible = false},
-            {.nom = "Text1",
-             .genre = Genre::champ,
-             .cadre = {px(10), px(42), px(913), px(58)},
-             .role = Role::champ,
-             .police = 21,
-             .alignement = Alignement::gauche,
-             .etiquette = 4},
+            moduclav::champ_de_saisie({px(10), px(42), px(913), px(58)}, 21),
         };
         forme_.construit(plans);
         ajoute_liste("List1", !liste_.empty());

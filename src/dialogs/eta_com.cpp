@@ -83,12 +83,7 @@ class Recapitulatif {
             etroit ? Cadre{zone.gauche, zone.haut, zone.largeur, haut_cartes}
                    : Cadre{liste.droite() + rythme, zone.haut, zone.droite() - liste.droite() - rythme, zone.hauteur};
         construit_cartes(zone_cartes, etroit);
-        forme_.ajoute({.nom = "g1",
-                       .genre = Genre::grille,
-                       .cadre = liste,
-                       .role = Role::carte,
-                       .police = std::max(1, reglages::nombre(reglages::police_note)),
-                       .etiquette = 9});
+        forme_.ajoute(formes::liste("g1", liste, std::max(1, reglages::nombre(reglages::police_note))));
         const int debut = formes::largeur() / 3;
         formes::ajoute_geste(forme_, {debut, 0, formes::largeur() - debut - px(12), hauteur_bandeau});
         formes::ajoute_barre(forme_, barre);

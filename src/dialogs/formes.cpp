@@ -80,11 +80,7 @@ void ajoute_geste(Forme& forme, const Cadre& cadre) {
                   .alignement = Alignement::droite,
                   .encre = palette::jaune,
                   .laisse_passer = true});
-    Minuterie& m = forme.ajoute_minuterie(minuterie_geste);
-    m.au_tic = [&forme, &m] {
-        m.arrete();
-        forme("label_geste").texte().clear();
-    };
+    forme.ajoute_minuterie(minuterie_geste);
 }
 
 void annonce_geste(Forme& forme, std::string_view texte) {
@@ -93,7 +89,7 @@ void annonce_geste(Forme& forme, std::string_view texte) {
     geste.texte() = texte;
     geste.aspect.encre = fond != sans_couleur ? encre_lisible(fond) : palette::jaune;
     for (const auto& m : forme.minuteries)
-        if (m->nom == minuterie_geste) m->demarre(duree_geste_ms);
+        if (m->nom == minuterie_geste) m->sonne_une_fois(duree_geste_ms, [&geste] { geste.texte().clear(); });
 }
 
 Cadre contenu() {
@@ -162,6 +158,10 @@ void ajoute_carte(Forme& forme, const Carte& carte, const PlanCarte& plan) {
          .alignement = plan.alignement_valeur},
     };
     forme.construit(plans);
+}
+
+Plan liste(std::string_view nom, const Cadre& cadre, int police) {
+    return {.nom = nom, .genre = Genre::grille, .cadre = cadre, .role = Role::carte, .police = police, .etiquette = 9};
 }
 
 void remplit_touches(Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces, int police) {

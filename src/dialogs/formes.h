@@ -12,6 +12,7 @@
 
 namespace formes {
 
+using moduclav::champ_de_saisie;
 using moduclav::colore;
 using moduclav::colore_chiffre;
 using moduclav::contraste_min;
@@ -19,6 +20,7 @@ using moduclav::est_etroit;
 using moduclav::hauteur;
 using moduclav::largeur;
 using moduclav::met_couleurs;
+using moduclav::pose_texte;
 using moduclav::px;
 using moduclav::separe_initial;
 using moduclav::touche_de_boite;
@@ -82,6 +84,9 @@ struct PlanCarte {
 };
 /// Builds a card; its caption is grey and lets the touch through.
 void ajoute_carte(ecran::Forme& forme, const Carte& carte, const PlanCarte& plan);
+
+/// The plan of a list of rows upon a card.
+ecran::Plan liste(std::string_view nom, const ecran::Cadre& cadre, int police);
 
 /// A grid of keys that share its area, all with the same look.
 void remplit_touches(ecran::Controle& grille, int lignes, int colonnes, std::span<const std::string_view> faces,

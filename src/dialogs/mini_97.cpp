@@ -36,13 +36,7 @@ constexpr Cadre cadre_message_seul = {px(30), px(40), px(640), px(220)};
 
 const Plan plans[] = {
     {.nom = "Label1", .cadre = cadre_message, .police = 24, .gras = true},
-    {.nom = "Text1",
-     .genre = Genre::champ,
-     .cadre = cadre_champ,
-     .role = Role::champ,
-     .police = 22,
-     .alignement = Alignement::gauche,
-     .etiquette = 4},
+    moduclav::champ_de_saisie(cadre_champ, 22),
     moduclav::touche_de_boite({.nom = "btc",
                                .index = touche_oui,
                                .cadre = cadre_oui,
@@ -114,8 +108,7 @@ class Boite {
     bool saisit() { return champ().visible; }
 
     void ouvre_texte() {
-        champ().texte() = moduclav::separe_initial();
-        champ().curseur = static_cast<int>(champ().texte().size());
+        moduclav::pose_texte(champ(), moduclav::separe_initial());
         forme_("Label1").texte() = etat::texte_dialogue;
     }
 
@@ -157,12 +150,7 @@ class Boite {
             if (forme_("btc", touche_fermer).visible) repond(touche_fermer);
         };
         if (demande_ != fugitif) return;
-        Minuterie& m = forme_.ajoute_minuterie("Timer1");
-        m.au_tic = [this, &m] {
-            m.arrete();
-            repond(touche_fermer);
-        };
-        m.demarre(duree_fugitif_ms);
+        forme_.ajoute_minuterie("Timer1").sonne_une_fois(duree_fugitif_ms, [this] { repond(touche_fermer); });
     }
 
     void repond(int touche) {
@@ -190,8 +178,7 @@ class Boite {
         etat::code_dialogue = demande_ == saisie_majuscules ? saisie_majuscules : saisie;
         etat::texte_dialogue = message + "|" + champ().texte();
         clavv::montre_clavv();
-        champ().texte() = etat::texte_dialogue;
-        champ().curseur = static_cast<int>(champ().texte().size());
+        moduclav::pose_texte(champ(), etat::texte_dialogue);
         etat::code_dialogue = code;
         etat::texte_dialogue = message;
     }

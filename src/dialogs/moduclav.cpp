@@ -1,5 +1,7 @@
 #include "dialogs/moduclav.h"
 
+#include <utility>
+
 #include "data/etat.h"
 #include "data/programme_touches.h"
 #include "data/reglages.h"
@@ -118,6 +120,21 @@ Plan touche_de_boite(Plan plan) {
     plan.place_image = PlaceImage::gauche;
     plan.etiquette = etiquette_de(plan.role, etiquette_action);
     return plan;
+}
+
+Plan champ_de_saisie(const Cadre& cadre, int police) {
+    return {.nom = "Text1",
+            .genre = Genre::champ,
+            .cadre = cadre,
+            .role = Role::champ,
+            .police = police,
+            .alignement = Alignement::gauche,
+            .etiquette = 4};
+}
+
+void pose_texte(Controle& champ, std::string texte) {
+    champ.curseur = static_cast<int>(texte.size());
+    champ.texte() = std::move(texte);
 }
 
 void colore_chiffre(Aspect& aspect, int chiffre) {

@@ -39,6 +39,10 @@ void colore(ecran::Forme& forme);
 int etiquette_de(ecran::Role role, int sinon);
 /// The plan of a box's key made whole: a big button with its picture at the left, and the tag of its role.
 ecran::Plan touche_de_boite(ecran::Plan plan);
+/// The plan of `Text1`, the field that a text is typed into.
+ecran::Plan champ_de_saisie(const ecran::Cadre& cadre, int police);
+/// Puts a text into a field, the caret behind it.
+void pose_texte(ecran::Controle& champ, std::string texte);
 /// Ground and text of a key with a colour digit, 0 to 9: the manager's colours, else the palette's.
 void colore_chiffre(ecran::Aspect& aspect, int chiffre);
 

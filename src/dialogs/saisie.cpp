@@ -93,13 +93,7 @@ class Boite {
              .police = 13,
              .alignement = Alignement::droite,
              .encre = palette::gris},
-            {.nom = "Text1",
-             .genre = Genre::champ,
-             .cadre = ligne,
-             .role = Role::champ,
-             .police = 22,
-             .alignement = Alignement::gauche,
-             .etiquette = 4},
+            formes::champ_de_saisie(ligne, 22),
             formes::touche_de_boite({.nom = "bt_choix",
                                      .cadre = touche_choix,
                                      .texte = demande_.choix.legende,
@@ -111,10 +105,7 @@ class Boite {
         forme_.construit(plans);
     }
 
-    void change(std::string texte) {
-        champ().texte() = std::move(texte);
-        champ().curseur = static_cast<int>(champ().texte().size());
-    }
+    void change(std::string texte) { formes::pose_texte(champ(), std::move(texte)); }
 
     void rend(std::string texte) {
         reponse_ = std::move(texte);

@@ -26,7 +26,7 @@ using formes::px;
 
 constexpr int hauteur_entete = px(44), hauteur_ligne = px(54);
 constexpr int police_prix = 20, police_quantite = 54, police_total = 35, police_entete = 16;
-constexpr double quantite_max = 9999;  ///< that can be typed
+constexpr double quantite_max = 9999;  ///< that can be typed, and reached by a held key; single touches go on
 constexpr int largeur_dessin = 1280;   ///< design pixels of the wide layout
 
 constexpr int police_lettre = 30, police_lettre_etroite = 24;
@@ -94,12 +94,7 @@ class Validation {
         const Cadre liste = {zone.gauche, p.carte.bas() + rythme, zone.largeur, zone.bas() - p.carte.bas() - rythme};
         construit_article(p);
         construit_quantite(p);
-        forme_.ajoute({.nom = "g1",
-                       .genre = Genre::grille,
-                       .cadre = liste,
-                       .role = Role::carte,
-                       .police = std::max(1, reglages::nombre(reglages::police_remarques)),
-                       .etiquette = 9});
+        forme_.ajoute(formes::liste("g1", liste, std::max(1, reglages::nombre(reglages::police_remarques))));
         construit_barre();
     }
 
@@ -246,7 +241,8 @@ class Validation {
         forme_("bt_gauc").au_toucher = [this] {
             if (nombres::lis(texte_de("Label6")) >= 2) change_quantite(-1);
         };
-        forme_("bt_droi").se_repete = forme_("bt_gauc").se_repete = true;
+        forme_("bt_droi").se_repete = [this] { return nombres::lis(texte_de("Label6")) < quantite_max; };
+        forme_("bt_gauc").se_repete = [] { return true; };
         forme_("Label6").au_toucher = [this] { saisit_quantite(); };
         forme_("g1").a_la_cellule = [this](int ligne, int) {
             if (ligne >= 1) touche_complement(ligne);

@@ -130,12 +130,7 @@ class Suivi {
     std::string choisie_;            ///< name of the chosen order
 
     void construit() {
-        Controle& g1 = forme_.ajoute({.nom = "g1",
-                                      .genre = Genre::grille,
-                                      .cadre = formes::contenu(),
-                                      .role = Role::carte,
-                                      .police = mesures().police,
-                                      .etiquette = 9});
+        Controle& g1 = forme_.ajoute(formes::liste("g1", formes::contenu(), mesures().police));
         Grille& g = g1.grille;
         g.lignes_fixes = 1;
         g.hauteur_ligne = hauteur_ligne;

@@ -124,13 +124,7 @@ class Recherche {
         const int haut = zone.haut + hauteur_champ + rythme;
         const Cadre liste = {zone.gauche, haut, zone.largeur, std::max(hauteur_ligne_min, pave.haut - rythme - haut)};
         const Plan plans[] = {
-            {.nom = "Text1",
-             .genre = Genre::champ,
-             .cadre = {zone.gauche, zone.haut, zone.largeur, hauteur_champ},
-             .role = Role::champ,
-             .police = police_champ,
-             .alignement = Alignement::gauche,
-             .etiquette = 4},
+            formes::champ_de_saisie({zone.gauche, zone.haut, zone.largeur, hauteur_champ}, police_champ),
             {.nom = "Label_invite",
              .cadre = {zone.gauche + px(24), zone.haut, zone.largeur - px(48), hauteur_champ},
              .texte = "Tapez quelques lettres du nom",
@@ -138,12 +132,7 @@ class Recherche {
              .alignement = Alignement::gauche,
              .encre = palette::gris,
              .laisse_passer = true},
-            {.nom = "g1",
-             .genre = Genre::grille,
-             .cadre = liste,
-             .role = Role::carte,
-             .police = std::max(1, reglages::nombre(reglages::police_note)),
-             .etiquette = 9},
+            formes::liste("g1", liste, std::max(1, reglages::nombre(reglages::police_note))),
             {.nom = "Label_rien",
              .cadre = liste,
              .texte = "Aucun article : effacez des lettres"_t,
@@ -195,8 +184,7 @@ class Recherche {
 
     void tape(std::string lettres_tapees) {
         lettres_tapees.resize(std::min(lettres_tapees.size(), lettres_max));
-        champ().curseur = static_cast<int>(lettres_tapees.size());
-        champ().texte() = std::move(lettres_tapees);
+        formes::pose_texte(champ(), std::move(lettres_tapees));
         trouves_ = trouves(articles_, mots(champ().texte()));
         Grille& g = forme_("g1").grille;
         g.dimensionne(static_cast<int>(trouves_.size()), 1);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 #include "platform/systeme/horloge.h"
 
@@ -154,6 +155,14 @@ void Minuterie::demarre(int ms) {
     intervalle_ms = ms;
     actif = true;
     echeance = horloge::millisecondes() + ms;
+}
+
+void Minuterie::sonne_une_fois(int ms, std::function<void()> action) {
+    au_tic = [this, action = std::move(action)] {
+        arrete();
+        action();
+    };
+    demarre(ms);
 }
 
 Controle& Forme::ajoute(const Plan& plan) {

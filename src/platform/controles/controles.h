@@ -125,7 +125,8 @@ struct Controle {
     std::function<void()> au_maintien;            ///< held for duree_maintien_ms
     /// Of a grid: a cell is held for duree_tenue_ms. False: that means nothing there, and it is touched when let go.
     std::function<bool(int ligne, int colonne)> a_la_tenue;
-    bool se_repete = false;  ///< held, it is touched again and again, slowly, then faster
+    /// Held, it is touched again and again, slowly, then faster, as long as this says so.
+    std::function<bool()> se_repete;
 
     std::string& texte() { return aspect.texte; }
     bool est_grille() const { return genre == Genre::grille || genre == Genre::liste; }
@@ -145,6 +146,8 @@ struct Minuterie {
     std::int64_t echeance = -1;  ///< next time, written by demarre() and the loop
 
     void demarre(int ms);
+    /// Fires once, and does that.
+    void sonne_une_fois(int ms, std::function<void()> action);
     void arrete() { actif = false; }
 };
 

@@ -283,6 +283,7 @@ void tient_le_doigt() {
         return;
     }
     ++d.actes;
+    if (c.se_repete && !c.se_repete()) return;
     if (c.se_repete) d.maintien = horloge::millisecondes() + pas_de_repetition(d.actes);
     appelle(c.se_repete ? c.au_toucher : c.au_maintien);
 }

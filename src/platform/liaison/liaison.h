@@ -28,7 +28,7 @@ class Liaison {
     /// One byte that came back; `muette` when none did.
     virtual Issue recoit(unsigned char& octet, int ms) = 0;
     /// Says that nothing follows, and waits until all has arrived: `faite` when the other side ended then, too, or the
-    /// medium has it; `muette` when it keeps silent.
+    /// medium has it; `muette` when it keeps silent. Such a line may be asked again.
     virtual Issue termine(int ms) = 0;
 };
 

@@ -59,7 +59,8 @@ class LiaisonTcp final : public Liaison {
 
     /// What still comes back is dropped. Bytes that nobody acknowledged are lost with the line.
     Issue termine(int ms) override {
-        if (::shutdown(d_, ferme_en_ecriture) != 0) return Issue::rompue;
+        if (!terminee_ && ::shutdown(d_, ferme_en_ecriture) != 0) return Issue::rompue;
+        terminee_ = true;
         const std::int64_t echeance = horloge::millisecondes() + ms;
         char perdus[64];
         for (int restent = reste(echeance); restent > 0; restent = reste(echeance)) {
@@ -73,6 +74,7 @@ class LiaisonTcp final : public Liaison {
 
   private:
     Douille d_;
+    bool terminee_ = false;
 
     /// The other side has ended the line, perhaps before it had everything: then what it refuses comes back as an
     /// error.

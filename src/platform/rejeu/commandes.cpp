@@ -235,6 +235,18 @@ R compare(const std::string& attendu, const std::string& trouve) {
     return {R::Sorte::faux, "attendu " + attendu + ", trouvé " + trouve};
 }
 
+/// The answer of the check of a number, the last word; `lit` gives nothing of a control that has none.
+template <typename R>
+R compare_nombre(const Mots& m, std::optional<int> (*lit)(const Cible&)) {
+    std::string faute = "nombre illisible";
+    const auto cible = cible_de(m, 2, m.size() - 1, faute);
+    const auto n = lis_entier(m.back().texte);
+    if (!cible || !n) return {R::Sorte::faute, faute};
+    const auto trouve = lit(*cible);
+    if (!trouve) return {R::Sorte::faute, "ni grille ni liste"};
+    return compare<R>(std::to_string(*n), std::to_string(*trouve));
+}
+
 }  // namespace
 
 Rejeu::Reponse Rejeu::verifie(const Mots& m) {
@@ -268,11 +280,7 @@ Rejeu::Reponse Rejeu::verifie_visible(const Mots& m) {
 }
 
 Rejeu::Reponse Rejeu::verifie_image(const Mots& m) {
-    std::string faute = "nombre illisible";
-    const auto cible = cible_de(m, 2, m.size() - 1, faute);
-    const auto n = lis_entier(m.back().texte);
-    if (!cible || !n) return {Reponse::Sorte::faute, faute};
-    return compare<Reponse>(std::to_string(*n), std::to_string(cible->image()));
+    return compare_nombre<Reponse>(m, [](const Cible& c) { return std::optional(c.image()); });
 }
 
 Rejeu::Reponse Rejeu::verifie_couleur(const Mots& m) {
@@ -286,20 +294,13 @@ Rejeu::Reponse Rejeu::verifie_couleur(const Mots& m) {
 }
 
 Rejeu::Reponse Rejeu::verifie_police(const Mots& m) {
-    std::string faute = "nombre illisible";
-    const auto cible = cible_de(m, 2, m.size() - 1, faute);
-    const auto n = lis_entier(m.back().texte);
-    if (!cible || !n) return {Reponse::Sorte::faute, faute};
-    return compare<Reponse>(std::to_string(*n), std::to_string(cible->police()));
+    return compare_nombre<Reponse>(m, [](const Cible& c) { return std::optional(c.police()); });
 }
 
 Rejeu::Reponse Rejeu::verifie_lignes(const Mots& m) {
-    std::string faute = "nombre illisible";
-    const auto cible = cible_de(m, 2, 3, faute);
-    const auto n = lis_entier(m.back().texte);
-    if (!cible || !n) return {Reponse::Sorte::faute, faute};
-    if (!cible->controle->est_grille()) return {Reponse::Sorte::faute, "ni grille ni liste"};
-    return compare<Reponse>(std::to_string(*n), std::to_string(cible->controle->grille.lignes));
+    return compare_nombre<Reponse>(m, [](const Cible& c) {
+        return c.controle->est_grille() ? std::optional(c.controle->grille.lignes) : std::nullopt;
+    });
 }
 
 Rejeu::Reponse Rejeu::verifie_lance(const Mots& m) {

@@ -73,6 +73,19 @@ Issue met_en_place(const std::string& temporaire, std::string_view chemin, Rempl
     return issue;
 }
 
+/// Writes a temporary file beside, to which `pose` gives its name; on a failure nothing of it stays.
+template <typename Pose>
+Issue ecrit_a_cote(std::string_view chemin, std::string_view contenu, Tampon tampon, Pose pose) {
+    std::string temporaire;
+    Issue issue = Issue::panne;
+    const auto f = cree_temporaire(chemin, temporaire, issue);
+    if (!f) return issue;
+    issue = remplit(*f, contenu, tampon);
+    if (issue == Issue::fait) issue = pose(temporaire);
+    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
+    return issue;
+}
+
 class Records final : public FichierRecords {
   public:
     Records(std::unique_ptr<Fichier> fichier, std::size_t taille, std::string_view fin)
@@ -235,25 +248,14 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
 Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace remplace) {
     if (est_repertoire(chemin)) return remplace == Remplace::oui ? Issue::refuse : Issue::existe;
     if (remplace == Remplace::jamais && existe(chemin)) return Issue::existe;
-    std::string temporaire;
-    Issue issue = Issue::panne;
-    const auto f = cree_temporaire(chemin, temporaire, issue);
-    if (!f) return issue;
-    issue = remplit(*f, contenu);
-    if (issue == Issue::fait) issue = met_en_place(temporaire, chemin, remplace);
-    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
-    return issue;
+    return ecrit_a_cote(chemin, contenu, Tampon::vide,
+                        [&](const std::string& temporaire) { return met_en_place(temporaire, chemin, remplace); });
 }
 
 Issue remplace_sans_attendre(std::string_view chemin, std::string_view contenu) {
-    std::string temporaire;
-    Issue issue = Issue::panne;
-    const auto f = cree_temporaire(chemin, temporaire, issue);
-    if (!f) return issue;
-    issue = remplit(*f, contenu, Tampon::laisse);
-    if (issue == Issue::fait) issue = systeme::renomme_en_remplacant(temporaire, chemin);
-    if (issue != Issue::fait) static_cast<void>(systeme::supprime(temporaire));
-    return issue;
+    return ecrit_a_cote(chemin, contenu, Tampon::laisse, [&](const std::string& temporaire) {
+        return systeme::renomme_en_remplacant(temporaire, chemin);
+    });
 }
 
 Issue cree(std::string_view chemin, std::string_view contenu) {

@@ -1,11 +1,10 @@
-#include "platform/systeme/console_win32.h"
-
 #include <windows.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
 
+#include "platform/console/console.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/texte_win32.h"
 
@@ -48,7 +47,7 @@ void rattache() {
     ecrit_en_utf8();
 }
 
-std::vector<std::string> mots(int argc, const wchar_t* const* argv) {
+std::vector<std::string> mots(int argc, const Lettre* const* argv) {
     std::vector<std::string> r;
     std::size_t etranger = 0;
     for (int i = 1; i < argc; ++i) {
