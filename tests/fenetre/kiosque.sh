@@ -47,14 +47,17 @@ lance_kiosque() {
     attend 15000 couvre_tout || echoue "the terminal does not fill the screen"
 }
 
-# Cage cleans up when the terminal ends; one that was killed leaves the name of Xwayland's display behind.
+# Cage cleans up when the terminal ends; one that was killed leaves the name of Xwayland's display behind,
+# which another server may have taken since.
 range() {
     local statut=$?
     if [ -n "${pid_programme:-}" ] && trouve_le_terminal; then
         kill "$pid_terminal"
         attend 15000 est_mort "$pid_programme"
     fi
-    [ -n "${interieur:-}" ] && rm -f "/tmp/.X$interieur-lock" "/tmp/.X11-unix/X$interieur"
+    local possesseur
+    possesseur=$(tr -d ' ' 2>/dev/null <"/tmp/.X${interieur:-}-lock") && est_mort "$possesseur" &&
+        rm -f "/tmp/.X$interieur-lock" "/tmp/.X11-unix/X$interieur"
     (exit "$statut")
     finit
 }
