@@ -56,7 +56,7 @@ range() {
         attend 15000 est_mort "$pid_programme"
     fi
     local possesseur
-    possesseur=$(tr -d ' ' 2>/dev/null <"/tmp/.X${interieur:-}-lock") && est_mort "$possesseur" &&
+    possesseur=$(tr -dc 0-9 2>/dev/null <"/tmp/.X${interieur:-}-lock") && est_mort "$possesseur" &&
         rm -f "/tmp/.X$interieur-lock" "/tmp/.X11-unix/X$interieur"
     (exit "$statut")
     finit
