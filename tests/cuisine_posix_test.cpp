@@ -18,7 +18,7 @@
 #include <thread>
 
 #include "fourneau.h"
-#include "platform/liaison/arret.h"
+#include "platform/console/arret.h"
 #include "platform/systeme/epreuve.h"
 #include "platform/systeme/ouvrier.h"
 

@@ -7,7 +7,7 @@
 #include "cuisine/options.h"
 #include "cuisine/service.h"
 #include "platform/console/console.h"
-#include "platform/liaison/arret.h"
+#include "platform/console/arret.h"
 #include "platform/systeme/ouvrier.h"
 #include "platform/systeme/texte.h"
 

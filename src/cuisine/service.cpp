@@ -8,7 +8,7 @@
 #include "cuisine/collecte.h"
 #include "cuisine/compteur.h"
 #include "cuisine/fiche.h"
-#include "platform/liaison/arret.h"
+#include "platform/console/arret.h"
 #include "platform/liaison/guet.h"
 #include "platform/liaison/verrou.h"
 #include "platform/systeme/texte.h"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # An order on a display that shares no memory with its programs, as one across a network: the same picture, sent, and a
-# remark typed on a French keyboard, with a dead key and a composed sign. Usage: clavier.sh PROGRAM SOURCES
+# remark typed on a French keyboard, with a dead key and a composed sign; what is meant for others types nothing. Usage: clavier.sh PROGRAM SOURCES
 . "$(dirname "$0")/ecran.sh"
 
 photographie() {
@@ -22,9 +22,9 @@ attend 15000 est_peint 1032 640 23704F || echoue "the keyboard is not shown"
 xdotool key a
 attend 15000 est_peint 202 365 1F2A36 || echoue "a letter is not heard"
 setxkbmap fr -option compose:menu
-xdotool key dead_circumflex e eacute EuroSign w BackSpace Multi_key o e Return
+xdotool key alt+b super+c dead_circumflex e eacute EuroSign w BackSpace Multi_key o e dead_circumflex d Return
 attend 15000 est_peint 1168 730 23704F || echoue "Enter does not accept the remark"
 envoie_note
 envoie_commande
-LC_ALL=C grep -qaF $'a\xEA\xE9\x80\x9C' "$terrain"/reseau/*_01_012_004_.txt || echoue "the remark is not the one that was typed"
+LC_ALL=C grep -qaF $'a\xEA\xE9\x80\x9Cd' "$terrain"/reseau/*_01_012_004_.txt || echoue "the remark is not the one that was typed"
 echo "the remark has arrived"

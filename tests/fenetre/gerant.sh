@@ -1,15 +1,19 @@
 #!/usr/bin/env bash
 # With a manager of windows: the whole screen is covered, a close request asks for the end, and a second start brings
-# back what was hidden away. In a frame the inside has the wished size. Usage: gerant.sh PROGRAM SOURCES
+# back what was hidden away. One that goes or comes under the terminal leaves it the screen and the keyboard. In a frame
+# the inside has the wished size. Usage: gerant.sh PROGRAM SOURCES
 . "$(dirname "$0")/ecran.sh"
 command -v openbox >/dev/null || { echo "no manager of windows here: not tried" && exit 77; }
 mode=--plein-ecran
 ouvre_ecran
-est_la() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q ' 0x'; }
-HOME=$terrain openbox >/dev/null 2>&1 &
-pid_gerant=$!
 trap 's=$?; kill "$pid_gerant" 2>/dev/null; (exit "$s"); finit' EXIT
-attend 15000 est_la || echoue "no manager"
+est_la() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q ' 0x'; }
+ouvre_gerant() {
+    HOME=$terrain openbox >/dev/null 2>&1 &
+    pid_gerant=$!
+    attend 15000 est_la || echoue "no manager"
+}
+ouvre_gerant
 
 couvre_tout() {
     est_peint 0 0 1F2A36 && est_peint 1279 0 1F2A36 && est_peint 0 799 1F2A36 && est_peint 1279 799 1F2A36
@@ -28,6 +32,31 @@ xdotool key alt+F4
 attend 15000 est_peint 330 440 23704F || echoue "a close request does not ask for the end"
 xdotool key Escape
 attend 15000 est_peint 40 60 3F72A8 || echoue "Escape does not abandon"
+
+entend_le_clavier() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = Orvalune ]; }
+tient_l_ecran() {
+    attend 15000 couvre_tout || echoue "the screen is not covered $1"
+    attend 15000 entend_le_clavier || echoue "the keyboard is lost $1"
+}
+ferme_gerant() {
+    kill "-$1" "$pid_gerant"
+    wait "$pid_gerant" 2>/dev/null
+}
+for signal in KILL TERM; do
+    ferme_gerant "$signal"
+    tient_l_ecran "when the manager has gone by SIG$signal"
+    ouvre_gerant
+    attend 15000 a_le_clavier || echoue "the manager that came back does not manage it"
+    tient_l_ecran "when the manager has come back"
+done
+kill "$pid_programme"
+wait "$pid_programme" 2>/dev/null
+ferme_gerant TERM
+lance_programme
+tient_l_ecran "without a manager"
+ouvre_gerant
+attend 15000 a_le_clavier || echoue "a manager that comes later does not manage it"
+tient_l_ecran "when a manager has come later"
 kill "$pid_programme"
 wait "$pid_programme" 2>/dev/null
 

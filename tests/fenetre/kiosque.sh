@@ -99,5 +99,5 @@ echo "a stopped kiosk keeps the note, and starts again"
 
 sans_xwayland=oui
 (demarre "$terrain")
-grep -q "installez le paquet xwayland$" "$terrain/dit" || echoue "without Xwayland it says: $(cat "$terrain/dit")"
+grep -q "installez le paquet xwayland\.$" "$terrain/dit" || echoue "without Xwayland it says: $(cat "$terrain/dit")"
 echo "it says what it lacks"

@@ -14,9 +14,11 @@ refuse() {
 }
 
 refuse "^Aucun écran n'a été trouvé," -u DISPLAY -u WAYLAND_DISPLAY
-refuse "installez le paquet xwayland$" -u DISPLAY WAYLAND_DISPLAY=wayland-0
+refuse "^Aucun écran n'a été trouvé," -u DISPLAY WAYLAND_DISPLAY=
+refuse "^L'affichage :4711 ne répond pas" DISPLAY=:4711 WAYLAND_DISPLAY=wayland-0
+refuse "installez le paquet xwayland\.$" -u DISPLAY WAYLAND_DISPLAY=wayland-0
 profondeur=8 ouvre_ecran
-refuse "^l'écran a 8 bits de couleur" -u WAYLAND_DISPLAY
+refuse "^L'écran a 8 bits de couleur" -u WAYLAND_DISPLAY
 kill "$pid_ecran"
 wait "$pid_ecran" 2>/dev/null
 echo "it says why it shows nothing"

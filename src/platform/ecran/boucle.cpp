@@ -84,6 +84,7 @@ void dimensionne() {
 }
 
 void met_a_jour_image() {
+    ecran->fenetre->laisse_peindre();
     dimensionne();
     const Doigt& d = ecran->doigt;
     Appui appui;

@@ -7,6 +7,7 @@
 #include <xcb/xkb.h>
 #undef explicit
 
+#include <algorithm>
 #include <cstdlib>
 #include <iterator>
 #include <string_view>
@@ -24,6 +25,18 @@ const struct {
             {XKB_KEY_KP_Enter, Cle::entree},
             {XKB_KEY_Escape, Cle::echappement},
             {XKB_KEY_BackSpace, Cle::retour_arriere}};
+
+/// Keys held with one of these speak to the manager of windows, except where they choose among a key's signs.
+constexpr const char* commandes[] = {XKB_MOD_NAME_ALT, XKB_MOD_NAME_LOGO};
+
+bool est_commande(xkb_state* etat, xkb_keycode_t touche) {
+    xkb_keymap* touches = xkb_state_get_keymap(etat);
+    return std::any_of(std::begin(commandes), std::end(commandes), [&](const char* nom) {
+        const xkb_mod_index_t m = xkb_keymap_mod_get_index(touches, nom);
+        return xkb_state_mod_index_is_active(etat, m, XKB_STATE_MODS_EFFECTIVE) > 0 &&
+               xkb_state_mod_index_is_consumed(etat, touche, m) <= 0;
+    });
+}
 
 std::optional<Cle> cle_de(xkb_keysym_t symbole) {
     for (const auto& c : cles) {
@@ -57,10 +70,11 @@ Frappe ClavierX11::lis(const xcb_input_key_press_event_t& e) {
     Frappe f;
     if (etat_ == nullptr) return f;
     xkb_state_update_mask(etat_, e.mods.base, e.mods.latched, e.mods.locked, 0, 0, e.group.effective);
+    if (est_commande(etat_, e.detail)) return f;
     const xkb_keysym_t symbole = xkb_state_key_get_one_sym(etat_, e.detail);
     f.cle = cle_de(symbole);
     if (!f.cle) f.signes = signes(etat_, e.detail, symbole);
-    if (f.cle && composition_ != nullptr) xkb_compose_state_reset(composition_);
+    if (f.cle) oublie_composition();
     return f;
 }
 
@@ -72,10 +86,10 @@ std::u32string ClavierX11::signes(xkb_state* etat, std::uint32_t touche, std::ui
     switch (xkb_compose_state_get_status(composition_)) {
         case XKB_COMPOSE_COMPOSED:
             return un(xkb_keysym_to_utf32(xkb_compose_state_get_one_sym(composition_)));
-        case XKB_COMPOSE_NOTHING:
-            return un(xkb_state_key_get_utf32(etat, touche));
-        default:  // on its way, or it leads nowhere
+        case XKB_COMPOSE_COMPOSING:
             return {};
+        default:  // it has nothing to do with what was begun, which is dropped
+            return un(xkb_state_key_get_utf32(etat, touche));
     }
 }
 
@@ -83,6 +97,10 @@ void ClavierX11::regarde(const xcb_generic_event_t& e) {
     const std::uint8_t sorte = e.response_type & 0x7F;
     if (evenements_ == 0 || sorte != evenements_) return;
     oublie_touches();
+}
+
+void ClavierX11::oublie_composition() {
+    if (composition_ != nullptr) xkb_compose_state_reset(composition_);
 }
 
 void ClavierX11::ouvre() {

@@ -23,6 +23,8 @@ class ClavierX11 {
     Frappe lis(const xcb_input_key_press_event_t& e);
     /// When the event tells that the keys have other meanings from now on, they are read anew at the next press.
     void regarde(const xcb_generic_event_t& e);
+    /// What was begun with a dead key or the compose key is forgotten: the keys go elsewhere from now on.
+    void oublie_composition();
 
   private:
     xcb_connection_t* serveur_;

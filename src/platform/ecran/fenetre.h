@@ -50,7 +50,9 @@ class Fenetre {
     virtual Evenement attend(int ms) = 0;
     /// Where the pixels of what it shows lie best. It outlives them.
     virtual std::pmr::memory_resource* memoire() { return std::pmr::get_default_resource(); }
-    /// Shows the changed zones of the image, which must stay there as it is until the next attend().
+    /// Waits until the image shown last may be changed: to be called before anything is painted.
+    virtual void laisse_peindre() {}
+    /// Shows the changed zones of the image, which must stay there as it is until the next laisse_peindre().
     virtual void montre(const Image& image, std::span<const Zone> zones) = 0;
     /// Ends an attend() under way; callable from any thread.
     virtual void reveille() = 0;

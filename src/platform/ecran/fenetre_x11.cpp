@@ -1,4 +1,5 @@
 // The window of Linux, by the protocol X11 alone: on a desktop, in a kiosk without one, and by way of Xwayland.
+#include <unistd.h>
 #include <xcb/screensaver.h>
 #include <xcb/xcb.h>
 
@@ -6,6 +7,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <iterator>
+#include <string_view>
 
 #include "platform/ecran/clavier_x11.h"
 #include "platform/ecran/entrees_x11.h"
@@ -54,9 +56,13 @@ class FenetreX11 final : public Fenetre {
         taille_.echelle = serveur_->densite();
         cree();
         se_presente(titre);
-        if (serveur_->plein_ecran_gere()) return demande_sa_place();
-        xcb_map_window(c_, fenetre_);
-        xcb_flush(c_);
+        if (serveur_->plein_ecran_gere()) {
+            demande_sa_place();
+        } else {
+            xcb_map_window(c_, fenetre_);
+            xcb_flush(c_);
+        }
+        ouverte_ = true;
     }
 
     TailleEcran taille() const override { return taille_; }
@@ -66,16 +72,19 @@ class FenetreX11 final : public Fenetre {
     Evenement attend(int ms) override {
         std::optional<Moment> jusqua;
         if (ms >= 0) jusqua = std::chrono::steady_clock::now() + std::chrono::milliseconds(ms);
-        bool assez = false;
+        bool heure = false;
         recoit();
-        while (entrees_.vide() && !assez) assez = patiente(jusqua);
-        while (images_.en_lecture()) patiente({});  // whoever gets the event may paint
+        while (entrees_.vide() && !appelee_ && !heure) heure = patiente(jusqua);
+        appelee_ = false;
         return entrees_.prend();
+    }
+
+    void laisse_peindre() override {
+        while (images_.en_lecture()) patiente({});
     }
 
     /// Before the window has been seen, there is nothing to be shown on: the first look at it shows all.
     void montre(const Image& image, std::span<const Zone> zones) override {
-        while (images_.en_lecture()) patiente({});
         image_ = &image;
         if (!vue_) return recoit();
         for (const Zone& z : zones) montre_zone(z);
@@ -101,9 +110,12 @@ class FenetreX11 final : public Fenetre {
     TailleEcran taille_;
     const Image* image_ = nullptr;  ///< the one shown last: what was covered comes back from it
     Zone decouverte_;               ///< what came to light since
+    bool seule_ = false;            ///< no manager may have it
+    bool ouverte_ = false;          ///< its size has been asked for
     bool vue_ = false;              ///< it has come to light once
     bool disparu_ = false;
-    bool allume_ = false;               ///< the screen is kept lit
+    bool appelee_ = false;              ///< the next attend() ends at once
+    bool a_le_clavier_ = false;         ///< so the screen is kept lit, too
     std::atomic<bool> devant_ = false;  ///< asked to come to the front
 
     /// The window lies where it should even without anybody who manages windows. Such a one who does not know of full
@@ -117,12 +129,12 @@ class FenetreX11 final : public Fenetre {
             palette = xcb_generate_id(c_);
             xcb_create_colormap(c_, XCB_COLORMAP_ALLOC_NONE, palette, ecran.root, couleurs.visuel);
         }
-        const bool seule = mode_ == Mode::plein_ecran && !serveur_->plein_ecran_gere();
+        seule_ = mode_ == Mode::plein_ecran && !serveur_->plein_ecran_gere();
         const std::uint32_t valeurs[] = {
             XCB_BACK_PIXMAP_NONE,
             0,
             XCB_GRAVITY_NORTH_WEST,
-            seule,
+            seule_,
             XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_FOCUS_CHANGE,
             palette};
         xcb_create_window(c_, couleurs.profondeur, fenetre_, ecran.root, static_cast<std::int16_t>(gauche()),
@@ -154,13 +166,17 @@ class FenetreX11 final : public Fenetre {
         note(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, titre.data(), titre.size());
         note(a(Atome::net_wm_name), a(Atome::utf8_string), 8, utf8.data(), utf8.size());
         note(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, classe, sizeof classe);
+        const std::uint32_t processus = static_cast<std::uint32_t>(getpid());
+        note(a(Atome::net_wm_pid), XCB_ATOM_CARDINAL, 32, &processus, 1);
+        char machine[256] = {};
+        if (gethostname(machine, sizeof machine - 1) == 0)
+            note(a(Atome::wm_client_machine), XCB_ATOM_STRING, 8, machine, std::string_view(machine).size());
         const xcb_atom_t appels[] = {a(Atome::wm_delete_window), a(Atome::net_wm_ping)};
         note(a(Atome::wm_protocols), XCB_ATOM_ATOM, 32, appels, std::size(appels));
         const std::uint32_t prend_le_clavier[9] = {1, 1};
         note(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 32, prend_le_clavier, std::size(prend_le_clavier));
         if (mode_ == Mode::plein_ecran) {
-            const xcb_atom_t plein = a(Atome::net_wm_state_fullscreen);
-            note(a(Atome::net_wm_state), XCB_ATOM_ATOM, 32, &plein, 1);
+            demande_le_plein_ecran();
             const std::uint32_t sans_detour = 1;
             note(a(Atome::net_wm_bypass_compositor), XCB_ATOM_CARDINAL, 32, &sans_detour, 1);
             return;
@@ -170,6 +186,11 @@ class FenetreX11 final : public Fenetre {
         i.l_min = i.l_max = static_cast<std::uint32_t>(taille_.largeur);
         i.h_min = i.h_max = static_cast<std::uint32_t>(taille_.hauteur);
         note(XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 32, &i, 18);
+    }
+
+    void demande_le_plein_ecran() {
+        const xcb_atom_t plein = a(Atome::net_wm_state_fullscreen);
+        note(a(Atome::net_wm_state), XCB_ATOM_ATOM, 32, &plein, 1);
     }
 
     xcb_atom_t a(Atome atome) const { return serveur_->atome(atome); }
@@ -187,18 +208,18 @@ class FenetreX11 final : public Fenetre {
             const Moment jusqua = std::chrono::steady_clock::now() + attente_du_gerant;
             while (!vue_ && !disparu_ && !patiente(jusqua)) continue;
         }
-        while (!entrees_.vide()) entrees_.prend();  // nobody has asked for its size yet
     }
 
-    /// Sleeps until something has happened, and hears of it. True when it was the time, or a call.
+    /// Sleeps until something has happened, and hears of it. True when it was the time.
     bool patiente(std::optional<Moment> jusqua) {
         xcb_flush(c_);
         const VeilleX11::Cause cause = veille_.attend(xcb_get_file_descriptor(c_), jusqua);
         if (cause.reveil) entrees_.ajoute(Sorte::reveil);
         if (cause.fin) entrees_.ajoute(Sorte::fin);
         if (devant_.exchange(false)) passe_devant();
+        appelee_ = appelee_ || cause.appel;
         recoit();
-        return cause.heure || cause.appel;
+        return cause.heure;
     }
 
     /// Hears of everything that has come.
@@ -228,29 +249,35 @@ class FenetreX11 final : public Fenetre {
     void traite(const xcb_generic_event_t& e) {
         switch (e.response_type & 0x7F) {
             case XCB_GE_GENERIC:
-                return entrees_.decode(reinterpret_cast<const xcb_ge_generic_event_t&>(e));
+                return agit(reinterpret_cast<const xcb_ge_generic_event_t&>(e));
             case XCB_EXPOSE:
                 return decouvre(reinterpret_cast<const xcb_expose_event_t&>(e));
             case XCB_CONFIGURE_NOTIFY:
                 return change_de_taille(reinterpret_cast<const xcb_configure_notify_event_t&>(e));
             case XCB_UNMAP_NOTIFY:
                 return entrees_.lache();
+            case XCB_REPARENT_NOTIFY:
+                return perd_son_cadre();
             case XCB_DESTROY_NOTIFY:
-                return disparait();
+                return est_detruite(reinterpret_cast<const xcb_destroy_notify_event_t&>(e).window);
             case XCB_FOCUS_IN:
             case XCB_FOCUS_OUT:
                 return change_de_place(reinterpret_cast<const xcb_focus_in_event_t&>(e));
             case XCB_CLIENT_MESSAGE:
                 return repond(reinterpret_cast<const xcb_client_message_event_t&>(e));
             case XCB_PROPERTY_NOTIFY:
-                if (reinterpret_cast<const xcb_property_notify_event_t&>(e).atom != XCB_ATOM_RESOURCE_MANAGER) return;
-                serveur_->relis_la_densite();
-                taille_.echelle = serveur_->densite();
-                return entrees_.ajoute(Sorte::repeindre);
+                return suit_les_reglages(reinterpret_cast<const xcb_property_notify_event_t&>(e).atom);
             default:
                 images_.regarde(e);
                 clavier_.regarde(e);
         }
+    }
+
+    /// Where nobody hands the keyboard on, the window under the finger takes it.
+    void agit(const xcb_ge_generic_event_t& e) {
+        const bool pose = e.event_type == XCB_INPUT_TOUCH_BEGIN || e.event_type == XCB_INPUT_BUTTON_PRESS;
+        if (pose && !a_le_clavier_ && !serveur_->plein_ecran_gere()) prend_le_clavier();
+        entrees_.decode(e);
     }
 
     void decouvre(const xcb_expose_event_t& e) {
@@ -266,10 +293,62 @@ class FenetreX11 final : public Fenetre {
             xcb_configure_window(c_, fenetre_, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, taille);
             return;
         }
-        if (taille_.largeur == e.width && taille_.hauteur == e.height) return;
+        if (e.window != fenetre_ || (taille_.largeur == e.width && taille_.hauteur == e.height)) return;
         taille_.largeur = e.width;
         taille_.hauteur = e.height;
-        entrees_.ajoute(Sorte::repeindre);
+        if (ouverte_) entrees_.ajoute(Sorte::repeindre);
+    }
+
+    /// The root window has got a property anew.
+    void suit_les_reglages(xcb_atom_t propriete) {
+        if (propriete == a(Atome::net_supporting_wm_check) || propriete == a(Atome::net_supported)) suit_le_gerant();
+        if (propriete != XCB_ATOM_RESOURCE_MANAGER) return;
+        serveur_->relis_la_densite();
+        taille_.echelle = serveur_->densite();
+        if (ouverte_) entrees_.ajoute(Sorte::repeindre);
+    }
+
+    /// This window, or the one by which the manager was known.
+    void est_detruite(xcb_window_t fenetre) { fenetre == fenetre_ ? disparait() : suit_le_gerant(); }
+
+    /// Whoever manages the windows has come or gone, or is about to: one that ends tells it more than once, and lets
+    /// the keyboard go last.
+    void suit_le_gerant() {
+        const bool avant = serveur_->plein_ecran_gere();
+        serveur_->cherche_le_gerant();
+        if (!serveur_->plein_ecran_gere()) return se_passe_du_gerant();
+        if (!avant) se_confie_au_gerant();
+    }
+
+    /// The window that lay over all by itself is one of the manager's from now on; it takes such a one as it is mapped.
+    void se_confie_au_gerant() {
+        if (!std::exchange(seule_, false)) return;
+        xcb_unmap_window(c_, fenetre_);
+        const std::uint32_t geree = 0;
+        xcb_change_window_attributes(c_, fenetre_, XCB_CW_OVERRIDE_REDIRECT, &geree);
+        demande_le_plein_ecran();
+        vue_ = false;
+        demande_sa_place();
+    }
+
+    /// It stays one that the next manager takes.
+    void se_passe_du_gerant() {
+        if (mode_ == Mode::plein_ecran) {
+            demande_le_plein_ecran();
+            const Zone tout = serveur_->etendue();
+            const std::uint32_t place[] = {0, 0, static_cast<std::uint32_t>(tout.droite),
+                                           static_cast<std::uint32_t>(tout.bas), XCB_STACK_MODE_ABOVE};
+            xcb_configure_window(c_, fenetre_,
+                                 XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                                     XCB_CONFIG_WINDOW_HEIGHT | XCB_CONFIG_WINDOW_STACK_MODE,
+                                 place);
+        }
+        prend_le_clavier();
+    }
+
+    /// A manager that ends may give the window back after it has told that it ends.
+    void perd_son_cadre() {
+        if (vue_ && !serveur_->plein_ecran_gere()) se_passe_du_gerant();
     }
 
     void repond(const xcb_client_message_event_t& e) {
@@ -293,8 +372,10 @@ class FenetreX11 final : public Fenetre {
     void change_de_place(const xcb_focus_in_event_t& e) {
         if (e.detail == XCB_NOTIFY_DETAIL_POINTER) return;
         const bool devant = (e.response_type & 0x7F) == XCB_FOCUS_IN;
+        if (!devant && !serveur_->plein_ecran_gere() && serveur_->clavier_a_prendre()) prend_le_clavier();
         if (!devant) entrees_.lache();
-        if (devant == std::exchange(allume_, devant)) return;
+        if (!devant) clavier_.oublie_composition();
+        if (devant == std::exchange(a_le_clavier_, devant)) return;
         if (serveur_->connait(xcb_screensaver_id)) xcb_screensaver_suspend(c_, devant);
     }
 

@@ -9,8 +9,8 @@
 namespace ecran {
 namespace {
 
-/// Pixels sent in one request: some 250 KB, which any server takes.
-constexpr int pixels_par_envoi = 1 << 16;
+/// Pixels sent in one request: with its head it stays below the 65,535 words that any server takes.
+constexpr int pixels_par_envoi = 60000;
 
 }  // namespace
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <span>
 #include <string_view>
@@ -16,7 +17,9 @@ namespace {
 
 constexpr const char* noms[] = {"WM_PROTOCOLS",
                                 "WM_DELETE_WINDOW",
+                                "WM_CLIENT_MACHINE",
                                 "_NET_WM_PING",
+                                "_NET_WM_PID",
                                 "_NET_WM_NAME",
                                 "UTF8_STRING",
                                 "_NET_WM_STATE",
@@ -65,8 +68,8 @@ bool convient(const xcb_visualtype_t& v) {
            v.blue_mask == 0xFF;
 }
 
-/// The screen's own way of storing colours before another one; 24 bits before 32, where a fourth byte may mean that
-/// something shines through.
+/// 24 bits before 32, where a fourth byte may mean that something shines through; of one depth the screen's own way of
+/// storing colours before another one.
 Couleurs choisit_couleurs(const xcb_setup_t& s, const xcb_screen_t& ecran) {
     Couleurs choisies;
     for (auto d = xcb_screen_allowed_depths_iterator(&ecran); d.rem > 0; xcb_depth_next(&d)) {
@@ -93,13 +96,22 @@ double densite_de(const std::string& ressources) {
     if (debut == std::string::npos) return 1;
     double points = 0;
     std::from_chars(lignes.data() + debut, lignes.data() + lignes.size(), points);
-    return std::clamp(points / 96, 1.0, 8.0);
+    return std::isfinite(points) ? std::clamp(points / 96, 1.0, 8.0) : 1;
 }
 
+std::string variable(const char* nom) {
+    const char* valeur = std::getenv(nom);
+    return valeur == nullptr ? "" : valeur;
+}
+
+/// In a session of Wayland it is Xwayland that is missing, or has not come up under the name it was to have.
 std::string refus_sans_serveur() {
-    if (std::getenv("WAYLAND_DISPLAY") == nullptr) return {};
-    return "cette session Wayland n'a pas Xwayland, sans lequel Orvalune ne peut rien montrer : installez le paquet "
-           "xwayland";
+    if (variable("WAYLAND_DISPLAY").empty()) return {};
+    const std::string affichage = variable("DISPLAY");
+    const std::string constat = affichage.empty()
+                                    ? "Cette session Wayland n'a pas Xwayland"
+                                    : "L'affichage " + affichage + " ne répond pas : c'est celui de Xwayland";
+    return constat + ", sans lequel Orvalune ne peut rien montrer : installez le paquet xwayland.";
 }
 
 xcb_screen_t* ecran_numero(const xcb_setup_t* s, int numero) {
@@ -122,8 +134,8 @@ std::unique_ptr<ServeurX11> ServeurX11::joint(std::string& refus) {
     std::unique_ptr<ServeurX11> s(new ServeurX11(c, ecran_numero(reglages, numero)));
     s->couleurs_ = choisit_couleurs(*reglages, s->ecran());
     if (s->couleurs_.profondeur == 0) {
-        refus = "l'écran a " + std::to_string(s->ecran().root_depth) +
-                " bits de couleur, Orvalune en demande 24 ou 32 (TrueColor)";
+        refus = "L'écran a " + std::to_string(s->ecran().root_depth) +
+                " bits de couleur, Orvalune en demande 24 ou 32 (TrueColor).";
         return nullptr;
     }
     // What the server is asked is on its way before the first answer is awaited.
@@ -131,8 +143,9 @@ std::unique_ptr<ServeurX11> ServeurX11::joint(std::string& refus) {
     const auto ressources = demande(c, s->ecran().root, XCB_ATOM_RESOURCE_MANAGER);
     s->demande_atomes();
     s->densite_ = densite_de(reponse(c, ressources));
-    if (!s->prend_les_facultes()) {
-        refus = "le serveur d'affichage est trop ancien pour Orvalune : il lui manque XInput 2.2";
+    s->cherche_le_gerant();
+    if (!s->connait_les_doigts()) {
+        refus = "Le serveur d'affichage est trop ancien pour Orvalune : il lui manque XInput 2.2.";
         return nullptr;
     }
     return s;
@@ -155,23 +168,42 @@ bool ServeurX11::connait(xcb_extension_t& extension) const {
     return r != nullptr && r->present != 0;
 }
 
-/// Fingers, and whether somebody manages full screens. The manager names a window of its own, which names itself: a
-/// number that a dead one left behind tells nothing. False when the server knows no fingers.
-bool ServeurX11::prend_les_facultes() {
+bool ServeurX11::connait_les_doigts() {
     if (!connait(xcb_input_id)) return false;
-    const xcb_atom_t preuve = atome(Atome::net_supporting_wm_check);
     const auto version = xcb_input_xi_query_version(connexion_, 2, 2);
+    const Recue<xcb_input_xi_query_version_reply_t> v(xcb_input_xi_query_version_reply(connexion_, version, nullptr));
+    return v && std::pair(v->major_version, v->minor_version) >= std::pair<std::uint16_t, std::uint16_t>(2, 2);
+}
+
+/// The manager names a window of its own, which names itself: a number that a dead one left behind tells nothing. That
+/// window is watched, as it alone tells when its owner is killed.
+void ServeurX11::cherche_le_gerant() {
+    const xcb_atom_t preuve = atome(Atome::net_supporting_wm_check);
     const auto gerant = demande(connexion_, ecran_->root, preuve);
     const auto connues = demande(connexion_, ecran_->root, atome(Atome::net_supported));
-
-    const Recue<xcb_input_xi_query_version_reply_t> v(xcb_input_xi_query_version_reply(connexion_, version, nullptr));
     const std::string la_sienne = reponse(connexion_, gerant), liste = reponse(connexion_, connues);
     const auto atomes = nombres(liste);
+    plein_ecran_gere_ = false;
+    if (nombres(la_sienne).empty()) return;
+    const xcb_window_t fenetre = nombres(la_sienne)[0];
+    const std::uint32_t sa_fin = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connexion_, fenetre, XCB_CW_EVENT_MASK, &sa_fin);
     plein_ecran_gere_ =
         std::find(atomes.begin(), atomes.end(), atome(Atome::net_wm_state_fullscreen)) != atomes.end() &&
-        !nombres(la_sienne).empty() &&
-        reponse(connexion_, demande(connexion_, nombres(la_sienne)[0], preuve)) == la_sienne;
-    return v && std::pair(v->major_version, v->minor_version) >= std::pair<std::uint16_t, std::uint16_t>(2, 2);
+        reponse(connexion_, demande(connexion_, fenetre, preuve)) == la_sienne;
+}
+
+bool ServeurX11::clavier_a_prendre() const {
+    const Recue<xcb_get_input_focus_reply_t> r(
+        xcb_get_input_focus_reply(connexion_, xcb_get_input_focus(connexion_), nullptr));
+    return r && (r->focus == XCB_INPUT_FOCUS_NONE || r->focus == XCB_INPUT_FOCUS_POINTER_ROOT);
+}
+
+Zone ServeurX11::etendue() const {
+    const Recue<xcb_get_geometry_reply_t> r(
+        xcb_get_geometry_reply(connexion_, xcb_get_geometry(connexion_, ecran_->root), nullptr));
+    if (!r) return {0, 0, ecran_->width_in_pixels, ecran_->height_in_pixels};
+    return {0, 0, r->width, r->height};
 }
 
 void ServeurX11::relis_la_densite() {

@@ -8,13 +8,17 @@
 #include <memory>
 #include <string>
 
+#include "platform/peinture/toile.h"
+
 namespace ecran {
 
 /// Names that the window and its manager speak of, by the server's numbers.
 enum class Atome : std::size_t {
     wm_protocols,
     wm_delete_window,
+    wm_client_machine,
     net_wm_ping,
+    net_wm_pid,
     net_wm_name,
     utf8_string,
     net_wm_state,
@@ -46,6 +50,13 @@ class ServeurX11 {
     xcb_atom_t atome(Atome a) const { return atomes_[static_cast<std::size_t>(a)]; }
     /// Whether a manager of windows is there that can put one over the whole screen.
     bool plein_ecran_gere() const { return plein_ecran_gere_; }
+    /// One has come or gone, or may have: the server tells by changes of the root window's properties and by the end of
+    /// a window of the manager's.
+    void cherche_le_gerant();
+    /// No window has the keyboard.
+    bool clavier_a_prendre() const;
+    /// The whole screen as it lies now.
+    Zone etendue() const;
     /// It has gone, and answers no more.
     bool a_disparu() const { return xcb_connection_has_error(connexion_) != 0; }
     /// Whether it has this extension, such as xcb_shm_id.
@@ -66,7 +77,7 @@ class ServeurX11 {
     double densite_ = 1;
 
     void demande_atomes();
-    bool prend_les_facultes();
+    bool connait_les_doigts();
 };
 
 }  // namespace ecran

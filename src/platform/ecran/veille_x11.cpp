@@ -1,7 +1,6 @@
 #include "platform/ecran/veille_x11.h"
 
 #include <poll.h>
-#include <signal.h>
 #include <sys/eventfd.h>
 #include <sys/timerfd.h>
 #include <unistd.h>
@@ -9,6 +8,8 @@
 #include <algorithm>
 #include <ctime>
 #include <utility>
+
+#include "platform/console/arret.h"
 
 namespace ecran {
 namespace {
@@ -31,23 +32,6 @@ int horloge_du_reveil() {
     return f;
 }
 
-volatile sig_atomic_t fin_demandee = 0;
-volatile sig_atomic_t appel_de_fin = -1;  ///< what wakes the window up, -1: there is none
-
-void note_la_fin(int) {
-    fin_demandee = 1;
-    const std::uint64_t un = 1;
-    if (appel_de_fin >= 0) static_cast<void>(!::write(appel_de_fin, &un, sizeof un));
-}
-
-void ecoute_la_fin(int appel) {
-    appel_de_fin = appel;
-    struct sigaction action {};
-    action.sa_handler = note_la_fin;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) ::sigaction(signal, &action, nullptr);
-}
-
 /// To be waited for no more: what it told is known.
 bool vide(const pollfd& p) {
     std::uint64_t lu = 0;
@@ -65,11 +49,10 @@ bool Sommeil::constate(std::int64_t toujours, std::int64_t eveillee) {
 
 VeilleX11::VeilleX11() : appel_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), horloge_(horloge_du_reveil()) {
     a_dormi();
-    ecoute_la_fin(appel_);
+    arret::ecoute();
 }
 
 VeilleX11::~VeilleX11() {
-    appel_de_fin = -1;
     close(appel_);
     close(horloge_);
 }
@@ -90,14 +73,17 @@ VeilleX11::Cause VeilleX11::attend(int serveur, std::optional<Moment> jusqua) {
             std::chrono::ceil<std::chrono::milliseconds>(*jusqua - std::chrono::steady_clock::now()).count();
         reste = static_cast<int>(std::clamp<std::int64_t>(ms, 0, 24 * 3600 * 1000));
     }
-    pollfd veilles[] = {{serveur, POLLIN, 0}, {appel_, POLLIN, 0}, {horloge_, POLLIN, 0}};
+    pollfd veilles[] = {{serveur, POLLIN, 0},
+                        {appel_, POLLIN, 0},
+                        {horloge_, POLLIN, 0},
+                        {fin_dite_ ? -1 : arret::descripteur(), POLLIN, 0}};
     const int annonces = ::poll(veilles, std::size(veilles), reste);
     Cause c;
     c.heure = annonces == 0;
     c.appel = vide(veilles[1]);
     vide(veilles[2]);
     c.reveil = a_dormi();
-    c.fin = std::exchange(fin_demandee, 0) != 0;
+    c.fin = arret::demande() && !std::exchange(fin_dite_, true);
     return c;
 }
 

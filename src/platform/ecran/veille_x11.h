@@ -31,7 +31,7 @@ class VeilleX11 {
         bool heure = false;   ///< the time is up
         bool appel = false;   ///< appelle() was called
         bool reveil = false;  ///< the machine has slept
-        bool fin = false;     ///< the program was asked to end; told once, a second request ends it at once
+        bool fin = false;     ///< the program was asked to end; told once
     };
     /// Waits for the server behind `serveur` to say something, or for a cause to go on; without a moment, without end.
     Cause attend(int serveur, std::optional<Moment> jusqua);
@@ -41,6 +41,7 @@ class VeilleX11 {
   private:
     int appel_, horloge_;
     Sommeil sommeil_;
+    bool fin_dite_ = false;  ///< it was told that the end was asked for
 
     bool a_dormi();
 };

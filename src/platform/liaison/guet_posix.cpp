@@ -2,7 +2,7 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-#include "platform/liaison/arret_systeme.h"
+#include "platform/console/arret.h"
 #include "platform/liaison/guet.h"
 #include "platform/systeme/texte.h"
 

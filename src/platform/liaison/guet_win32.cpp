@@ -1,6 +1,6 @@
 #include <windows.h>
 
-#include "platform/liaison/arret_systeme.h"
+#include "platform/console/arret.h"
 #include "platform/liaison/guet.h"
 #include "platform/systeme/texte_win32.h"
 

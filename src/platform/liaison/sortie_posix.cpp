@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "platform/liaison/arret.h"
+#include "platform/console/arret.h"
 #include "platform/liaison/liaison.h"
 #include "platform/systeme/epreuve.h"
 #include "platform/systeme/texte.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/liaison/arret.h"
+#include "platform/console/arret.h"
 #include "platform/liaison/liaison.h"
 #include "platform/systeme/epreuve.h"
 #include "platform/systeme/texte_win32.h"

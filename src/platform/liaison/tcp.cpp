@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/liaison/arret.h"
+#include "platform/console/arret.h"
 #include "platform/liaison/liaison.h"
 #include "platform/liaison/tcp_systeme.h"
 #include "platform/systeme/horloge.h"

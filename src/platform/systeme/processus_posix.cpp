@@ -78,7 +78,7 @@ std::vector<std::string> arguments_de(std::string_view commande) {
 /// In the grandchild, which belongs to nobody: becomes the program, or tells through the pipe that it could not.
 [[noreturn]] void devient(const std::vector<char*>& arguments, int tube) {
     ::setsid();
-    std::signal(SIGXFSZ, SIG_DFL);  // ignored here, and a new program would inherit that
+    for (const int signal : {SIGXFSZ, SIGPIPE}) std::signal(signal, SIG_DFL);  // ignored here: it would inherit that
     ::execv(arguments[0], arguments.data());
     static_cast<void>(!::write(tube, "", 1));
     ::_exit(pas_de_programme);

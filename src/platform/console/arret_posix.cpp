@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/liaison/arret.h"
-#include "platform/liaison/arret_systeme.h"
+#include "platform/console/arret.h"
 
 namespace arret {
 namespace {

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <atomic>
 
-#include "platform/liaison/arret.h"
-#include "platform/liaison/arret_systeme.h"
+#include "platform/console/arret.h"
 
 namespace arret {
 namespace {
