@@ -6,8 +6,8 @@
 #include "cuisine/apercu.h"
 #include "cuisine/options.h"
 #include "cuisine/service.h"
-#include "platform/console/console.h"
 #include "platform/console/arret.h"
+#include "platform/console/console.h"
 #include "platform/systeme/ouvrier.h"
 #include "platform/systeme/texte.h"
 
