@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Hands the readers of files whatever comes, each in a directory of its own, and tells what was tried. What one does not
 # bear is a fault, kept in build/fuzz/fautes: the target takes such a file as its argument.
-# Usage: outils/fuzz.sh SECONDS [TARGET...]     a target is a source of tests/fuzz, by its name; default: all
+# Usage: [GRAINE=NUMBER] outils/fuzz.sh SECONDS [TARGET...]     a target is a source of tests/fuzz, by its name; default:
+# all. With a number the inputs come in the order that it stands for, otherwise by chance.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 racine=$PWD duree=${1:?seconds for each target}
@@ -25,7 +26,7 @@ essaie() {
     mkdir -p build/fuzz/{fautes,journaux,trouves/"$cible"}
     local journal=$racine/build/fuzz/journaux/$cible statut=0
     (cd "$terrain" && "$racine/build/fuzz/tests/fuzz/fuzz_$cible" -max_total_time="$duree" -max_len=4096 -timeout=120 \
-        -print_final_stats=1 -dict="$racine/tests/fuzz/mots.txt" -artifact_prefix="$racine/build/fuzz/fautes/$cible-" \
+        -print_final_stats=1 ${GRAINE:+-seed="$GRAINE"} -dict="$racine/tests/fuzz/mots.txt" -artifact_prefix="$racine/build/fuzz/fautes/$cible-" \
         "$racine/build/fuzz/trouves/$cible" ${graines:+"$graines"}) >"$journal" 2>&1 || statut=$?
     rm -rf "$terrain"
     local faits

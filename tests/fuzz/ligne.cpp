@@ -35,6 +35,13 @@ std::string valide(std::string_view ligne, const std::string& remarque) {
     return une;
 }
 
+/// A record has no quantity before it is validated: of one that has, or that gets one as its segments go, a part of any
+/// text is cut out.
+bool a_sa_quantite(std::string_view ligne) {
+    const std::string une = lignes::validee(ligne, 3, {});
+    return texte::contient(ligne, "##QUA") || une.find("##QUA") != une.rfind("##QUA");
+}
+
 /// Each line of the order file begins with its key, and ends with CR LF.
 void ecrit_commande(std::string_view ligne) {
     etat::nb_lignes_note = 1;
@@ -52,8 +59,7 @@ void essaie(std::string_view entree) {
     const std::string remarque(entree.substr(0, 60));
     lis_tout(ligne);
     ecrit_commande(ligne);
-    // A record has no quantity before it is validated: of one that has, a part of any text is cut out.
-    if (!texte::contient(ligne, "##QUA")) valide(valide(ligne, remarque), remarque);
+    if (!a_sa_quantite(ligne)) valide(valide(ligne, remarque), remarque);
     complements::prend(ligne);
     complements::bascule(remarque);
     complements::bascule(remarque);
