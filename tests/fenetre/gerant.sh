@@ -54,6 +54,16 @@ wait "$pid_programme" 2>/dev/null
 ferme_gerant TERM
 lance_programme
 tient_l_ecran "without a manager"
+fenetre=$(xdotool getwindowfocus)
+xprop -root -f _NET_SUPPORTING_WM_CHECK 32x -set _NET_SUPPORTING_WM_CHECK "$fenetre"
+xdotool windowunmap --sync "$fenetre" windowmap --sync "$fenetre" mousemove 640 400
+tient_l_ecran "when a dead manager's number has become its own"
+xprop -root -remove _NET_SUPPORTING_WM_CHECK
+xev >/dev/null &
+pid_autre=$!
+attend 15000 xdotool search --name '^Event Tester$' windowfocus 2>/dev/null || echoue "nothing else has the keyboard"
+kill "$pid_autre"
+tient_l_ecran "when another program has gone"
 ouvre_gerant
 attend 15000 a_le_clavier || echoue "a manager that comes later does not manage it"
 tient_l_ecran "when a manager has come later"

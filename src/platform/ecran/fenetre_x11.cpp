@@ -213,6 +213,11 @@ class FenetreX11 final : public Fenetre {
     /// Sleeps until something has happened, and hears of it. True when it was the time.
     bool patiente(std::optional<Moment> jusqua) {
         xcb_flush(c_);
+        if (xcb_generic_event_t* e = xcb_poll_for_queued_event(c_)) {  // it came while something was sent
+            entend(e);
+            recoit();
+            return false;
+        }
         const VeilleX11::Cause cause = veille_.attend(xcb_get_file_descriptor(c_), jusqua);
         if (cause.reveil) entrees_.ajoute(Sorte::reveil);
         if (cause.fin) entrees_.ajoute(Sorte::fin);
@@ -222,12 +227,14 @@ class FenetreX11 final : public Fenetre {
         return cause.heure;
     }
 
+    void entend(xcb_generic_event_t* e) {
+        traite(*e);
+        std::free(e);
+    }
+
     /// Hears of everything that has come.
     void recoit() {
-        while (xcb_generic_event_t* e = xcb_poll_for_event(c_)) {
-            traite(*e);
-            std::free(e);
-        }
+        while (xcb_generic_event_t* e = xcb_poll_for_event(c_)) entend(e);
         if (serveur_->a_disparu()) return disparait();
         if (image_ == nullptr || decouverte_.vide() || images_.en_lecture()) return;
         montre_zone(std::exchange(decouverte_, {}));
@@ -255,7 +262,8 @@ class FenetreX11 final : public Fenetre {
             case XCB_CONFIGURE_NOTIFY:
                 return change_de_taille(reinterpret_cast<const xcb_configure_notify_event_t&>(e));
             case XCB_UNMAP_NOTIFY:
-                return entrees_.lache();
+                if (reinterpret_cast<const xcb_unmap_notify_event_t&>(e).window == fenetre_) entrees_.lache();
+                return;
             case XCB_REPARENT_NOTIFY:
                 return perd_son_cadre();
             case XCB_DESTROY_NOTIFY:
@@ -299,7 +307,7 @@ class FenetreX11 final : public Fenetre {
         if (ouverte_) entrees_.ajoute(Sorte::repeindre);
     }
 
-    /// The root window has got a property anew.
+    /// The root window, or the one by which the manager is known, has got a property anew.
     void suit_les_reglages(xcb_atom_t propriete) {
         if (propriete == a(Atome::net_supporting_wm_check) || propriete == a(Atome::net_supported)) suit_le_gerant();
         if (propriete != XCB_ATOM_RESOURCE_MANAGER) return;
@@ -335,6 +343,7 @@ class FenetreX11 final : public Fenetre {
     void se_passe_du_gerant() {
         if (mode_ == Mode::plein_ecran) {
             demande_le_plein_ecran();
+            xcb_map_window(c_, fenetre_);  // a manager may have died over it
             const Zone tout = serveur_->etendue();
             const std::uint32_t place[] = {0, 0, static_cast<std::uint32_t>(tout.droite),
                                            static_cast<std::uint32_t>(tout.bas), XCB_STACK_MODE_ABOVE};
@@ -367,12 +376,14 @@ class FenetreX11 final : public Fenetre {
                        reinterpret_cast<const char*>(&message));
     }
 
-    /// The window gets the keyboard or loses it; whom the pointer alone gives it says nothing. The screen stays lit
-    /// while the order taking is in front, and no longer: the server counts the wishes.
+    /// The window gets the keyboard or loses it; what only the pointer gives counts as little as nothing, and is taken
+    /// whole where no manager gives it. The screen stays lit while the order taking is in front, and no longer: the
+    /// server counts the wishes.
     void change_de_place(const xcb_focus_in_event_t& e) {
-        if (e.detail == XCB_NOTIFY_DETAIL_POINTER) return;
         const bool devant = (e.response_type & 0x7F) == XCB_FOCUS_IN;
-        if (!devant && !serveur_->plein_ecran_gere() && serveur_->clavier_a_prendre()) prend_le_clavier();
+        const bool entier = e.detail != XCB_NOTIFY_DETAIL_POINTER;
+        if (!(devant && entier) && !serveur_->plein_ecran_gere() && serveur_->clavier_a_prendre()) prend_le_clavier();
+        if (!entier) return;
         if (!devant) entrees_.lache();
         if (!devant) clavier_.oublie_composition();
         if (devant == std::exchange(a_le_clavier_, devant)) return;

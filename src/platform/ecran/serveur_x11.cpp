@@ -175,8 +175,14 @@ bool ServeurX11::connait_les_doigts() {
     return v && std::pair(v->major_version, v->minor_version) >= std::pair<std::uint16_t, std::uint16_t>(2, 2);
 }
 
-/// The manager names a window of its own, which names itself: a number that a dead one left behind tells nothing. That
-/// window is watched, as it alone tells when its owner is killed.
+/// Made by this program, or the root, both of which have events of their own to tell.
+bool ServeurX11::est_notre(xcb_window_t fenetre) const {
+    const xcb_setup_t& s = *xcb_get_setup(connexion_);
+    return fenetre == ecran_->root || (fenetre & ~s.resource_id_mask) == s.resource_id_base;
+}
+
+/// The manager names a window of its own, which names itself: a number that a dead one left behind tells nothing, and
+/// may be anybody's by now. That window is watched: it alone tells when its owner is killed, or names it late.
 void ServeurX11::cherche_le_gerant() {
     const xcb_atom_t preuve = atome(Atome::net_supporting_wm_check);
     const auto gerant = demande(connexion_, ecran_->root, preuve);
@@ -186,8 +192,9 @@ void ServeurX11::cherche_le_gerant() {
     plein_ecran_gere_ = false;
     if (nombres(la_sienne).empty()) return;
     const xcb_window_t fenetre = nombres(la_sienne)[0];
-    const std::uint32_t sa_fin = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connexion_, fenetre, XCB_CW_EVENT_MASK, &sa_fin);
+    if (est_notre(fenetre)) return;
+    const std::uint32_t ses_changements = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connexion_, fenetre, XCB_CW_EVENT_MASK, &ses_changements);
     plein_ecran_gere_ =
         std::find(atomes.begin(), atomes.end(), atome(Atome::net_wm_state_fullscreen)) != atomes.end() &&
         reponse(connexion_, demande(connexion_, fenetre, preuve)) == la_sienne;
@@ -196,7 +203,8 @@ void ServeurX11::cherche_le_gerant() {
 bool ServeurX11::clavier_a_prendre() const {
     const Recue<xcb_get_input_focus_reply_t> r(
         xcb_get_input_focus_reply(connexion_, xcb_get_input_focus(connexion_), nullptr));
-    return r && (r->focus == XCB_INPUT_FOCUS_NONE || r->focus == XCB_INPUT_FOCUS_POINTER_ROOT);
+    return r &&
+           (r->focus == XCB_INPUT_FOCUS_NONE || r->focus == XCB_INPUT_FOCUS_POINTER_ROOT || r->focus == ecran_->root);
 }
 
 Zone ServeurX11::etendue() const {

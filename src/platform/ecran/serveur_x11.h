@@ -50,8 +50,8 @@ class ServeurX11 {
     xcb_atom_t atome(Atome a) const { return atomes_[static_cast<std::size_t>(a)]; }
     /// Whether a manager of windows is there that can put one over the whole screen.
     bool plein_ecran_gere() const { return plein_ecran_gere_; }
-    /// One has come or gone, or may have: the server tells by changes of the root window's properties and by the end of
-    /// a window of the manager's.
+    /// One has come or gone, or may have: the server tells by changes of properties and by the end of a window of the
+    /// manager's.
     void cherche_le_gerant();
     /// No window has the keyboard.
     bool clavier_a_prendre() const;
@@ -78,6 +78,7 @@ class ServeurX11 {
 
     void demande_atomes();
     bool connait_les_doigts();
+    bool est_notre(xcb_window_t fenetre) const;
 };
 
 }  // namespace ecran
