@@ -264,6 +264,8 @@ class FenetreX11 final : public Fenetre {
             case XCB_UNMAP_NOTIFY:
                 if (reinterpret_cast<const xcb_unmap_notify_event_t&>(e).window == fenetre_) entrees_.lache();
                 return;
+            case XCB_MAP_NOTIFY:
+                return garde_le_clavier();
             case XCB_REPARENT_NOTIFY:
                 return perd_son_cadre();
             case XCB_DESTROY_NOTIFY:
@@ -382,12 +384,17 @@ class FenetreX11 final : public Fenetre {
     void change_de_place(const xcb_focus_in_event_t& e) {
         const bool devant = (e.response_type & 0x7F) == XCB_FOCUS_IN;
         const bool entier = e.detail != XCB_NOTIFY_DETAIL_POINTER;
-        if (!(devant && entier) && !serveur_->plein_ecran_gere() && serveur_->clavier_a_prendre()) prend_le_clavier();
+        if (!(devant && entier)) garde_le_clavier();
         if (!entier) return;
         if (!devant) entrees_.lache();
         if (!devant) clavier_.oublie_composition();
         if (devant == std::exchange(a_le_clavier_, devant)) return;
         if (serveur_->connait(xcb_screensaver_id)) xcb_screensaver_suspend(c_, devant);
+    }
+
+    /// Where no manager gives it to anybody.
+    void garde_le_clavier() {
+        if (!serveur_->plein_ecran_gere() && serveur_->clavier_a_prendre()) prend_le_clavier();
     }
 
     void prend_le_clavier() { xcb_set_input_focus(c_, XCB_INPUT_FOCUS_POINTER_ROOT, fenetre_, XCB_CURRENT_TIME); }

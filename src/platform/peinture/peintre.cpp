@@ -13,8 +13,8 @@ constexpr std::size_t zones_max = 12;
 /// Painting goes on by bands of about this many pixels, which stay in the processor's cache from the ground to the
 /// text.
 constexpr int pixels_par_bande = 1 << 16;
-/// Of the two pictures one is in view, the other is one before it that a finger was on: this share of the screen makes
-/// the change from one to the other. Where a dialog closes or a page comes back, little or nothing is left to paint.
+/// One picture is in view, the others are some before it that a finger was on: this share of the screen makes the
+/// change from one to another. Where a dialog closes or a page comes back, little or nothing is left to paint.
 constexpr int part_d_un_autre_tableau = 4;
 
 std::int64_t surface(const Zone& z) {
@@ -85,11 +85,14 @@ struct Tableau {
     std::vector<Element> liste;
     bool peint = false;   ///< otherwise its pixels mean nothing
     bool touche = false;  ///< a finger was on it: it may come back
+    std::int64_t vu = 0;  ///< the turn at which it was in view last, 0: not yet
 
     Zone entier() const { return {0, 0, image.largeur, image.hauteur}; }
-    /// Where a new list differs from its own. Both are in the order of their elements' places, so that one walk along
-    /// the two pairs each element with what stood in its place before.
+    /// Where a new list differs from its own.
     std::vector<Zone> differences(const std::vector<Element>& neuve) const;
+    /// The surface of all elements that are on it or in a new list alone, where they overlap more than once: roughly
+    /// what there is to paint.
+    std::int64_t ecart(const std::vector<Element>& neuve) const;
     /// Gives the image its pixels.
     void reserve() {
         if (image.pixels.empty()) image.pixels.resize(static_cast<std::size_t>(surface(entier())));
@@ -98,24 +101,34 @@ struct Tableau {
     void peint_zone(const Zone& z);
 };
 
+/// Both lists are in the order of their elements' places, so that one walk along the two pairs each element with what
+/// stood in its place before. Tells of each one that has no like.
+template <typename Action>
+void compare(const std::vector<Element>& avant, const std::vector<Element>& apres, const Action& differe) {
+    auto a = avant.begin(), b = apres.begin();
+    while (a != avant.end() || b != apres.end()) {
+        const bool seul_avant = b == apres.end() || (a != avant.end() && a->ordre < b->ordre);
+        const bool seul_apres = a == avant.end() || (b != apres.end() && b->ordre < a->ordre);
+        if (seul_avant || seul_apres || a->empreinte != b->empreinte) {
+            if (!seul_apres) differe(a->zone);
+            if (!seul_avant) differe(b->zone);
+        }
+        if (!seul_apres) ++a;
+        if (!seul_avant) ++b;
+    }
+}
+
 std::vector<Zone> Tableau::differences(const std::vector<Element>& neuve) const {
     if (!peint) return {entier()};
     Salissures sales(entier());
-    auto n = neuve.begin(), d = liste.begin();
-    while (n != neuve.end() || d != liste.end()) {
-        if (d == liste.end() || (n != neuve.end() && n->ordre < d->ordre)) {
-            sales.ajoute((n++)->zone);
-        } else if (n == neuve.end() || d->ordre < n->ordre) {
-            sales.ajoute((d++)->zone);
-        } else {
-            if (n->empreinte != d->empreinte) {
-                sales.ajoute(d->zone);
-                sales.ajoute(n->zone);
-            }
-            ++n, ++d;
-        }
-    }
+    compare(liste, neuve, [&](const Zone& z) { sales.ajoute(z); });
     return std::move(sales).zones();
+}
+
+std::int64_t Tableau::ecart(const std::vector<Element>& neuve) const {
+    std::int64_t somme = 0;
+    compare(liste, neuve, [&](const Zone& z) { somme += surface(intersection(z, entier())); });
+    return peint ? somme : surface(entier());
 }
 
 void Tableau::peint_bande(const Zone& z) {
@@ -139,28 +152,41 @@ void Tableau::peint_zone(const Zone& z) {
 }  // namespace
 
 struct Peintre::Interne {
-    explicit Interne(std::pmr::memory_resource* memoire) : tableaux{Tableau{memoire}, Tableau{memoire}} {}
+    explicit Interne(std::pmr::memory_resource* memoire)
+        : tableaux{Tableau{memoire}, Tableau{memoire}, Tableau{memoire}} {}
 
-    std::array<Tableau, 2> tableaux;
+    std::array<Tableau, 3> tableaux;  ///< a page, the one from which one comes, and a dialog
     Tableau* montre = tableaux.data();
+    std::int64_t tour = 0;
     double echelle = 1;
     std::vector<Element> liste;  ///< in the making
     std::vector<Zone> zones;
 
-    /// Takes the list over, upon the picture in view, or upon the other one when much of the screen changes.
+    /// Where the list is painted when much of the screen changes: upon a picture that holds most of it, or else upon
+    /// the one in view if it is not worth keeping, or the one that went out of view first.
+    Tableau& choisit() {
+        const auto le_moindre = [this](const auto& mesure) -> Tableau& {
+            return *std::min_element(tableaux.begin(), tableaux.end(),
+                                     [&](const Tableau& a, const Tableau& b) { return mesure(a) < mesure(b); });
+        };
+        const auto ecart = [this](const Tableau& t) { return t.ecart(liste); };
+        Tableau& proche = le_moindre(ecart);
+        if (ecart(proche) < surface(proche.entier()) / 2) return proche;
+        return montre->touche ? le_moindre([](const Tableau& t) { return t.vu; }) : *montre;
+    }
+
+    /// Takes the list over, upon the picture in view or upon another one.
     void repeint(bool avec_un_doigt) {
         zones = montre->differences(liste);
         std::vector<Zone> a_peindre = zones;
         if (montre->peint && surface(zones) > surface(montre->entier()) / part_d_un_autre_tableau) {
-            Tableau& autre = montre == tableaux.data() ? tableaux.back() : tableaux.front();
-            std::vector<Zone> ailleurs = autre.differences(liste);
-            if (montre->touche || surface(ailleurs) < surface(zones)) {
-                montre = &autre;
-                a_peindre = std::move(ailleurs);
-            }
+            Tableau& autre = choisit();
+            if (&autre != montre) a_peindre = autre.differences(liste);
+            montre = &autre;
             montre->touche = false;
         }
         montre->touche = montre->touche || avec_un_doigt;
+        montre->vu = ++tour;
         montre->reserve();
         std::swap(montre->liste, liste);
         for (const Zone& z : a_peindre) montre->peint_zone(z);
