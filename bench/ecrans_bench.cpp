@@ -137,7 +137,7 @@ void tailles(benchmark::internal::Benchmark* b) {
     b->Args({1280, 770})->Args({1920, 1200})->Args({2560, 1600})->UseManualTime()->Unit(benchmark::kMicrosecond);
 }
 
-/// From one page of 48 articles to the other and back: pages that were in view just before.
+/// From one page of 48 articles to the other and back: the one that was in view just before.
 void page_tournee(benchmark::State& etat) {
     joue(etat, {.largeur = static_cast<int>(etat.range(0)),
                 .hauteur = static_cast<int>(etat.range(1)),
@@ -146,14 +146,14 @@ void page_tournee(benchmark::State& etat) {
 }
 BENCHMARK(page_tournee)->Apply(tailles);
 
-/// Two pages of articles and the home page in turn: none of them was in view just before.
-void page_neuve(benchmark::State& etat) {
+/// Two pages of articles and the home page in turn: the one that was in view two pages before.
+void pages_en_ronde(benchmark::State& etat) {
     joue(etat, {.largeur = static_cast<int>(etat.range(0)),
                 .hauteur = static_cast<int>(etat.range(1)),
                 .chemin = vers_une_page,
                 .doigts = {{"g2", 0, 1}, {"g2", 0, 5}, {"Viandes"}}});
 }
-BENCHMARK(page_neuve)->Apply(tailles);
+BENCHMARK(pages_en_ronde)->Apply(tailles);
 
 void remplit_la_note(std::size_t lignes) {
     for (std::size_t n = 1; n <= lignes; ++n) {

@@ -21,7 +21,7 @@ PARTIES = [
     ]),
     ("Touch on a screen, painted", ECRANS, [
         ("page turned back", "us", "page_tournee/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
-        ("page not seen just before", "us", "page_neuve/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
+        ("three pages in turn", "us", "pages_en_ronde/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
         ("dialog opened and closed", "us", "dialogue/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
         ("toolbox opened and closed", "us", "outils/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
         ("one letter on the keyboard", "us", "une_lettre/{}/manual_time", "one key pressed", "une_touche/{}"),
