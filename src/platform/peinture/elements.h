@@ -1,5 +1,5 @@
 // What is to be seen, as a flat list of simple shapes: each turn the painter makes it anew from the forms and compares
-// it with the one that it painted last.
+// it with the one that it painted last, or with others that it keeps.
 #pragma once
 
 #include <cstdint>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <utility>
 
 #include "platform/peinture/elements.h"
@@ -16,6 +17,8 @@ constexpr int pixels_par_bande = 1 << 16;
 /// One picture is in view, the others are some before it that a finger was on: this share of the screen makes the
 /// change from one to another. Where a dialog closes or a page comes back, little or nothing is left to paint.
 constexpr int part_d_un_autre_tableau = 4;
+/// What differs less from what is to be seen than this share of the screen, each layer counted, is nearly that already.
+constexpr int part_de_ressemblance = 2;
 
 std::int64_t surface(const Zone& z) {
     return z.vide() ? 0 : static_cast<std::int64_t>(z.droite - z.gauche) * (z.bas - z.haut);
@@ -93,9 +96,14 @@ struct Tableau {
     /// The surface of all elements that are on it or in a new list alone, where they overlap more than once: roughly
     /// what there is to paint.
     std::int64_t ecart(const std::vector<Element>& neuve) const;
-    /// Gives the image its pixels.
-    void reserve() {
-        if (image.pixels.empty()) image.pixels.resize(static_cast<std::size_t>(surface(entier())));
+    /// Gives the image its pixels; false when there is no memory for them.
+    bool reserve() {
+        try {
+            if (image.pixels.empty()) image.pixels.resize(static_cast<std::size_t>(surface(entier())));
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+        return true;
     }
     void peint_bande(const Zone& z);
     void peint_zone(const Zone& z);
@@ -126,9 +134,10 @@ std::vector<Zone> Tableau::differences(const std::vector<Element>& neuve) const 
 }
 
 std::int64_t Tableau::ecart(const std::vector<Element>& neuve) const {
+    if (!peint) return surface(entier());
     std::int64_t somme = 0;
     compare(liste, neuve, [&](const Zone& z) { somme += surface(intersection(z, entier())); });
-    return peint ? somme : surface(entier());
+    return somme;
 }
 
 void Tableau::peint_bande(const Zone& z) {
@@ -155,39 +164,46 @@ struct Peintre::Interne {
     explicit Interne(std::pmr::memory_resource* memoire)
         : tableaux{Tableau{memoire}, Tableau{memoire}, Tableau{memoire}} {}
 
-    std::array<Tableau, 3> tableaux;  ///< a page, the one from which one comes, and a dialog
+    std::array<Tableau, 3> tableaux;  ///< enough for a page, the one before it and a dialog
     Tableau* montre = tableaux.data();
     std::int64_t tour = 0;
     double echelle = 1;
     std::vector<Element> liste;  ///< in the making
     std::vector<Zone> zones;
 
-    /// Where the list is painted when much of the screen changes: upon a picture that holds most of it, or else upon
+    /// Where the list is painted when much of the screen changes: upon a picture that shows nearly that, or else upon
     /// the one in view if it is not worth keeping, or the one that went out of view first.
     Tableau& choisit() {
-        const auto le_moindre = [this](const auto& mesure) -> Tableau& {
-            return *std::min_element(tableaux.begin(), tableaux.end(),
-                                     [&](const Tableau& a, const Tableau& b) { return mesure(a) < mesure(b); });
-        };
-        const auto ecart = [this](const Tableau& t) { return t.ecart(liste); };
-        Tableau& proche = le_moindre(ecart);
-        if (ecart(proche) < surface(proche.entier()) / 2) return proche;
-        return montre->touche ? le_moindre([](const Tableau& t) { return t.vu; }) : *montre;
+        Tableau *proche = montre, *ancien = montre;
+        std::int64_t moindre = montre->ecart(liste);
+        for (Tableau& t : tableaux) {
+            const std::int64_t ecart = t.ecart(liste);
+            if (ecart < moindre) proche = &t;
+            moindre = std::min(moindre, ecart);
+            if (t.vu < ancien->vu) ancien = &t;
+        }
+        if (moindre < surface(montre->entier()) / part_de_ressemblance) return *proche;
+        return montre->touche ? *ancien : *montre;
+    }
+
+    /// Another picture comes into view. Where there is no memory for one, the one in view has to do.
+    void change_de_tableau() {
+        Tableau& autre = choisit();
+        if (!autre.reserve()) return;
+        if (!montre->touche) montre->vu = 0;
+        montre = &autre;
+        montre->touche = false;
     }
 
     /// Takes the list over, upon the picture in view or upon another one.
     void repeint(bool avec_un_doigt) {
         zones = montre->differences(liste);
-        std::vector<Zone> a_peindre = zones;
-        if (montre->peint && surface(zones) > surface(montre->entier()) / part_d_un_autre_tableau) {
-            Tableau& autre = choisit();
-            if (&autre != montre) a_peindre = autre.differences(liste);
-            montre = &autre;
-            montre->touche = false;
-        }
+        const Tableau* avant = montre;
+        if (montre->peint && surface(zones) > surface(montre->entier()) / part_d_un_autre_tableau) change_de_tableau();
+        if (!montre->reserve()) throw std::bad_alloc();
+        const std::vector<Zone> a_peindre = montre == avant ? zones : montre->differences(liste);
         montre->touche = montre->touche || avec_un_doigt;
         montre->vu = ++tour;
-        montre->reserve();
         std::swap(montre->liste, liste);
         for (const Zone& z : a_peindre) montre->peint_zone(z);
         montre->peint = true;

@@ -1,5 +1,6 @@
 // Paints the loaded forms into an image in memory: software, anti-aliased, only what has changed. Nothing has to be
-// declared as changed: each turn the painter compares what is to be seen with what it painted last.
+// declared as changed: each turn the painter compares what is to be seen with what it painted last, or on another
+// picture that it keeps.
 #pragma once
 
 #include <span>
@@ -16,12 +17,12 @@ class Peintre {
     explicit Peintre(std::pmr::memory_resource* memoire = std::pmr::get_default_resource());
     ~Peintre();
     /// Size of the image in pixels and pixels per 15 twips (1 on an ordinary screen). Everything is painted anew. The
-    /// image has its pixels from the next peint() on: what nobody looks at takes neither time nor memory.
+    /// image has its pixels from the next peint() on: before, it takes neither time nor memory.
     void dimensionne(int largeur, int hauteur, double echelle);
     /// Brings the image up to date with the forms, from the bottom to the top of the stack.
     /// Returns the zones that changed, empty when nothing did; valid until the next call.
     std::span<const Zone> peint(std::span<Forme* const> pile, const Appui& appui);
-    /// Everything counts as changed at the next call.
+    /// All of the picture in view counts as changed at the next call; those that are kept still hold.
     void oublie();
     const Image& image() const;
     double echelle() const;
