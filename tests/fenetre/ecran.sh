@@ -78,7 +78,7 @@ lance_programme() {
     demarre "$terrain" &
     pid_programme=$!
     # Sophie's key stands there, in its colour.
-    attend 20000 est_peint 40 60 3F72A8 || echoue "the page of the servers is not shown"
+    attend 60000 est_peint 40 60 3F72A8 || echoue "the page of the servers is not shown"
 }
 
 clique() { xdotool mousemove "$1" "$2" click 1; }
