@@ -6,8 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")"
 # shellcheck source=outils/demonstration.sh
 . outils/demonstration.sh
-# shellcheck source=bench/catalogue.sh
-. bench/catalogue.sh
+# shellcheck source=bench/maisons.sh
+. bench/maisons.sh
 
 outils/paquets.sh programme tests banc
 cmake --preset release >/dev/null
@@ -24,8 +24,11 @@ export DISPLAY=:$numero
 
 echo "Windows…" >&2
 copie_demonstration "$terrain/demo"
+copie_demonstration "$terrain/petites"
+pose_petites_touches "$terrain/petites"
 fenetres=(fenetre_nue 10 10 3F72A8 "$programmes/fenetre_nue" --
-    terminal 40 60 3F72A8 build/release/orvalune --dossier "$terrain/demo" --)
+    terminal 40 60 3F72A8 build/release/orvalune --dossier "$terrain/demo" --
+    petites_touches 20 60 3F72A8 build/release/orvalune --dossier "$terrain/petites" --)
 for pair in $cibles; do fenetres+=("$pair" 30 30 3F72A8 "$programmes/$pair" --); done
 "$programmes/sonde" 21 100 "${fenetres[@]}" >"$terrain/fenetres"
 

@@ -6,8 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck source=outils/demonstration.sh
 . outils/demonstration.sh
-# shellcheck source=bench/catalogue.sh
-. bench/catalogue.sh
+# shellcheck source=bench/maisons.sh
+. bench/maisons.sh
 
 outils/paquets.sh programme tests
 cmake --preset release >/dev/null

@@ -11,6 +11,8 @@ namespace ecran {
 namespace {
 
 constexpr std::size_t zones_max = 12;
+/// Two zones are painted as one when that is at most so many hundredths of both: keys that stand side by side are.
+constexpr int surcout_max = 110;
 /// Painting goes on by bands of about this many pixels, which stay in the processor's cache from the ground to the
 /// text.
 constexpr int pixels_par_bande = 1 << 16;
@@ -30,7 +32,7 @@ std::int64_t surface(std::span<const Zone> zones) {
     return somme;
 }
 
-/// Zones to paint; two become one when that is no dearer than both.
+/// Zones to paint; two become one when that is hardly dearer than both.
 class Salissures {
   public:
     explicit Salissures(const Zone& ecran) : ecran_(ecran) {}
@@ -41,7 +43,7 @@ class Salissures {
         if (z.vide() || std::any_of(zones_.rbegin(), zones_.rend(), contient)) return;
         for (std::size_t i = 0; i < zones_.size();) {
             const Zone ensemble = reunion(zones_[i], z);
-            if (surface(ensemble) > surface(zones_[i]) + surface(z)) {
+            if (surface(ensemble) > (surface(zones_[i]) + surface(z)) * surcout_max / 100) {
                 ++i;
                 continue;
             }

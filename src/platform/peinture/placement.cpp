@@ -15,8 +15,10 @@ constexpr int retrait_image_droite = 24, image_mince = 40, image_max = 150, case
 /// Screens stay far below; what is damaged beyond cannot overflow.
 constexpr double pixels_max = 1e6;
 
+/// To the nearest pixel. Every edge goes through here: a call of the library would be dearer than all the rest.
 int borne(double pixels) {
-    return static_cast<int>(std::lround(std::clamp(pixels, -pixels_max, pixels_max)));
+    const double v = std::clamp(pixels, -pixels_max, pixels_max);
+    return static_cast<int>(v + (v < 0 ? -0.5 : 0.5));
 }
 
 }  // namespace

@@ -95,19 +95,6 @@ std::vector<float> profil(int debut, int fin, int a, int b, int flou) {
 
 }  // namespace
 
-Zone intersection(const Zone& a, const Zone& b) {
-    const Zone z = {std::max(a.gauche, b.gauche), std::max(a.haut, b.haut), std::min(a.droite, b.droite),
-                    std::min(a.bas, b.bas)};
-    return z.vide() ? Zone{} : z;
-}
-
-Zone reunion(const Zone& a, const Zone& b) {
-    if (a.vide()) return b;
-    if (b.vide()) return a;
-    return {std::min(a.gauche, b.gauche), std::min(a.haut, b.haut), std::max(a.droite, b.droite),
-            std::max(a.bas, b.bas)};
-}
-
 Zone retreci(const Zone& z, int n) {
     return {z.gauche + n, z.haut + n, z.droite - n, z.bas - n};
 }

@@ -2,6 +2,7 @@
 // never depends on the clip, so that a part painted anew is the same as the whole painted anew.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory_resource>
 #include <string_view>
@@ -26,9 +27,18 @@ struct Zone {
 };
 
 /// The part that two zones share; empty when they share none.
-Zone intersection(const Zone& a, const Zone& b);
+inline Zone intersection(const Zone& a, const Zone& b) {
+    const Zone z = {std::max(a.gauche, b.gauche), std::max(a.haut, b.haut), std::min(a.droite, b.droite),
+                    std::min(a.bas, b.bas)};
+    return z.vide() ? Zone{} : z;
+}
 /// The smallest zone around two; an empty one adds nothing.
-Zone reunion(const Zone& a, const Zone& b);
+inline Zone reunion(const Zone& a, const Zone& b) {
+    if (a.vide()) return b;
+    if (b.vide()) return a;
+    return {std::min(a.gauche, b.gauche), std::min(a.haut, b.haut), std::max(a.droite, b.droite),
+            std::max(a.bas, b.bas)};
+}
 /// The zone moved inwards on all sides by `n` pixels (negative: outwards).
 Zone retreci(const Zone& z, int n);
 
