@@ -328,10 +328,11 @@ TEST_F(Couleurs, UneEncreTropProcheDuFondEstRemplacee) {
         regle({{1703, c.fond}, {1713, c.encre}, {1709, c.fond}});
         regarde([] { clav_num::demande("", "Combien ?"); },
                 [&](ecran::Forme& f) {
-                    const ecran::Teintes t = ecran::teintes(f("g3").grille.cellule(0, 0));
-                    EXPECT_EQ(t.fond, c.vu);
-                    EXPECT_TRUE(t.encre == c.ecrit || c.ecrit == remplacee);
-                    EXPECT_GE(ecran::contraste(t.fond, t.encre), c.ecrit == remplacee ? 4.5 : 2);
+                    const ecran::Aspect& a = f("g3").grille.cellule(0, 0);
+                    const ecran::Couleur fond = ecran::fond_montre(a), encre = ecran::encre_montree(a);
+                    EXPECT_EQ(fond, c.vu);
+                    EXPECT_TRUE(encre == c.ecrit || c.ecrit == remplacee);
+                    EXPECT_GE(ecran::contraste(fond, encre), c.ecrit == remplacee ? 4.5 : 2);
                     ecran::Aspect neuf;
                     formes::colore_chiffre(neuf, 9);
                     EXPECT_EQ(neuf.fond, *c.fond ? c.vu : ecran::palette::chiffres[9]);

@@ -122,8 +122,7 @@ class Choix {
     Paire montrees(int n) {
         Aspect a = {.role = sorte(n).role, .fond = sorte(n).fond};
         formes::met_couleurs(a, paire(n).fond, paire(n).encre);
-        const Teintes t = teintes(a);
-        return {t.fond, t.encre};
+        return {fond_montre(a), encre_montree(a)};
     }
 
     /// The same, with the text as chosen, be it one that no screen would show.

@@ -79,7 +79,7 @@ void Composition::controle(const Controle& c) {
     const bool appuye = !c.est_grille() && presse(c, -1, -1);
     fond(z, c.aspect, appuye);
     if (c.est_grille()) return grille(c, z);
-    const bool sans_fond = c.genre == Genre::etiquette && teintes(c.aspect).fond == sans_couleur;
+    const bool sans_fond = c.genre == Genre::etiquette && fond_montre(c.aspect) == sans_couleur;
     const int debord = sans_fond ? 1 + p_.em(c.aspect.police) / 10 : 0;
     const Sujet s = {z, c.aspect, c.aspect.police, c.aspect.gras, {}, debord};
     if (c.genre == Genre::champ) return saisie(s, c.curseur);
@@ -88,7 +88,7 @@ void Composition::controle(const Controle& c) {
 }
 
 void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {
-    const Couleur couleur = teintes(a).fond;
+    const Couleur couleur = fond_montre(a);
     if (couleur == sans_couleur) return;
     switch (a.role) {
         case Role::rien:
@@ -163,14 +163,14 @@ void Composition::contenu(const Sujet& s) {
     PlaceContenu place = p_.contenu(s.z, a, !legende(a).empty(), s.rang);
     const ImageDeTouche& image = image_de_touche(a.image);
     if (image.glyphe != 0) {
-        const Couleur encre = image.teinte != sans_couleur ? image.teinte : teintes(a).encre;
+        const Couleur encre = image.teinte != sans_couleur ? image.teinte : encre_montree(a);
         icone(Part::image, s.z, image.glyphe, place.cote, place.x, place.y, encre);
     }
     if (a.role == Role::ligne_choisie && s.rang.derniere) {
         texte(s, place.texte);
         const int cote = std::min(p_.px(cote_coche), s.z.bas - s.z.haut);
         return icone(Part::coche, s.z, image_de_touche(image_valider).glyphe, cote, s.z.droite - p_.px(bord_coche),
-                     (s.z.haut + s.z.bas) / 2, teintes(a).encre);
+                     (s.z.haut + s.z.bas) / 2, encre_montree(a));
     }
     if (a.role == Role::choisie) return choisie(s, place.texte);
     texte(s, place.texte);
@@ -189,7 +189,7 @@ void Composition::texte(const Sujet& s, const Zone& place, const Zone& mesure) {
     const std::string_view t = legende(s.aspect);
     if (t.empty() || place.vide()) return;
     const Zone visible = {s.z.gauche, s.z.haut - s.debord, s.z.droite, s.z.bas + s.debord};
-    Element* e = ajoute(Part::texte, Sorte::texte, place, visible, teintes(s.aspect).encre);
+    Element* e = ajoute(Part::texte, Sorte::texte, place, visible, encre_montree(s.aspect));
     if (e == nullptr) return;
     e->texte = t;
     e->police = s.gras ? Police::grasse : Police::normale;
@@ -221,7 +221,7 @@ void Composition::saisie(const Sujet& s, int curseur) {
     }
     const int decalage = std::max(0, x + epaisseur - (dedans.droite - dedans.gauche));
     if (!t.empty()) {
-        if (Element* e = ajoute(Part::texte, Sorte::saisie, dedans, dedans, teintes(s.aspect).encre)) {
+        if (Element* e = ajoute(Part::texte, Sorte::saisie, dedans, dedans, encre_montree(s.aspect))) {
             e->texte = t;
             e->police = police;
             e->taille = taille;

@@ -113,7 +113,7 @@ void Composition::cellule(const Vue& v, int l, int k, const Cadre& cadre, const 
 
 /// The ground of a row's cell; where it lies in a corner of its card it is rounded like the card.
 void Composition::fond_de_rangee(const Vue& v, const Zone& z, const Aspect& a, bool appuye) {
-    Couleur couleur = teintes(a).fond;
+    Couleur couleur = fond_montre(a);
     if (a.role == Role::titre_groupe && a.fond == sans_couleur && a.texte.empty()) couleur = titre_sans_texte;
     if (appuye) couleur = couleur == sans_couleur ? palette::doux : enfonce(couleur);
     if (couleur == sans_couleur) return;

@@ -23,11 +23,14 @@ int borne(double pixels) {
 
 }  // namespace
 
-Teintes teintes(const Aspect& a) {
-    if (a.role == Role::repos) return {fond_de(a.role), encre_de(a.role)};
-    const Couleur fond = a.fond != sans_couleur ? a.fond : fond_de(a.role);
-    if (a.encre != sans_couleur) return {fond, a.encre};
-    return {fond, a.fond != sans_couleur ? encre_lisible(a.fond) : encre_de(a.role)};
+Couleur fond_montre(const Aspect& a) {
+    return a.role != Role::repos && a.fond != sans_couleur ? a.fond : fond_de(a.role);
+}
+
+Couleur encre_montree(const Aspect& a) {
+    if (a.role == Role::repos) return encre_de(a.role);
+    if (a.encre != sans_couleur) return a.encre;
+    return a.fond != sans_couleur ? encre_lisible(a.fond) : encre_de(a.role);
 }
 
 std::string_view legende(const Aspect& a) {

@@ -10,10 +10,8 @@
 namespace ecran {
 
 /// Ground and text as they are shown: an own colour before that of the role, a readable text upon an own ground.
-struct Teintes {
-    Couleur fond, encre;
-};
-Teintes teintes(const Aspect& a);
+Couleur fond_montre(const Aspect& a);
+Couleur encre_montree(const Aspect& a);
 
 /// The caption as it is painted: the blank key says "Espace", "&&" is one "&".
 std::string_view legende(const Aspect& a);

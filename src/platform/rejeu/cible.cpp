@@ -65,7 +65,7 @@ int Cible::police() const {
 
 ecran::Couleur Cible::fond() const {
     for (const ecran::Aspect* a : {&aspect(), &std::as_const(controle->aspect)}) {
-        if (const auto f = ecran::teintes(*a).fond; f != ecran::sans_couleur) return f;
+        if (const auto f = ecran::fond_montre(*a); f != ecran::sans_couleur) return f;
     }
     return ecran::fond_de(forme->role);
 }
