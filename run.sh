@@ -13,7 +13,7 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then ecran=oui; fi
 for argument in "$@"; do
     case $argument in
         --plein-ecran) ecran=inutile ;;
-        --rejoue | --aide | --version) ecran=inutile cuisine=non ;;
+        --rejoue | --journal | --aide | --version) ecran=inutile cuisine=non ;;
     esac
 done
 

@@ -24,7 +24,7 @@ constexpr int taille_linux = 256;
 
 /// The picture upon a ground of one colour.
 ecran::Image dessine(int taille, ecran::Couleur fond) {
-    ecran::Image image{taille, taille, std::vector<std::uint32_t>(static_cast<std::size_t>(taille) * taille)};
+    ecran::Image image{taille, taille, std::pmr::vector<std::uint32_t>(static_cast<std::size_t>(taille) * taille)};
     const ecran::Zone tout{0, 0, taille, taille};
     ecran::Toile toile(image, tout);
     toile.remplit(tout, fond);

@@ -1,11 +1,11 @@
 // Command line, then the main screen.
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "data/etat.h"
@@ -16,6 +16,7 @@
 #include "platform/console/console.h"
 #include "platform/ecran/boucle.h"
 #include "platform/rejeu/rejeu.h"
+#include "platform/rejeu/scenario.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/horloge.h"
 #include "platform/systeme/instance.h"
@@ -59,9 +60,15 @@ struct Options {
 };
 
 bool lis_taille(const std::string& t, Options& o) {
-    char suite = 0;
-    return std::sscanf(t.c_str(), "%dx%d%c", &o.largeur, &o.hauteur, &suite) == 2 && o.largeur >= 100 &&
-           o.hauteur >= 100 && o.largeur <= 16384 && o.hauteur <= 16384;
+    constexpr int cote_min = 100, cote_max = 16384;
+    const auto x = std::min(t.find('x'), t.size());
+    const auto largeur = rejeu::lis_entier(std::string_view(t).substr(0, x));
+    const auto hauteur = rejeu::lis_entier(std::string_view(t).substr(std::min(x + 1, t.size())));
+    const auto va = [](const std::optional<int>& n) { return n && *n >= cote_min && *n <= cote_max; };
+    if (!va(largeur) || !va(hauteur)) return false;
+    o.largeur = *largeur;
+    o.hauteur = *hauteur;
+    return true;
 }
 
 bool lis_horloge(const std::string& t, Options& o) {

@@ -92,14 +92,16 @@ TEST_F(Boucle, UnDoigtPerduNeToucheRien) {
 }
 
 /// The key opens a dialog, and a key below it closes that: a finger that bounces does neither again, one that comes
-/// later or elsewhere does. A key that leaves the forms as they are can be touched as fast as one likes.
+/// later or elsewhere does, nor does it touch what another page brings. A key that leaves all as it is can be touched
+/// as fast as one likes.
 TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
     Forme dialogue;
     dialogue.cadre = forme.cadre;
     Controle& ferme = dialogue.ajoute({.nom = "btc", .genre = Genre::bouton, .cadre = {0, 0, px(400), px(300)}});
     ferme.au_toucher = [&] { dialogue.ferme(); };
     int ouvertures = 0;
-    const auto ouvertures_de = [&](bool ouvre, const std::vector<std::array<int, 2>>& touches) {
+    enum { rien, ouvre, tourne };
+    const auto ouvertures_de = [&](int acte, const std::vector<std::array<int, 2>>& touches) {
         std::vector<std::pair<int, Evenement>> suite;
         for (const auto& [ms, x] : touches) {
             suite.push_back({ms, {Sorte::appui, x, 50}});
@@ -107,8 +109,9 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
         }
         forme("Command1").au_toucher = [&] {
             ++ouvertures;
-            dialogue.fermee = !ouvre;
-            if (ouvre) montre_modal(dialogue);
+            dialogue.fermee = acte != ouvre;
+            if (acte == ouvre) montre_modal(dialogue);
+            if (acte == tourne) forme("Command1").texte() += "+";
         };
         ouvertures = 0;
         horloge::rend_virtuelle({});
@@ -118,10 +121,11 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
         horloge::rend_reelle();
         return ouvertures;
     };
-    EXPECT_EQ(ouvertures_de(true, {{0, 50}, {199, 50}, {1, 50}, {199, 60}, {1, 50}}), 2);
-    EXPECT_EQ(ouvertures_de(true, {{0, 30}, {199, 83}, {0, 84}, {199, 31}, {0, 30}}), 2) << "9 mm are 53 pixels";
-    EXPECT_EQ(ouvertures_de(true, {{0, 50}, {250, 50}, {1, 250}, {1, 50}}), 2) << "it was elsewhere in between";
-    EXPECT_EQ(ouvertures_de(false, {{0, 50}, {10, 50}, {10, 50}}), 3);
+    EXPECT_EQ(ouvertures_de(ouvre, {{0, 50}, {199, 50}, {1, 50}, {199, 60}, {1, 50}}), 2);
+    EXPECT_EQ(ouvertures_de(ouvre, {{0, 30}, {199, 83}, {0, 84}, {199, 31}, {0, 30}}), 2) << "9 mm are 53 pixels";
+    EXPECT_EQ(ouvertures_de(ouvre, {{0, 50}, {250, 50}, {1, 250}, {1, 50}}), 2) << "it was elsewhere in between";
+    EXPECT_EQ(ouvertures_de(rien, {{0, 50}, {10, 50}, {10, 50}}), 3);
+    EXPECT_EQ(ouvertures_de(tourne, {{0, 50}, {10, 50}, {189, 50}, {1, 50}}), 2);
 }
 
 TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {

@@ -345,7 +345,7 @@ TEST_F(Carte, CeQueLesTablettesPerdentEstDitParLigne) {
     t.pose("reseau/orvalune.wdo", entete);
     std::string catalogue =
         "#SERV#01 Sophie\r\n#SERV#21 Zoë\r\n#SERV#1  Marc\r\n#SERV#012Nadia\r\n#FAMI#02 Viandes\r\n#FAMI#03\r\n"
-        "#XXXX#1\r\n\r\n#ARTI#000018880000000024  |DES:Entrecôte|PVE:24,50|FA1:2|FA2:1|COU:12\r\n"
+        "#XXXX#\x1B[2J\r\n\r\n#ARTI#000018880000000024  |DES:Entrecôte|PVE:24,50|FA1:2|FA2:1|COU:12\r\n"
         "#ARTI#00002888  |DES:Salade|FA1:x2\r\n#ARTI#000038880000000031  |DES:|PVE:1|FA1:130\r\n"
         "#ARTI#000048880000000048  |DES:Menu|PVE:1.5.0|FA1:5|FA2:98|{{Entréeµ|Soupe¦\r\n"
         "#ARTI#000058880000000055  |DES:Menu|PVE:15.00|FA1:5|FA2:98\r\n#ARTI#000068880000000062  "

@@ -19,6 +19,7 @@
 
 #include "fourneau.h"
 #include "platform/console/arret.h"
+#include "platform/liaison/verrou.h"
 #include "platform/systeme/epreuve.h"
 #include "platform/systeme/ouvrier.h"
 
@@ -476,6 +477,25 @@ TEST_F(CuisineEtImprimante, TueeEncoreEtEncore) {
     for (int table = 1; table <= nombre; ++table) tests::verifie_une_fois(p, table, std::to_string(tuees) + " kills");
 }
 
+/// The lock that another user has made holds, be it that one may not write it, or not even open it.
+TEST(Verrou, CeluiDUnAutreUtilisateurTient) {
+    const tests::Terrain t;
+    const std::string fichier = (t.chemin() / "cuisine.verrou").string();
+    auto premier = verrou::prend(fichier);
+    fs::permissions(t.chemin(), fs::perms(0755));
+    fs::permissions(fichier, fs::perms(0444));
+    const uid_t moi = ::geteuid(), autre = moi == 0 ? 65534 : moi;
+    ASSERT_EQ(::seteuid(autre), 0);
+    EXPECT_EQ(verrou::prend(fichier), nullptr);
+    premier.reset();
+    EXPECT_NE(verrou::prend(fichier), nullptr);
+    ASSERT_EQ(::seteuid(moi), 0);
+    fs::permissions(fichier, fs::perms(0));
+    ASSERT_EQ(::seteuid(autre), 0);
+    EXPECT_EQ(verrou::prend(fichier), nullptr);
+    ASSERT_EQ(::seteuid(moi), 0);
+}
+
 TEST_F(CuisineEtImprimante, DeuxCuisinesNePrennentUneCommandeQuUneFois) {
     constexpr int nombre = 40;
     for (int table = 1; table <= nombre; ++table) depose(table, tests::commande_simple(table));
@@ -488,8 +508,9 @@ TEST_F(CuisineEtImprimante, DeuxCuisinesNePrennentUneCommandeQuUneFois) {
         return t.fichiers("a/2021-05-19", ".txt").size() + t.fichiers("b/2021-05-19", ".txt").size();
     };
     EXPECT_TRUE(attend([&] { return rangees() == nombre; }));
+    EXPECT_TRUE(attend([&] { return dits("un autre orvalune-cuisine utilise") == 1; }))
+        << "two with one archive: the second one waits";
     for (const pid_t c : cuisines) EXPECT_EQ(ferme(c, SIGTERM), 0);
-    EXPECT_EQ(dits("un autre orvalune-cuisine utilise"), 1) << "two with one archive: the second one waits";
     const Papier p(t.lis("a.bin") + t.lis("b.bin"));
     EXPECT_EQ(p.entiers.size(), static_cast<std::size_t>(nombre));
     for (int table = 1; table <= nombre; ++table) EXPECT_EQ(p.avec(table_de(table)).size(), 1U) << table;

@@ -184,6 +184,9 @@ TEST_F(Cuisine, LeNumeroSurvitAUnFichierAbime) {
     t.pose("archive/numero.txt", "");
     t.pose("archive/numero_copie.txt", "");
     EXPECT_EQ(numero(5), 1) << "it works on";
+    for (const char* fichier : {"archive/numero.txt", "archive/numero_copie.txt"})
+        t.pose(fichier, "#NUMERO#2147483647#\r\n");
+    EXPECT_EQ(numero(6), 1) << "a number that no ticket has had";
 }
 
 // --- the real program ------------------------------------------------------------------------------------------------
@@ -207,6 +210,10 @@ TEST(CuisineDeDemonstration, LeDejeunerDonneSesTickets) {
 TEST(CuisineDeDemonstration, LaLigneDeCommande) {
     tests::Terrain t;
     t.restaurant();
+    std::string commande = tests::commande_simple(1);
+    t.pose("reseau/" + tests::nom_de_commande(1), commande.replace(commande.find("001\r\n"), 3, "\x1B]0;x\x07\x9D"));
+    const std::string dit = t.cuisine("--imprimante fichier:papier --une-fois").erreurs;
+    EXPECT_NE(dit.find("table ?]0;x??"), std::string::npos) << "what drives a terminal is not shown: " << dit;
     for (const char* faux : {"--colonnes 31", "--colonnes 65", "--page 850", "--imprimante bar", "--familles 1=2",
                              "autre", "--apercu un", "--inconnue"}) {
         const tests::Issue r = t.cuisine(faux);

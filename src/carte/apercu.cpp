@@ -1,6 +1,5 @@
 #include "carte/apercu.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "carte/fabrication.h"

@@ -1,6 +1,5 @@
 #include "carte/commandes.h"
 
-#include <algorithm>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -11,6 +10,7 @@
 #include "carte/fichiers_carte.h"
 #include "carte/lecture.h"
 #include "carte/verification.h"
+#include "platform/console/console.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/processus.h"
 #include "platform/systeme/texte.h"
@@ -25,7 +25,7 @@ std::string utf8(std::string_view page) {
 }
 
 int refuse(const std::string& message) {
-    std::cerr << message << "\n";
+    std::cerr << console::ligne(message) << "\n";
     return refus;
 }
 
@@ -59,7 +59,7 @@ int pose_tableaux(std::string_view dossier, const Tableaux& neufs) {
 }
 
 void dit(const std::vector<std::string>& lignes) {
-    for (const std::string& l : lignes) std::cout << l << "\n";
+    for (const std::string& l : lignes) std::cout << console::ligne(l) << "\n";
 }
 
 std::string compte(std::size_t n, std::string_view un, std::string_view plusieurs) {

@@ -1,6 +1,5 @@
 #include "carte/fichiers_carte.h"
 
-#include <algorithm>
 #include <set>
 #include <tuple>
 

@@ -1,7 +1,5 @@
 #include "carte/lecture.h"
 
-#include <algorithm>
-
 #include "carte/lecture_interne.h"
 #include "data/catalogue.h"
 #include "platform/systeme/fichiers.h"

@@ -151,6 +151,9 @@ class Catalogue {
         const std::string lu = catalogue::debut_de_sous_groupe(ouvre);
         if (!record.starts_with(lu))
             p_.dit("le sous-groupe " + entre_guillemets(record.substr(0, lu.size())) + " se lit " + lu);
+        if (ouvre < 0 || ouvre > catalogue::familles_max)
+            p_.dit("le sous-groupe ouvre la famille " + std::to_string(ouvre) +
+                   ", qui n'est pas entre 0 et 120 : sa page est vide");
     }
 
     void couleur(std::string_view record) {
@@ -261,15 +264,13 @@ void vue_famille(const catalogue::Tables& t, int famille, const std::string& nom
 
 void vue_familles(const catalogue::Tables& t, Lignes& r) {
     r.push_back("Familles :");
-    std::vector<bool> vues(catalogue::familles_max + 1);
+    std::set<int> vues;
     const auto montre = [&](int n, std::string_view nom) {
-        if (texte::rogne(nom).empty() || vues[static_cast<std::size_t>(n)]) return;
-        vues[static_cast<std::size_t>(n)] = true;
-        vue_famille(t, n, utf8(texte::rogne(nom)), r);
+        if (!texte::rogne(nom).empty() && vues.insert(n).second) vue_famille(t, n, utf8(texte::rogne(nom)), r);
     };
     for (int n = 0; n <= catalogue::familles_nommees_max; ++n) {
         const std::string_view nom = t.noms_familles[static_cast<std::size_t>(n)];
-        montre(n, nom.substr(0, nom.find(lignes::champ_couleur)));
+        montre(n, catalogue::sans_couleur(nom));
     }
     for (const auto& famille : t.articles) {
         for (const auto record : famille) {

@@ -23,7 +23,6 @@ using namespace ecran;
 using formes::px;
 
 constexpr int nb_numeros = 9;
-constexpr double contraste_voulu = 4.5;
 /// Records that "Par défaut" blanks: the first of each nine.
 constexpr int premiers_records[] = {reglages::fonds + 1, reglages::encres + 1, reglages::fonds_anciens + 1,
                                     reglages::encres_anciens + 1};
@@ -378,7 +377,7 @@ class Choix {
         const Paire p = choisies(numero_);
         const double c = contraste(p.fond, p.encre);
         forme_("Label4").texte() = "Contraste " + nombres::montant(std::floor(c * 100) / 100) + " : 1";
-        forme_("Label5").visible = c < contraste_voulu;
+        forme_("Label5").visible = c < contraste_lisible;
         forme_("Label5").texte() = c < formes::contraste_min
                                        ? std::string_view("Texte illisible : une autre couleur le remplace")
                                        : std::string_view("Texte peu lisible : il faut au moins 4.5 : 1");

@@ -22,7 +22,6 @@ using formes::px;
 
 constexpr int colonnes_large = 4, colonnes_etroit = 2, hauteur_touche = px(76);
 constexpr int police_large = 17, police_etroite = 13;
-constexpr std::size_t longueur_reference = 15;
 
 /// One key of a list; with a family it leads to the family's articles and is no action yet.
 struct Entree {
@@ -71,7 +70,7 @@ Liste articles(int famille) {
                 {.acte = {.libelle = libelle}, .famille = catalogue::famille_du_sous_groupe(a), .chiffre = chiffre});
             continue;
         }
-        const std::string reference(texte::rogne(a.substr(0, longueur_reference)));
+        const std::string reference(texte::rogne(lignes::reference(a)));
         const std::string code = "#AJOU#" + std::string(a);
         r.push_back({.acte = {.code = code, .libelle = libelle, .reference = reference}, .chiffre = chiffre});
     }

@@ -1,7 +1,5 @@
 #include "cuisine/apercu.h"
 
-#include <algorithm>
-
 #include "data/commande.h"
 #include "platform/peinture/peintre.h"
 #include "platform/peinture/polices.h"

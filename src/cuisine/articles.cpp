@@ -37,8 +37,10 @@ Articles::Articles(std::unique_ptr<catalogue::Tables> tables) : tables_(std::mov
     }
 }
 
-/// With its sub-groups; one that is there already stays as it is.
+/// With its sub-groups; one that is there already stays as it is, and one that no catalogue can have articles of is
+/// none.
 void Articles::ajoute_famille(int numero, std::string_view nom, int dans) {
+    if (numero < 0 || numero > catalogue::familles_max) return;
     const auto meme = [numero](const Famille& f) { return f.numero == numero; };
     if (std::any_of(familles_.begin(), familles_.end(), meme)) return;
     const std::string_view court = texte::rogne(nom);
@@ -69,19 +71,16 @@ std::string_view Articles::serveur(int numero) const {
 
 bool Carte::relit() {
     constexpr int patience = 10;
-    const std::string fichier = fichiers::joint(repertoire_, catalogue::fichier_catalogue);
-    const auto longueur = fichiers::longueur(fichier);
-    const auto date = fichiers::modifie_le(fichier);
-    const bool change = longueur && date && (*longueur != longueur_ || *date != date_);
+    const std::string empreinte = fichiers::empreinte(fichiers::joint(repertoire_, catalogue::fichier_catalogue));
+    const bool change = !empreinte.empty() && empreinte != empreinte_;
     if (articles_ && lue_ && !change) return true;
     auto tables = lis_tables(repertoire_);
     if (tables->lu || !articles_) {
         lue_ = tables->lu;
-        longueur_ = longueur.value_or(0);
-        date_ = date.value_or(0);
+        empreinte_ = empreinte;
         articles_ = std::make_unique<Articles>(std::move(tables));
     }
-    return lue_ || !longueur || ++echecs_ > patience;
+    return lue_ || empreinte.empty() || ++echecs_ > patience;
 }
 
 }  // namespace articles

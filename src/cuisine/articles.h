@@ -63,8 +63,7 @@ class Carte {
     std::unique_ptr<Articles> articles_;
     bool lue_ = false;
     int echecs_ = 0;
-    std::uint64_t longueur_ = 0;
-    std::int64_t date_ = 0;
+    std::string empreinte_;  ///< of the file that was read last
 };
 
 }  // namespace articles

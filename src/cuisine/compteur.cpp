@@ -17,7 +17,7 @@ int lis(const std::string& fichier) {
     std::string t;
     if (fichiers::lis_tout(fichier, t, longueur_max) != Issue::fait) return -1;
     const int n = nombres::entier_int(std::string_view(t).substr(std::min(t.size(), debut.size())));
-    return t == std::string(debut) + std::to_string(n) + std::string(fin) && n >= 0 ? n : -1;
+    return t == std::string(debut) + std::to_string(n) + std::string(fin) && n >= 0 && n <= numero_max ? n : -1;
 }
 
 }  // namespace

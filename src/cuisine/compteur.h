@@ -7,6 +7,9 @@
 
 namespace compteur {
 
+/// The last number that a ticket can have; a file that says more is damaged.
+inline constexpr int numero_max = 999'999'999;
+
 class Compteur {
   public:
     explicit Compteur(const std::string& archive);

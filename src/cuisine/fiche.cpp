@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "cuisine/compteur.h"
 #include "data/nombres.h"
 #include "platform/systeme/texte.h"
 
@@ -28,7 +29,7 @@ std::vector<int> lis_liste(std::string_view t) {
 bool prend(std::string_view l, Fiche& f) {
     if (l.starts_with(numero)) {
         f.numero = nombres::entier_int(l.substr(numero.size()));
-        return f.numero >= 0;
+        return f.numero >= 0 && f.numero <= compteur::numero_max;
     }
     if (l.starts_with(partie)) {
         f.parties.push_back({std::string(l.substr(partie.size())), {}, Etat::attend, false});

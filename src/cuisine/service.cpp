@@ -9,6 +9,7 @@
 #include "cuisine/compteur.h"
 #include "cuisine/fiche.h"
 #include "platform/console/arret.h"
+#include "platform/console/console.h"
 #include "platform/liaison/guet.h"
 #include "platform/liaison/verrou.h"
 #include "platform/systeme/texte.h"
@@ -27,7 +28,7 @@ constexpr int pause_debut = 1000, pause_max = 8000, pause_max_interrompu = 30000
 /// A line on the console, with the time.
 void dit(std::string_view t) {
     const std::string heure = horloge::lisible(horloge::maintenant());
-    std::fprintf(stderr, "%s %s\n", heure.c_str(), texte::vers_utf8(t).c_str());
+    std::fprintf(stderr, "%s %s\n", heure.c_str(), console::ligne(texte::vers_utf8(t)).c_str());
 }
 
 std::string archive_refusee(const std::string& archive, Issue issue) {

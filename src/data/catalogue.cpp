@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view marque_sous_groupe = "#SG#";
 constexpr std::size_t chiffres_sous_groupe = 4;
-constexpr std::size_t longueur_marque = colonne_numero - 1, longueur_reference = 13;
+constexpr std::size_t longueur_marque = colonne_numero - 1;
 
 /// How the lines of a kind are laid out: behind the marker so many digits of number, and the text from a column on.
 struct Forme {
@@ -241,7 +241,7 @@ bool est_sous_groupe(std::string_view record) {
 
 int famille_du_sous_groupe(std::string_view record) {
     const auto numero = texte::colonnes(record, marque_sous_groupe.size() + 1, chiffres_sous_groupe);
-    return std::clamp(premier_sous_groupe + nombres::entier_int(numero), 0, familles_max);
+    return premier_sous_groupe + static_cast<int>(std::clamp(nombres::entier(numero), -30000.0, 30000.0));
 }
 
 std::string debut_de_sous_groupe(int famille) {
@@ -259,7 +259,7 @@ std::string complete_article(std::string_view debut) {
 
 std::string complete_article(const Tables& tables, std::string_view debut) {
     while (debut.ends_with(' ')) debut.remove_suffix(1);
-    if (debut.size() < longueur_reference) return std::string(debut);
+    if (debut.size() < lignes::longueur_reference) return std::string(debut);
     std::string_view complet = debut;
     for (const auto& famille : tables.articles) {
         for (const std::string_view article : famille) {

@@ -90,6 +90,7 @@ std::size_t chiffres_du_numero(Genre genre);
 /// record that begins with "#SG#" and n in four digits.
 inline constexpr int premier_sous_groupe = 30;
 bool est_sous_groupe(std::string_view record);
+/// What stands there counts: the family may be none that a catalogue can have (0 to familles_max). Its page is empty.
 int famille_du_sous_groupe(std::string_view record);
 /// A family's name without what may tell its colour.
 std::string_view sans_couleur(std::string_view nom_de_famille);

@@ -71,7 +71,7 @@ constexpr std::string_view version = "2.1";
 /// What stands behind a quantity: of an article, a menu, and a menu's dish, whose first number follows it.
 constexpr std::string_view fin_article = "}", fin_menu = "}   + ¤¤999999|ÐÐMENU"_t, fin_plat = ")  ¤¤"_t,
                            apres_plat = "|ÐÐMENU"_t;
-constexpr std::size_t longueur_reference = 15;
+constexpr std::size_t place_du_prix = 15;  ///< of a line's "{", behind the reference
 
 std::string table_couverts() {
     return texte::complete(etat::table_couverts, std::max<std::size_t>(etat::table_couverts.size(), 7));
@@ -145,8 +145,8 @@ void lis_remarques(std::string_view t, Article& a) {
 
 /// The first line of a block, behind its mark: an article or menu more, or a dish of the last menu.
 bool lis_reference(std::string_view t, Commande& c, bool& dans_un_menu) {
-    const bool a_sa_place = t.size() > longueur_reference && t[longueur_reference] == '{';
-    const auto accolade = a_sa_place ? longueur_reference : t.find('{');
+    const bool a_sa_place = t.size() > place_du_prix && t[place_du_prix] == '{';
+    const auto accolade = a_sa_place ? place_du_prix : t.find('{');
     if (accolade == std::string_view::npos) return false;
     const std::string reference(texte::rogne(t.substr(0, accolade)));
     t.remove_prefix(accolade + 1);

@@ -1,7 +1,6 @@
 // The line in hand and its remarks, row by row. sel_arti shows them; the detail and menu screens change them too.
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <vector>
 
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/horloge.h"

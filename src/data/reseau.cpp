@@ -58,7 +58,7 @@ struct Passe {
     bool point_fait = false;
     bool catalogue_vu = false;  ///< whether the network has another one than that which has come
     bool catalogue = false;
-    bool tenue = false;  ///< another program held an order's file
+    bool retenue = false;  ///< an order could not go, though the network answers
 };
 Passe passe_en_cours;
 
@@ -163,10 +163,10 @@ bool retient(const livraison::Constat& c) {
         case Sort::a_verifier:
             note_remise(c, suivi::Etat::a_verifier);
             break;
-        case Sort::tenue:
-            passe_en_cours.tenue = true;
-            break;
         case Sort::attend:
+        case Sort::tenue:
+            passe_en_cours.retenue = true;
+            break;
         case Sort::reseau_perdu:
             break;
     }
@@ -361,7 +361,7 @@ bool joignable() {
 }
 
 bool a_reprendre() {
-    return joignable() && (passe_en_cours.tenue || !connexion.remises.empty());
+    return joignable() && (passe_en_cours.retenue || !connexion.remises.empty());
 }
 
 bool est_attendu() {

@@ -22,7 +22,8 @@ fichiers::Issue ecrit_repertoire(std::string_view repertoire);
 
 /// Last known state; false before the first answer and while the offline switch is set.
 bool joignable();
-/// Whether the last pass left something undone because another program held a file: a pass is worth while soon.
+/// Whether the last pass left something undone though the network answers (another program held a file, the router has
+/// not collected an order of the same name yet): a pass is worth while soon.
 bool a_reprendre();
 /// Whether orders wait for a network that does not answer.
 bool est_attendu();

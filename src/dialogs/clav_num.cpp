@@ -160,10 +160,6 @@ class Pave {
 
 }  // namespace
 
-void montre_clav_num() {
-    Pave().montre();
-}
-
 std::optional<std::string> demande(std::string_view mode, std::string_view invite) {
     etat::texte_travail = mode;
     etat::texte_dialogue = invite;

@@ -7,13 +7,9 @@
 
 namespace clav_num {
 
-/// Mode words for etat::texte_travail; anything else is plain entry.
+/// Mode words; anything else is plain entry.
 inline constexpr std::string_view mode_cache = "#CACHE";
 inline constexpr std::string_view mode_taille = "#SAISIZE";
-
-/// Shows the keypad. In: etat::texte_travail the mode word, etat::texte_dialogue the prompt, or prompt + "|" + initial
-/// value. Out: etat::texte_dialogue the entered text; the prompt when the keypad was left without validation.
-void montre_clav_num();
 
 /// Asks with a mode word and a prompt (with "|" and an initial value, if any); gives the entered text, nothing when the
 /// keypad was abandoned.

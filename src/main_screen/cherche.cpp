@@ -28,7 +28,6 @@ constexpr int espace_large = px(8), espace_etroit = px(5);
 constexpr int police_champ = 22, police_lettre = 20, police_rien = 16;
 constexpr std::size_t lettres_max = 40;
 
-constexpr std::string_view sous_groupe = "#SG#";
 constexpr std::string_view recule = "<";
 /// The letters of the keyboard, row by row, then a blank and a way back.
 constexpr std::array<std::string_view, 30> lettres = {"a", "z", "e", "r", "t", "y", "u", "i", "o", "p",
@@ -67,7 +66,7 @@ std::vector<Article> tous() {
     std::set<std::string_view> vus;
     for (int famille = 0; famille <= catalogue::familles_max; ++famille) {
         for (const std::string_view record : catalogue::articles_de(famille)) {
-            if (record.starts_with(sous_groupe) || lignes::libelle(record).empty() || !vus.insert(record).second)
+            if (catalogue::est_sous_groupe(record) || lignes::libelle(record).empty() || !vus.insert(record).second)
                 continue;
             r.push_back({record, "", commande::envoyes_ce_jour(lignes::reference(record))});
             for (const std::string& mot : mots(lignes::libelle(record))) r.back().mots += " " + mot;

@@ -6,13 +6,14 @@
 #include "data/etat.h"
 #include "data/lignes.h"
 #include "data/nombres.h"
+#include "data/programme_touches.h"
 #include "main_screen/grille.h"
 #include "platform/systeme/texte.h"
 
 namespace comptes {
 namespace {
 
-constexpr std::string_view article = "#AJOU#";
+using programme_touches::marque::article;
 
 /// The reference of the article that a key code orders, empty when it orders none.
 std::string_view reference(std::string_view code) {

@@ -29,10 +29,10 @@ namespace demarrage {
 namespace {
 
 constexpr std::string_view programme_parametres = "orvapara.exe";
-/// Sizes beyond these make no usable screen: the default stands in.
-/// Pixels. Below them a finger would miss the digits of the password, and nobody could set the size right.
-constexpr int largeur_min = 320, hauteur_min = 440;
-constexpr int cote_max = 10000, cote_par_defaut = 800;
+/// Pixels. Sizes beyond these make no usable screen: the default stands in. Below the least ones a finger would miss
+/// the digits of the password, and nobody could set the size right.
+constexpr int largeur_min = 320, hauteur_min = 440, cote_max = 10000;
+constexpr int cote_par_defaut = 800;
 
 bool deja_fait = false;           ///< the first run of the sequence is over
 reglages::Resolution resolution;  ///< the screen format of this run: a later one counts from the next start

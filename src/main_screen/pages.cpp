@@ -23,8 +23,6 @@ namespace {
 
 using namespace ecran;
 
-constexpr int familles_max = 120;
-
 Vue vue_courante = Vue::accueil;
 std::string nom_sous_groupe;
 
@@ -149,8 +147,7 @@ void affiche_familles() {
 void affiche_articles() {
     commence(Vue::articles);
     const int famille = etat::famille_courante;
-    const bool connue = famille >= 0 && famille <= familles_max;
-    const auto articles = connue ? catalogue::articles_de(famille) : std::span<const std::string_view>();
+    const auto articles = catalogue::articles_de(famille);
     const int nb_pages =
         affiche_liste(lis_disposition(reglages::touches_articles), static_cast<int>(articles.size()), [&](int rang) {
             const std::string_view record = articles[static_cast<std::size_t>(rang)];
@@ -158,7 +155,7 @@ void affiche_articles() {
                           lignes::prix_affiche(record), lignes::chiffre_couleur(record)};
         });
     const auto& noms = catalogue::courant().noms_familles;
-    const bool nommee = connue && static_cast<std::size_t>(famille) < noms.size();
+    const bool nommee = famille >= 0 && static_cast<std::size_t>(famille) < noms.size();
     const std::string titre =
         nommee ? std::string(catalogue::sans_couleur(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
     bandeau::titre(

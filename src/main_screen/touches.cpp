@@ -27,8 +27,6 @@
 namespace touches {
 namespace {
 
-constexpr int serveurs_max = 20;
-
 /// What a key hands to its action: the whole code, and the text behind its marker.
 struct Frappe {
     std::string_view code, argument;
@@ -102,7 +100,7 @@ void serveur(const Frappe& f) {
         return texte::rogne(catalogue::courant().noms_serveurs[static_cast<std::size_t>(n)]);
     };
     const double n = nombres::entier(f.argument);
-    const bool connu = n >= 0 && n <= serveurs_max && !nom(static_cast<int>(n)).empty();
+    const bool connu = n >= 0 && n <= catalogue::serveurs_max && !nom(static_cast<int>(n)).empty();
     etat::numero_serveur = connu ? entier_court(n) : std::int16_t{1};
     etat::nom_serveur = catalogue::courant().noms_serveurs[static_cast<std::size_t>(etat::numero_serveur)];
     fonctions::affiche_menu();
@@ -110,8 +108,7 @@ void serveur(const Frappe& f) {
 
 void sous_groupe(const Frappe& f) {
     va_page(0);
-    const double n = nombres::entier(f.argument.substr(4, 4));
-    etat::famille_courante = entier_court(catalogue::premier_sous_groupe + std::clamp(n, -30000.0, 30000.0));
+    etat::famille_courante = entier_court(catalogue::famille_du_sous_groupe(f.argument));
     pages::nomme_sous_groupe(legende_de(f));
     pages::affiche_articles();
 }
@@ -164,7 +161,7 @@ const Action actions[] = {
 void ouvre_la_recherche(const std::string& lettres) {
     const auto record = cherche::demande(lettres);
     if (!record) return;
-    etat::code_touche = "#AJOU#" + *record;
+    etat::code_touche = std::string(marque::article) + *record;
     touche(0);
 }
 
@@ -195,7 +192,7 @@ void touche_barre(int colonne) {
 }
 
 bool tient_barre(int colonne) {
-    if (colonne < 0 || grille::codes_barre[static_cast<std::size_t>(colonne)] != "#LFAM#") return false;
+    if (colonne < 0 || grille::codes_barre[static_cast<std::size_t>(colonne)] != marque::familles) return false;
     ouvre_la_recherche("");
     return true;
 }

@@ -34,6 +34,10 @@ std::vector<std::string> mots(int argc, const Lettre* const* argv);
 /// opened for it alone stays to show what it refuses.
 int execute(int argc, const Lettre* const* argv, int (*lance)(const std::vector<std::string>& mots));
 
+/// A line as it is shown: what would drive the console (control characters, which names and files may bring) is "?".
+/// UTF-8.
+std::string ligne(std::string_view utf8);
+
 // Of these the systems without such consoles do nothing.
 
 /// Gives standard output, error and input the console of the program that started this one, when there is one and they

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/systeme/horloge.h"
@@ -164,6 +165,21 @@ void glisse_doigt(int x_pixels, int y_pixels) {
     suit_le_doigt(Doigt(d), x, y);
 }
 
+/// The key under a finger, as it is read.
+struct Lue {
+    Touche touche;
+    std::string texte;
+    int image = 0;
+    bool operator==(const Lue&) const = default;
+};
+
+Lue lis(const Forme& f, int x, int y) {
+    const Touche t = sous_le_doigt(f, x, y);
+    if (t.controle == nullptr) return {t, {}};
+    const Aspect& a = t.ligne >= 0 ? t.controle->grille.cellule(t.ligne, t.colonne) : t.controle->aspect;
+    return {t, a.texte, a.image};
+}
+
 void leve_doigt(int x, int y) {
     glisse_doigt(x, y);
     const Doigt d = ecran->doigt;
@@ -172,12 +188,15 @@ void leve_doigt(int x, int y) {
     ecran->leve = {x, y};
     Controle& c = *d.touche.controle;
     if (d.actes > 0 || (c.au_maintien && d.maintien < 0)) return;  // the hold has acted already
+    const Lue avant = lis(*d.forme, d.x, d.y);
     if (c.est_grille() && d.touche.ligne >= 0) {
         c.grille.ligne = d.touche.ligne;
         c.grille.colonne = d.touche.colonne;
         appelle(c.a_la_cellule, d.touche.ligne, d.touche.colonne);
     }
     appelle(c.au_toucher);
+    // Another page may have come under the finger: its bounce is not meant for that.
+    if (d.forme == forme_du_dessus() && lis(*d.forme, d.x, d.y) != avant) note_bascule();
 }
 
 void presse_cle(Forme& f, Cle cle) {
@@ -313,7 +332,12 @@ struct Charge {
     explicit Charge(Forme& f) : forme(f) {
         if (!est_chargee(f)) charge(f);
     }
-    ~Charge() { decharge(forme); }
+    ~Charge() {
+        if (!ecran) return;
+        std::erase(ecran->pile, &forme);
+        note_bascule();
+        if (ecran->doigt.forme == &forme) ecran->doigt = {};
+    }
     Charge(const Charge&) = delete;
     Charge& operator=(const Charge&) = delete;
 };
@@ -360,13 +384,6 @@ void charge(Forme& forme) {
     ecran->pile.push_back(&forme);
     ecran->doigt = {};
     note_bascule();
-}
-
-void decharge(Forme& forme) {
-    if (!ecran) return;
-    std::erase(ecran->pile, &forme);
-    note_bascule();
-    if (ecran->doigt.forme == &forme) ecran->doigt = {};
 }
 
 void montre_modal(Forme& forme) {

@@ -48,7 +48,6 @@ bool tourne_ecran(int largeur, int hauteur);
 void montre_modal(Forme& forme);
 /// Puts the form on the stack without running the loop: the main screen, before its first question.
 void charge(Forme& forme);
-void decharge(Forme& forme);
 /// Shows the pending changes now and lets nothing else happen (before a wait).
 void peint_maintenant();
 /// The loaded forms from bottom to top.

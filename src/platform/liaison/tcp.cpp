@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <chrono>
+#include <memory>
 #include <thread>
-#include <utility>
 #include <vector>
 
 #include "platform/console/arret.h"

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <string>
 
 #include "platform/liaison/verrou.h"
 #include "platform/systeme/texte.h"
@@ -24,8 +25,12 @@ class VerrouLinux final : public Verrou {
 }  // namespace
 
 std::unique_ptr<Verrou> prend(std::string_view fichier) {
-    const int fd = ::open(texte::chemin_en_utf8(fichier).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd >= 0 && ::flock(fd, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EACCES)) {
+    const std::string chemin = texte::chemin_en_utf8(fichier);
+    int fd = ::open(chemin.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    if (fd < 0)
+        fd = ::open(chemin.c_str(), O_RDONLY | O_CLOEXEC);  // one that only its maker may write can be held, too
+    if (fd < 0 && errno == EACCES) return nullptr;
+    if (fd >= 0 && ::flock(fd, LOCK_EX | LOCK_NB) != 0 && errno != ENOLCK && errno != EOPNOTSUPP && errno != ENOSYS) {
         ::close(fd);
         return nullptr;
     }

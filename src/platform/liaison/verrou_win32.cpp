@@ -20,9 +20,15 @@ class VerrouWindows final : public Verrou {
 }  // namespace
 
 std::unique_ptr<Verrou> prend(std::string_view fichier) {
-    HANDLE h = CreateFileW(texte::large(fichier).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (h == INVALID_HANDLE_VALUE && GetLastError() == ERROR_SHARING_VIOLATION) return nullptr;
+    const std::wstring chemin = texte::large(fichier);
+    const auto ouvre = [&](DWORD droits, DWORD maniere) {
+        return CreateFileW(chemin.c_str(), droits, 0, nullptr, maniere, FILE_ATTRIBUTE_NORMAL, nullptr);
+    };
+    HANDLE h = ouvre(GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
+    // One that only its maker may write can be held, too.
+    if (h == INVALID_HANDLE_VALUE && GetLastError() != ERROR_SHARING_VIOLATION) h = ouvre(GENERIC_READ, OPEN_EXISTING);
+    const DWORD faute = h == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
+    if (faute == ERROR_SHARING_VIOLATION || faute == ERROR_ACCESS_DENIED) return nullptr;
     return std::make_unique<VerrouWindows>(h);
 }
 

@@ -1,6 +1,5 @@
 #include "platform/rejeu/rejeu.h"
 
-#include <cstdio>
 #include <iostream>
 
 #include "platform/systeme/fichiers.h"

@@ -141,11 +141,11 @@ std::string_view raison(Issue issue) {
         case Issue::absent:
             return "introuvable";
         case Issue::existe:
-            return "le nom existe déjà";
+            return "le nom existe déjà"_t;
         case Issue::refuse:
             return "accès refusé"_t;
         case Issue::occupe:
-            return "utilisé par un autre programme";
+            return "utilisé par un autre programme"_t;
         case Issue::plein:
             return "plus de place";
         case Issue::trop_long:

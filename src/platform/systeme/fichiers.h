@@ -56,10 +56,11 @@ bool correspond(std::string_view nom, std::string_view motif);
 /// Reads a whole file of at most `borne` bytes into `contenu` (untouched on failure).
 Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t borne = 256u << 20);
 
-/// Writes a new file whole: temporary name created exclusively beside it, flush, checked close, rename, directory
-/// flush. `remplace` false: never over an existing file (Issue::existe). On any failure the temporary file is removed
-/// and an older file of that name stands as it was.
+/// Whether a file may take the place of an existing one.
 enum class Remplace { jamais, oui };
+/// Writes a new file whole: temporary name created exclusively beside it, flush, checked close, rename, directory
+/// flush. `jamais`: not over an existing file (Issue::existe). On any failure the temporary file is removed and an
+/// older file of that name stands as it was.
 Issue ecrit_tout(std::string_view chemin, std::string_view contenu, Remplace remplace);
 
 /// Replaces a file that can be made anew by one written beside it. The system puts it on the medium when it likes: a

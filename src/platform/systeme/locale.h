@@ -1,8 +1,6 @@
 // The system's decimal separator. Only Windows has a system-wide one to correct: elsewhere it is always ".".
 #pragma once
 
-#include <string>
-
 namespace locale_systeme {
 
 /// First character of the user locale's decimal separator.

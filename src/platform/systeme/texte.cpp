@@ -23,7 +23,7 @@ std::optional<char32_t> lis_utf8(std::string_view t, std::size_t& i) {
     const auto c = static_cast<unsigned char>(t[i]);
     if (c < 0x80) return ++i, c;
     const std::size_t suite = c >= 0xF0 ? 3 : c >= 0xE0 ? 2 : c >= 0xC2 ? 1 : 0;
-    if (suite == 0 || i + suite >= t.size() + 0 || c > 0xF4) return ++i, std::nullopt;
+    if (suite == 0 || i + suite >= t.size() || c > 0xF4) return ++i, std::nullopt;
     char32_t p = c & (0x3F >> suite);
     for (std::size_t k = 1; k <= suite; ++k) {
         const auto s = static_cast<unsigned char>(t[i + k]);
