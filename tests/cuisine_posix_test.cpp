@@ -176,6 +176,35 @@ TEST_F(CuisineCoupee, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
     }
 }
 
+/// A full archive on another medium keeps what has been taken in the network directory, and says so; each order then
+/// comes over with its own bytes.
+TEST_F(CuisineCoupee, CeQuUneArchivePleineRetientVientEntier) {
+    constexpr int nombre = 12;
+    static bool pleine;
+    static std::set<std::string> refusees;
+    pleine = true;
+    fichiers::epreuve::avant = [](Operation operation, std::string_view chemin) {
+        const bool prise = operation == Operation::renomme && chemin.find("/reseau/") != std::string_view::npos;
+        if (prise && refusees.insert(std::string(chemin)).second) return Issue::panne;
+        const bool copie = operation == Operation::ouvre && chemin.find(".tmp") != std::string_view::npos &&
+                           chemin.find(".copie") != std::string_view::npos;
+        return pleine && copie ? Issue::plein : Issue::fait;
+    };
+    for (int table = 1; table <= nombre; ++table) depose(table, tests::commande_simple(table));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("plus de place"), std::string::npos);
+    EXPECT_EQ(t.fichiers("reseau", ".prise").size(), std::size_t{nombre});
+    pleine = false;
+    EXPECT_EQ(service::sert(reglages), service::tout_imprime);
+    fichiers::epreuve::avant = nullptr;
+    EXPECT_TRUE(t.fichiers("reseau", ".prise").empty());
+    for (int table = 1; table <= nombre; ++table) {
+        EXPECT_EQ(t.lis("archive/2021-05-19/" + tests::nom_de_commande(table)), tests::commande_simple(table));
+        EXPECT_EQ(papier().avec(table_de(table)).size(), 1U) << table;
+    }
+}
+
 /// A share is mounted over the directory in which the kitchen has begun, with orders in it.
 TEST_F(CuisineCoupee, UnPartageQuiVientSePrendAussi) {
     recommence();

@@ -38,15 +38,15 @@ std::string entre_guillemets(std::string_view page) {
     return "« " + texte::vers_utf8(page) + " »";
 }
 
-/// Family, label and colour of each sub-group's key.
-using SousGroupes = std::set<std::tuple<int, std::string_view, int>>;
+/// Place, family, label and colour of each sub-group's key.
+using SousGroupes = std::vector<std::tuple<std::size_t, int, std::string_view, int>>;
 
 SousGroupes sous_groupes(const std::vector<std::string_view>& records) {
     SousGroupes r;
-    for (const auto record : records) {
-        if (catalogue::est_sous_groupe(record))
-            r.emplace(catalogue::famille_du_sous_groupe(record), texte::rogne(lignes::libelle(record)),
-                      lignes::chiffre_couleur(record));
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (catalogue::est_sous_groupe(records[i]))
+            r.emplace_back(i, catalogue::famille_du_sous_groupe(records[i]), texte::rogne(lignes::libelle(records[i])),
+                           lignes::chiffre_couleur(records[i]));
     }
     return r;
 }
@@ -63,7 +63,8 @@ void compare_familles(const catalogue::Tables& t, const catalogue::Tables& u, st
     }
     for (std::size_t i = 0; i < t.articles.size(); ++i) {
         if (sous_groupes(t.articles[i]) != sous_groupes(u.articles[i]))
-            r.push_back("famille " + std::to_string(i) + " : ses sous-groupes seront écrits autrement");
+            r.push_back("famille " + std::to_string(i) +
+                        " : ses sous-groupes seront écrits autrement, ou derrière ses articles");
     }
 }
 

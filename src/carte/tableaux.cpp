@@ -32,6 +32,14 @@ constexpr std::string_view marque_utf8 = "\xEF\xBB\xBF";
 
 using tableur::Rangees;
 
+/// The first line that is not the UTF-8 that the mark of its file promises; 0: there is none.
+std::size_t ligne_abimee(std::string_view contenu) {
+    if (!contenu.starts_with(marque_utf8)) return 0;
+    const auto lignes = texte::lignes(contenu);
+    const auto abimee = std::find_if_not(lignes.begin(), lignes.end(), texte::est_utf8);
+    return abimee == lignes.end() ? 0 : static_cast<std::size_t>(abimee - lignes.begin()) + 1;
+}
+
 /// UTF-8 without mark and with "\n" alone; a file of the page 1252 is known by what UTF-8 cannot be.
 std::string en_utf8(std::string_view contenu) {
     if (contenu.starts_with(marque_utf8)) contenu.remove_prefix(marque_utf8.size());
@@ -138,6 +146,8 @@ std::optional<Tableau> lis(Feuille feuille, std::string_view contenu, Constats& 
     };
     if (contenu.find('\0') != std::string_view::npos)
         return refuse(0, "ce n'est pas un fichier CSV ; enregistrez-le au format « CSV UTF-8 »");
+    if (const std::size_t ligne = ligne_abimee(contenu); ligne > 0)
+        return refuse(ligne, "un caractère est abîmé ; enregistrez de nouveau ce tableau au format « CSV UTF-8 »");
     const std::string utf8 = en_utf8(contenu);
     Tableau t{feuille, {}, {}};
     bool ferme = true;

@@ -45,6 +45,9 @@ constexpr Sorte sortes[nb_numeros] = {
     {"Listes", Role::touche},
 };
 
+constexpr int hauteur_basse =
+    px(400);  ///< of what lies between banner and function row: smaller keys leave room for all
+
 constexpr int lignes_palette = 2, colonnes_palette = 6;
 constexpr std::array<Couleur, 12> couleurs_palette = {palette::chiffres[0], palette::chiffres[1], palette::chiffres[2],
                                                       palette::chiffres[3], palette::chiffres[4], palette::chiffres[5],
@@ -141,7 +144,7 @@ class Choix {
     void construit() {
         const Cadre zone = formes::contenu();
         Cadre touches = zone, droite = zone;
-        if (formes::est_etroit()) {
+        if (formes::est_etroit() && formes::hauteur() > formes::largeur()) {
             touches.hauteur = zone.hauteur * 33 / 100;
             droite.haut = touches.bas() + rythme;
             droite.hauteur = zone.bas() - droite.haut;
@@ -168,7 +171,7 @@ class Choix {
             return c;
         };
         const bool etroit = formes::est_etroit();
-        const int touche = px(54);
+        const int touche = px(z.hauteur < hauteur_basse ? 40 : 54);
         Panneau p;
         p.onglets = bande(std::max(touche, z.hauteur * 12 / 100));
         p.palette = bande(std::max(2 * touche + rythme, z.hauteur * 23 / 100));

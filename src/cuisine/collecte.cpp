@@ -17,6 +17,8 @@ constexpr std::string_view fin_commande = ".txt", fin_fiche = ".fiche", fin_copi
                            fin_raison = ".raison.txt";
 constexpr std::string_view dossier_en_cours = "en_cours", dossier_rejets = "rejets";
 constexpr std::uint64_t longueur_max = 1 << 20;
+/// Bytes of a name; the names of what is written beside an order are longer, and systems take no more than 255.
+constexpr std::size_t nom_max = 200;
 /// How long a file must not have changed, milliseconds: one that is whole, and one that is only a beginning.
 constexpr std::int64_t stable_ms = 400, abandonnee_ms = 10000;
 
@@ -81,7 +83,7 @@ Regard Collecte::regarde() {
     const auto noms = fichiers::entrees(reseau_);
     r.joignable = noms.has_value();
     if (noms) {
-        rapatrie(*noms);
+        rapatrie(*noms, r);
         suit(*noms);
         std::vector<Prise> ordre;
         for (auto& [nom, vue] : vues_) {
@@ -142,11 +144,12 @@ void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
     a_relire_ = true;  // whatever the answer, it may be there
     if (est_occupee(nom)) return;
     const std::string de = fichiers::joint(reseau_, nom);
-    Issue issue = fichiers::renomme(de, fichiers::joint(en_cours_, nom));
+    Issue issue = Issue::trop_long;
+    if (texte::vers_utf8(nom).size() <= nom_max) issue = fichiers::renomme(de, fichiers::joint(en_cours_, nom));
     if (issue == Issue::panne || issue == Issue::refuse) {
         const std::string prise = de + fin_prise_;
         issue = fichiers::renomme(de, prise);
-        if (issue == Issue::fait) rapatrie_une(nom, prise);
+        if (issue == Issue::fait) rapatrie_une(nom, prise, regard);
     }
     if (issue == Issue::fait || issue == Issue::absent || vue.dite) return;
     vue.dite = true;
@@ -154,12 +157,13 @@ void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
 }
 
 /// Brings over what was renamed in the network directory. A copy takes its name only when nothing of it is left there.
-void Collecte::rapatrie(const std::vector<std::string>& noms) {
+void Collecte::rapatrie(const std::vector<std::string>& noms, Regard& regard) {
     std::set<std::string> la_bas;
-    for (const std::string& nom : noms) {
-        if (!nom.ends_with(fin_prise_)) continue;
-        la_bas.insert(nom.substr(0, nom.size() - fin_prise_.size()));
-        rapatrie_une(*la_bas.rbegin(), fichiers::joint(reseau_, nom));
+    for (const std::string& prise : noms) {
+        if (!prise.ends_with(fin_prise_)) continue;
+        const std::string nom = prise.substr(0, prise.size() - fin_prise_.size());
+        la_bas.insert(nom);
+        rapatrie_une(nom, fichiers::joint(reseau_, prise), regard);
     }
     for (const std::string& copie : fichiers::liste(en_cours_, "*" + std::string(fin_copie))) {
         const std::string nom = copie.substr(0, copie.size() - fin_copie.size());
@@ -170,13 +174,26 @@ void Collecte::rapatrie(const std::vector<std::string>& noms) {
 }
 
 /// What fails here is done by the next look.
-void Collecte::rapatrie_une(const std::string& nom, const std::string& prise) {
+void Collecte::rapatrie_une(const std::string& nom, const std::string& prise, Regard& regard) {
     a_relire_ = true;
-    std::string contenu;
-    const std::string vers = fichiers::joint(en_cours_, nom), copie = vers + std::string(fin_copie);
-    if (fichiers::lis_tout(prise, contenu) != Issue::fait) return;
-    if (fichiers::ecrit_tout(copie, contenu, fichiers::Remplace::oui) != Issue::fait) return;
-    if (fichiers::supprime(prise) == Issue::fait) static_cast<void>(fichiers::renomme(copie, vers));
+    const std::string vers = fichiers::joint(en_cours_, nom), la = vers + std::string(fin_copie);
+    const Issue issue = copie(prise, la);
+    if (issue == Issue::fait && fichiers::supprime(prise) == Issue::fait) {
+        static_cast<void>(fichiers::renomme(la, vers));
+        return;
+    }
+    ++regard.retenues;
+    if (issue != Issue::fait) regard.archive = issue;
+}
+
+/// One that is there already is this order's, or else stays: two orders never share a copy.
+Issue Collecte::copie(const std::string& prise, const std::string& vers) const {
+    std::string contenu, ancien;
+    if (const Issue issue = fichiers::lis_tout(prise, contenu); issue != Issue::fait) return issue;
+    const Issue deja = fichiers::lis_tout(vers, ancien);
+    if (deja == Issue::absent) return fichiers::ecrit_tout(vers, contenu, fichiers::Remplace::jamais);
+    if (deja != Issue::fait) return deja;
+    return ancien == contenu ? Issue::fait : Issue::existe;
 }
 
 /// What is there and has not been given yet. A fiche whose order has been put away goes.

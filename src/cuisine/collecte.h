@@ -41,6 +41,8 @@ struct Regard {
     bool a_suivre = false;          ///< something may be ready in a moment
     std::vector<Prise> prises;      ///< new ones, by date
     std::vector<std::string> dits;  ///< what the kitchen should know, French
+    int retenues = 0;               ///< taken, and not brought into the archive, which lies on another medium
+    fichiers::Issue archive = fichiers::Issue::fait;  ///< why the archive has refused one of them
 };
 
 class Collecte {
@@ -80,8 +82,9 @@ class Collecte {
     bool est_prete(const std::string& nom, Vue& vue, Regard& regard);
     void prend(const std::string& nom, Vue& vue, Regard& regard);
     bool est_occupee(const std::string& nom) const;
-    void rapatrie(const std::vector<std::string>& noms);
-    void rapatrie_une(const std::string& nom, const std::string& chemin);
+    void rapatrie(const std::vector<std::string>& noms, Regard& regard);
+    void rapatrie_une(const std::string& nom, const std::string& prise, Regard& regard);
+    fichiers::Issue copie(const std::string& prise, const std::string& vers) const;
     void lis_en_cours(Regard& regard);
     bool lis_prise(const std::string& nom, Prise& prise) const;
     std::string jour(const Prise& prise) const;

@@ -111,6 +111,8 @@ class Service {
             collecte::Regard regard = collecte_.regarde();
             if (regard.joignable && !collecte_.est_prete()) return std::nullopt;
             for (const std::string& t : regard.dits) dit(t);
+            if (regard.joignable) retenues_ = regard.retenues;
+            if (regard.archive != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, regard.archive));
             if (!regard.joignable) reseau_.dit(std::string("répertoire réseau introuvable : "_t) + reglages_.reseau);
             if (regard.joignable) reseau_.va_bien(std::string("répertoire réseau retrouvé"_t));
             if (regard.joignable && !joignable) attente.recommence();
@@ -123,7 +125,7 @@ class Service {
             if (reglages_.une_fois && !reste && a_fini(regard)) break;
             attente.attend(reste ? 0 : regard.a_suivre ? regard_proche_ms : regard_ms);
         }
-        return commandes_.empty() && nouvelles_.empty() ? tout_imprime : reste_a_imprimer;
+        return commandes_.empty() && nouvelles_.empty() && retenues_ == 0 ? tout_imprime : reste_a_imprimer;
     }
 
   private:
@@ -134,6 +136,7 @@ class Service {
     std::vector<Poste> postes_;
     std::vector<Commande> commandes_;  ///< by date
     Annonce reseau_, archive_;
+    int retenues_ = 0;  ///< taken, and not in the archive yet
 
     /// A taken file whose fiche has not been read yet.
     struct Nouvelle {

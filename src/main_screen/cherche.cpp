@@ -23,7 +23,8 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int hauteur_champ = px(54), hauteur_lettre = px(54), hauteur_ligne_min = px(54);
+constexpr int hauteur_champ = px(54), hauteur_lettre_max = px(54), hauteur_ligne_min = px(54);
+constexpr int hauteur_lettre_min = px(36), lignes_min = 2;  ///< the keys of a low screen leave room for two articles
 constexpr int espace_large = px(8), espace_etroit = px(5);
 constexpr int police_champ = 22, police_lettre = 20, police_rien = 16;
 constexpr std::size_t lettres_max = 40;
@@ -118,6 +119,9 @@ class Recherche {
     void construit() {
         const Cadre zone = formes::contenu();
         const int espace = formes::est_etroit() ? espace_etroit : espace_large;
+        const int libre = zone.hauteur - hauteur_champ - 2 * rythme - lignes_min * hauteur_ligne_min;
+        const int hauteur_lettre =
+            std::clamp((libre + espace) / rangees - espace, hauteur_lettre_min, hauteur_lettre_max);
         const int haut_lettres = rangees * (hauteur_lettre + espace) - espace;
         const Cadre pave = {zone.gauche, zone.bas() - haut_lettres, zone.largeur, haut_lettres};
         const int haut = zone.haut + hauteur_champ + rythme;

@@ -12,6 +12,7 @@ using Sorte = Element::Sorte;
 // Lengths of the looks, in design pixels.
 constexpr int rayon_boite = 12, barre_boite = 10, flou_ombre = 16, descente_ombre = 12;
 constexpr int bord_choisie = 4, bord_case = 3, bord_compte = 2, creux = 2;
+constexpr int lignes_par_rangee = 2;  ///< a list's long caption is broken before it cannot be read
 constexpr int largeur_curseur = 3, intervalle_marque = 6;
 constexpr int cote_coche = 38, bord_coche = 50;
 
@@ -180,7 +181,10 @@ void Composition::contenu(const Sujet& s) {
 void Composition::choisie(const Sujet& s, Zone place) {
     const Zone sans_marque = {place.gauche, place.haut - p_.pixels(s.aspect.marge_haut), place.droite, place.bas};
     const PlaceMarque m = p_.marque(s.z, s.aspect.alignement);
-    if (m.au_bout) place.droite = std::min(place.droite, m.disque.gauche - p_.px(intervalle_marque));
+    if (m.au_bout) {
+        place.haut = sans_marque.haut;
+        place.droite = std::min(place.droite, m.disque.gauche - p_.px(intervalle_marque));
+    }
     texte(s, place, sans_marque);
     marque(m.disque);
 }
@@ -195,7 +199,8 @@ void Composition::texte(const Sujet& s, const Zone& place, const Zone& mesure) {
     e->police = s.gras ? Police::grasse : Police::normale;
     e->taille = p_.em(s.police > 0 ? s.police : police_par_defaut);
     e->alignement = s.aspect.alignement;
-    e->lignes_max = s.rang.liste || s.aspect.role == Role::bandeau ? 1 : 0;
+    if (s.aspect.role == Role::bandeau) e->lignes_max = 1;
+    if (s.rang.liste) e->lignes_max = lignes_par_rangee;
     if (s.aspect.accord) accordees_.push_back({sortie_.size() - 1, mesure});
 }
 

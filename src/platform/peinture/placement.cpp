@@ -9,7 +9,7 @@ namespace {
 // Lengths of the looks, in design pixels.
 constexpr int marge_touche = 8, marge_touche_gauche = 18, marge_bandeau = 12, marge_cellule = 10, marge_liste = 20;
 constexpr int marge_champ = 14, marge_legende = 4;
-constexpr int disque_max = 38, disque_de_coin = 26, bord_marque = 14, bord_coin = 6;
+constexpr int disque_max = 38, disque_de_coin = 26, hauteur_de_coin = 54, bord_marque = 14, bord_coin = 6;
 constexpr int retrait_image_droite = 24, image_mince = 40, image_max = 150, case_max = 84;
 
 /// Screens stay far below; what is damaged beyond cannot overflow.
@@ -120,7 +120,7 @@ PlaceContenu Placement::contenu(const Zone& z, const Aspect& a, bool avec_texte,
 
 PlaceMarque Placement::marque(const Zone& z, Alignement alignement) const {
     const int h = z.bas - z.haut, l = z.droite - z.gauche;
-    if (alignement == Alignement::gauche) {
+    if (alignement == Alignement::gauche || h < px(hauteur_de_coin)) {
         const int d = std::min({px(disque_max), h * 7 / 10, l / 3}), haut = z.haut + (h - d) / 2;
         const int droite = z.droite - std::min(px(bord_marque), l / 16);
         return {{droite - d, haut, droite, haut + d}, true};

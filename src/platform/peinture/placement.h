@@ -22,7 +22,7 @@ struct PlaceContenu {
     int x = 0, y = 0, cote = 0;  ///< middle and em size of the picture
 };
 
-/// Where the mark of a chosen key goes: at its right end, or in its upper right corner.
+/// Where the mark of a chosen key goes: at its right end, or in its upper right corner where that leaves room below it.
 struct PlaceMarque {
     Zone disque;
     bool au_bout = false;
