@@ -129,6 +129,7 @@ TEST_F(Carte, UnTableauIllisibleEstNomme) {
     pose_tableau("tables.csv", std::string("T\0a\0b\0", 6));
     pose_tableau("menus.csv", "");
     pose_tableau("details.csv", "Catégorie,Libellé\nA,B,C\n");
+    pose_tableau("entete.csv", "\xEF\xBB\xBFLigne\nCafé\nPur\xC3\n");
     fs::create_directories(t.chemin() / "carte/touches.csv");
     dit("fabrique carte reseau", 1,
         "serveurs.csv : ce tableau manque ; « orvalune-carte modele » en écrit un exemple\n"
@@ -141,7 +142,8 @@ TEST_F(Carte, UnTableauIllisibleEstNomme) {
         "le "
         "séparateur\n"
         "touches.csv : accès refusé ; fermez-le dans le tableur et recommencez\n"
-        "8 fautes ; rien n'a été écrit. Corrigez les tableaux et recommencez.\n");
+        "entete.csv, ligne 3 : un caractère est abîmé ; enregistrez de nouveau ce tableau au format « CSV UTF-8 »\n"
+        "9 fautes ; rien n'a été écrit. Corrigez les tableaux et recommencez.\n");
 }
 
 /// However a spreadsheet has written them, the same sheets make the same bytes.

@@ -410,6 +410,14 @@ TEST(Polices, LesLegendesPassentALaLigneRetrecissentPuisSeCoupent) {
     const MiseEnLignes une = met("Un libellé beaucoup trop long pour une ligne"_t, 90, 100, 1);
     EXPECT_EQ(une.lignes.size(), 1U);
     EXPECT_TRUE(une.lignes[0].ends_with("…"_t));
+    // A row is broken only where one line would be much smaller.
+    const auto rangee = [](std::string_view t) {
+        return met_en_lignes(Police::normale, 27, t, {400, 54, 2, taille_lisible, 18});
+    };
+    EXPECT_EQ(rangee("Une rangée qui tient presque en une ligne"_t).lignes.size(), 1U);
+    const MiseEnLignes longue = rangee("Sans sel, sauce à part et un grand verre d'eau pour l'enfant de la table 12"_t);
+    EXPECT_EQ(longue.lignes.size(), 2U);
+    EXPECT_GE(longue.taille, 16);
 }
 
 TEST(Polices, ToutCeQuiEstMisEnLignesTient) {

@@ -45,8 +45,8 @@ constexpr Sorte sortes[nb_numeros] = {
     {"Listes", Role::touche},
 };
 
-constexpr int hauteur_basse =
-    px(400);  ///< of what lies between banner and function row: smaller keys leave room for all
+/// Of what lies between banner and function row: where it is lower, smaller keys leave room for all.
+constexpr int hauteur_basse = px(340);
 
 constexpr int lignes_palette = 2, colonnes_palette = 6;
 constexpr std::array<Couleur, 12> couleurs_palette = {palette::chiffres[0], palette::chiffres[1], palette::chiffres[2],
@@ -144,7 +144,7 @@ class Choix {
     void construit() {
         const Cadre zone = formes::contenu();
         Cadre touches = zone, droite = zone;
-        if (formes::est_etroit() && formes::hauteur() > formes::largeur()) {
+        if (formes::est_etroit() && formes::hauteur() >= formes::largeur()) {
             touches.hauteur = zone.hauteur * 33 / 100;
             droite.haut = touches.bas() + rythme;
             droite.hauteur = zone.bas() - droite.haut;

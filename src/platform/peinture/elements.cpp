@@ -35,7 +35,9 @@ void dessine_saisie(const Element& e, Toile toile) {
 
 void parcourt_lignes(const Element& e, const std::function<void(const LignePeinte&)>& ligne) {
     const int l = e.cadre.droite - e.cadre.gauche, h = e.cadre.bas - e.cadre.haut;
-    const MiseEnLignes& m = met_en_lignes(e.police, e.taille, e.texte, {l, h, e.lignes_max});
+    const int d_une_ligne = e.lignes_max > 1 ? e.taille * 2 / 3 : 0;
+    const MiseEnLignes& m =
+        met_en_lignes(e.police, e.taille, e.texte, {l, h, e.lignes_max, taille_lisible, d_une_ligne});
     const Metrique mesures = metrique(e.police, m.taille);
     float y = static_cast<float>(e.cadre.haut) +
               (static_cast<float>(h) - mesures.hauteur * static_cast<float>(m.lignes.size())) / 2 + mesures.ascendante;

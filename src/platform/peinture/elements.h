@@ -37,7 +37,7 @@ struct Element {
     Police police = Police::normale;
     int taille = 0;  ///< em size in pixels
     Alignement alignement = Alignement::centre;
-    int lignes_max = 0;  ///< of a caption, 0: as many as fit
+    int lignes_max = 0;  ///< of a caption, 0: as many as fit; it is broken into 2 only below two thirds of its size
     char32_t glyphe = 0;
     int decalage = 0;  ///< pixels, of a field's text, a frame or a key's shadow
 

@@ -57,7 +57,9 @@ class Mesure {
         const float ligne = hauteur_ * static_cast<float>(taille);
         const int n =
             static_cast<int>((static_cast<float>(place.hauteur) + jambage * static_cast<float>(taille)) / ligne);
-        return place.lignes_max > 0 ? std::min(n, place.lignes_max) : n;
+        const bool une = place.taille_d_une_ligne > 0 && taille > place.taille_d_une_ligne;
+        const int au_plus = une ? 1 : place.lignes_max;
+        return au_plus > 0 ? std::min(n, au_plus) : n;
     }
 
     bool tient(const std::vector<Morceau>& lignes, int taille, const Place& place) const {
@@ -143,8 +145,8 @@ const MiseEnLignes& met_en_lignes(Police police, int taille, std::string_view t,
     static std::unordered_map<std::string, MiseEnLignes> faites;
     static std::string cle;
     cle.assign(t);
-    for (const int n :
-         {static_cast<int>(police), taille, place.largeur, place.hauteur, place.lignes_max, place.taille_minimale}) {
+    for (const int n : {static_cast<int>(police), taille, place.largeur, place.hauteur, place.lignes_max,
+                        place.taille_minimale, place.taille_d_une_ligne}) {
         cle.append(reinterpret_cast<const char*>(&n), sizeof n);
     }
     if (const auto i = faites.find(cle); i != faites.end()) return i->second;

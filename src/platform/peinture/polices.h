@@ -61,6 +61,7 @@ struct Place {
     int largeur = 0, hauteur = 0;  ///< pixels
     int lignes_max = 0;            ///< 0: as many as fit the height
     int taille_minimale = taille_lisible;
+    int taille_d_une_ligne = 0;  ///< at larger sizes it stands in one line or not at all; 0: at none
 };
 /// Breaks on words (and at line breaks), shrinks what does not fit, then cuts with "…".
 const MiseEnLignes& met_en_lignes(Police police, int taille, std::string_view texte, const Place& place);
