@@ -205,6 +205,30 @@ TEST_F(CuisineCoupee, CeQuUneArchivePleineRetientVientEntier) {
     }
 }
 
+/// A share that had gone comes back over what the kitchen has made at its place meanwhile: what waits there is printed,
+/// and its lock is taken.
+TEST_F(CuisineCoupee, UnPartageQuiRevientRapporteSesCommandes) {
+    static fs::path ici;
+    static int regards;
+    ici = t.chemin();
+    regards = 0;
+    reglages.archive = (ici / "reseau" / "archive").string();
+    depose(1, tests::commande_simple(1));
+    t.pose("partage/archive/en_cours/" + tests::nom_de_commande(2), tests::commande_simple(2));
+    t.pose("partage/archive/cuisine.verrou", "ailleurs");
+    fichiers::epreuve::avant = [](Operation operation, std::string_view chemin) {
+        if (operation == Operation::liste && chemin.ends_with("reseau") && ++regards == 4) {
+            fs::rename(ici / "reseau", ici / "vide");
+            fs::rename(ici / "partage", ici / "reseau");
+        }
+        return Issue::fait;
+    };
+    EXPECT_EQ(service::sert(reglages), service::tout_imprime);
+    fichiers::epreuve::avant = nullptr;
+    EXPECT_GT(regards, 4);
+    EXPECT_EQ(papier().avec(table_de(2)).size(), 1U);
+}
+
 /// A share is mounted over the directory in which the kitchen has begun, with orders in it.
 TEST_F(CuisineCoupee, UnPartageQuiVientSePrendAussi) {
     recommence();

@@ -31,6 +31,10 @@ void dit(std::string_view t) {
     std::fprintf(stderr, "%s %s\n", heure.c_str(), console::ligne(texte::vers_utf8(t)).c_str());
 }
 
+std::string fichier_du_verrou(const std::string& archive) {
+    return fichiers::joint(archive, "cuisine.verrou");
+}
+
 std::string archive_refusee(const std::string& archive, Issue issue) {
     return std::string("écriture impossible dans l'archive "_t) + archive + " : " +
            std::string(fichiers::raison(issue));
@@ -91,7 +95,11 @@ struct Poste {
 class Service {
   public:
     explicit Service(const Reglages& r)
-        : reglages_(r), collecte_(r.reseau, r.archive), compteur_(r.archive), carte_(r.reseau) {
+        : reglages_(r),
+          collecte_(r.reseau, r.archive),
+          compteur_(r.archive),
+          carte_(r.reseau),
+          archive_prise_(fichiers::empreinte(fichier_du_verrou(r.archive))) {
         for (const auto& a : r.partage.adresses) {
             postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat, r.patience}), 0, 0, true, {}});
         }
@@ -109,7 +117,7 @@ class Service {
                 continue;
             }
             collecte::Regard regard = collecte_.regarde();
-            if (regard.joignable && !collecte_.est_prete()) return std::nullopt;
+            if (regard.joignable && est_ailleurs()) return std::nullopt;
             for (const std::string& t : regard.dits) dit(t);
             if (regard.joignable) retenues_ = regard.retenues;
             if (regard.archive != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, regard.archive));
@@ -135,6 +143,7 @@ class Service {
     articles::Carte carte_;
     std::vector<Poste> postes_;
     std::vector<Commande> commandes_;  ///< by date
+    const std::string archive_prise_;  ///< tells it from another one that comes to lie at its place
     Annonce reseau_, archive_;
     int retenues_ = 0;  ///< taken, and not in the archive yet
 
@@ -144,6 +153,11 @@ class Service {
         int essais = 0;
     };
     std::vector<Nouvelle> nouvelles_;
+
+    /// A share has been mounted over the archive, or has gone with it.
+    bool est_ailleurs() const {
+        return !collecte_.est_prete() || fichiers::empreinte(fichier_du_verrou(reglages_.archive)) != archive_prise_;
+    }
 
     /// Whether nothing is left to do, or nothing can be done.
     bool a_fini(const collecte::Regard& regard) const {
@@ -325,7 +339,7 @@ std::unique_ptr<verrou::Verrou> attend_l_archive(const std::string& archive, boo
     Annonce annonce;
     Attente attente;
     while (!arret::demande()) {
-        auto verrou = verrou::prend(fichiers::joint(archive, "cuisine.verrou"));
+        auto verrou = verrou::prend(fichier_du_verrou(archive));
         if (verrou) return verrou;
         annonce.dit("un autre orvalune-cuisine utilise l'archive " + archive + " : celui-ci prendra la suite");
         if (une_fois) return nullptr;
