@@ -200,7 +200,7 @@ int ouvre(const Options& o, bool dossier_utilisable) {
     std::unique_ptr<rejeu::Rejeu> joue;
     if (o.rejoue) joue = std::make_unique<rejeu::Rejeu>(*o.rejoue, o.captures.empty() ? "." : o.captures, collecte);
     if (joue && !joue->lisible()) {
-        std::cerr << "scénario illisible : " << texte::vers_utf8(*o.rejoue) << "\n";
+        std::cerr << "scénario illisible : " << console::ligne(texte::vers_utf8(*o.rejoue)) << "\n";
         return rejeu::faute_usage;
     }
     auto fenetre = cree_fenetre(o);
@@ -221,11 +221,12 @@ int ouvre(const Options& o, bool dossier_utilisable) {
 int travaille(const Options& o) {
     const bool dossier_utilisable = o.dossier.empty() || fichiers::entre_dans(o.dossier);
     if (!dossier_utilisable) {
-        std::cerr << "répertoire de travail introuvable : " << texte::vers_utf8(o.dossier) << "\n";
+        std::cerr << "répertoire de travail introuvable : " << console::ligne(texte::vers_utf8(o.dossier)) << "\n";
         if (o.rejoue || o.montre_journal) return rejeu::faute_usage;
     }
     if (!o.montre_journal) return ouvre(o, dossier_utilisable);
-    std::cout << texte::vers_utf8(journal::fin(lignes_du_journal));
+    const std::string lignes = journal::fin(lignes_du_journal);
+    for (const std::string_view l : texte::lignes(lignes)) std::cout << console::ligne(texte::vers_utf8(l)) << "\r\n";
     return 0;
 }
 

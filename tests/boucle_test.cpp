@@ -57,6 +57,7 @@ struct Boucle : testing::Test {
 
     Boucle() {
         forme.nom = "essai";
+        forme.tourne_des_pages = true;
         forme.cadre = {0, 0, px(400), px(300)};
         Controle& touche = forme.ajoute({.nom = "Command1",
                                          .genre = Genre::bouton,
@@ -126,6 +127,8 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
     EXPECT_EQ(ouvertures_de(ouvre, {{0, 50}, {250, 50}, {1, 250}, {1, 50}}), 2) << "it was elsewhere in between";
     EXPECT_EQ(ouvertures_de(rien, {{0, 50}, {10, 50}, {10, 50}}), 3);
     EXPECT_EQ(ouvertures_de(tourne, {{0, 50}, {10, 50}, {189, 50}, {1, 50}}), 2);
+    forme.tourne_des_pages = false;
+    EXPECT_EQ(ouvertures_de(tourne, {{0, 50}, {10, 50}, {10, 50}}), 3) << "a keyboard's letters are typed fast";
 }
 
 TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {

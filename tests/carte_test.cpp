@@ -195,7 +195,8 @@ TEST_F(Carte, LExempleRevientParLesFichiers) {
     t.pose("double/worvalune.wdo", t.lis("reseau/worvalune.wdo") + "#ARTI#00099#SG#0001       |DES:Rouges|FA1:1\r\n");
     const Issue r = lance("exporte double encore");
     EXPECT_EQ(r.statut, 1);
-    EXPECT_NE(r.sortie.find("famille 6 : ses sous-groupes seront écrits autrement, ou derrière"), std::string::npos) << r.sortie;
+    EXPECT_NE(r.sortie.find("famille 6 : ses sous-groupes seront écrits autrement, ou derrière"), std::string::npos)
+        << r.sortie;
     // Of files that are cut short what is there comes back.
     const std::string styles = t.lis("reseau/w_styl72.wdo"), touches = t.lis("reseau/progppb.wdo");
     for (const auto& [choix, cases] : {std::pair<std::size_t, std::size_t>{0, 0}, {22, 14}}) {

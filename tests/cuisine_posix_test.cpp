@@ -6,6 +6,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,11 +18,13 @@
 #include <set>
 #include <thread>
 
+#include "data/commande.h"
 #include "fourneau.h"
 #include "platform/console/arret.h"
 #include "platform/liaison/verrou.h"
 #include "platform/systeme/epreuve.h"
 #include "platform/systeme/ouvrier.h"
+#include "platform/systeme/processus.h"
 
 namespace {
 
@@ -203,6 +206,22 @@ TEST_F(CuisineCoupee, CeQuUneArchivePleineRetientVientEntier) {
         EXPECT_EQ(t.lis("archive/2021-05-19/" + tests::nom_de_commande(table)), tests::commande_simple(table));
         EXPECT_EQ(papier().avec(table_de(table)).size(), 1U) << table;
     }
+}
+
+/// A copy beside the fiche of an order that has been put away, and one beside an order of its name that waits in the
+/// network directory: each is printed.
+TEST_F(CuisineCoupee, UneCopieEstSaPropreCommande) {
+    const std::string en_cours = "archive/en_cours/", un = tests::nom_de_commande(1), trois = tests::nom_de_commande(3);
+    t.pose(en_cours + un + ".copie", tests::commande_simple(1));
+    t.pose(en_cours + un + ".fiche", "#FICHE#1\r\n#TICKET#4\r\n#PARTIE#" + reglages.partage.adresses[0].ecrite() +
+                                         "\r\n#LIGNES#0 1\r\n#ETAT#FINI\r\n#FIN#\r\n");
+    t.pose(en_cours + trois + ".copie", tests::commande_simple(4));
+    t.pose("reseau/" + trois + "." + commande::code(processus::identifiant_machine() + reglages.archive) + ".prise",
+           tests::commande_simple(3));
+    EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
+    EXPECT_EQ(service::sert(reglages), service::tout_imprime);
+    for (const int table : {1, 3, 4}) EXPECT_EQ(papier().avec(table_de(table)).size(), 1U) << table;
+    EXPECT_TRUE(t.fichiers("archive/en_cours", "").empty());
 }
 
 /// A share that had gone comes back over what the kitchen has made at its place meanwhile: what waits there is printed,
@@ -530,22 +549,23 @@ TEST_F(CuisineEtImprimante, TueeEncoreEtEncore) {
     for (int table = 1; table <= nombre; ++table) tests::verifie_une_fois(p, table, std::to_string(tuees) + " kills");
 }
 
-/// The lock that another user has made holds, be it that one may not write it, or not even open it.
+/// The lock that another user has made holds, whatever mask he has, and where one may only read it.
 TEST(Verrou, CeluiDUnAutreUtilisateurTient) {
     const tests::Terrain t;
     const std::string fichier = (t.chemin() / "cuisine.verrou").string();
+    const mode_t masque = ::umask(077);
     auto premier = verrou::prend(fichier);
+    ::umask(masque);
     fs::permissions(t.chemin(), fs::perms(0755));
-    fs::permissions(fichier, fs::perms(0444));
     const uid_t moi = ::geteuid(), autre = moi == 0 ? 65534 : moi;
+    ASSERT_EQ(::seteuid(autre), 0);
+    EXPECT_EQ(verrou::prend(fichier), nullptr);
+    ASSERT_EQ(::seteuid(moi), 0);
+    fs::permissions(fichier, fs::perms(0444));
     ASSERT_EQ(::seteuid(autre), 0);
     EXPECT_EQ(verrou::prend(fichier), nullptr);
     premier.reset();
     EXPECT_NE(verrou::prend(fichier), nullptr);
-    ASSERT_EQ(::seteuid(moi), 0);
-    fs::permissions(fichier, fs::perms(0));
-    ASSERT_EQ(::seteuid(autre), 0);
-    EXPECT_EQ(verrou::prend(fichier), nullptr);
     ASSERT_EQ(::seteuid(moi), 0);
 }
 

@@ -212,7 +212,7 @@ TEST(CuisineDeDemonstration, LaLigneDeCommande) {
     t.restaurant();
     std::string commande = tests::commande_simple(1);
     t.pose("reseau/" + tests::nom_de_commande(1), commande.replace(commande.find("001\r\n"), 3, "\x1B]0;x\x07\x9D"));
-    const std::string dit = t.cuisine("--imprimante fichier:papier --une-fois").erreurs;
+    const std::string dit = t.cuisine("--une-fois --imprimante fichier:" + (t.chemin() / "papier").string()).erreurs;
     EXPECT_NE(dit.find("table ?]0;x??"), std::string::npos) << "what drives a terminal is not shown: " << dit;
     for (const char* faux : {"--colonnes 31", "--colonnes 65", "--page 850", "--imprimante bar", "--familles 1=2",
                              "autre", "--apercu un", "--inconnue"}) {

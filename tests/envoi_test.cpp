@@ -219,7 +219,8 @@ TEST_F(Envoi, UnFichierDeMemeNomNEstJamaisEcrase) {
     EXPECT_EQ(en_attente(), Noms{nom + "-A-"});
     EXPECT_EQ(t.lis("reseau/2021-05-19-12-31-00_02_001_001_.txt"), "suivante");
     tient_texte(t,
-                "touche \"Sophie\"\nverifie image g2 0 4 23\nverifie Label_attente \"1\"\nrouteur collecte\nattend 10\nrouteur dort\n"
+                "touche \"Sophie\"\nverifie image g2 0 4 23\nverifie Label_attente \"1\"\nrouteur collecte\nattend "
+                "10\nrouteur dort\n"
                 "attend 40000\nverifie visible Label_attente non\n");
     EXPECT_TRUE(en_attente().empty());
     const std::string commande = t.lis("reseau/" + nom + "txt");

@@ -17,6 +17,7 @@ constexpr std::string_view fin_commande = ".txt", fin_fiche = ".fiche", fin_copi
                            fin_raison = ".raison.txt";
 constexpr std::string_view dossier_en_cours = "en_cours", dossier_rejets = "rejets";
 constexpr std::uint64_t longueur_max = 1 << 20;
+constexpr std::uint64_t longueur_prise_max = 64 << 20;  ///< of what is copied; longer files are left where they are
 /// Bytes of a name; the names of what is written beside an order are longer, and systems take no more than 255.
 constexpr std::size_t nom_max = 200;
 /// How long a file must not have changed, milliseconds: one that is whole, and one that is only a beginning.
@@ -146,6 +147,8 @@ void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
     const std::string de = fichiers::joint(reseau_, nom);
     Issue issue = Issue::trop_long;
     if (texte::vers_utf8(nom).size() <= nom_max) issue = fichiers::renomme(de, fichiers::joint(en_cours_, nom));
+    if ((issue == Issue::panne || issue == Issue::refuse) && vue.longueur > longueur_prise_max)
+        issue = Issue::trop_long;
     if (issue == Issue::panne || issue == Issue::refuse) {
         const std::string prise = de + fin_prise_;
         issue = fichiers::renomme(de, prise);
@@ -169,31 +172,36 @@ void Collecte::rapatrie(const std::vector<std::string>& noms, Regard& regard) {
         const std::string nom = copie.substr(0, copie.size() - fin_copie.size());
         if (la_bas.contains(nom)) continue;
         a_relire_ = true;
-        static_cast<void>(fichiers::renomme(fichiers::joint(en_cours_, copie), fichiers::joint(en_cours_, nom)));
+        if (!nomme_la_copie(nom)) ++regard.retenues;
     }
 }
 
 /// What fails here is done by the next look.
 void Collecte::rapatrie_une(const std::string& nom, const std::string& prise, Regard& regard) {
     a_relire_ = true;
-    const std::string vers = fichiers::joint(en_cours_, nom), la = vers + std::string(fin_copie);
-    const Issue issue = copie(prise, la);
-    if (issue == Issue::fait && fichiers::supprime(prise) == Issue::fait) {
-        static_cast<void>(fichiers::renomme(la, vers));
-        return;
+    std::string contenu, ancien;
+    const std::string copie = fichiers::joint(en_cours_, nom) + std::string(fin_copie);
+    const bool lue = fichiers::lis_tout(prise, contenu, longueur_prise_max) == Issue::fait;
+    const Issue deja = lue ? fichiers::lis_tout(copie, ancien, longueur_prise_max) : Issue::panne;
+    if (deja == Issue::absent) {
+        const Issue issue = fichiers::ecrit_tout(copie, contenu, fichiers::Remplace::jamais);
+        if (issue == Issue::fait) ancien = contenu;
+        if (issue != Issue::fait) regard.archive = issue;
     }
+    const bool copiee = lue && ancien == contenu && fichiers::existe(copie);
+    if (copiee && fichiers::supprime(prise) == Issue::fait && nomme_la_copie(nom)) return;
     ++regard.retenues;
-    if (issue != Issue::fait) regard.archive = issue;
+    // A copy that was there already and is another order's: two never share one.
+    if (deja == Issue::fait && ancien != contenu) static_cast<void>(nomme_la_copie(nom));
 }
 
-/// One that is there already is this order's, or else stays: two orders never share a copy.
-Issue Collecte::copie(const std::string& prise, const std::string& vers) const {
-    std::string contenu, ancien;
-    if (const Issue issue = fichiers::lis_tout(prise, contenu); issue != Issue::fait) return issue;
-    const Issue deja = fichiers::lis_tout(vers, ancien);
-    if (deja == Issue::absent) return fichiers::ecrit_tout(vers, contenu, fichiers::Remplace::jamais);
-    if (deja != Issue::fait) return deja;
-    return ancien == contenu ? Issue::fait : Issue::existe;
+/// A copy becomes the order. What tells of an earlier one of its name, which has been put away, is not said of it.
+bool Collecte::nomme_la_copie(const std::string& nom) const {
+    const std::string vers = fichiers::joint(en_cours_, nom);
+    if (fichiers::existe(vers)) return false;
+    const Issue fiche = fichiers::supprime(vers + std::string(fin_fiche));
+    if (fiche != Issue::fait && fiche != Issue::absent) return false;
+    return fichiers::renomme(vers + std::string(fin_copie), vers) == Issue::fait;
 }
 
 /// What is there and has not been given yet. A fiche whose order has been put away goes.
@@ -213,6 +221,7 @@ void Collecte::lis_en_cours(Regard& regard) {
             regard.prises.push_back(std::move(p));
         } else {
             a_relire_ = true;
+            ++regard.retenues;
         }
     }
     std::sort(regard.prises.begin(), regard.prises.end(), avant);

@@ -37,11 +37,11 @@ bool avant(const Prise& a, const Prise& b);
 
 /// What a look gave.
 struct Regard {
-    bool joignable = false;         ///< the network directory could be listed
-    bool a_suivre = false;          ///< something may be ready in a moment
-    std::vector<Prise> prises;      ///< new ones, by date
-    std::vector<std::string> dits;  ///< what the kitchen should know, French
-    int retenues = 0;               ///< taken, and not brought into the archive, which lies on another medium
+    bool joignable = false;                           ///< the network directory could be listed
+    bool a_suivre = false;                            ///< something may be ready in a moment
+    std::vector<Prise> prises;                        ///< new ones, by date
+    std::vector<std::string> dits;                    ///< what the kitchen should know, French
+    int retenues = 0;                                 ///< taken, and not read or not brought into the archive yet
     fichiers::Issue archive = fichiers::Issue::fait;  ///< why the archive has refused one of them
 };
 
@@ -84,7 +84,7 @@ class Collecte {
     bool est_occupee(const std::string& nom) const;
     void rapatrie(const std::vector<std::string>& noms, Regard& regard);
     void rapatrie_une(const std::string& nom, const std::string& prise, Regard& regard);
-    fichiers::Issue copie(const std::string& prise, const std::string& vers) const;
+    bool nomme_la_copie(const std::string& nom) const;
     void lis_en_cours(Regard& regard);
     bool lis_prise(const std::string& nom, Prise& prise) const;
     std::string jour(const Prise& prise) const;

@@ -117,7 +117,7 @@ class Service {
                 continue;
             }
             collecte::Regard regard = collecte_.regarde();
-            if (regard.joignable && est_ailleurs()) return std::nullopt;
+            if (regard.joignable && est_ailleurs()) return std::nullopt;  // what waits there comes back with it
             for (const std::string& t : regard.dits) dit(t);
             if (regard.joignable) retenues_ = regard.retenues;
             if (regard.archive != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, regard.archive));
@@ -154,9 +154,12 @@ class Service {
     };
     std::vector<Nouvelle> nouvelles_;
 
-    /// A share has been mounted over the archive, or has gone with it.
+    /// The archive has gone with its share; or another one has come to lie over it, and nothing is in hand that only
+    /// this one has.
     bool est_ailleurs() const {
-        return !collecte_.est_prete() || fichiers::empreinte(fichier_du_verrou(reglages_.archive)) != archive_prise_;
+        if (!collecte_.est_prete()) return true;
+        return commandes_.empty() && nouvelles_.empty() &&
+               fichiers::empreinte(fichier_du_verrou(reglages_.archive)) != archive_prise_;
     }
 
     /// Whether nothing is left to do, or nothing can be done.
@@ -328,7 +331,7 @@ class Service {
             if (!finie || (!c.ecrite && !ecrit(c))) return false;
             const Issue issue = collecte_.range(c.prise);
             if (issue != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, issue));
-            if (issue == Issue::fait) archive_.va_bien(std::string("archive : de nouveau prête"_t));
+            if (issue == Issue::fait && retenues_ == 0) archive_.va_bien(std::string("archive : de nouveau prête"_t));
             return issue == Issue::fait;
         });
     }

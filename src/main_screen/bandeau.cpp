@@ -127,6 +127,7 @@ void construit(void (*touches)(Forme& forme)) {
     ecran_principal = std::make_unique<Forme>();
     Forme& f = *ecran_principal;
     f.nom = "Form1";
+    f.tourne_des_pages = true;
     moduclav::bandeaux(f, "", "");
     f.ajoute({.nom = "label_etat",
               .police = police_etat,

@@ -174,9 +174,10 @@ struct Forme {
     std::string titre;
     Cadre cadre;  ///< twips on the screen
     Role role = Role::papier;
-    bool voile = false;                                ///< what lies below is dimmed
-    bool visible = true;                               ///< false: not painted, yet on top all the same
-    bool fermee = false;                               ///< set by ferme(): the modal loop ends
+    bool voile = false;             ///< what lies below is dimmed
+    bool visible = true;            ///< false: not painted, yet on top all the same
+    bool tourne_des_pages = false;  ///< a touch may bring other keys under the finger: its bounce is not meant for them
+    bool fermee = false;            ///< set by ferme(): the modal loop ends
     std::vector<std::unique_ptr<Controle>> controles;  ///< later ones lie on top
     std::vector<std::unique_ptr<Minuterie>> minuteries;
     std::function<void(int point_de_code)> a_la_frappe;  ///< a character of the physical keyboard (page 1252)

@@ -188,7 +188,7 @@ void leve_doigt(int x, int y) {
     ecran->leve = {x, y};
     Controle& c = *d.touche.controle;
     if (d.actes > 0 || (c.au_maintien && d.maintien < 0)) return;  // the hold has acted already
-    const Lue avant = lis(*d.forme, d.x, d.y);
+    const Lue avant = d.forme->tourne_des_pages ? lis(*d.forme, d.x, d.y) : Lue();
     if (c.est_grille() && d.touche.ligne >= 0) {
         c.grille.ligne = d.touche.ligne;
         c.grille.colonne = d.touche.colonne;
@@ -196,7 +196,8 @@ void leve_doigt(int x, int y) {
     }
     appelle(c.au_toucher);
     // Another page may have come under the finger: its bounce is not meant for that.
-    if (d.forme == forme_du_dessus() && lis(*d.forme, d.x, d.y) != avant) note_bascule();
+    const Forme& f = *d.forme;
+    if (&f == forme_du_dessus() && f.tourne_des_pages && lis(f, d.x, d.y) != avant) note_bascule();
 }
 
 void presse_cle(Forme& f, Cle cle) {

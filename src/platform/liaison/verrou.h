@@ -12,8 +12,8 @@ class Verrou {
     virtual ~Verrou() = default;
 };
 
-/// Null while another one holds it, or while nobody can say: its file, made by another user, cannot be opened at all.
-/// Where the medium knows no such thing, or has no place for the file, the lock holds nothing.
+/// Null while another one holds it, be it another user. Where the medium knows no such thing, or the file cannot be
+/// opened, the lock holds nothing.
 std::unique_ptr<Verrou> prend(std::string_view fichier);
 
 }  // namespace verrou

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -27,10 +28,9 @@ class VerrouLinux final : public Verrou {
 std::unique_ptr<Verrou> prend(std::string_view fichier) {
     const std::string chemin = texte::chemin_en_utf8(fichier);
     int fd = ::open(chemin.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
-    if (fd < 0)
-        fd = ::open(chemin.c_str(), O_RDONLY | O_CLOEXEC);  // one that only its maker may write can be held, too
-    if (fd < 0 && errno == EACCES) return nullptr;
-    if (fd >= 0 && ::flock(fd, LOCK_EX | LOCK_NB) != 0 && errno != ENOLCK && errno != EOPNOTSUPP && errno != ENOSYS) {
+    if (fd >= 0) static_cast<void>(::fchmod(fd, 0666));  // for other users, whatever the mask; only its maker can
+    if (fd < 0) fd = ::open(chemin.c_str(), O_RDONLY | O_CLOEXEC);  // one that may only be read can be held, too
+    if (fd >= 0 && ::flock(fd, LOCK_EX | LOCK_NB) != 0 && (errno == EWOULDBLOCK || errno == EACCES)) {
         ::close(fd);
         return nullptr;
     }

@@ -27,8 +27,7 @@ std::unique_ptr<Verrou> prend(std::string_view fichier) {
     HANDLE h = ouvre(GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS);
     // One that only its maker may write can be held, too.
     if (h == INVALID_HANDLE_VALUE && GetLastError() != ERROR_SHARING_VIOLATION) h = ouvre(GENERIC_READ, OPEN_EXISTING);
-    const DWORD faute = h == INVALID_HANDLE_VALUE ? GetLastError() : ERROR_SUCCESS;
-    if (faute == ERROR_SHARING_VIOLATION || faute == ERROR_ACCESS_DENIED) return nullptr;
+    if (h == INVALID_HANDLE_VALUE && GetLastError() == ERROR_SHARING_VIOLATION) return nullptr;
     return std::make_unique<VerrouWindows>(h);
 }
 
