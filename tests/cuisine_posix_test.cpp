@@ -229,23 +229,28 @@ TEST_F(CuisineCoupee, UneCopieEstSaPropreCommande) {
 TEST_F(CuisineCoupee, UnPartageQuiRevientRapporteSesCommandes) {
     static fs::path ici;
     static int regards;
+    static bool tenu;
     ici = t.chemin();
     regards = 0;
+    tenu = false;
     reglages.archive = (ici / "reseau" / "archive").string();
     depose(1, tests::commande_simple(1));
+    t.pose("partage/" + tests::nom_de_commande(3), tests::commande_simple(3));
     t.pose("partage/archive/en_cours/" + tests::nom_de_commande(2), tests::commande_simple(2));
     t.pose("partage/archive/cuisine.verrou", "ailleurs");
     fichiers::epreuve::avant = [](Operation operation, std::string_view chemin) {
-        if (operation == Operation::liste && chemin.ends_with("reseau") && ++regards == 4) {
+        if (operation != Operation::liste || !chemin.ends_with("reseau")) return Issue::fait;
+        if (++regards == 4) {
             fs::rename(ici / "reseau", ici / "vide");
             fs::rename(ici / "partage", ici / "reseau");
         }
+        if (regards == 5) tenu = verrou::prend((ici / "reseau/archive/cuisine.verrou").string()) == nullptr;
         return Issue::fait;
     };
     EXPECT_EQ(service::sert(reglages), service::tout_imprime);
     fichiers::epreuve::avant = nullptr;
-    EXPECT_GT(regards, 4);
-    EXPECT_EQ(papier().avec(table_de(2)).size(), 1U);
+    EXPECT_TRUE(tenu);
+    for (const int table : {2, 3}) EXPECT_EQ(papier().avec(table_de(table)).size(), 1U) << table;
 }
 
 /// A share is mounted over the directory in which the kitchen has begun, with orders in it.

@@ -137,7 +137,7 @@ bool Collecte::est_prete(const std::string& nom, Vue& vue, Regard& regard) {
 /// Whether an order of that name is still in progress.
 bool Collecte::est_occupee(const std::string& nom) const {
     const std::string la = fichiers::joint(en_cours_, nom);
-    return fichiers::existe(la) || fichiers::existe(la + std::string(fin_fiche)) ||
+    return connues_.contains(nom) || fichiers::existe(la) || fichiers::existe(la + std::string(fin_fiche)) ||
            fichiers::existe(la + std::string(fin_copie));
 }
 
@@ -197,8 +197,9 @@ void Collecte::rapatrie_une(const std::string& nom, const std::string& prise, Re
 
 /// A copy becomes the order. What tells of an earlier one of its name, which has been put away, is not said of it.
 bool Collecte::nomme_la_copie(const std::string& nom) const {
+    const auto noms = fichiers::entrees(en_cours_);
+    if (!noms || connues_.contains(nom) || std::find(noms->begin(), noms->end(), nom) != noms->end()) return false;
     const std::string vers = fichiers::joint(en_cours_, nom);
-    if (fichiers::existe(vers)) return false;
     const Issue fiche = fichiers::supprime(vers + std::string(fin_fiche));
     if (fiche != Issue::fait && fiche != Issue::absent) return false;
     return fichiers::renomme(vers + std::string(fin_copie), vers) == Issue::fait;
@@ -208,11 +209,17 @@ bool Collecte::nomme_la_copie(const std::string& nom) const {
 void Collecte::lis_en_cours(Regard& regard) {
     const auto noms = fichiers::entrees(en_cours_);
     a_relire_ = !noms;
-    if (!noms) return;
+    if (!noms) {
+        ++regard.retenues;
+        return;
+    }
+    const auto est_la = [&noms](const std::string& nom) {
+        return std::find(noms->begin(), noms->end(), nom) != noms->end();
+    };
     for (const std::string& nom : *noms) {
         const std::string commande = nom.substr(0, nom.size() - std::min(nom.size(), fin_fiche.size()));
-        const bool seule = nom.ends_with(fin_fiche) && !fichiers::existe(fichiers::joint(en_cours_, commande)) &&
-                           !fichiers::existe(fichiers::joint(en_cours_, commande + std::string(fin_copie)));
+        const bool seule = nom.ends_with(fin_fiche) && !connues_.contains(commande) && !est_la(commande) &&
+                           !est_la(commande + std::string(fin_copie));
         if (seule) static_cast<void>(fichiers::supprime(fichiers::joint(en_cours_, nom)));
         if (!livraison::finit_par(nom, livraison::fin_livree) || connues_.contains(nom)) continue;
         Prise p;

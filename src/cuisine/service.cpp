@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <set>
+#include <string>
 
 #include "cuisine/collecte.h"
 #include "cuisine/compteur.h"
@@ -116,8 +118,13 @@ class Service {
                 attente.attend(regard_ms);
                 continue;
             }
+            if (est_remplacee()) {
+                if (!commandes_.empty())
+                    dit("archive remplacée : les commandes qui attendaient reviendront avec elle"_t);
+                return std::nullopt;
+            }
             collecte::Regard regard = collecte_.regarde();
-            if (regard.joignable && est_ailleurs()) return std::nullopt;  // what waits there comes back with it
+            if (regard.joignable && !collecte_.est_prete()) return std::nullopt;  // what waits there comes back with it
             for (const std::string& t : regard.dits) dit(t);
             if (regard.joignable) retenues_ = regard.retenues;
             if (regard.archive != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, regard.archive));
@@ -133,8 +140,12 @@ class Service {
             if (reglages_.une_fois && !reste && a_fini(regard)) break;
             attente.attend(reste ? 0 : regard.a_suivre ? regard_proche_ms : regard_ms);
         }
-        return commandes_.empty() && nouvelles_.empty() && retenues_ == 0 ? tout_imprime : reste_a_imprimer;
+        return reste() ? reste_a_imprimer : tout_imprime;
     }
+    /// Whether orders that were taken are not printed.
+    bool reste() const { return !commandes_.empty() || !nouvelles_.empty() || retenues_ > 0; }
+    /// What tells its archive from another one.
+    const std::string& archive() const { return archive_prise_; }
 
   private:
     const Reglages& reglages_;
@@ -154,12 +165,9 @@ class Service {
     };
     std::vector<Nouvelle> nouvelles_;
 
-    /// The archive has gone with its share; or another one has come to lie over it, and nothing is in hand that only
-    /// this one has.
-    bool est_ailleurs() const {
-        if (!collecte_.est_prete()) return true;
-        return commandes_.empty() && nouvelles_.empty() &&
-               fichiers::empreinte(fichier_du_verrou(reglages_.archive)) != archive_prise_;
+    /// Another archive, which others may work in, has come to lie at its place.
+    bool est_remplacee() const {
+        return collecte_.est_prete() && fichiers::empreinte(fichier_du_verrou(reglages_.archive)) != archive_prise_;
     }
 
     /// Whether nothing is left to do, or nothing can be done.
@@ -167,7 +175,14 @@ class Service {
         if (!regard.joignable) return true;
         const auto attend = [](const Poste& p) { return p.pause > 0; };
         if (commandes_.empty()) return nouvelles_.empty() && !regard.a_suivre;
-        return std::any_of(postes_.begin(), postes_.end(), attend);
+        // What is printed and still here could not be put away in this turn.
+        return std::any_of(postes_.begin(), postes_.end(), attend) ||
+               std::all_of(commandes_.begin(), commandes_.end(), est_imprimee);
+    }
+
+    static bool est_imprimee(const Commande& c) {
+        return std::all_of(c.fiche.parties.begin(), c.fiche.parties.end(),
+                           [](const fiche::Partie& p) { return p.etat == Etat::finie; });
     }
 
     /// What is known of a taken order, and how its lines are shared among the printers. False when that cannot be read
@@ -326,9 +341,7 @@ class Service {
     /// Puts away what is printed whole. An order whose fiche could not be written stays, and is not printed again.
     void range() {
         std::erase_if(commandes_, [this](Commande& c) {
-            const bool finie = std::all_of(c.fiche.parties.begin(), c.fiche.parties.end(),
-                                           [](const fiche::Partie& p) { return p.etat == Etat::finie; });
-            if (!finie || (!c.ecrite && !ecrit(c))) return false;
+            if (!est_imprimee(c) || (!c.ecrite && !ecrit(c))) return false;
             const Issue issue = collecte_.range(c.prise);
             if (issue != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, issue));
             if (issue == Issue::fait && retenues_ == 0) archive_.va_bien(std::string("archive : de nouveau prête"_t));
@@ -368,11 +381,17 @@ bool attend_les_dossiers(const Reglages& r) {
 }  // namespace
 
 int sert(const Reglages& reglages) {
+    std::set<std::string> laissees;  // archives that are gone, with orders that are not printed
+    const auto statut = [&laissees] { return laissees.empty() ? tout_imprime : reste_a_imprimer; };
     for (;;) {
-        if (!attend_les_dossiers(reglages)) return reglages.une_fois ? impossible : tout_imprime;
+        if (!attend_les_dossiers(reglages)) return reglages.une_fois ? impossible : statut();
         const auto verrou = attend_l_archive(reglages.archive, reglages.une_fois);
-        if (!verrou) return reglages.une_fois ? impossible : tout_imprime;
-        if (const auto statut = Service(reglages).travaille()) return *statut;
+        if (!verrou) return reglages.une_fois ? impossible : statut();
+        Service service(reglages);
+        const auto fin = service.travaille();
+        laissees.erase(service.archive());
+        if (service.reste()) laissees.insert(service.archive());
+        if (fin) return statut();
     }
 }
 
