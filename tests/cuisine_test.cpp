@@ -1,5 +1,5 @@
 // What the kitchen prints of the files that it finds, and where these go. Printers that fail are in
-// cuisine_posix_test.cpp.
+// cuisine_imprimantes_posix_test.cpp.
 #include <fstream>
 
 #include "fourneau.h"
@@ -109,6 +109,22 @@ TEST_F(Cuisine, CeQuiNEstPasUneCommandeEstRejete) {
     }
     EXPECT_EQ(t.fichiers("reseau", ".txt").size(), 1U) << "what a tablet says of itself is left to a router";
     EXPECT_TRUE(t.fichiers("archive/en_cours", "").empty());
+}
+
+/// Under its name or a numbered one: what has been put away with these bytes is printed with a mark.
+TEST_F(Cuisine, CeQuiRevientEstMarque) {
+    const std::string autre = tests::commande_de(1, bloc("8880000000048"));
+    for (const std::string& contenu : {tests::commande_simple(1), autre, autre, tests::commande_simple(1)}) {
+        depose(1, contenu);
+        t.pose("reseau/mauvaise.txt", contenu.substr(0, contenu.size() - 12));
+        ASSERT_EQ(service::sert(reglages), service::tout_imprime);
+    }
+    for (const std::string& ligne : {std::string("TABLE 001"), page("FICHIER REJETÉ")}) {
+        std::string marques;
+        for (const std::string& ticket : papier().avec(ligne))
+            marques += ticket.find("\nDUPLICATA\n") == std::string::npos ? '.' : 'D';
+        EXPECT_EQ(marques, "..DD") << ligne;
+    }
 }
 
 // --- a file that is being written ------------------------------------------------------------------------------------

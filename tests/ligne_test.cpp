@@ -38,6 +38,7 @@ class Ligne : public tests::Scene {
 
 TEST_F(Ligne, LaQuantiteEtLesValidations) {
     const std::string plus = "bt_droi > ", moins = "bt_gauc > ", sel = "g1 1 0 > tape Sans sel > tape entree > ";
+    const std::string refus = "Label1 = Une quantité va de 1 à 9999, elle reste ce qu'elle était ! > Fermer > ";
     deviennent(
         {{steak,
           "Label1 = Entrecôte 300 g > Label3 = 24.50  > bt_gauc > Label6 = 1 > " + fois(998, plus) +
@@ -55,10 +56,11 @@ TEST_F(Ligne, LaQuantiteEtLesValidations) {
          {steak,
           "tient bt_droi 499 > Label6 = 2 > tient bt_droi 1000 > Label6 = 5 > tient bt_droi 5000 > Label6 = 75 > "
           "Label5 = 1837.50  > tient bt_gauc 9000 > Label6 = 1 > Label6 > verifie ecran clav_num > attend 100 > "
-          "tape 012 > Valider > Label6 = 12 > Label5 = 294.00  > Label6 > attend 100 > tape 1.5 > Valider > Label6 > "
-          "attend 100 > tape 0 > Valider > Label6 > attend 100 > tape 10000 > Valider > Label6 > attend 100 > Valider "
-          "> "
-          "Label6 > attend 100 > tape 7 > tape echappement > Label6 = 12 > Valider",
+          "tape 012 > Valider > Label6 = 12 > Label5 = 294.00  > Label6 > attend 100 > tape 1.5 > Valider > " +
+              refus + "Label6 > attend 100 > tape 0 > Valider > " + refus +
+              "Label6 > attend 100 > tape 10000 > Valider > " + refus +
+              "Label6 > attend 100 > Valider > verifie ecran sel_arti > "
+              "Label6 > attend 100 > tape 7 > tape echappement > Label6 = 12 > Valider",
           steak + " ##QUA:012.00##"},
          // A held key stops where the keypad does; a touch goes on.
          {steak + " ##QUA:9997.00##",

@@ -20,6 +20,7 @@ constexpr std::uint64_t longueur_max = 1 << 20;
 constexpr std::uint64_t longueur_prise_max = 64 << 20;  ///< of what is copied; longer files are left where they are
 /// Bytes of a name; the names of what is written beside an order are longer, and systems take no more than 255.
 constexpr std::size_t nom_max = 200;
+constexpr int places_max = 1000;  ///< of one name in a folder: itself, then numbered ones
 /// How long a file must not have changed, milliseconds: one that is whole, and one that is only a beginning.
 constexpr std::int64_t stable_ms = 400, abandonnee_ms = 10000;
 
@@ -223,42 +224,57 @@ void Collecte::lis_en_cours(Regard& regard) {
         if (seule) static_cast<void>(fichiers::supprime(fichiers::joint(en_cours_, nom)));
         if (!livraison::finit_par(nom, livraison::fin_livree) || connues_.contains(nom)) continue;
         Prise p;
-        if (lis_prise(nom, p)) {
+        const Issue lue = lis_prise(nom, p);
+        if (lue == Issue::fait) {
+            illisibles_.erase(nom);
             connues_.insert(nom);
             regard.prises.push_back(std::move(p));
         } else {
             a_relire_ = true;
             ++regard.retenues;
+            if (illisibles_.insert(nom).second)
+                regard.dits.push_back(nom + " : lecture impossible, " + std::string(fichiers::raison(lue)));
         }
     }
     std::sort(regard.prises.begin(), regard.prises.end(), avant);
 }
 
-bool Collecte::lis_prise(const std::string& nom, Prise& p) const {
+Issue Collecte::lis_prise(const std::string& nom, Prise& p) const {
     const std::string chemin = fichiers::joint(en_cours_, nom);
     Lecture lecture = Lecture::fausse;
-    std::string contenu, ancien;
-    if (lis(chemin, contenu, lecture, p.commande, p.faute) != Issue::fait) return false;
+    std::string contenu;
+    const Issue issue = lis(chemin, contenu, lecture, p.commande, p.faute);
+    if (issue != Issue::fait) return issue;
     p.nom = nom;
     p.date = date_de(nom, chemin);
-    const std::string la = fichiers::joint(jour(p), nom);
-    p.deja = fichiers::lis_tout(la, ancien, longueur_max) == Issue::fait && ancien == contenu;
-    return true;
+    p.deja = est_rangee(p, contenu);
+    return Issue::fait;
+}
+
+/// Whether a file of that name and content has been put away.
+bool Collecte::est_rangee(const Prise& p, const std::string& contenu) const {
+    std::string ancien;
+    Issue issue = Issue::fait;
+    for (int n = 1; n <= places_max && issue != Issue::absent; ++n) {
+        issue = fichiers::lis_tout(fichiers::joint(dossier(p), numerote(p.nom, n)), ancien, longueur_max);
+        if (issue == Issue::fait && ancien == contenu) return true;
+    }
+    return false;
 }
 
 std::string Collecte::fiche(const Prise& p) const {
     return fichiers::joint(en_cours_, p.nom) + std::string(fin_fiche);
 }
 
-std::string Collecte::jour(const Prise& p) const {
-    return fichiers::joint(archive_, jour_de(p.date));
+/// Where it is put away.
+std::string Collecte::dossier(const Prise& p) const {
+    return fichiers::joint(archive_, p.faute.empty() ? jour_de(p.date) : std::string(dossier_rejets));
 }
 
 /// Under its name, or a numbered one. What is wrong with a rejected file is written before it comes to stand there.
 Issue Collecte::deplace(const Prise& p, const std::string& dossier) {
-    constexpr int essais = 1000;
     Issue issue = Issue::existe;
-    for (int n = 1; n <= essais && issue == Issue::existe; ++n) {
+    for (int n = 1; n <= places_max && issue == Issue::existe; ++n) {
         const std::string vers = fichiers::joint(dossier, numerote(p.nom, n));
         if (fichiers::existe(vers)) continue;
         if (!p.faute.empty()) {
@@ -272,9 +288,9 @@ Issue Collecte::deplace(const Prise& p, const std::string& dossier) {
 }
 
 Issue Collecte::range(const Prise& p) {
-    const std::string dossier = p.faute.empty() ? jour(p) : fichiers::joint(archive_, dossier_rejets);
-    if (!fichiers::est_repertoire(dossier)) static_cast<void>(fichiers::cree_repertoire(dossier));
-    Issue issue = deplace(p, dossier);
+    const std::string vers = dossier(p);
+    if (!fichiers::est_repertoire(vers)) static_cast<void>(fichiers::cree_repertoire(vers));
+    Issue issue = deplace(p, vers);
     // Without its fiche it would be printed anew: that goes only when the order itself is gone, whatever was answered.
     if (issue == Issue::absent && fichiers::existe(fichiers::joint(en_cours_, p.nom))) return Issue::panne;
     if (issue == Issue::fait || issue == Issue::absent) issue = fichiers::supprime(fiche(p));

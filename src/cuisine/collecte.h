@@ -29,7 +29,7 @@ struct Prise {
     horloge::DateHeure date;  ///< in its name, else the file's
     commande::Commande commande;
     std::string faute;  ///< why it is no order; empty for an order
-    bool deja = false;  ///< the archive has an order of that name and content already
+    bool deja = false;  ///< the archive has a file of that name and content already
 };
 
 /// By date, then by name.
@@ -75,8 +75,9 @@ class Collecte {
 
     std::string reseau_, en_cours_, archive_, fin_prise_;
     std::map<std::string, Vue, std::less<>> vues_;
-    std::set<std::string, std::less<>> connues_;  ///< those in progress that a look has given
-    bool a_relire_ = true;                        ///< "en_cours" may hold others
+    std::set<std::string, std::less<>> connues_;     ///< those in progress that a look has given
+    std::set<std::string, std::less<>> illisibles_;  ///< those in progress of which that has been told
+    bool a_relire_ = true;                           ///< "en_cours" may hold others
 
     void suit(const std::vector<std::string>& noms);
     bool est_prete(const std::string& nom, Vue& vue, Regard& regard);
@@ -86,8 +87,9 @@ class Collecte {
     void rapatrie_une(const std::string& nom, const std::string& prise, Regard& regard);
     bool nomme_la_copie(const std::string& nom) const;
     void lis_en_cours(Regard& regard);
-    bool lis_prise(const std::string& nom, Prise& prise) const;
-    std::string jour(const Prise& prise) const;
+    fichiers::Issue lis_prise(const std::string& nom, Prise& prise) const;
+    bool est_rangee(const Prise& prise, const std::string& contenu) const;
+    std::string dossier(const Prise& prise) const;
     fichiers::Issue deplace(const Prise& prise, const std::string& dossier);
 };
 

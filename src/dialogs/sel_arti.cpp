@@ -255,12 +255,14 @@ class Validation {
         calcul_total();
     }
 
-    /// A whole number that the keypad gives; anything else changes nothing.
+    /// A whole number that the keypad gives; an empty entry changes nothing, another is told.
     void saisit_quantite() {
         const std::string saisie = clav_num::demande("", "Entrez la quantité"_t).value_or("");
         const bool entier = saisie.find_first_not_of("0123456789") == std::string::npos;
         const double n = nombres::lis(saisie);
-        if (!entier || n < 1 || n > quantite_max) return;
+        if (saisie.empty()) return;
+        if (!entier || n < 1 || n > quantite_max)
+            return mini_97::informe("Une quantité va de 1 à 9999, elle reste ce qu'elle était !"_t);
         texte_de("Label6") = nombres::entier_complete(n, 1);
         calcul_total();
     }
