@@ -19,6 +19,7 @@ namespace {
 
 using namespace ecran;
 using formes::px;
+namespace marque = programme_touches::marque;
 
 constexpr int colonnes_large = 4, colonnes_etroit = 2, hauteur_touche = px(76);
 constexpr int police_large = 17, police_etroite = 13;
@@ -32,8 +33,9 @@ struct Entree {
 using Liste = std::vector<Entree>;
 
 Entree entree_famille(int n, std::string_view nom, int chiffre) {
-    return {.acte = {.code = "#FAMI#" + nombres::entier_complete(n, 2), .libelle = std::string(nom)},
-            .chiffre = chiffre};
+    return {
+        .acte = {.code = std::string(marque::famille) + nombres::entier_complete(n, 2), .libelle = std::string(nom)},
+        .chiffre = chiffre};
 }
 
 /// The named families, and the sub-groups below the articles of each.
@@ -56,7 +58,7 @@ Liste familles() {
 
 Liste familles_d_articles() {
     Liste r = familles();
-    for (Entree& e : r) e.famille = nombres::entier_int(std::string_view(e.acte.code).substr(6));
+    for (Entree& e : r) e.famille = nombres::entier_int(std::string_view(e.acte.code).substr(marque::longueur));
     return r;
 }
 
@@ -71,7 +73,7 @@ Liste articles(int famille) {
             continue;
         }
         const std::string reference(texte::rogne(lignes::reference(a)));
-        const std::string code = "#AJOU#" + std::string(a);
+        const std::string code = std::string(marque::article) + std::string(a);
         r.push_back({.acte = {.code = code, .libelle = libelle, .reference = reference}, .chiffre = chiffre});
     }
     return r;
@@ -82,25 +84,26 @@ Liste pages() {
     for (int p = 0; p < programme_touches::nb_pages; ++p) {
         std::string libelle(programme_touches::lis_titres(p).libelle());
         if (libelle.empty()) libelle = p == 0 ? "Accueil" : "Page " + std::to_string(p);
-        r.push_back({.acte = {.code = "#PAGE#" + std::to_string(p), .libelle = std::move(libelle)}});
+        r.push_back({.acte = {.code = std::string(marque::page) + std::to_string(p), .libelle = std::move(libelle)}});
     }
     return r;
 }
 
 Liste fonctions() {
     constexpr struct {
-        std::string_view code, libelle;
+        std::string_view marque, suite, libelle;
         int image;
     } table[] = {
-        {"#MENU#", "Accueil", 24},      {"#LFAM#", "Familles", 13},
-        {"#FONC#TABLE", "Table", 11},   {"#FONC#SERVEUR", "Serveurs", 15},
-        {"#FONC#NOTE", "Note", 22},     {"#FONC#FIN", "Quitter", 12},
-        {"#OUTI#", "Outils", 0},        {"#FONC#GRILLE", "Programme des touches", 0},
-        {"#TOUC#", "Touche inerte", 0},
+        {marque::accueil, "", "Accueil", 24},     {marque::familles, "", "Familles", 13},
+        {marque::fonction, "TABLE", "Table", 11}, {marque::fonction, "SERVEUR", "Serveurs", 15},
+        {marque::fonction, "NOTE", "Note", 22},   {marque::fonction, "FIN", "Quitter", 12},
+        {marque::outils, "", "Outils", 0},        {marque::fonction, "GRILLE", "Programme des touches", 0},
+        {marque::inerte, "", "Touche inerte", 0},
     };
     Liste r;
     for (const auto& f : table) {
-        r.push_back({.acte = {.code = std::string(f.code), .libelle = std::string(f.libelle), .image = f.image}});
+        const std::string code = std::string(f.marque) + std::string(f.suite);
+        r.push_back({.acte = {.code = code, .libelle = std::string(f.libelle), .image = f.image}});
     }
     return r;
 }

@@ -5,6 +5,7 @@
 
 #include "data/etat.h"
 #include "data/nombres.h"
+#include "data/programme_touches.h"
 #include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "main_screen/bandeau.h"
@@ -69,7 +70,7 @@ formes::ToucheDeBarre touche_de_barre(int image, std::string_view code) {
         t.texte = l.texte;
         t.role = l.role;
     }
-    if (image == 24 && code == "#MENU#") t.texte = "Accueil";
+    if (image == 24 && code == programme_touches::marque::accueil) t.texte = "Accueil";
     return t;
 }
 

@@ -27,6 +27,7 @@ Vue vue_courante = Vue::accueil;
 std::string nom_sous_groupe;
 
 using reglages::Disposition;
+namespace marque = programme_touches::marque;
 
 /// One key of a list page; without code its place stays empty.
 struct Entree {
@@ -123,7 +124,7 @@ void affiche_serveurs() {
     commence(Vue::serveurs);
     const catalogue::Tables& t = catalogue::courant();
     const int nb_pages = affiche_noms(reglages::touches_serveurs, t.noms_serveurs, [&](int n, const std::string& nom) {
-        return Entree{"#SERV#" + nombres::entier_complete(n, 2), nom, "",
+        return Entree{std::string(marque::serveur) + nombres::entier_complete(n, 2), nom, "",
                       catalogue::chiffre_couleur(t.couleurs_serveurs, n)};
     });
     bandeau::titre_accueil();
@@ -135,12 +136,12 @@ void affiche_serveurs() {
 void affiche_familles() {
     commence(Vue::familles);
     const auto entree = [](int n, const std::string& nom) {
-        return Entree{"#FAMI#" + nombres::entier_complete(n, 2), std::string(catalogue::sans_couleur(nom)), "",
-                      catalogue::chiffre_famille(n)};
+        return Entree{std::string(marque::famille) + nombres::entier_complete(n, 2),
+                      std::string(catalogue::sans_couleur(nom)), "", catalogue::chiffre_famille(n)};
     };
     const int nb_pages = affiche_noms(reglages::touches_familles, catalogue::courant().noms_familles, entree);
     bandeau::titre("Familles", "Familles");
-    barre_de_liste(nb_pages, "#RETF#", "#SUIF#", "#MENU#");
+    barre_de_liste(nb_pages, marque::familles_precedentes, marque::familles_suivantes, marque::accueil);
     bandeau::affiche_etat();
 }
 
@@ -151,7 +152,7 @@ void affiche_articles() {
     const int nb_pages =
         affiche_liste(lis_disposition(reglages::touches_articles), static_cast<int>(articles.size()), [&](int rang) {
             const std::string_view record = articles[static_cast<std::size_t>(rang)];
-            return Entree{"#AJOU#" + std::string(record), std::string(lignes::libelle(record)),
+            return Entree{std::string(marque::article) + std::string(record), std::string(lignes::libelle(record)),
                           lignes::prix_affiche(record), lignes::chiffre_couleur(record)};
         });
     const auto& noms = catalogue::courant().noms_familles;
@@ -160,7 +161,7 @@ void affiche_articles() {
         nommee ? std::string(catalogue::sans_couleur(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
     bandeau::titre(
         titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
-    barre_de_liste(nb_pages, "#RETO#", "#SUIT#", "#LFAM#");
+    barre_de_liste(nb_pages, marque::articles_precedents, marque::articles_suivants, marque::familles);
     comptes::affiche();
     bandeau::affiche_etat();
 }
