@@ -123,6 +123,7 @@ TEST(EntreesManquantes, LeTerminalDitCeQuiManque) {
         Degat degat;
         std::string message;
     } cas[] = {{"wfichdir.wdo", degats[0], sans_reseau},
+               {"wfichdir.wdo", {"octets nuls", [](std::string) { return std::string(40, '\0'); }}, sans_reseau},
                {"wfichdir.wdo", {"repertoire", nullptr}, sans_reseau},
                {"progppb.wdo", {"repertoire", nullptr}, sans_fichiers},
                {"w_styl72.wdo", {"repertoire", nullptr}, sans_fichiers}};

@@ -134,6 +134,10 @@ TEST_F(Ligne, LesCouleursDuFichierRestentLisibles) {
         return couleurs;
     };
     etat::debut_detail = 0;
+    std::string separe(128, ' ');
+    separe.replace(120, 4, "\xA0\x20\x30\x00"s);
+    terrain.pose("w_styl72.wdo", std::string(fichier).replace(21 * 128, separe.size(), separe));
+    joue(sai_detail::montre_sai_detail, "verifie couleur g1(0) 2 0 A02030 > g1(0) 2 0 > Fermer");
     using Couleurs = std::pair<int, int>;
     EXPECT_EQ(montre("\xA0\x20\x30\x00\xA0\x20\x30\xFF"s), Couleurs(0xFFFFFF, 0xA02030)) << "confused with its ground";
     EXPECT_EQ(montre("\xFF\xFF\x10\x00\xA0\x20\x30\x00"s), Couleurs(0xFFFF10, 0xA02030));
@@ -153,6 +157,8 @@ TEST_F(Ligne, UnFichierDeStylesCourtOuAbimeNEstJamaisFatal) {
     };
     for (const std::string& fichier : initialises) EXPECT_EQ(apres(fichier), fichier);
     for (const std::string& fichier : autres) EXPECT_EQ(apres(fichier), entier) << fichier.size();
+    terrain.pose("w_styl72.wdo", std::string(entier).replace(0, 6, "#init#").replace(19 * 128 + 15, 7, "Ailleur"));
+    joue(ouvre, "Label_detail(1) = Viandes · Garnitures > A > g1(0) 0 0 = Viandes > Fermer > Valider");
 }
 
 TEST_F(Ligne, LesPlatsDUnMenuAPrixFixe) {

@@ -26,11 +26,13 @@ TEST(PremierDepart, DemandeLeFormatPuisLeRepertoire) {
 
 TEST(PremierDepart, SansRepertoireLeLogicielCherchePuisSArrete) {
     tient_texte(Terrain(), "touche Image2\ntouche \"Oui\"\nverifie arret\nverifie lance \"orvapara.exe\"\n");
-    Terrain t;
-    tient_texte(t,
-                "touche Image2\ntouche \"Non\"\ntouche \"Valider\"\nverifie Label1 \"Aucun répertoire réseau n'a été "
-                "donné, le logiciel s'arrête : relancez-le pour l'entrer !\"\ntouche \"Fermer\"\nverifie arret\n");
-    EXPECT_FALSE(t.existe("wfichdir.wdo"));
+    for (const std::string rien : {"", "tape \"  \"\n"}) {
+        Terrain t;
+        tient_texte(t, "touche Image2\ntouche \"Non\"\n" + rien +
+                           "touche \"Valider\"\nverifie Label1 \"Aucun répertoire réseau n'a été donné, le logiciel "
+                           "s'arrête : relancez-le pour l'entrer !\"\ntouche \"Fermer\"\nverifie arret\n");
+        EXPECT_FALSE(t.existe("wfichdir.wdo"));
+    }
 }
 
 TEST_F(Route, LaVirguleEstCorrigeeEtLeLogicielSArrete) {

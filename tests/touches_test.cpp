@@ -124,6 +124,11 @@ TEST_F(Touches, ChaqueCodeFaitCeQuIlDit) {
             voit(etat::colonnes_grille == 12, "relu");
             EXPECT_EQ(vu, attendu) << code;
         }
+        // A family without a name is called as the key that opens it.
+        etat::famille_courante = 17;
+        pages::nomme_sous_groupe("Promo");
+        pages::affiche_articles();
+        EXPECT_EQ(bandeau::forme()("label_haut").texte(), "Promo");
     });
 }
 

@@ -91,7 +91,6 @@ class Choix {
         lis();
         construit();
         branche();
-        formes::colore(forme_);
         choisit(numero_);
     }
 

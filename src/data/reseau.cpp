@@ -342,6 +342,7 @@ fichiers::Issue lis_repertoire() {
     if (tenus::attend(nom_fichier)) return fichiers::Issue::occupe;
     std::string contenu;
     const auto lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu, longueur_max));
+    std::replace(contenu.begin(), contenu.end(), '\0', ' ');  // that a power cut leaves where nothing was written
     const auto lignes = texte::lignes(contenu);
     if (lecture != fichiers::Issue::occupe)
         etat::repertoire_reseau = lignes.empty() ? "" : std::string(texte::rogne(lignes[0]));
@@ -377,7 +378,9 @@ int commandes_en_attente() {
 }
 
 void commence_la_connexion() {
+    const bool dit = connexion.au_journal;
     connexion = {};
+    connexion.au_journal = dit;
     if (const auto local = livraison::liste_locale()) retrouve_les_remises(*local);
     connexion.au_demarrage = true;
     passe();

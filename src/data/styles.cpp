@@ -119,7 +119,12 @@ std::vector<Style> lis() {
 
 std::vector<std::string> titres(int nombre) {
     std::vector<std::string> r;
-    const auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    auto f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    if (f && !est_initialise(f->lis(1).value_or(""))) {
+        f = nullptr;
+        static_cast<void>(init_styles());
+        f = fichiers::FichierRecords::ouvre(nom_fichier, longueur_record);
+    }
     for (int c = 0; c < nombre; ++c) {
         const auto code = static_cast<std::size_t>(premier_code(c));
         r.push_back(f ? style(f->lis(code).value_or("")).libelle : "");

@@ -115,7 +115,8 @@ class Details {
     void remplit(Aspect& touche, int code) {
         const styles::Style& s = styles_[static_cast<std::size_t>(code)];
         formes::remplit_choix(touche, s.libelle);
-        if (touche.texte.empty()) return;
+        const bool separe = touche.texte.empty() && s.fond != styles::Style{}.fond;  // a place of a colour of its own
+        if (touche.texte.empty() && !separe) return;
         if (formes::est_etroit()) touche.alignement = Alignement::centre;  // the mark stands in the corner then
         touche.fond = couleur(s.fond);
         const Couleur encre = couleur(s.texte);

@@ -95,7 +95,7 @@ void cherche_repertoire() {
     etat::code_dialogue = mini_97::saisie;
     etat::texte_dialogue = "Entrez le répertoire réseau ?"_t;
     clavv::montre_clavv();
-    if (etat::texte_dialogue.empty())
+    if (texte::rogne(etat::texte_dialogue).empty())
         arrete("Aucun répertoire réseau n'a été donné, le logiciel s'arrête : relancez-le pour l'entrer !"_t);
     if (reseau::ecrit_repertoire(etat::texte_dialogue) == fichiers::Issue::fait) return;
     arrete("Le répertoire réseau n'a pas pu être enregistré, le logiciel s'arrête : prévenez le technicien !"_t);

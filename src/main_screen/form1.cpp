@@ -55,8 +55,10 @@ void ferme_par_le_systeme() {
     if (est_seule()) fonctions::quitte();
 }
 
-/// The system may stop at any moment: nobody is there to be asked.
+/// The system may stop at any moment: nobody is there to be asked. Before the first page the note of the run before has
+/// not been read.
 void garde_la_note() {
+    if (!demarrage::est_fait()) return;
     static_cast<void>(note::ecrit_donnees());
 }
 

@@ -57,6 +57,15 @@ int affiche_liste(const Disposition& d, int nombre, const std::function<Entree(i
     return nb_pages;
 }
 
+/// A family without a name is called as the key that has opened it, like a sub-group.
+std::string titre_des_articles(int famille) {
+    const auto& noms = catalogue::courant().noms_familles;
+    std::string nom;
+    if (famille >= 0 && static_cast<std::size_t>(famille) < noms.size())
+        nom = catalogue::sans_couleur(noms[static_cast<std::size_t>(famille)]);
+    return texte::rogne(nom).empty() ? nom_sous_groupe : nom;
+}
+
 /// Names of servers or families, from entry 0 when it has one, else from entry 1; an entry without a name leaves its
 /// place empty. Returns the number of pages.
 int affiche_noms(int premier_record, std::span<const std::string> noms,
@@ -155,10 +164,7 @@ void affiche_articles() {
             return Entree{std::string(marque::article) + std::string(record), std::string(lignes::libelle(record)),
                           lignes::prix_affiche(record), lignes::chiffre_couleur(record)};
         });
-    const auto& noms = catalogue::courant().noms_familles;
-    const bool nommee = famille >= 0 && static_cast<std::size_t>(famille) < noms.size();
-    const std::string titre =
-        nommee ? std::string(catalogue::sans_couleur(noms[static_cast<std::size_t>(famille)])) : nom_sous_groupe;
+    const std::string titre = titre_des_articles(famille);
     bandeau::titre(
         titre, titre + std::string(" · "_t) + std::to_string(etat::numero_page + 1) + " / " + std::to_string(nb_pages));
     barre_de_liste(nb_pages, marque::articles_precedents, marque::articles_suivants, marque::familles);

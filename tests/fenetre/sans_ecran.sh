@@ -46,3 +46,14 @@ garde_la_note 1 "the loss of the display" 'kill "$pid_ecran"'
 garde_la_note 1 "the loss of the window" 'xdotool windowclose "$(xdotool search --name "^Orvalune$" | head -1)"'
 garde_la_note 0 "the end of the session" 'kill -HUP "$pid_programme"'
 garde_la_note 0 "a stopped service" 'kill "$pid_programme"'
+
+# Before the first page that note has not been read yet.
+rm "$terrain/wfichdir.wdo"
+ouvre_ecran
+demarre "$terrain" &
+pid_programme=$!
+attend 60000 est_peint 330 440 23704F || echoue "the start asks nothing"
+kill "$pid_programme"
+wait "$pid_programme"
+grep -q 8880000000024 "$terrain/prov.txt" || echoue "a start that was ended in between has lost the note that was kept"
+echo "the note outlives a start that comes to nothing"
