@@ -51,8 +51,10 @@ TEST_F(Effets, LesListesDeTouches) {
 }
 
 TEST_F(Effets, LaGrilleEtLesAutresEcrans) {
+    // Its keys were placed for the grid of the start.
     tient_texte(t,
-                route(table + outils + nombre(1, "6") + nombre(2, "4") + ferme_outils + "Familles > " + visibles(5)));
+                route(table + outils + nombre(1, "6") + nombre(2, "4") + ferme_outils + "Familles > " + visibles(13)));
+    tient_texte(t, route(table + "Familles > " + visibles(5)));
     t.regle(25, "#I#12");
     t.regle(26, "#I#6");
     tient_texte(

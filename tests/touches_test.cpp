@@ -109,7 +109,7 @@ TEST_F(Touches, ChaqueCodeFaitCeQuIlDit) {
             etat::texte_table = "   ";
             etat::famille_courante = 2;
             etat::numero_page = etat::page_programme = 1;
-            etat::colonnes_grille = 1;
+            etat::decalage_images = 1;
             pages::nomme_sous_groupe("");
             pages::affiche_articles();
             vu.clear();
@@ -121,7 +121,7 @@ TEST_F(Touches, ChaqueCodeFaitCeQuIlDit) {
             voit(etat::numero_page != 1, "liste " + std::to_string(etat::numero_page));
             voit(etat::page_programme != 1, "programme " + std::to_string(etat::page_programme));
             voit(etat::nom_serveur != "Marc", etat::nom_serveur);
-            voit(etat::colonnes_grille == 12, "relu");
+            voit(etat::decalage_images == 0, "relu");
             EXPECT_EQ(vu, attendu) << code;
         }
         // A family without a name is called as the key that opens it.

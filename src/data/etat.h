@@ -94,8 +94,7 @@ inline bool hors_ligne = false;
 /// Working size of every form in pixels, from settings record 2, cut to the screen. demarrage writes;
 /// moduclav, clavv and sel_arti read.
 inline std::int32_t largeur_ecran = 800, hauteur_ecran = 800;
-/// Columns and rows of the key grid, from the settings, renewed at each refresh. demarrage writes; grille reads
-/// within 1 to 40.
+/// Columns and rows of the key grid, from the settings at the start. demarrage writes; grille reads within 1 to 40.
 inline std::int32_t colonnes_grille = 6, lignes_grille = 8;
 /// Colour overrides, 0xBBGGRR as stored (red in the low byte), -1: none; entries 1 to 9. moduclav writes them
 /// from the settings, and reads, whenever it colours a form.

@@ -126,7 +126,9 @@ class Pave {
             if (!choix_de_taille() && ((c >= '0' && c <= '9') || c == '.'))
                 touche(std::string(1, static_cast<char>(c)));
         };
-        forme_.au_retour_arriere = [this] { recule(); };
+        forme_.au_retour_arriere = [this] {
+            if (!choix_de_taille()) recule();
+        };
         forme_.a_l_entree = [this] { rend(); };
         forme_.a_l_echappement = [this] { forme_.ferme(); };
         forme_.ajoute_minuterie("Timer1").sonne_une_fois(garde_ms, [this] { forme_.visible = true; });

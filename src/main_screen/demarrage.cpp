@@ -37,6 +37,7 @@ constexpr int cote_par_defaut = 800;
 bool deja_fait = false;           ///< the first run of the sequence is over
 reglages::Resolution resolution;  ///< the screen format of this run: a later one counts from the next start
 bool format_pris = false;         ///< the screen has its format: another program may have held the store until now
+bool grille_prise = false;        ///< the key grid has its size, which holds for this run, too; likewise
 bool fichiers_prets = false;      ///< the local files are there; likewise
 
 [[noreturn]] void arrete(std::string_view message) {
@@ -101,6 +102,13 @@ void cherche_repertoire() {
     arrete("Le répertoire réseau n'a pas pu être enregistré, le logiciel s'arrête : prévenez le technicien !"_t);
 }
 
+void prend_grille() {
+    if (grille_prise) return;
+    etat::colonnes_grille = reglages::nombre(reglages::colonnes_grille);
+    etat::lignes_grille = reglages::nombre(reglages::lignes_grille);
+    grille_prise = !tenus::est_tenu(reglages::nom_fichier);
+}
+
 void prend_repertoire() {
     if (!reseau::repertoire_connu()) cherche_repertoire();
     const fichiers::Issue lecture = reseau::lis_repertoire();
@@ -153,8 +161,7 @@ void execute() {
     prepare_fichiers();
     grille::raz_touches();
     place_ecran();
-    etat::colonnes_grille = reglages::nombre(reglages::colonnes_grille);
-    etat::lignes_grille = reglages::nombre(reglages::lignes_grille);
+    prend_grille();
     etat::total_note = "0.00";
     prend_catalogue();
     etat::decalage_images = reglages::texte(reglages::grandes_images) == "OUI" ? 50 : 0;
