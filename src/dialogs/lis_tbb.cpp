@@ -9,6 +9,7 @@
 #include "data/reglages.h"
 #include "dialogs/formes.h"
 #include "platform/ecran/boucle.h"
+#include "platform/systeme/texte.h"
 
 namespace lis_tbb {
 namespace {
@@ -16,6 +17,7 @@ namespace {
 using namespace ecran;
 using formes::px;
 
+constexpr int police_rien = 16;
 constexpr int touche_min = px(34);  ///< a smaller one could neither be read nor hit
 
 /// How many keys find room side by side.
@@ -30,12 +32,21 @@ class Liste {
     Liste() {
         forme_.nom = "lis_tbb";
         formes::encadre(forme_, "Liste des Tables", formes::version);
-        forme_.ajoute({.nom = "g1",
-                       .genre = Genre::grille,
-                       .cadre = formes::contenu(),
-                       .police = reglages::nombre(reglages::police_liste_tables),
-                       .gras = true,
-                       .etiquette = 3});
+        const Plan plans[] = {
+            {.nom = "g1",
+             .genre = Genre::grille,
+             .cadre = formes::contenu(),
+             .police = reglages::nombre(reglages::police_liste_tables),
+             .gras = true,
+             .etiquette = 3},
+            {.nom = "Label_rien",
+             .cadre = formes::contenu(),
+             .texte = "Aucune table dans le catalogue : fermez, et tapez le numéro"_t,
+             .police = police_rien,
+             .encre = palette::gris,
+             .laisse_passer = true},
+        };
+        forme_.construit(plans);
         remplit();
         formes::ajoute_barre(forme_, barre);
         formes::repose_aux_bouts(forme_);
@@ -54,6 +65,7 @@ class Liste {
         const int colonnes =
             std::clamp(reglages::nombre(reglages::colonnes_liste_tables), 1, combien(g1.cadre.largeur));
         const int visibles = std::clamp(reglages::nombre(reglages::lignes_liste_tables), 1, combien(g1.cadre.hauteur));
+        forme_("Label_rien").visible = tables.empty();
         const int lignes = (static_cast<int>(tables.size()) + colonnes - 1) / colonnes;
         const std::vector<std::string_view> faces(tables.begin(), tables.end());
         formes::remplit_touches(g1, lignes, colonnes, faces, g1.aspect.police);
