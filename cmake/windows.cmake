@@ -35,7 +35,9 @@ add_custom_command(OUTPUT ${INSTALLEUR}
     -DCARTE=$<TARGET_FILE:orvalune-carte> -DCUISINE=$<TARGET_FILE:orvalune-cuisine> -DSORTIE=${INSTALLEUR}
     -DLICENCES=${LICENCES} -DMANUEL=${PAGE_MANUEL}
     -DICONE=${CMAKE_SOURCE_DIR}/assets/orvalune.ico ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi
-  DEPENDS orvalune orvalune-carte orvalune-cuisine ${LICENCES} ${PAGE_MANUEL} ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi
+  DEPENDS orvalune orvalune-carte orvalune-cuisine ${LICENCES} ${PAGE_MANUEL}
+    ${CMAKE_SOURCE_DIR}/livraison/windows/installe.nsi ${CMAKE_SOURCE_DIR}/livraison/windows/options.nsh
+    ${CMAKE_SOURCE_DIR}/livraison/windows/copies.nsh
     ${CMAKE_SOURCE_DIR}/assets/orvalune.ico
   VERBATIM)
 add_custom_target(installeur ALL DEPENDS ${INSTALLEUR})
