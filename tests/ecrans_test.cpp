@@ -122,6 +122,17 @@ class Oeil final : public Pilote {
         }
     }
 
+    /// What is touched shows it as long as the finger lies there.
+    void se_montre_pressee(Controle& c, int ligne, int colonne) const {
+        Forme* pile[] = {forme_du_dessus()};
+        std::vector<Element> pressee;
+        compose(pile, {pile[0], {&c, ligne, colonne}}, largeur_ecran() / twips_par_pixel,
+                hauteur_ecran() / twips_par_pixel, 1, pressee);
+        const auto pareil = [](const Element& a, const Element& b) { return a.empreinte == b.empreinte; };
+        EXPECT_FALSE(std::equal(pressee.begin(), pressee.end(), liste_.begin(), liste_.end(), pareil))
+            << nom_ << ": " << c.nom << " " << ligne << " " << colonne << " shows no finger";
+    }
+
     /// Presses every key and cell that is shown, and leaves the form before letting go.
     void glisse_partout() {
         const Forme& f = *forme_du_dessus();
@@ -134,6 +145,11 @@ class Oeil final : public Pilote {
                 if (z.largeur <= 0 || z.hauteur <= 0) continue;
                 const int x = (f.cadre.gauche + z.gauche + z.largeur / 2) / twips_par_pixel;
                 const int y = (f.cadre.haut + z.haut + z.hauteur / 2) / twips_par_pixel;
+                const int ligne = c->est_grille() ? i / g.colonnes : -1,
+                          colonne = c->est_grille() ? i % g.colonnes : -1;
+                const bool en_vue = f.visible && z.hauteur >= g.hauteur_ligne;
+                if (en_vue && (c->au_toucher || (c->a_la_cellule && !g.cellule(ligne, colonne).texte.empty())))
+                    se_montre_pressee(*c, ligne, colonne);
                 for (const Sorte s : {Sorte::appui, Sorte::glisse, Sorte::relache})
                     gestes_.push_back({s, s == Sorte::appui ? x : dehors, y});
             }

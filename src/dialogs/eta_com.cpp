@@ -60,7 +60,6 @@ class Recapitulatif {
         construit();
         remplit();
         branche();
-        formes::colore(forme_);
     }
 
     void montre() { montre_modal(forme_); }
@@ -142,6 +141,7 @@ class Recapitulatif {
         forme_("Label5").texte() = nombres::entier_complete(couverts(), 1);
         forme_("Label6").texte() = nombres::entier_complete(total, 1);
         forme_("Label_total").texte() = lignes::total(etat::lignes_gardees());
+        formes::colore(forme_);
     }
 
     /// Quantities and amounts are read whole at every size: their columns widen up to a third of the list, then they

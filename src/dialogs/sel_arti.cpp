@@ -78,7 +78,6 @@ class Validation {
         construit();
         charge();
         branche();
-        colore();
     }
 
     void montre() { montre_modal(forme_); }
@@ -137,9 +136,9 @@ class Validation {
     void colore() {
         formes::colore(forme_);
         for (int c = detail_a; c <= detail_d; ++c) {
-            const Couleur fond = forme_("g2").grille.cellule(0, c).fond;
+            const Aspect& touche = forme_("g2").grille.cellule(0, c);
             Controle* legende = forme_.cherche("Label_detail", c);
-            if (legende != nullptr && fond != sans_couleur) legende->aspect.encre = encre_lisible(fond);
+            if (legende != nullptr && touche.encre != sans_couleur) legende->aspect.encre = touche.encre;
         }
     }
 
@@ -221,6 +220,7 @@ class Validation {
                            .alignement = Alignement::gauche,
                            .marge_gauche = marge_rang()};
         for (std::size_t i = 0; i < rangs.size(); ++i) remplit_rang(g.cellule(static_cast<int>(i) + 1, 0), rangs[i]);
+        colore();
     }
 
     static int marge_rang() { return px(formes::est_etroit() ? 6 : 10); }

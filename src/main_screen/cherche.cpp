@@ -101,7 +101,6 @@ class Recherche {
         construit();
         tape(lettres_tapees);
         branche();
-        formes::colore(forme_);
     }
 
     std::optional<std::string> montre() {
@@ -200,6 +199,7 @@ class Recherche {
         }
         forme_("Label_invite").visible = champ().texte().empty();
         forme_("Label_rien").visible = trouves_.empty();
+        formes::colore(forme_);
     }
 
     void choisit(int ligne) {

@@ -78,14 +78,23 @@ void Composition::controle(const Controle& c) {
     const Zone z = p_.zone(c.cadre);
     if (z.vide()) return;
     const bool appuye = !c.est_grille() && presse(c, -1, -1);
-    fond(z, c.aspect, appuye);
+    if (c.grille.espace == 0) fond(z, c.aspect, appuye);  // keys side by side lie on the form itself
     if (c.est_grille()) return grille(c, z);
+    if (appuye && c.au_toucher) marque_appui(c, z);
     const bool sans_fond = c.genre == Genre::etiquette && fond_montre(c.aspect) == sans_couleur;
     const int debord = sans_fond ? 1 + p_.em(c.aspect.police) / 10 : 0;
     const Sujet s = {z, c.aspect, c.aspect.police, c.aspect.gras, {}, debord};
     if (c.genre == Genre::champ) return saisie(s, c.curseur);
     if (c.genre == Genre::case_) return case_a_cocher(s, c.coche);
     contenu(s);
+}
+
+/// A touch on what has no ground to go down: a picture or the text of a banner, a number, a field.
+void Composition::marque_appui(const Controle& c, const Zone& z) {
+    const Role role = c.aspect.role;
+    if (role != Role::bandeau && role != Role::champ && fond_montre(c.aspect) != sans_couleur) return;
+    const bool sombre = c.genre == Genre::image || role == Role::bandeau;
+    rond(Part::trait, z, p_.pixels(coin), sombre ? palette::gris : palette::doux);
 }
 
 void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {

@@ -95,6 +95,7 @@ class Composition {
 
     void controle(const Controle& c);
     void fond(const Zone& z, const Aspect& a, bool appuye);
+    void marque_appui(const Controle& c, const Zone& z);
     void encadre(const Zone& z, Couleur couleur, Couleur bord, int epaisseur);
     void panneau(const Zone& z, Couleur couleur, bool touche, bool appuye);
     void ombre_de_touche(const Zone& z, Couleur couleur);
