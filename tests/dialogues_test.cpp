@@ -115,22 +115,25 @@ TEST_F(Dialogues, LeClavierEtSesTroisPages) {
     const auto clavier = [](etat::Demande genre) {
         return [genre](const std::string& invite) { return clavv::demande(genre, invite); };
     };
-    donnent(clavier(etat::saisie),
-            {{"Nom ?", "Label1 = Nom ? > ttoc(1) = && > " + toutes + "Valider",
-              "&é''(-è_çà)+azertyuiop$qsdfghjklm*<wxcvbn,;:!"},
-             {"Nom ?", "VERR. > " + toutes + "VERR. > ttoc(15) > Valider",
-              "1234567890°=AZERTYUIOP£QSDFGHJKLM%>WXCVBN?./§a"},
-             {"Nom ?", touches({{1, 12}, {15, 25}, {36, 37}}, "#~é€ > ") + "ttoc(2) > Valider",
-              " ~#{}`\\^@[] ïë€îêôâûù £ µé"},
-             {"Nom ?", "MAJ > ttoc(15) = A > ttoc(15) > ttoc(15) = a > ttoc(15) > ttoc(0) > Valider", "Aa "},
-             {"Nom ?", "MAJ > MAJ > ttoc(15) > #~é€ > ttoc(17) = € > #~é€ > ttoc(17) > Valider", "ae"},
-             {"Nom ?", "#~é€ > VERR. > ttoc(15) = a > ttoc(15) > Valider", "a"},
-             {"Nom ?|abcd",
-              "ttoc(54) > ttoc(54) > ttoc(13) > ttoc(15) > Text1 = aacd > ttoc(55) > tape x > ttoc(55) > "
-              "ttoc(55) > ttoc(51) > ttoc(52) > ttoc(53) > tape z > tape entree",
-              "aacxdz"},
-             {"Nom ?|abc", "C > ttoc(13) > ttoc(54) > tape \ty > Text1 = y > tape retour > tape z > Valider", "z"},
-             {"Nom ?|abc", "tape def > Annuler", "-"}});
+    donnent(
+        clavier(etat::saisie),
+        {{"Nom ?", "Label1 = Nom ? > ttoc(1) = && > " + toutes + "Valider",
+          "&é''(-è_çà)+azertyuiop$qsdfghjklm*<wxcvbn,;:!"},
+         {"Nom ?", "VERR. > " + toutes + "VERR. > ttoc(15) > Valider",
+          "1234567890°=AZERTYUIOP£QSDFGHJKLM%>WXCVBN?./§a"},
+         {"Nom ?", touches({{1, 12}, {15, 25}, {36, 37}}, "#~é€ > ") + "ttoc(2) > Valider",
+          " ~#{}`\\^@[] ïë€îêôâûù £ µé"},
+         {"Nom ?", "MAJ > ttoc(15) = A > ttoc(15) > ttoc(15) = a > ttoc(15) > ttoc(0) > Valider", "Aa "},
+         {"Nom ?",
+          "MAJ > verifie couleur ttoc(39) D98E04 > MAJ > ttoc(15) > #~é€ > ttoc(17) = € > #~é€ > ttoc(17) > Valider",
+          "ae"},
+         {"Nom ?", "#~é€ > VERR. > ttoc(15) = a > ttoc(15) > Valider", "a"},
+         {"Nom ?|abcd",
+          "ttoc(54) > ttoc(54) > ttoc(13) > ttoc(15) > Text1 = aacd > ttoc(55) > tape x > ttoc(55) > "
+          "ttoc(55) > ttoc(51) > ttoc(52) > ttoc(53) > tape z > tape entree",
+          "aacxdz"},
+         {"Nom ?|abc", "C > ttoc(13) > ttoc(54) > tape \ty > Text1 = y > tape retour > tape z > Valider", "z"},
+         {"Nom ?|abc", "tape def > Annuler", "-"}});
     donnent(clavier(etat::saisie_majuscules), {{"Nom ?", "ttoc(15) > ttoc(2) > VERR. > ttoc(15) > Valider", "A2a"}});
     tiennent(etat::texte_dialogue, clavv::montre_clavv, {{"Nom ?|abc", "tape def > Annuler", "abc"}});
 }

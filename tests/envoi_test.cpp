@@ -40,8 +40,9 @@ TEST_F(Envoi, SansTableOuSansCouvertsRienNePart) {
                                      valide + valide + note + "verifie Label5 \"0\"\n" + refus;
     const std::string table_zero = table + "touche g2 0 0\ntouche g3 3 1\ntouche g1 0 1\n" + valide + note + refus;
     tient_texte(t, "touche \"Sophie\"\ntouche btx(5)\n" + valide + note + refus + sans_couverts + zero_couvert +
-                       table_zero + "verifie label_etat \"Sophie · 2 couverts · 1 ligne · 24.50\"\n" + table +
-                       "touche g2 0 0\ntouche g3 0 0\ntouche g1 0 1\n" + valide + note + "touche \"Envoyer\"\n" +
+                       table_zero + "verifie label_etat \"Sophie · 2 couverts · 1 ligne · 24.50\"\n" + note +
+                       "touche Shape1\ntouche g2 0 0\ntouche g3 0 0\ntouche g1 0 1\n" + valide +
+                       "verifie ecran eta_com\nverifie Label4 \"1\"\ntouche \"Envoyer\"\n" +
                        "verifie Label1 \"Confimez l'envoi de la commande au serveur ?\"\ntouche \"Non\"\n" +
                        "verifie ecran eta_com\nheure \"2021-05-19 12:30:00\"\n" + envoie + envoyee +
                        "verifie label_etat \"Sophie · 0 ligne · 0.00\"\n");
@@ -168,7 +169,9 @@ TEST_F(Envoi, QuitterPropose) {
     const std::string quitter = "touche \"Quitter\"\n", quitte = quitter + "touche \"Oui\"\n";
     const std::string demande =
         "verifie Label1 \"Attention, vous avez 1 Commande(s) en attente, Envoyer maintenant ?\"\n";
-    tient_texte(t, "touche \"Élodie\"\nreseau absent\n"s + table_et_note + envoie + envoyee + table_et_note +
+    tient_texte(t, "touche \"Élodie\"\nreseau absent\n"s + table_et_note + envoie + envoyee +
+                       "touche \"En attente\"\nverifie label_geste \"Réseau absent : 1 commande attend ·\"\n" +
+                       table_et_note +
                        "touche \"Fermer\"\ntouche btx(5)\ntouche g1 1 0\ntape \"Sans sel\"\ntape entree\n" +
                        "touche \"Valider\"\ntouche \"Viandes\"\ntouche btx(2)\ntouche bt_droi\ntouche \"Valider\"\n" +
                        "touche \"Familles\"\ntouche \"Accueil\"\n" + quitter + demande +
@@ -186,10 +189,13 @@ TEST_F(Envoi, QuitterPropose) {
     fs::remove(t.chemin() / "prov.txt");
     fs::create_directory(t.chemin() / "prov.txt");
     tient_texte(t, "touche \"Sophie\"\n" + quitte + "verifie arret\n");
-    tient_texte(t, "touche \"Sophie\"\ntouche \"Entrecôte\"\ntouche g2 0 5\n" + quitte +
-                       "verifie Label1 \"La note n'a pas pu être gardée et sera perdue, fermer quand même ?\"\n"
-                       "touche \"Non\"\nverifie ecran Form1\n" +
-                       quitte + "touche \"Oui\"\nverifie arret\n");
+    tient_texte(t,
+                "touche \"Sophie\"\ntouche \"Entrecôte\"\ntouche g2 0 5\n"
+                "touche \"Envoyer\"\nverifie label_geste \"Note non envoyée : touchez Note ·\"\n" +
+                    quitte +
+                    "verifie Label1 \"La note n'a pas pu être gardée et sera perdue, fermer quand même ?\"\n"
+                    "touche \"Non\"\nverifie ecran Form1\n" +
+                    quitte + "touche \"Oui\"\nverifie arret\n");
 }
 
 TEST_F(Envoi, LesCommandesDeLaMemeSecondePrennentDesNomsDifferents) {

@@ -159,13 +159,14 @@ TEST_F(Outils, UnReglageQuiNeSEcritPas) {
 TEST_F(Outils, LesTouchesDuTechnicien) {
     terrain.regle(200, "");
     const std::string code = "logil > attend 100 > 5 > 8 > 2 > ";
-    tient_texte(terrain,
-                route("btx(2) > sans Command2 > " + code + "Valider > verifie ecran Form1 > " + code + R"(6 > Valider
+    tient_texte(terrain, route("btx(2) > sans Command2 > " + code + "Valider > label_geste = Mot de passe refusé · > " +
+                               code + R"(6 > Valider
         verifie ecran ch_outils > g2 0 5 > reseau absent > logo > tient logoserv 2000 > btc(3) > tient label_haut 2000
         avec Command1 > tient logoserv 2000 > verifie ecran attend_tempo > reseau present > p11 > g2 0 4 = En attente
         reseau absent > tient logoserv 2000 > attend 7000 > reseau present > attend 1000 > g2 0 4 = Envoyer
         Page 1 > Label_num = 1 > Command3 > Label_num = 0 > Command1 > verifie ecran w_prog > Command1
         Command4 > verifie ecran clavv > tape entree > Command5 > verifie ecran eta_com > g2 0 5
+        tient label_haut 2000 > sans Command2 > tient logoserv 2000 > btc(3) > tient label_haut 2000
         Command6 > verifie ecran menufor > g2 0 5 > Command7 > verifie ecran sai_menu > label_bas > Non)"));
     tient_texte(terrain, route("btx(2) > verifie ecran Form1 > Command2") + "verifie arret\n", "--service");
     EXPECT_FALSE(terrain.existe("prov.txt"));

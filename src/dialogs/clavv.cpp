@@ -94,7 +94,6 @@ class Clavier {
         branche();
         affiche_clav();
         affiche_texte();
-        moduclav::colore(forme_);
     }
 
     void montre() { montre_modal(forme_); }
@@ -220,13 +219,28 @@ class Clavier {
         forme_.a_l_echappement = [this] { touche(annule); };
     }
 
-    /// The captions of all keys from the current page; a single "&" would be taken for an access-key mark.
+    /// The captions of all keys from the current page; a single "&" would be taken for an access-key mark. Of the keys
+    /// that type a blank one alone looks like it.
     void affiche_clav() {
         for (int i = 0; i < nb_touches; ++i) {
             const char c = pages[page_][static_cast<std::size_t>(i)];
             if (c == sans_caractere) continue;
-            forme_("ttoc", i).texte() = c == '&' ? std::string("&&") : std::string(1, c);
+            Aspect& a = forme_("ttoc", i).aspect;
+            a.texte = c == '&' ? std::string("&&") : std::string(1, c);
+            a.role = c == ' ' && i != espace ? Role::touche_douce : Role::touche;
         }
+        montre_tenue(maj, une_fois_ && page_ == 1);
+        montre_tenue(autres, une_fois_ && page_ == 2);
+        montre_tenue(verrou, !une_fois_ && page_ == 1);
+        moduclav::colore(forme_);
+    }
+
+    /// A key that acts on what is typed next stands out as long as it does.
+    void montre_tenue(int i, bool tenue) {
+        Controle& c = forme_("ttoc", i);
+        c.aspect.role = tenue ? Role::attendre : Role::action;
+        c.aspect.fond = c.aspect.encre = sans_couleur;
+        c.etiquette = tenue ? 0 : etiquette_touche;
     }
 
     void affiche_texte() {

@@ -10,6 +10,7 @@
 #include "data/lignes.h"
 #include "data/nombres.h"
 #include "data/reglages.h"
+#include "dialogs/ch_numtab.h"
 #include "dialogs/formes.h"
 #include "dialogs/mini_97.h"
 #include "dialogs/sel_arti.h"
@@ -221,7 +222,16 @@ class Recapitulatif {
             if (colonne == envoie) envoie_commande();
             if (colonne == ferme) forme_.ferme();
         };
+        for (const auto& carte : {cartes[0], cartes[1]}) {
+            forme_(carte.carte).au_toucher = [this] { change_table(); };
+            forme_(carte.valeur).laisse_passer = true;
+        }
         forme_.a_l_echappement = [this] { forme_.ferme(); };
+    }
+
+    void change_table() {
+        ch_numtab::montre_ch_numtab();
+        remplit();
     }
 
     /// A note line goes through the article's validation again; what comes back takes its place.

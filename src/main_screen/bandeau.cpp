@@ -172,8 +172,8 @@ void colore() {
     accorde_au_bandeau();
 }
 
-void montre_commandes() {
-    for (const Commande& k : commandes) forme()(k.nom).visible = true;
+void montre_commandes(bool montre) {
+    for (const Commande& k : commandes) forme()(k.nom).visible = montre;
 }
 
 void titre(std::string_view haut, std::string_view bas) {
@@ -199,8 +199,8 @@ void annonce_etat(std::string_view texte) {
     partage();
 }
 
-void annonce_geste(const std::string& texte) {
-    formes::annonce_geste(forme(), formes::est_etroit() ? texte : texte + std::string(" ·"_t));
+void annonce_geste(std::string_view texte) {
+    formes::annonce_geste(forme(), std::string(texte) + std::string(formes::est_etroit() ? "" : " ·"_t));
 }
 
 }  // namespace bandeau

@@ -20,8 +20,8 @@ ecran::Forme& forme();
 void place();
 /// Gives the form the manager's colours, and its upper banner amber while the kitchen has not collected an order.
 void colore();
-/// Shows the technician's buttons "Command1" to "Command7".
-void montre_commandes();
+/// Shows the technician's buttons "Command1" to "Command7", or hides them.
+void montre_commandes(bool montre);
 
 /// The form's titles, above and below.
 void titre(std::string_view haut, std::string_view bas);
@@ -33,6 +33,6 @@ void affiche_etat();
 /// Puts a passing text in its place, during a wait.
 void annonce_etat(std::string_view texte);
 /// Says for a moment what a touch has done, beside the state, or in its place where the banner is narrow.
-void annonce_geste(const std::string& texte);
+void annonce_geste(std::string_view texte);
 
 }  // namespace bandeau

@@ -119,6 +119,15 @@ void appel_fonctions(std::string_view mode) {
     execute(fonctions_de_la_barre, mode);
 }
 
+void envoie() {
+    recharge();
+    if (etat::nb_lignes_note > 0) return bandeau::annonce_geste("Note non envoyée : touchez Note"_t);
+    const int n = reseau::commandes_en_attente();
+    if (n == 0 || reseau::joignable()) return;
+    const std::string_view suite = n > 1 ? " commandes attendent" : " commande attend";
+    bandeau::annonce_geste(std::string("Réseau absent : "_t) + std::to_string(n) + std::string(suite));
+}
+
 void quitte() {
     if (const int n = reseau::commandes_en_attente(); n > 0) {
         if (mini_97::demande("Attention, vous avez " + std::to_string(n) +
@@ -137,6 +146,7 @@ void quitte() {
 void ouvre_outils() {
     if (reglages::texte(reglages::sans_mot_de_passe) != "OUI") {
         const auto code = clav_num::demande(clav_num::mode_cache, "Mot de passe d'accès aux outils"_t);
+        if (code && *code != code_outils) bandeau::annonce_geste("Mot de passe refusé"_t);
         if (code != code_outils) return;
     }
     ch_outils::montre_ch_outils();

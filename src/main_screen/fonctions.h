@@ -15,6 +15,8 @@ void affiche_menu();
 
 /// "FIN", "GRILLE", "TABLE", "SERVEUR" or "NOTE"; anything else does nothing.
 void appel_fonctions(std::string_view mode);
+/// The key that says send: the network again, for what waits. What stays on the tablet all the same is told.
+void envoie();
 /// The quit path: waiting orders, confirmation, the note saved.
 void quitte();
 

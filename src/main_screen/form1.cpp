@@ -66,19 +66,25 @@ void ajoute_touches(Forme& f) {
     grille::construit(f, {touches::touche, touches::touche_barre, touches::tient_barre});
 }
 
-void montre_service() {
-    etat::service = true;
-    bandeau::montre_commandes();
-    forme()("logoserv").au_maintien = fonctions::attend_le_reseau;
+void montre_service(bool montre) {
+    etat::service = montre;
+    bandeau::montre_commandes(montre);
+    forme()("logoserv").au_maintien = nullptr;
+    if (montre) forme()("logoserv").au_maintien = fonctions::attend_le_reseau;
+}
+
+/// Held again, the title hides what it has shown: one of these keys ends the program without a question.
+void bascule_service() {
+    montre_service(!forme()("Command1").visible);
 }
 
 void construit() {
     bandeau::construit(ajoute_touches);
     Forme& f = forme();
     f.a_la_frappe = touches::tape;
-    f("label_haut").au_maintien = montre_service;
+    f("label_haut").au_maintien = bascule_service;
     f("label_bas").au_toucher = formes::demande_reinitialisation;
-    f("label_etat").au_maintien = montre_service;
+    f("label_etat").au_maintien = bascule_service;
     f("label_etat").au_toucher = fonctions::ouvre_suivi;
     f("logosuiv").au_toucher = fonctions::ouvre_suivi;
     f("logoserv").au_toucher = fonctions::bascule_reseau;
@@ -88,7 +94,7 @@ void construit() {
         const std::string nom = "Command" + std::to_string(n);
         f(nom).au_toucher = [nom] { fonctions::commande(nom); };
     }
-    if (etat::service) montre_service();
+    montre_service(etat::service);
     guet::ajoute(f, recharge_si_seule);
 }
 

@@ -186,7 +186,7 @@ void touche_barre(int colonne) {
     etat::code_touche = grille::codes_barre[static_cast<std::size_t>(colonne)];
     if (etat::code_touche == "#ENVO#") {
         etat::code_touche.clear();
-        return fonctions::recharge();
+        return fonctions::envoie();
     }
     touche(0);
 }

@@ -35,7 +35,7 @@ Couleur encre_montree(const Aspect& a) {
 
 std::string_view legende(const Aspect& a) {
     if (!est_touche(a.role)) return a.texte;
-    if (a.texte == " ") return "Espace";
+    if (a.texte == " ") return a.role == Role::touche ? "Espace" : "";
     return a.texte == "&&" ? "&" : std::string_view(a.texte);
 }
 

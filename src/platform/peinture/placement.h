@@ -13,7 +13,7 @@ namespace ecran {
 Couleur fond_montre(const Aspect& a);
 Couleur encre_montree(const Aspect& a);
 
-/// The caption as it is painted: the blank key says "Espace", "&&" is one "&".
+/// The caption as it is painted: the space key says "Espace", "&&" is one "&".
 std::string_view legende(const Aspect& a);
 
 /// Where the caption and the picture of a control or cell go, in pixels.
