@@ -271,8 +271,8 @@ TEST_F(Couleurs, SeChoisissentEtSeRemettent) {
         verifie couleur Label2 D9782D > verifie image g1 0 2 101 > sans Label5
         bt_coul(1) > g1 0 0 > Label4 = Contraste 3.14 : 1 > avec Label5
         # Hue and lightness; black, white and grey get a middle colour, so that the hue is seen.
-        bt_coul(0) > btx(1) > g1 1 5 > teinte 0 30 > verifie couleur btx(1) 26D92B > clarte 0 89
-        verifie couleur btx(1) FDFFFD > clarte 0 0 > verifie couleur btx(1) 000200 > teinte 0 0 > verifie couleur btx(1) D92A26
+        bt_coul(0) > btx(1) > g1 1 5 > teinte 0 55 > verifie couleur btx(1) 2CD926 > clarte 0 170
+        verifie couleur btx(1) F9FEF9 > clarte 0 0 > verifie couleur btx(1) 010501 > teinte 0 0 > verifie couleur btx(1) D93226
         btx(9) > clarte > Annuler)");
     est_regle({{1701, ""}, {1702, ""}, {1712, ""}, {1709, ""}});
     joue(ggcoul::montre_ggcoul, R"(

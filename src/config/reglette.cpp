@@ -11,8 +11,19 @@ namespace {
 using namespace ecran;
 using formes::px;
 
-constexpr int pas = 90;  ///< colours that are painted side by side
+/// Of a colour; of those at the ends, which are as wide as the corners are round.
+constexpr int largeur_couleur = px(3), largeur_bout = px(12);
 constexpr int largeur_marque = px(28), debord_marque = px(6), bord_marque = px(2), blanc_marque = px(5);
+
+/// The strip in cells, one for each colour.
+void decoupe(Controle& bande) {
+    const int entre = std::max(0, bande.cadre.largeur - 2 * largeur_bout), nombre = entre / largeur_couleur;
+    Grille& g = bande.grille;
+    g.dimensionne(1, nombre + 2);
+    g.largeurs.assign(static_cast<std::size_t>(nombre) + 2, largeur_couleur);
+    g.largeurs.front() = largeur_bout;
+    g.largeurs.back() = bande.cadre.largeur - largeur_bout - nombre * largeur_couleur;
+}
 
 }  // namespace
 
@@ -32,7 +43,7 @@ void ajoute(Forme& forme, const std::string& nom, std::string_view legende, cons
     };
     forme.construit(plans);
     Controle& c = forme(nom);
-    c.grille.dimensionne(1, pas);
+    decoupe(c);
     c.au_glisse = [&c, au_doigt = std::move(au_doigt)](int x, int) {
         au_doigt(std::clamp(static_cast<double>(x) / std::max(1, c.cadre.largeur), 0.0, 1.0));
     };
@@ -41,8 +52,13 @@ void ajoute(Forme& forme, const std::string& nom, std::string_view legende, cons
 void peint(Forme& forme, const std::string& nom, const std::function<Couleur(Place)>& couleur, Place place,
            Couleur en_main) {
     Controle& c = forme(nom);
-    for (int i = 0; i < pas; ++i) c.grille.cellule(0, i).fond = couleur((i + 0.5) / pas);
     const Cadre& bande = c.cadre;
+    int debut = 0;
+    for (std::size_t i = 0; i < c.grille.largeurs.size(); ++i) {
+        const int largeur = c.grille.largeurs[i];
+        c.grille.cellules[i].fond = couleur((debut + largeur / 2.0) / bande.largeur);
+        debut += largeur;
+    }
     const int gauche = std::clamp(bande.gauche + static_cast<int>(place * bande.largeur) - largeur_marque / 2,
                                   bande.gauche, bande.droite() - largeur_marque);
     const Cadre marque = {gauche, bande.haut - debord_marque, largeur_marque, bande.hauteur + 2 * debord_marque};
