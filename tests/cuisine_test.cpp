@@ -127,6 +127,39 @@ TEST_F(Cuisine, CeQuiRevientEstMarque) {
     }
 }
 
+/// What cannot be taken, and where nothing can be looked for.
+TEST_F(Cuisine, CeQuiResteSeVoitAuStatut) {
+    const std::string nom = std::string(210, 'n') + ".txt", raison = "autre.raison.txt";
+    t.pose("reseau/" + nom, tests::commande_simple(1));
+    EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
+    EXPECT_EQ(t.lis("reseau/" + nom), tests::commande_simple(1));
+    // A rejected file that is called as what is said of another one.
+    for (const char* fichier : {"autre.raison.txt", "autre.txt"}) t.pose(std::string("reseau/") + fichier, fichier);
+    EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
+    EXPECT_EQ(t.lis("archive/rejets/autre.raison.txt"), "autre.raison.txt");
+    EXPECT_EQ(t.fichiers("archive/rejets", "autre (2).raison.txt").size(), 1U);
+    fs::rename(t.reseau(), t.chemin() / "parti");
+    EXPECT_EQ(service::sert(reglages), service::impossible);
+    EXPECT_EQ(t.cuisine("--archive reseau/").statut, 2) << "what lies there would be collected";
+}
+
+/// Of a damaged fiche nobody knows what has been printed: each part is marked, also the one that a later run prints.
+TEST_F(Cuisine, UneFicheAbimeeMarqueTout) {
+    std::string faute;
+    ASSERT_TRUE(partage::lis("4=fichier:" + (t.chemin() / "bar.bin").string(), reglages.partage, faute)) << faute;
+    imprime_sur(0, "fichier:" + (t.chemin() / "absent" / "cuisine.bin").string());
+    t.pose("archive/en_cours/" + tests::nom_de_commande(1),
+           tests::commande_de(1, bloc("8880000000611") + bloc("8880000000024")));
+    t.pose("archive/en_cours/" + tests::nom_de_commande(1) + ".fiche", "#FICHE#1\r\n#TICK");
+    EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
+    imprime_sur(0, "fichier:" + (t.chemin() / "cuisine.bin").string());
+    EXPECT_EQ(service::sert(reglages), service::tout_imprime);
+    for (const char* fichier : {"bar.bin", "cuisine.bin"}) {
+        EXPECT_EQ(papier(fichier).avec("TABLE 001").size(), 1U) << fichier;
+        EXPECT_EQ(papier(fichier).avec("DUPLICATA").size(), 1U) << fichier;
+    }
+}
+
 // --- a file that is being written ------------------------------------------------------------------------------------
 
 struct Ecrivain {
@@ -203,6 +236,14 @@ TEST_F(Cuisine, LeNumeroSurvitAUnFichierAbime) {
     for (const char* fichier : {"archive/numero.txt", "archive/numero_copie.txt"})
         t.pose(fichier, "#NUMERO#2147483647#\r\n");
     EXPECT_EQ(numero(6), 1) << "a number that no ticket has had";
+    static int refus;
+    refus = 5;
+    fichiers::epreuve::avant = [](Operation, std::string_view chemin) {
+        return chemin.find("numero") != std::string_view::npos && --refus > 0 ? fichiers::Issue::panne
+                                                                              : fichiers::Issue::fait;
+    };
+    EXPECT_EQ(numero(7), 2) << "what cannot be read for a moment is not damaged";
+    fichiers::epreuve::avant = nullptr;
 }
 
 // --- the real program ------------------------------------------------------------------------------------------------

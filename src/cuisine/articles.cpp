@@ -1,9 +1,11 @@
 #include "cuisine/articles.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "data/lignes.h"
 #include "platform/systeme/fichiers.h"
+#include "platform/systeme/horloge.h"
 #include "platform/systeme/texte.h"
 
 namespace articles {
@@ -71,9 +73,12 @@ std::string_view Articles::serveur(int numero) const {
 
 bool Carte::relit() {
     constexpr int patience = 10;
+    constexpr std::int64_t stable_ms = 3000;
     const std::string empreinte = fichiers::empreinte(fichiers::joint(repertoire_, catalogue::fichier_catalogue));
     const bool change = !empreinte.empty() && empreinte != empreinte_;
-    if (articles_ && lue_ && !change) return true;
+    if (std::exchange(vue_, empreinte) != empreinte) vue_depuis_ = horloge::millisecondes();
+    const bool stable = horloge::millisecondes() - vue_depuis_ >= stable_ms;  // else it may be on its way
+    if (articles_ && lue_ && (!change || !stable)) return true;
     auto tables = lis_tables(repertoire_);
     if (tables->lu || !articles_) {
         lue_ = tables->lu;

@@ -48,7 +48,7 @@ class Articles {
     void ajoute_articles(int famille);
 };
 
-/// The catalogue of a directory, read anew when its file has changed.
+/// The catalogue of a directory, read anew when its file has changed, and has then stood still for some seconds.
 class Carte {
   public:
     explicit Carte(std::string repertoire) : repertoire_(std::move(repertoire)) {}
@@ -63,7 +63,9 @@ class Carte {
     std::unique_ptr<Articles> articles_;
     bool lue_ = false;
     int echecs_ = 0;
-    std::string empreinte_;  ///< of the file that was read last
+    std::string empreinte_;        ///< of the file that was read last
+    std::string vue_;              ///< of the file that was seen last
+    std::int64_t vue_depuis_ = 0;  ///< horloge::millisecondes()
 };
 
 }  // namespace articles

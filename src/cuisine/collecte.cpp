@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <tuple>
+#include <utility>
 
 #include "data/livraison.h"
-#include "platform/systeme/processus.h"
 #include "platform/systeme/texte.h"
 
 namespace collecte {
@@ -13,9 +13,8 @@ namespace {
 using commande::Lecture;
 using fichiers::Issue;
 
-constexpr std::string_view fin_commande = ".txt", fin_fiche = ".fiche", fin_copie = ".copie",
+constexpr std::string_view fin_commande = ".txt", fin_fiche = ".fiche", fin_copie = ".copie", fin_des_prises = ".prise",
                            fin_raison = ".raison.txt";
-constexpr std::string_view dossier_en_cours = "en_cours", dossier_rejets = "rejets";
 constexpr std::uint64_t longueur_max = 1 << 20;
 constexpr std::uint64_t longueur_prise_max = 64 << 20;  ///< of what is copied; longer files are left where they are
 /// Bytes of a name; the names of what is written beside an order are longer, and systems take no more than 255.
@@ -23,6 +22,8 @@ constexpr std::size_t nom_max = 200;
 constexpr int places_max = 1000;  ///< of one name in a folder: itself, then numbered ones
 /// How long a file must not have changed, milliseconds: one that is whole, and one that is only a beginning.
 constexpr std::int64_t stable_ms = 400, abandonnee_ms = 10000;
+/// How long another kitchen may take to bring over what it has taken.
+constexpr std::int64_t etrangere_ms = 60000;
 
 horloge::DateHeure date_de(std::string_view nom, std::string_view chemin) {
     if (const auto d = horloge::depuis_nom(nom)) return *d;
@@ -48,10 +49,12 @@ Issue lis(const std::string& chemin, std::string& contenu, Lecture& lecture, com
     const Issue issue = fichiers::lis_tout(chemin, contenu, longueur_max);
     faute.clear();
     if (issue == Issue::fait) lecture = commande::lis(contenu, c, faute);
-    if (issue != Issue::trop_long) return issue;
-    lecture = Lecture::fausse;
-    faute = std::string("le fichier dépasse un mégaoctet"_t);
-    return Issue::fait;
+    if (issue == Issue::trop_long) {
+        lecture = Lecture::fausse;
+        faute = std::string("le fichier dépasse un mégaoctet"_t);
+    }
+    if (!faute.empty()) c = {};  // nothing of it is for any printer
+    return issue == Issue::trop_long ? Issue::fait : issue;
 }
 
 }  // namespace
@@ -61,24 +64,11 @@ bool avant(const Prise& a, const Prise& b) {
     return std::tie(date_a, a.nom) < std::tie(date_b, b.nom);
 }
 
-Collecte::Collecte(std::string reseau, std::string archive)
+Collecte::Collecte(std::string reseau, archive::Archive archive)
     : reseau_(std::move(reseau)),
-      en_cours_(fichiers::joint(archive, dossier_en_cours)),
       archive_(std::move(archive)),
-      fin_prise_("." + commande::code(processus::identifiant_machine() + fichiers::absolu(archive_)) + ".prise") {}
-
-Issue Collecte::prepare() const {
-    for (const std::string& d : {archive_, en_cours_, fichiers::joint(archive_, dossier_rejets)}) {
-        if (fichiers::est_repertoire(d)) continue;
-        const Issue issue = fichiers::cree_repertoire(d);
-        if (issue != Issue::fait) return issue;
-    }
-    return Issue::fait;
-}
-
-void Collecte::nettoie() const {
-    for (const std::string& d : {archive_, en_cours_}) fichiers::retire_temporaires(d);
-}
+      en_cours_(archive_.en_cours()),
+      fin_prise_("." + archive_.code() + std::string(fin_des_prises)) {}
 
 Regard Collecte::regarde() {
     Regard r;
@@ -86,6 +76,7 @@ Regard Collecte::regarde() {
     r.joignable = noms.has_value();
     if (noms) {
         rapatrie(*noms, r);
+        dit_les_etrangeres(*noms, r);
         suit(*noms);
         std::vector<Prise> ordre;
         for (auto& [nom, vue] : vues_) {
@@ -93,7 +84,10 @@ Regard Collecte::regarde() {
             ordre.push_back({nom, date_de(nom, fichiers::joint(reseau_, nom)), {}, {}, false});
         }
         std::sort(ordre.begin(), ordre.end(), avant);
-        for (const Prise& p : ordre) prend(p.nom, vues_.find(p.nom)->second, r);
+        for (const Prise& p : ordre) {
+            const auto vue = vues_.find(p.nom);
+            if (prend(p.nom, vue->second, r)) vues_.erase(vue);  // the next one of its name is another file
+        }
     }
     if (a_relire_) lis_en_cours(r);
     return r;
@@ -127,6 +121,7 @@ bool Collecte::est_prete(const std::string& nom, Vue& vue, Regard& regard) {
         std::string contenu, faute;
         const Issue issue = lis(fichiers::joint(reseau_, nom), contenu, vue.lecture, c, faute);
         vue.lue = issue == Issue::fait;
+        if (!vue.lue && issue != Issue::absent) ++regard.laissees;
         if (!vue.lue && !vue.dite && issue != Issue::absent) {
             vue.dite = true;
             regard.dits.push_back(nom + " : lecture impossible, " + std::string(fichiers::raison(issue)));
@@ -142,9 +137,10 @@ bool Collecte::est_occupee(const std::string& nom) const {
            fichiers::existe(la + std::string(fin_copie));
 }
 
-void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
+/// True when it lies there no more.
+bool Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
     a_relire_ = true;  // whatever the answer, it may be there
-    if (est_occupee(nom)) return;
+    if (est_occupee(nom)) return false;
     const std::string de = fichiers::joint(reseau_, nom);
     Issue issue = Issue::trop_long;
     if (texte::vers_utf8(nom).size() <= nom_max) issue = fichiers::renomme(de, fichiers::joint(en_cours_, nom));
@@ -155,9 +151,12 @@ void Collecte::prend(const std::string& nom, Vue& vue, Regard& regard) {
         issue = fichiers::renomme(de, prise);
         if (issue == Issue::fait) rapatrie_une(nom, prise, regard);
     }
-    if (issue == Issue::fait || issue == Issue::absent || vue.dite) return;
-    vue.dite = true;
-    regard.dits.push_back(nom + std::string(" : n'a pas pu être collectée, "_t) + std::string(fichiers::raison(issue)));
+    if (issue == Issue::fait || issue == Issue::absent) return true;
+    ++regard.laissees;
+    if (!std::exchange(vue.dite, true))
+        regard.dits.push_back(nom + std::string(" : n'a pas pu être collectée, "_t) +
+                              std::string(fichiers::raison(issue)));
+    return false;
 }
 
 /// Brings over what was renamed in the network directory. A copy takes its name only when nothing of it is left there.
@@ -175,6 +174,24 @@ void Collecte::rapatrie(const std::vector<std::string>& noms, Regard& regard) {
         a_relire_ = true;
         if (!nomme_la_copie(nom)) ++regard.retenues;
     }
+}
+
+/// Of what another kitchen has taken, and does not bring over: it may be gone for good.
+void Collecte::dit_les_etrangeres(const std::vector<std::string>& noms, Regard& regard) {
+    constexpr std::int64_t dite = -1;
+    std::map<std::string, std::int64_t, std::less<>> encore;
+    for (const std::string& nom : noms) {
+        if (!nom.ends_with(fin_des_prises) || nom.ends_with(fin_prise_)) continue;
+        const auto i = etrangeres_.find(nom);
+        std::int64_t& depuis = encore[nom];
+        depuis = i != etrangeres_.end() ? i->second : horloge::millisecondes();
+        if (depuis == dite || horloge::millisecondes() - depuis < etrangere_ms) continue;
+        depuis = dite;
+        regard.dits.push_back(nom +
+                              std::string(" : prise pour une autre archive, et pas encore imprimée ; si celle-là ne "
+                                          "sert plus, renommez le fichier en .txt"_t));
+    }
+    etrangeres_ = std::move(encore);
 }
 
 /// What fails here is done by the next look.
@@ -258,6 +275,8 @@ bool Collecte::est_rangee(const Prise& p, const std::string& contenu) const {
     for (int n = 1; n <= places_max && issue != Issue::absent; ++n) {
         issue = fichiers::lis_tout(fichiers::joint(dossier(p), numerote(p.nom, n)), ancien, longueur_max);
         if (issue == Issue::fait && ancien == contenu) return true;
+        // What cannot be read may be the same.
+        if (issue != Issue::fait && issue != Issue::absent && issue != Issue::trop_long) return true;
     }
     return false;
 }
@@ -268,10 +287,11 @@ std::string Collecte::fiche(const Prise& p) const {
 
 /// Where it is put away.
 std::string Collecte::dossier(const Prise& p) const {
-    return fichiers::joint(archive_, p.faute.empty() ? jour_de(p.date) : std::string(dossier_rejets));
+    return p.faute.empty() ? fichiers::joint(archive_.dossier(), jour_de(p.date)) : archive_.rejets();
 }
 
-/// Under its name, or a numbered one. What is wrong with a rejected file is written before it comes to stand there.
+/// Under its name, or a numbered one. What is wrong with a rejected file is written before it comes to stand there;
+/// what bears the name of that and says something else keeps its place.
 Issue Collecte::deplace(const Prise& p, const std::string& dossier) {
     Issue issue = Issue::existe;
     for (int n = 1; n <= places_max && issue == Issue::existe; ++n) {
@@ -279,8 +299,12 @@ Issue Collecte::deplace(const Prise& p, const std::string& dossier) {
         if (fichiers::existe(vers)) continue;
         if (!p.faute.empty()) {
             const std::string raison = vers.substr(0, vers.size() - fin_commande.size()) + std::string(fin_raison);
-            issue = fichiers::ecrit_tout(raison, p.nom + "\r\n" + p.faute + "\r\n", fichiers::Remplace::oui);
-            if (issue != Issue::fait) return issue;
+            const std::string texte = p.nom + "\r\n" + p.faute + "\r\n";
+            std::string ancien;
+            issue = fichiers::ecrit_tout(raison, texte, fichiers::Remplace::jamais);
+            if (issue != Issue::fait && issue != Issue::existe) return issue;
+            const bool autre = fichiers::lis_tout(raison, ancien, longueur_max) != Issue::fait || ancien != texte;
+            if (issue == Issue::existe && autre) continue;
         }
         issue = fichiers::renomme(fichiers::joint(en_cours_, p.nom), vers);
     }

@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cuisine/archive.h"
 #include "data/commande.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/horloge.h"
@@ -42,19 +43,14 @@ struct Regard {
     std::vector<Prise> prises;                        ///< new ones, by date
     std::vector<std::string> dits;                    ///< what the kitchen should know, French
     int retenues = 0;                                 ///< taken, and not read or not brought into the archive yet
+    int laissees = 0;                                 ///< that cannot be read or taken
     fichiers::Issue archive = fichiers::Issue::fait;  ///< why the archive has refused one of them
 };
 
 class Collecte {
   public:
-    Collecte(std::string reseau, std::string archive);
+    Collecte(std::string reseau, archive::Archive archive);
 
-    /// Makes the folders of the archive.
-    fichiers::Issue prepare() const;
-    /// Whether they are there: a share that is mounted, or gone, takes them along.
-    bool est_prete() const { return fichiers::est_repertoire(en_cours_); }
-    /// Removes what a power cut left half made; to be called by the one that works in the archive.
-    void nettoie() const;
     /// Takes the orders that are whole. The first look also gives those that were taken before, and not archived.
     Regard regarde();
     /// Where the fiche of a taken file stands.
@@ -73,17 +69,22 @@ class Collecte {
         bool dite = false;  ///< what keeps it there has been told
     };
 
-    std::string reseau_, en_cours_, archive_, fin_prise_;
+    std::string reseau_;
+    archive::Archive archive_;
+    std::string en_cours_, fin_prise_;
     std::map<std::string, Vue, std::less<>> vues_;
+    std::map<std::string, std::int64_t, std::less<>>
+        etrangeres_;                                 ///< taken by another kitchen, and seen since; -1: told
     std::set<std::string, std::less<>> connues_;     ///< those in progress that a look has given
     std::set<std::string, std::less<>> illisibles_;  ///< those in progress of which that has been told
     bool a_relire_ = true;                           ///< "en_cours" may hold others
 
     void suit(const std::vector<std::string>& noms);
     bool est_prete(const std::string& nom, Vue& vue, Regard& regard);
-    void prend(const std::string& nom, Vue& vue, Regard& regard);
+    bool prend(const std::string& nom, Vue& vue, Regard& regard);
     bool est_occupee(const std::string& nom) const;
     void rapatrie(const std::vector<std::string>& noms, Regard& regard);
+    void dit_les_etrangeres(const std::vector<std::string>& noms, Regard& regard);
     void rapatrie_une(const std::string& nom, const std::string& prise, Regard& regard);
     bool nomme_la_copie(const std::string& nom) const;
     void lis_en_cours(Regard& regard);

@@ -13,9 +13,11 @@ inline constexpr int numero_max = 999'999'999;
 class Compteur {
   public:
     explicit Compteur(const std::string& archive);
+    /// Reads the files, once for all. False while they cannot be read; after some attempts they count as damaged.
+    bool relit();
     /// The last number that was given.
     int dernier() const { return dernier_; }
-    /// Whether there were files, and neither could be read.
+    /// Whether there were files, and both are damaged.
     bool perdu() const { return perdu_; }
     /// A number that an order bears already.
     void connait(int numero);
@@ -25,7 +27,8 @@ class Compteur {
   private:
     std::string fichier_, copie_;
     int dernier_ = 0;
-    bool perdu_ = false;
+    int echecs_ = 0;
+    bool lu_ = false, perdu_ = false;
 };
 
 }  // namespace compteur

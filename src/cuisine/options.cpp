@@ -100,6 +100,11 @@ std::string repertoire_du_terminal() {
     return lignes.empty() ? std::string() : std::string(texte::rogne(lignes[0]));
 }
 
+std::string sans_separateur(std::string chemin) {
+    while (chemin.size() > 1 && (chemin.back() == '/' || chemin.back() == '\\')) chemin.pop_back();
+    return chemin;
+}
+
 bool complete(Lecture& l) {
     service::Reglages& r = l.options.reglages;
     if (r.reseau.empty()) r.reseau = repertoire_du_terminal();
@@ -109,6 +114,10 @@ bool complete(Lecture& l) {
         return false;
     }
     if (r.archive.empty()) r.archive = fichiers::joint(r.reseau, "archive");
+    if (sans_separateur(fichiers::absolu(r.archive)) == sans_separateur(fichiers::absolu(r.reseau))) {
+        l.faute = std::string("l'archive ne peut pas être le répertoire réseau lui-même ; donnez un dossier à elle"_t);
+        return false;
+    }
     return std::all_of(l.familles.begin(), l.familles.end(),
                        [&](const std::string& f) { return partage::lis(f, r.partage, l.faute); });
 }

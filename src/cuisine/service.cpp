@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "cuisine/archive.h"
 #include "cuisine/collecte.h"
 #include "cuisine/compteur.h"
 #include "cuisine/fiche.h"
@@ -31,10 +32,6 @@ constexpr int pause_debut = 1000, pause_max = 8000, pause_max_interrompu = 30000
 void dit(std::string_view t) {
     const std::string heure = horloge::lisible(horloge::maintenant());
     std::fprintf(stderr, "%s %s\n", heure.c_str(), console::ligne(texte::vers_utf8(t)).c_str());
-}
-
-std::string fichier_du_verrou(const std::string& archive) {
-    return fichiers::joint(archive, "cuisine.verrou");
 }
 
 std::string archive_refusee(const std::string& archive, Issue issue) {
@@ -96,38 +93,35 @@ struct Poste {
 
 class Service {
   public:
-    explicit Service(const Reglages& r)
+    Service(const Reglages& r, const archive::Archive& archive)
         : reglages_(r),
-          collecte_(r.reseau, r.archive),
-          compteur_(r.archive),
-          carte_(r.reseau),
-          archive_prise_(fichiers::empreinte(fichier_du_verrou(r.archive))) {
+          archive_(archive),
+          verrou_(fichiers::empreinte(archive.verrou())),
+          collecte_(r.reseau, archive),
+          compteur_(archive.dossier()),
+          carte_(r.reseau) {
         for (const auto& a : r.partage.adresses) {
             postes_.push_back({a, imprimante::cree(a, {r.papier.page, r.avec_etat, r.patience}), 0, 0, true, {}});
         }
     }
 
-    /// Nothing when the archive has come to lie elsewhere: what is known of it is known no more.
-    std::optional<int> travaille() {
+    /// Nothing when the archive, or the claim on it, has come to lie elsewhere: what is known of it is known no more.
+    std::optional<Statut> travaille() {
         Attente attente(reglages_.reseau);
-        collecte_.nettoie();
-        if (compteur_.perdu()) dit("numero.txt est abîmé : les tickets recommencent à 1"_t);
+        archive_.nettoie();
         bool joignable = true;
         while (!arret::demande()) {
-            if (!carte_.relit()) {
+            if (!carte_.relit() || !compteur_.relit()) {
                 attente.attend(regard_ms);
                 continue;
             }
-            if (est_remplacee()) {
-                if (!commandes_.empty())
-                    dit("archive remplacée : les commandes qui attendaient reviendront avec elle"_t);
-                return std::nullopt;
-            }
+            if (compteur_.perdu()) numeros_.dit(std::string("numero.txt est abîmé : les tickets recommencent à 1"_t));
+            if (archive_.est_la() && !est_notre()) return std::nullopt;
             collecte::Regard regard = collecte_.regarde();
-            if (regard.joignable && !collecte_.est_prete()) return std::nullopt;  // what waits there comes back with it
+            if (regard.joignable && !archive_.est_la()) return std::nullopt;  // what waits there comes back with it
             for (const std::string& t : regard.dits) dit(t);
-            if (regard.joignable) retenues_ = regard.retenues;
-            if (regard.archive != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, regard.archive));
+            if (regard.joignable) retenues_ = regard.retenues + regard.laissees;
+            if (regard.archive != Issue::fait) refus_.dit(archive_refusee(reglages_.archive, regard.archive));
             if (!regard.joignable) reseau_.dit(std::string("répertoire réseau introuvable : "_t) + reglages_.reseau);
             if (regard.joignable) reseau_.va_bien(std::string("répertoire réseau retrouvé"_t));
             if (regard.joignable && !joignable) attente.recommence();
@@ -135,28 +129,28 @@ class Service {
             for (collecte::Prise& p : regard.prises) nouvelles_.push_back({std::move(p), 0});
             std::erase_if(nouvelles_, [this](Nouvelle& n) { return accueille(n); });
             regarde_suites();
-            const bool reste = imprime();
-            range();
-            if (reglages_.une_fois && !reste && a_fini(regard)) break;
-            attente.attend(reste ? 0 : regard.a_suivre ? regard_proche_ms : regard_ms);
+            const bool a_imprimer = imprime();
+            const bool rangees = range();  // others of their names may follow
+            if (reglages_.une_fois && !a_imprimer && !rangees && a_fini(regard)) break;
+            attente.attend(a_imprimer || rangees ? 0 : regard.a_suivre ? regard_proche_ms : regard_ms);
         }
-        return reste() ? reste_a_imprimer : tout_imprime;
+        if (en_main() > 0 || retenues_ > 0) return reste_a_imprimer;
+        return reglages_.une_fois && !joignable ? impossible : tout_imprime;
     }
-    /// Whether orders that were taken are not printed.
-    bool reste() const { return !commandes_.empty() || !nouvelles_.empty() || retenues_ > 0; }
-    /// What tells its archive from another one.
-    const std::string& archive() const { return archive_prise_; }
+    /// How many orders are in hand, and not printed.
+    std::size_t en_main() const { return commandes_.size() + nouvelles_.size(); }
 
   private:
     const Reglages& reglages_;
+    const archive::Archive& archive_;
+    const std::string verrou_;  ///< tells the file of the claim from another one
     collecte::Collecte collecte_;
     compteur::Compteur compteur_;
     articles::Carte carte_;
     std::vector<Poste> postes_;
     std::vector<Commande> commandes_;  ///< by date
-    const std::string archive_prise_;  ///< tells it from another one that comes to lie at its place
-    Annonce reseau_, archive_;
-    int retenues_ = 0;  ///< taken, and not in the archive yet
+    Annonce reseau_, refus_, numeros_;
+    int retenues_ = 0;  ///< that could not be taken, or are not in the archive yet
 
     /// A taken file whose fiche has not been read yet.
     struct Nouvelle {
@@ -165,10 +159,9 @@ class Service {
     };
     std::vector<Nouvelle> nouvelles_;
 
-    /// Another archive, which others may work in, has come to lie at its place.
-    bool est_remplacee() const {
-        return collecte_.est_prete() && fichiers::empreinte(fichier_du_verrou(reglages_.archive)) != archive_prise_;
-    }
+    /// Whether what lies at the archive's place is the archive, with its claim. Else others may work in it, and know
+    /// nothing of what is in hand here.
+    bool est_notre() const { return !archive_.est_remplacee() && fichiers::empreinte(archive_.verrou()) == verrou_; }
 
     /// Whether nothing is left to do, or nothing can be done.
     bool a_fini(const collecte::Regard& regard) const {
@@ -198,7 +191,9 @@ class Service {
         if (!c.ecrite) {
             c.fiche = {0, partage::parties(c.prise.commande, carte_.courante(), reglages_.partage)};
             // Of a damaged fiche nobody knows how far it was.
-            for (fiche::Partie& p : c.fiche.parties) p.duplicata = lue != Issue::absent;
+            if (lue != Issue::absent) {
+                for (fiche::Partie& p : c.fiche.parties) p.etat = Etat::commencee;
+            }
         }
         for (fiche::Partie& p : c.fiche.parties) p.duplicata = p.duplicata || c.prise.deja || p.etat == Etat::commencee;
         c.suites.resize(c.fiche.parties.size());
@@ -245,9 +240,10 @@ class Service {
 
     /// Puts what is known of an order on the medium.
     bool ecrit(Commande& c) {
-        const Issue issue = fiche::ecrit(collecte_.fiche(c.prise), c.fiche);
+        const bool ici = archive_.est_la() && est_notre();
+        const Issue issue = ici ? fiche::ecrit(collecte_.fiche(c.prise), c.fiche) : Issue::absent;
         c.ecrite = issue == Issue::fait;
-        if (!c.ecrite) archive_.dit(archive_refusee(reglages_.archive, issue));
+        if (!c.ecrite) refus_.dit(archive_refusee(reglages_.archive, issue));
         return c.ecrite;
     }
 
@@ -338,61 +334,80 @@ class Service {
             (remarque.empty() ? "" : " (" + remarque + ")"));
     }
 
-    /// Puts away what is printed whole. An order whose fiche could not be written stays, and is not printed again.
-    void range() {
-        std::erase_if(commandes_, [this](Commande& c) {
-            if (!est_imprimee(c) || (!c.ecrite && !ecrit(c))) return false;
-            const Issue issue = collecte_.range(c.prise);
-            if (issue != Issue::fait) archive_.dit(archive_refusee(reglages_.archive, issue));
-            if (issue == Issue::fait && retenues_ == 0) archive_.va_bien(std::string("archive : de nouveau prête"_t));
-            return issue == Issue::fait;
-        });
+    /// Puts away what is printed whole; true when there was something. An order whose fiche could not be written stays,
+    /// and is not printed again.
+    bool range() {
+        return std::erase_if(commandes_, [this](Commande& c) {
+                   if (!est_imprimee(c) || (!c.ecrite && !ecrit(c)) || !archive_.est_la() || !est_notre()) return false;
+                   const Issue issue = collecte_.range(c.prise);
+                   if (issue != Issue::fait) refus_.dit(archive_refusee(reglages_.archive, issue));
+                   if (issue == Issue::fait && retenues_ == 0)
+                       refus_.va_bien(std::string("archive : de nouveau prête"_t));
+                   return issue == Issue::fait;
+               }) > 0;
     }
 };
 
-/// The claim on the archive; null when the end was asked for before it was free.
-std::unique_ptr<verrou::Verrou> attend_l_archive(const std::string& archive, bool une_fois) {
+/// The archive, which may lie where the network is not there yet, or nowhere; nothing when the end was asked for
+/// before.
+std::optional<archive::Archive> attend_l_archive(const Reglages& r) {
     Annonce annonce;
     Attente attente;
     while (!arret::demande()) {
-        auto verrou = verrou::prend(fichier_du_verrou(archive));
-        if (verrou) return verrou;
-        annonce.dit("un autre orvalune-cuisine utilise l'archive " + archive + " : celui-ci prendra la suite");
+        Issue issue = Issue::fait;
+        auto archive = archive::Archive::ouvre(r.archive, issue);
+        if (archive) return archive;
+        annonce.dit(archive_refusee(r.archive, issue));
+        if (r.une_fois) return std::nullopt;
+        attente.attend(regard_ms);
+    }
+    return std::nullopt;
+}
+
+/// The claim on it; null when it cannot be had, or not before the end was asked for.
+std::unique_ptr<verrou::Verrou> attend_le_verrou(const archive::Archive& archive, bool une_fois) {
+    Annonce annonce;
+    Attente attente;
+    Issue issue = Issue::occupe;
+    while (!arret::demande()) {
+        auto verrou = verrou::prend(archive.verrou(), issue);
+        if (verrou || issue == Issue::absent) return verrou;
+        annonce.dit(issue == Issue::occupe ? "un autre orvalune-cuisine utilise l'archive " + archive.dossier() +
+                                                 " : celui-ci prendra la suite"
+                                           : archive_refusee(archive.dossier(), issue));
         if (une_fois) return nullptr;
         attente.attend(regard_ms);
     }
     return nullptr;
 }
 
-/// The folders of the archive, which may lie where the network is not there yet.
-bool attend_les_dossiers(const Reglages& r) {
-    Annonce annonce;
-    Attente attente;
-    while (!arret::demande()) {
-        const Issue issue = collecte::Collecte(r.reseau, r.archive).prepare();
-        if (issue == Issue::fait) return true;
-        annonce.dit(archive_refusee(r.archive, issue));
-        if (r.une_fois) return false;
-        attente.attend(regard_ms);
-    }
-    return false;
+/// One run on the archive as it lies there; nothing: once more, on what lies there then.
+std::optional<Statut> travaille(const Reglages& reglages, std::set<std::string>& laissees) {
+    const auto archive = attend_l_archive(reglages);
+    if (!archive) return reglages.une_fois ? impossible : tout_imprime;
+    const auto verrou = attend_le_verrou(*archive, reglages.une_fois);
+    if (!verrou) return reglages.une_fois ? std::optional(impossible) : std::nullopt;
+    if (archive->est_remplacee()) return std::nullopt;
+    Service service(reglages, *archive);
+    const auto statut = service.travaille();
+    laissees.erase(archive->code());
+    const std::size_t reste = service.en_main();
+    if (reste > 0) laissees.insert(archive->code());
+    if (!statut && reste > 0 && (!archive->est_la() || archive->est_remplacee()))
+        dit("l'archive " + archive->dossier() + std::string(" n'est plus là : "_t) + std::to_string(reste) +
+            std::string(" commande(s) en cours reviendront avec elle"_t));
+    return statut;
 }
 
 }  // namespace
 
 int sert(const Reglages& reglages) {
-    std::set<std::string> laissees;  // archives that are gone, with orders that are not printed
-    const auto statut = [&laissees] { return laissees.empty() ? tout_imprime : reste_a_imprimer; };
-    for (;;) {
-        if (!attend_les_dossiers(reglages)) return reglages.une_fois ? impossible : statut();
-        const auto verrou = attend_l_archive(reglages.archive, reglages.une_fois);
-        if (!verrou) return reglages.une_fois ? impossible : statut();
-        Service service(reglages);
-        const auto fin = service.travaille();
-        laissees.erase(service.archive());
-        if (service.reste()) laissees.insert(service.archive());
-        if (fin) return statut();
-    }
+    std::set<std::string> laissees;  // codes of archives that are gone, with orders that are not printed
+    std::optional<Statut> statut;
+    do statut = travaille(reglages, laissees);
+    while (!statut && !arret::demande());
+    if (statut && *statut != tout_imprime) return *statut;
+    return laissees.empty() ? tout_imprime : reste_a_imprimer;
 }
 
 }  // namespace service

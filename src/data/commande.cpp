@@ -51,8 +51,7 @@ std::string code_garde() {
         const auto lignes = texte::lignes(t);
         if (!lignes.empty() && est_un_code(lignes[0])) return std::string(lignes[0]);
     }
-    std::random_device hasard;
-    const std::string neuf = en_signes((static_cast<std::uint64_t>(hasard()) << 32) ^ hasard());
+    const std::string neuf = code_au_hasard();
     static_cast<void>(fichiers::ecrit_tout(fichier_secours, neuf + "\r\n", fichiers::Remplace::oui));
     return neuf;
 }
@@ -198,6 +197,11 @@ Lecture refuse(std::size_t n, std::string_view ligne, std::string& faute) {
 
 std::string code(std::string_view texte) {
     return en_signes(empreinte(texte));
+}
+
+std::string code_au_hasard() {
+    std::random_device hasard;
+    return en_signes((static_cast<std::uint64_t>(hasard()) << 32) ^ hasard());
 }
 
 const std::string& identite() {

@@ -13,8 +13,9 @@ namespace commande {
 /// What names this tablet to the order router: ten characters of A-Z and 0-9, the same at every start, derived from the
 /// machine's own identifier, or made once and kept in the working directory where there is none.
 const std::string& identite();
-/// Ten such characters that stand for a text.
+/// Ten such characters that stand for a text, and ten that nobody else has drawn.
 std::string code(std::string_view texte);
+std::string code_au_hasard();
 
 /// The order of the note, server and table in hand: every line ends with CR LF.
 std::string contenu();

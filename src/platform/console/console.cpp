@@ -29,6 +29,7 @@ std::string ligne(std::string_view utf8) {
 }
 
 int execute(int argc, const Lettre* const* argv, int (*lance)(const std::vector<std::string>& mots)) {
+    occupe_les_flux();
     ecrit_en_utf8();
     const int statut = lance(mots(argc, argv));
     std::cout.flush();

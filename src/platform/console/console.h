@@ -38,6 +38,10 @@ int execute(int argc, const Lettre* const* argv, int (*lance)(const std::vector<
 /// UTF-8.
 std::string ligne(std::string_view utf8);
 
+/// Keeps what is written from files of the program's own where a standard stream was closed before it began. To be
+/// called before anything is opened; execute() and rattache() do.
+void occupe_les_flux();
+
 // Of these the systems without such consoles do nothing.
 
 /// Gives standard output, error and input the console of the program that started this one, when there is one and they

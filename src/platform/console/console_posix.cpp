@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include "platform/console/console.h"
 #include "platform/systeme/texte.h"
 
@@ -9,7 +12,16 @@ std::vector<std::string> mots(int argc, const Lettre* const* argv) {
     return r;
 }
 
-void rattache() {}
+/// The first files that are opened would get the numbers of closed ones. Writing to such an output fails.
+void occupe_les_flux() {
+    for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(fd, F_GETFD) < 0) static_cast<void>(::open("/dev/null", O_RDONLY));
+    }
+}
+
+void rattache() {
+    occupe_les_flux();
+}
 void detache() {}
 void ecrit_en_utf8() {}
 void attend_si_seul() {}

@@ -33,6 +33,8 @@ void rend_page() {
 
 }  // namespace
 
+void occupe_les_flux() {}
+
 void rattache() {
     const Flux flux[] = {{STD_OUTPUT_HANDLE, stdout, "CONOUT$", "w"},
                          {STD_ERROR_HANDLE, stderr, "CONOUT$", "w"},

@@ -5,6 +5,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/systeme/fichiers.h"
+
 namespace verrou {
 
 class Verrou {
@@ -12,8 +14,8 @@ class Verrou {
     virtual ~Verrou() = default;
 };
 
-/// Null while another one holds it, be it another user. Where the medium knows no such thing, or the file cannot be
-/// opened, the lock holds nothing.
-std::unique_ptr<Verrou> prend(std::string_view fichier);
+/// Null while another one holds it, be it another user (Issue::occupe), or when the file cannot be opened. Where the
+/// medium knows no such thing, or lets nobody write or read the file, the lock holds nothing.
+std::unique_ptr<Verrou> prend(std::string_view fichier, fichiers::Issue& issue);
 
 }  // namespace verrou
