@@ -116,7 +116,7 @@ class Service {
                 continue;
             }
             if (compteur_.perdu()) numeros_.dit(std::string("numero.txt est abîmé : les tickets recommencent à 1"_t));
-            if (archive_.est_la() && !est_notre()) return std::nullopt;
+            if (est_a_d_autres()) return std::nullopt;
             collecte::Regard regard = collecte_.regarde();
             if (regard.joignable && !archive_.est_la()) return std::nullopt;  // what waits there comes back with it
             for (const std::string& t : regard.dits) dit(t);
@@ -159,9 +159,13 @@ class Service {
     };
     std::vector<Nouvelle> nouvelles_;
 
-    /// Whether what lies at the archive's place is the archive, with its claim. Else others may work in it, and know
-    /// nothing of what is in hand here.
-    bool est_notre() const { return !archive_.est_remplacee() && fichiers::empreinte(archive_.verrou()) == verrou_; }
+    /// Whether another archive, or another claim on it, lies at its place: others may work in it, and know nothing of
+    /// what is in hand here.
+    bool est_a_d_autres() const {
+        return archive_.est_la() && (archive_.est_remplacee() || fichiers::empreinte(archive_.verrou()) != verrou_);
+    }
+    /// Whether it can be noted there what becomes of an order.
+    bool est_la() const { return archive_.est_la() && !est_a_d_autres(); }
 
     /// Whether nothing is left to do, or nothing can be done.
     bool a_fini(const collecte::Regard& regard) const {
@@ -240,8 +244,7 @@ class Service {
 
     /// Puts what is known of an order on the medium.
     bool ecrit(Commande& c) {
-        const bool ici = archive_.est_la() && est_notre();
-        const Issue issue = ici ? fiche::ecrit(collecte_.fiche(c.prise), c.fiche) : Issue::absent;
+        const Issue issue = est_la() ? fiche::ecrit(collecte_.fiche(c.prise), c.fiche) : Issue::absent;
         c.ecrite = issue == Issue::fait;
         if (!c.ecrite) refus_.dit(archive_refusee(reglages_.archive, issue));
         return c.ecrite;
@@ -338,7 +341,7 @@ class Service {
     /// and is not printed again.
     bool range() {
         return std::erase_if(commandes_, [this](Commande& c) {
-                   if (!est_imprimee(c) || (!c.ecrite && !ecrit(c)) || !archive_.est_la() || !est_notre()) return false;
+                   if (!est_imprimee(c) || (!c.ecrite && !ecrit(c)) || !est_la()) return false;
                    const Issue issue = collecte_.range(c.prise);
                    if (issue != Issue::fait) refus_.dit(archive_refusee(reglages_.archive, issue));
                    if (issue == Issue::fait && retenues_ == 0)
