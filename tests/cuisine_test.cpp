@@ -138,9 +138,20 @@ TEST_F(Cuisine, CeQuiResteSeVoitAuStatut) {
     EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
     EXPECT_EQ(t.lis("archive/rejets/autre.raison.txt"), "autre.raison.txt");
     EXPECT_EQ(t.fichiers("archive/rejets", "autre (2).raison.txt").size(), 1U);
+    fs::remove(t.reseau() / nom);
+    t.pose("reseau/caisse.txt.ABCDEFGHIJ.prise", tests::commande_simple(2));
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(service::sert(reglages), service::reste_a_imprimer);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("renommez le fichier en caisse.txt\n"), std::string::npos);
     fs::rename(t.reseau(), t.chemin() / "parti");
     EXPECT_EQ(service::sert(reglages), service::impossible);
-    EXPECT_EQ(t.cuisine("--archive reseau/").statut, 2) << "what lies there would be collected";
+    fs::rename(t.chemin() / "parti", t.reseau());
+    fs::remove_all(t.chemin() / "archive");
+    t.pose("archive/en_cours", "");
+    EXPECT_EQ(service::sert(reglages), service::impossible) << "it waits, or ends, and does not turn round";
+    const tests::Issue dedans = t.cuisine("--archive \"" + t.reseau().string() + "\"");
+    EXPECT_NE(dedans.erreurs.find("ne peut pas être le répertoire réseau"), std::string::npos)
+        << "it would collect itself";
 }
 
 /// Of a damaged fiche nobody knows what has been printed: each part is marked, also the one that a later run prints.

@@ -33,7 +33,7 @@ Issue Archive::prepare() const {
     for (const std::string& d : {dossier_, en_cours(), rejets()}) {
         if (fichiers::est_repertoire(d)) continue;
         const Issue issue = fichiers::cree_repertoire(d);
-        if (issue != Issue::fait && issue != Issue::existe) return issue;
+        if (issue != Issue::fait && !fichiers::est_repertoire(d)) return issue;  // else another kitchen was faster
     }
     std::string code;
     Issue issue = lis_le_code(dossier_, code);

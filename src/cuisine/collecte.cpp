@@ -22,8 +22,6 @@ constexpr std::size_t nom_max = 200;
 constexpr int places_max = 1000;  ///< of one name in a folder: itself, then numbered ones
 /// How long a file must not have changed, milliseconds: one that is whole, and one that is only a beginning.
 constexpr std::int64_t stable_ms = 400, abandonnee_ms = 10000;
-/// How long another kitchen may take to bring over what it has taken.
-constexpr std::int64_t etrangere_ms = 60000;
 
 horloge::DateHeure date_de(std::string_view nom, std::string_view chemin) {
     if (const auto d = horloge::depuis_nom(nom)) return *d;
@@ -64,8 +62,9 @@ bool avant(const Prise& a, const Prise& b) {
     return std::tie(date_a, a.nom) < std::tie(date_b, b.nom);
 }
 
-Collecte::Collecte(std::string reseau, archive::Archive archive)
+Collecte::Collecte(std::string reseau, archive::Archive archive, std::int64_t patience_ms)
     : reseau_(std::move(reseau)),
+      patience_ms_(patience_ms),
       archive_(std::move(archive)),
       en_cours_(archive_.en_cours()),
       fin_prise_("." + archive_.code() + std::string(fin_des_prises)) {}
@@ -176,20 +175,22 @@ void Collecte::rapatrie(const std::vector<std::string>& noms, Regard& regard) {
     }
 }
 
-/// Of what another kitchen has taken, and does not bring over: it may be gone for good.
+/// Of what was taken for another archive, and is not brought over: that may be gone for good.
 void Collecte::dit_les_etrangeres(const std::vector<std::string>& noms, Regard& regard) {
-    constexpr std::int64_t dite = -1;
-    std::map<std::string, std::int64_t, std::less<>> encore;
+    std::map<std::string, Etrangere, std::less<>> encore;
     for (const std::string& nom : noms) {
         if (!nom.ends_with(fin_des_prises) || nom.ends_with(fin_prise_)) continue;
         const auto i = etrangeres_.find(nom);
-        std::int64_t& depuis = encore[nom];
-        depuis = i != etrangeres_.end() ? i->second : horloge::millisecondes();
-        if (depuis == dite || horloge::millisecondes() - depuis < etrangere_ms) continue;
-        depuis = dite;
+        Etrangere& e = encore[nom];
+        e = i != etrangeres_.end() ? i->second : Etrangere{horloge::millisecondes(), false};
+        if (horloge::millisecondes() - e.depuis < patience_ms_) continue;
+        ++regard.laissees;
+        if (std::exchange(e.dite, true)) continue;
+        const auto point = nom.find_last_of('.', nom.size() - fin_des_prises.size() - 1);
         regard.dits.push_back(nom +
-                              std::string(" : prise pour une autre archive, et pas encore imprimée ; si celle-là ne "
-                                          "sert plus, renommez le fichier en .txt"_t));
+                              std::string(" : prise pour une autre archive, et peut-être pas imprimée ; si celle-là "
+                                          "ne sert plus, renommez le fichier en "_t) +
+                              nom.substr(0, point));
     }
     etrangeres_ = std::move(encore);
 }

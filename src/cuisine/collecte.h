@@ -49,7 +49,8 @@ struct Regard {
 
 class Collecte {
   public:
-    Collecte(std::string reseau, archive::Archive archive);
+    /// `patience_ms`: how long another kitchen may take to bring over what it has taken, before that is told.
+    Collecte(std::string reseau, archive::Archive archive, std::int64_t patience_ms);
 
     /// Takes the orders that are whole. The first look also gives those that were taken before, and not archived.
     Regard regarde();
@@ -69,12 +70,18 @@ class Collecte {
         bool dite = false;  ///< what keeps it there has been told
     };
 
+    /// What has been taken for another archive.
+    struct Etrangere {
+        std::int64_t depuis = 0;  ///< it is seen, horloge::millisecondes()
+        bool dite = false;
+    };
+
     std::string reseau_;
+    std::int64_t patience_ms_;
     archive::Archive archive_;
     std::string en_cours_, fin_prise_;
     std::map<std::string, Vue, std::less<>> vues_;
-    std::map<std::string, std::int64_t, std::less<>>
-        etrangeres_;                                 ///< taken by another kitchen, and seen since; -1: told
+    std::map<std::string, Etrangere, std::less<>> etrangeres_;
     std::set<std::string, std::less<>> connues_;     ///< those in progress that a look has given
     std::set<std::string, std::less<>> illisibles_;  ///< those in progress of which that has been told
     bool a_relire_ = true;                           ///< "en_cours" may hold others

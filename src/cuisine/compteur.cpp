@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/nombres.h"
+#include "platform/systeme/horloge.h"
 
 namespace compteur {
 namespace {
@@ -32,11 +33,14 @@ Compteur::Compteur(const std::string& archive)
     : fichier_(fichiers::joint(archive, "numero.txt")), copie_(fichiers::joint(archive, "numero_copie.txt")) {}
 
 bool Compteur::relit() {
-    constexpr int patience = 10;
+    constexpr std::int64_t patience_ms = 10000;
     if (lu_) return true;
     Issue issue = Issue::fait, issue_copie = Issue::fait;
     const int a = lis(fichier_, issue), b = lis(copie_, issue_copie);
-    if ((est_passager(issue) || est_passager(issue_copie)) && ++echecs_ <= patience) return false;
+    if (a < 0 && (est_passager(issue) || est_passager(issue_copie))) {
+        if (!illisible_depuis_) illisible_depuis_ = horloge::millisecondes();
+        if (horloge::millisecondes() - *illisible_depuis_ < patience_ms) return false;
+    }
     lu_ = true;
     dernier_ = std::max({dernier_, a, b});
     perdu_ = a < 0 && b < 0 && (issue != Issue::absent || issue_copie != Issue::absent);

@@ -1,6 +1,8 @@
 // The running number of the tickets, kept twice: a damaged file does not begin the count anew.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/systeme/fichiers.h"
@@ -13,8 +15,9 @@ inline constexpr int numero_max = 999'999'999;
 class Compteur {
   public:
     explicit Compteur(const std::string& archive);
-    /// Reads the files, once for all. False while they cannot be read; after some attempts they count as damaged.
+    /// Reads the files, once for all. False while they cannot be read; after some seconds they count as damaged.
     bool relit();
+    bool est_lu() const { return lu_; }
     /// The last number that was given.
     int dernier() const { return dernier_; }
     /// Whether there were files, and both are damaged.
@@ -27,7 +30,7 @@ class Compteur {
   private:
     std::string fichier_, copie_;
     int dernier_ = 0;
-    int echecs_ = 0;
+    std::optional<std::int64_t> illisible_depuis_;  ///< horloge::millisecondes()
     bool lu_ = false, perdu_ = false;
 };
 

@@ -26,6 +26,7 @@ using imprimante::Sort;
 
 // Milliseconds.
 constexpr int regard_ms = 1000, regard_proche_ms = 200, tour_max = 3000;
+constexpr int etrangere_ms = 60000;  ///< that another kitchen may take to bring over what it has taken
 constexpr int pause_debut = 1000, pause_max = 8000, pause_max_interrompu = 30000;
 
 /// A line on the console, with the time.
@@ -97,7 +98,7 @@ class Service {
         : reglages_(r),
           archive_(archive),
           verrou_(fichiers::empreinte(archive.verrou())),
-          collecte_(r.reseau, archive),
+          collecte_(r.reseau, archive, r.une_fois ? 0 : etrangere_ms),
           compteur_(archive.dossier()),
           carte_(r.reseau) {
         for (const auto& a : r.partage.adresses) {
@@ -111,16 +112,17 @@ class Service {
         archive_.nettoie();
         bool joignable = true;
         while (!arret::demande()) {
-            if (!carte_.relit() || !compteur_.relit()) {
+            if (est_a_d_autres() || (!compteur_.est_lu() && !archive_.est_la())) return std::nullopt;
+            if (!compteur_.relit() || !carte_.relit()) {
                 attente.attend(regard_ms);
                 continue;
             }
             if (compteur_.perdu()) numeros_.dit(std::string("numero.txt est abîmé : les tickets recommencent à 1"_t));
-            if (est_a_d_autres()) return std::nullopt;
             collecte::Regard regard = collecte_.regarde();
             if (regard.joignable && !archive_.est_la()) return std::nullopt;  // what waits there comes back with it
             for (const std::string& t : regard.dits) dit(t);
-            if (regard.joignable) retenues_ = regard.retenues + regard.laissees;
+            if (regard.joignable) retenues_ = regard.retenues;
+            if (regard.joignable) laissees_ = regard.laissees;
             if (regard.archive != Issue::fait) refus_.dit(archive_refusee(reglages_.archive, regard.archive));
             if (!regard.joignable) reseau_.dit(std::string("répertoire réseau introuvable : "_t) + reglages_.reseau);
             if (regard.joignable) reseau_.va_bien(std::string("répertoire réseau retrouvé"_t));
@@ -134,11 +136,11 @@ class Service {
             if (reglages_.une_fois && !a_imprimer && !rangees && a_fini(regard)) break;
             attente.attend(a_imprimer || rangees ? 0 : regard.a_suivre ? regard_proche_ms : regard_ms);
         }
-        if (en_main() > 0 || retenues_ > 0) return reste_a_imprimer;
+        if (en_main() > 0 || laissees_ > 0) return reste_a_imprimer;
         return reglages_.une_fois && !joignable ? impossible : tout_imprime;
     }
-    /// How many orders are in hand, and not printed.
-    std::size_t en_main() const { return commandes_.size() + nouvelles_.size(); }
+    /// How many orders have been taken, and are not printed.
+    std::size_t en_main() const { return commandes_.size() + nouvelles_.size() + static_cast<std::size_t>(retenues_); }
 
   private:
     const Reglages& reglages_;
@@ -150,7 +152,8 @@ class Service {
     std::vector<Poste> postes_;
     std::vector<Commande> commandes_;  ///< by date
     Annonce reseau_, refus_, numeros_;
-    int retenues_ = 0;  ///< that could not be taken, or are not in the archive yet
+    int retenues_ = 0;  ///< taken, and not in the archive yet
+    int laissees_ = 0;  ///< that cannot be taken
 
     /// A taken file whose fiche has not been read yet.
     struct Nouvelle {
@@ -407,8 +410,7 @@ std::optional<Statut> travaille(const Reglages& reglages, std::set<std::string>&
 int sert(const Reglages& reglages) {
     std::set<std::string> laissees;  // codes of archives that are gone, with orders that are not printed
     std::optional<Statut> statut;
-    do statut = travaille(reglages, laissees);
-    while (!statut && !arret::demande());
+    while (!(statut = travaille(reglages, laissees)) && !arret::demande()) Attente().attend(regard_ms);
     if (statut && *statut != tout_imprime) return *statut;
     return laissees.empty() ? tout_imprime : reste_a_imprimer;
 }
