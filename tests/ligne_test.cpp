@@ -138,6 +138,10 @@ TEST_F(Ligne, LesCouleursDuFichierRestentLisibles) {
     separe.replace(120, 4, "\xA0\x20\x30\x00"s);
     terrain.pose("w_styl72.wdo", std::string(fichier).replace(21 * 128, separe.size(), separe));
     joue(sai_detail::montre_sai_detail, "verifie couleur g1(0) 2 0 A02030 > g1(0) 2 0 > Fermer");
+    for (const char rien : {' ', '\0'}) {
+        terrain.pose("w_styl72.wdo", std::string(fichier).replace(21 * 128, 128, std::string(128, rien)));
+        joue(sai_detail::montre_sai_detail, "verifie couleur g1(0) 2 0 ECE7DE > Fermer");
+    }
     using Couleurs = std::pair<int, int>;
     EXPECT_EQ(montre("\xA0\x20\x30\x00\xA0\x20\x30\xFF"s), Couleurs(0xFFFFFF, 0xA02030)) << "confused with its ground";
     EXPECT_EQ(montre("\xFF\xFF\x10\x00\xA0\x20\x30\x00"s), Couleurs(0xFFFF10, 0xA02030));

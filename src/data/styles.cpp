@@ -54,7 +54,8 @@ Style style(std::string_view record) {
     std::replace_if(
         libelle.begin(), libelle.end(), [](unsigned char c) { return c < ' '; }, ' ');
     s.libelle = texte::rogne(libelle);
-    if (record.size() < longueur_record) return s;
+    const bool ecrit = record.find_first_not_of(std::string_view(" \0", 2)) != std::string_view::npos;
+    if (!ecrit || record.size() < longueur_record) return s;
     s.texte = lis_entier(record, place_texte);
     s.fond = lis_entier(record, place_fond);
     return s;

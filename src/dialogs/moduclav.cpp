@@ -27,6 +27,20 @@ Couleur fond_vu(const Aspect& a) {
     return fond_de(a.role) != sans_couleur ? fond_de(a.role) : fond_de(Role::carte);
 }
 
+/// What lies upon a card, a list or a field that the manager has coloured takes its ink.
+void accorde_aux_cartes(Forme& forme) {
+    for (const auto& c : forme.controles) {
+        if (c->genre != Genre::etiquette || c->etiquette != 0 || c->aspect.fond != sans_couleur) continue;
+        for (const auto& carte : forme.controles) {
+            const Cadre &dehors = carte->cadre, &dedans = c->cadre;
+            const bool dessus = dehors.contient(dedans.gauche, dedans.haut) && dedans.droite() <= dehors.droite() &&
+                                dedans.bas() <= dehors.bas();
+            const bool est_une_carte = carte->aspect.role == Role::carte || carte->aspect.role == Role::champ;
+            if (dessus && est_une_carte && carte->aspect.fond != sans_couleur) c->aspect.encre = carte->aspect.encre;
+        }
+    }
+}
+
 /// The colours that the manager has set under a number, 1 to 9.
 void met_couleurs_du_numero(Aspect& aspect, int numero) {
     if (numero < 1 || numero > 9) return;
@@ -93,6 +107,7 @@ void colore(Forme& forme) {
         met_couleurs_du_numero(c.aspect, c.etiquette);
         for (Aspect& a : c.grille.cellules) met_couleurs_du_numero(a, etiquette_de(a.role, c.etiquette));
     }
+    accorde_aux_cartes(forme);
 }
 
 int etiquette_de(Role role, int sinon) {

@@ -203,4 +203,9 @@ void annonce_geste(std::string_view texte) {
     formes::annonce_geste(forme(), std::string(texte) + std::string(formes::est_etroit() ? "" : " ·"_t));
 }
 
+void retire_geste(std::string_view debut) {
+    std::string& geste = forme()("label_geste").texte();
+    if (geste.starts_with(debut)) geste.clear();
+}
+
 }  // namespace bandeau

@@ -34,5 +34,7 @@ void affiche_etat();
 void annonce_etat(std::string_view texte);
 /// Says for a moment what a touch has done, beside the state, or in its place where the banner is narrow.
 void annonce_geste(std::string_view texte);
+/// Takes it away before its time if it begins so.
+void retire_geste(std::string_view debut);
 
 }  // namespace bandeau

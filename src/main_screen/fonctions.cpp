@@ -31,6 +31,7 @@ namespace fonctions {
 namespace {
 
 constexpr std::string_view code_outils = "5826";
+constexpr std::string_view reseau_absent = "Réseau absent"_t;
 
 struct Action {
     std::string_view nom;
@@ -121,11 +122,15 @@ void appel_fonctions(std::string_view mode) {
 
 void envoie() {
     recharge();
-    if (etat::nb_lignes_note > 0) return bandeau::annonce_geste("Note non envoyée : touchez Note"_t);
     const int n = reseau::commandes_en_attente();
-    if (n == 0 || reseau::joignable()) return;
-    const std::string_view suite = n > 1 ? " commandes attendent" : " commande attend";
-    bandeau::annonce_geste(std::string("Réseau absent : "_t) + std::to_string(n) + std::string(suite));
+    if (n > 0 && !reseau::joignable())
+        return bandeau::annonce_geste(std::string(etat::hors_ligne ? "Wifi coupé"_t : reseau_absent) + " : " +
+                                      std::to_string(n) + " en attente");
+    if (etat::nb_lignes_note > 0) bandeau::annonce_geste("Note non envoyée : touchez Note"_t);
+}
+
+void reseau_revenu() {
+    bandeau::retire_geste(reseau_absent);
 }
 
 void quitte() {

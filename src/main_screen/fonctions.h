@@ -17,6 +17,8 @@ void affiche_menu();
 void appel_fonctions(std::string_view mode);
 /// The key that says send: the network again, for what waits. What stays on the tablet all the same is told.
 void envoie();
+/// It has been found after all: what was told of it is told no more.
+void reseau_revenu();
 /// The quit path: waiting orders, confirmation, the note saved.
 void quitte();
 

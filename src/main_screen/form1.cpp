@@ -42,6 +42,7 @@ void au_reveil_du_systeme() {
 /// The network has answered otherwise than before, orders have left, or the kitchen has collected some. The start's own
 /// text stays until the first page.
 void au_changement_du_reseau() {
+    if (reseau::joignable()) fonctions::reseau_revenu();
     if (pages::vue() == pages::Vue::accueil) pages::barre_accueil();
     if (demarrage::est_fait()) bandeau::affiche_etat();
     ecran_suivi::rafraichit();

@@ -102,6 +102,7 @@ void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {
     if (couleur == sans_couleur) return;
     switch (a.role) {
         case Role::rien:
+            return aplat(Part::fond, z, appuye ? enfonce(couleur) : couleur);
         case Role::papier:
         case Role::bandeau:
         case Role::ligne:
