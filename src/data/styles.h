@@ -38,8 +38,8 @@ std::vector<Style> depuis(std::string_view contenu);
 bool init_styles();
 /// All choices, each at its code, 2 to 501; blank where there is none or the file is too short.
 std::vector<Style> lis();
-/// The headings of the categories 0 to `nombre` - 1, blank where there is none. A file that is not initialised is
-/// first.
+/// The headings of the categories 0 to `nombre` - 1, blank where there is none. A file that is not initialised yet is
+/// filled before.
 std::vector<std::string> titres(int nombre);
 
 }  // namespace styles

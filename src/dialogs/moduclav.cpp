@@ -1,6 +1,7 @@
 #include "dialogs/moduclav.h"
 
 #include <utility>
+#include <vector>
 
 #include "data/etat.h"
 #include "data/programme_touches.h"
@@ -29,14 +30,19 @@ Couleur fond_vu(const Aspect& a) {
 
 /// What lies upon a card, a list or a field that the manager has coloured takes its ink.
 void accorde_aux_cartes(Forme& forme) {
+    std::vector<const Controle*> cartes;
+    for (const auto& c : forme.controles) {
+        const bool est_une_carte = c->aspect.role == Role::carte || c->aspect.role == Role::champ;
+        if (est_une_carte && c->aspect.fond != sans_couleur) cartes.push_back(c.get());
+    }
+    if (cartes.empty()) return;
     for (const auto& c : forme.controles) {
         if (c->genre != Genre::etiquette || c->etiquette != 0 || c->aspect.fond != sans_couleur) continue;
-        for (const auto& carte : forme.controles) {
+        for (const Controle* carte : cartes) {
             const Cadre &dehors = carte->cadre, &dedans = c->cadre;
             const bool dessus = dehors.contient(dedans.gauche, dedans.haut) && dedans.droite() <= dehors.droite() &&
                                 dedans.bas() <= dehors.bas();
-            const bool est_une_carte = carte->aspect.role == Role::carte || carte->aspect.role == Role::champ;
-            if (dessus && est_une_carte && carte->aspect.fond != sans_couleur) c->aspect.encre = carte->aspect.encre;
+            if (dessus) c->aspect.encre = carte->aspect.encre;
         }
     }
 }
