@@ -28,9 +28,10 @@ TEST(Nombres, LeDebutDUnTexteEstLuSansJamaisEchouer) {
 
 TEST(Nombres, LesMontantsSArrondissentSurLaValeurDecimale) {
     const std::pair<double, std::string_view> table[] = {
-        {0.125, "0.13"},     {1.005, "1.01"}, {-1.005, "-1.01"},  {2.675, "2.68"},
-        {-0.001, "0.00"},    {0, "0.00"},     {99.995, "100.00"}, {1e15, "1000000000000000.00"},
-        {0.1 + 0.2, "0.30"}, {24.5, "24.50"}, {NAN, "0.00"},      {INFINITY, "0.00"}};
+        {0.125, "0.13"},      {1.005, "1.01"},     {-1.005, "-1.01"},  {2.675, "2.68"},
+        {-0.001, "0.00"},     {0, "0.00"},         {99.995, "100.00"}, {1e15, "1000000000000000.00"},
+        {0.1 + 0.2, "0.30"},  {24.5, "24.50"},     {NAN, "0.00"},      {INFINITY, "0.00"},
+        {0.35 * 1.5, "0.53"}, {1.15 * 0.1, "0.12"}};
     for (const auto& [valeur, attendu] : table) EXPECT_EQ(nombres::montant(valeur), attendu) << valeur;
     EXPECT_EQ(nombres::montant_simple(1.005F), "1.01") << "single precision keeps its own shortest decimals";
     EXPECT_EQ(nombres::quantite(1000), "1000.00");
@@ -125,6 +126,7 @@ TEST(Complements, UnChoixSePrendEtSeRend) {
     complements::bascule("  Frites ");
     const auto& rangs = complements::rangs();
     EXPECT_EQ(Remarques(rangs.begin(), rangs.begin() + 4), (Remarques{"Sauce Poivre", "Sel (fin)/", "Riz", ""}));
+    EXPECT_EQ(rangs.back(), "") << "a remark typed there begins with what is typed";
     EXPECT_TRUE(complements::est_pris("Sel {fin}|")) << "as the row holds it";
     EXPECT_FALSE(complements::est_pris("Poivre"));
     EXPECT_TRUE(complements::est_marque("Poivre"));

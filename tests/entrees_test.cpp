@@ -168,6 +168,26 @@ TEST(EntreesEnormes, CentMegaOctets) {
     }
 }
 
+/// As an editor on Windows saves it: a mark before the text, CR LF behind each line.
+TEST(Scenario, UneFauteSeDitEntiereEtNEffaceRien) {
+    Terrain t;
+    t.restaurant();
+    const std::string faux = "\xEF\xBB\xBF# Sophie\r\nverifie btx(1) \"x\"\r\n";
+    const Issue r = t.joue(faux);
+    EXPECT_EQ(r.statut, 1);
+    EXPECT_TRUE(r.erreurs.ends_with(":2: verifie btx(1) \"x\" : attendu \"x\", trouvé \"Sophie\"\n")) << r.erreurs;
+    t.pose("dialogue.txt", faux);
+    const Issue d = t.joue("", "--rejoue - <\"" + (t.chemin() / "dialogue.txt").string() + "\"");
+    EXPECT_EQ(d.sortie, "erreur: attendu \"x\", trouvé \"Sophie\"\n");
+    EXPECT_EQ(d.statut, 1);
+    EXPECT_EQ(t.joue("capture a.png\ntourne 1 1\ncapture a.png\n").statut, 2);
+    EXPECT_GT(t.lis("a.png").size(), 1000u) << "the picture from before";
+
+    const std::string fin = "touche \"Sophie\"\ntouche g2 0 5\ntouche \"Oui\"\nverifie arret\n";
+    EXPECT_EQ(t.joue(fin + "verifie ecran Form1\n").statut, 3);
+    EXPECT_EQ(t.joue(fin + "verifi arret\n").statut, 2);
+}
+
 /// Without a directory to work in, nothing is done but to say so.
 TEST(SansDossier, LeProgrammeLeDit) {
     Terrain t;

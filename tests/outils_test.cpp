@@ -281,7 +281,8 @@ TEST_F(Couleurs, SeChoisissentEtSeRemettent) {
     est_regle(
         {{1701, "#I#0"}, {1702, "#I#2980057"}, {1712, "#I#16777215"}, {1708, "#I#11039295"}, {1709, "#I#5228272"}});
     joue(ch_outils::montre_ch_outils,
-         "verifie couleur label_haut 000000 > verifie couleur g2 0 0 D9782D > verifie couleur g1 1 0 F0C64F > attend "
+         "verifie couleur label_haut 000000 > verifie couleur g2 0 0 D9782D > verifie couleur g1 1 0 F0C64F > verifie "
+         "couleur g1 0 0 FFE0C0 > attend "
          "300 > g1 32 0 > "
          "btx(3) > g1 0 2 > g2 0 5 > g1 1 0 > attend 100 > verifie couleur g3 0 0 D9782D > "
          "verifie couleur g2 0 5 23704F > Valider > g2 0 5");

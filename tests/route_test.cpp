@@ -38,9 +38,11 @@ TEST(PremierDepart, SansRepertoireLeLogicielCherchePuisSArrete) {
 TEST_F(Route, LaVirguleEstCorrigeeEtLeLogicielSArrete) {
     tient_texte(
         t,
-        "verifie separateur \".\"\nverifie Label1 \"Le logiciel a configuré le point comme séparateur décimal "
+        "verifie separateur \".\"\ncapture virgule.png\nverifie Label1 \"Le logiciel a configuré le point comme "
+        "séparateur décimal "
         "(obligatoire), relancez votre logiciel !\"\ntouche \"Fermer\"\nverifie arret\nverifie separateur \".\"\n",
         "--separateur ,");
+    EXPECT_EQ(taille_png(t.lis("virgule.png")), std::pair(1280, 770)) << "in the middle of the screen as it is set";
 }
 
 TEST_F(Route, LesPagesSousGroupesEtOutils) {

@@ -249,8 +249,7 @@ class Choix {
         g.a_la_cellule = [this](int l, int c) { prend(couleurs_palette[forme_("g1").grille.rang(l, c)]); };
     }
 
-    static Exemple partage_carte(const Cadre& c) {
-        const bool etroit = formes::est_etroit();
+    static Exemple partage_carte(const Cadre& c, bool etroit) {
         Exemple e;
         e.touche = {c.gauche, c.haut, c.largeur * (etroit ? 25 : 37) / 100, c.hauteur};
         const int hauteur_prix = std::min(px(46), c.hauteur * 2 / 5);
@@ -267,8 +266,8 @@ class Choix {
     }
 
     void ajoute_carte(const Cadre& zone) {
-        const bool etroit = formes::est_etroit();
-        const Exemple e = partage_carte(zone.elargi(-px(etroit ? 6 : 14)));
+        const bool etroit = formes::est_etroit() || zone.hauteur < px(90);
+        const Exemple e = partage_carte(zone.elargi(-px(etroit ? 6 : 14)), etroit);
         const int police_avis = etroit ? 11 : e.avis.largeur < px(300) ? 12 : 15;
         const Plan plans[] = {
             {.nom = "Shape3", .genre = Genre::forme, .cadre = zone, .role = Role::carte, .laisse_passer = true},

@@ -62,7 +62,7 @@ bool est_marque(std::string_view libelle) {
 void retire(std::size_t rang) {
     if (rang >= les_rangs.size()) return;
     les_rangs.erase(les_rangs.begin() + static_cast<std::ptrdiff_t>(rang));
-    les_rangs.emplace_back(" ");
+    les_rangs.emplace_back();
 }
 
 }  // namespace complements

@@ -33,11 +33,23 @@ std::string decimal(Reel v) {
     return r.ec == std::errc() ? std::string(tampon, r.ptr) : "0";
 }
 
+/// What counts when a value is rounded: of a double no more digits than it surely has, so that 0.35 times 1.5 is 0.525.
+std::string decimal_sur(float v) {
+    return decimal(v);
+}
+std::string decimal_sur(double v) {
+    char tampon[400];
+    const int entiers = v < 1 ? 0 : static_cast<int>(std::log10(v)) + 1;
+    const int decimales = std::max(0, std::numeric_limits<double>::digits10 - entiers);
+    const auto r = std::to_chars(tampon, tampon + sizeof tampon, v, std::chars_format::fixed, decimales);
+    return r.ec == std::errc() ? std::string(tampon, r.ptr) : "0";
+}
+
 /// Rounds half away from zero to a number of decimals; at least `entiers` digits before the point.
 template <typename Reel>
 std::string arrondi(Reel v, int entiers, int decimales) {
     if (!std::isfinite(v)) v = 0;
-    std::string t = decimal(std::fabs(v));
+    std::string t = decimal_sur(std::fabs(v));
     if (t.find('.') == std::string::npos) t += '.';
     const auto point = t.find('.');
     const std::size_t garde = point + 1 + static_cast<std::size_t>(decimales);

@@ -32,7 +32,7 @@ constexpr int attente_sonde_ms = 100, attente_catalogue_ms = 2000;
 
 struct Connexion {
     bool joignable = false;
-    bool au_journal = false;                    ///< what the journal has told of it last
+    std::optional<bool> au_journal;             ///< what the journal has told of it last
     bool au_demarrage = false;                  ///< the start waits for the catalogue
     bool catalogue_venu = false;                ///< it has come whole, and is still the one that the network has
     std::string empreinte;                      ///< of the catalogue that has come
@@ -69,8 +69,9 @@ void signale() {
 
 /// Each change is told once; that the network is back only when something has been done there: a full one answers, too.
 void note_le_reseau(bool joignable) {
-    if (std::exchange(connexion.au_journal, joignable) != joignable)
-        journal::note(joignable ? "réseau joignable"_t : "réseau perdu"_t);
+    const auto avant = std::exchange(connexion.au_journal, joignable);
+    if (avant == joignable) return;
+    journal::note(joignable ? "réseau joignable"_t : avant ? "réseau perdu"_t : "réseau injoignable"_t);
 }
 
 void change_etat(bool joignable) {
@@ -378,7 +379,7 @@ int commandes_en_attente() {
 }
 
 void commence_la_connexion() {
-    const bool dit = connexion.au_journal;
+    const auto dit = connexion.au_journal;
     connexion = {};
     connexion.au_journal = dit;
     if (const auto local = livraison::liste_locale()) retrouve_les_remises(*local);

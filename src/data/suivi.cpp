@@ -188,8 +188,11 @@ void charge() {
         return std::binary_search(presents.begin(), presents.end(), Fichier{nom, "", {}},
                                   [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });
     };
+    // The text of a deposited order goes when it has been collected; of one that waited, somebody else took it.
     for (Ligne& l : liste) {
-        if ((l.etat == Etat::en_attente || l.etat == Etat::deposee) && !present(l.nom)) met_en_etat(l, Etat::collectee);
+        if (present(l.nom)) continue;
+        if (l.etat == Etat::deposee) met_en_etat(l, Etat::collectee);
+        if (l.etat == Etat::en_attente) met_en_etat(l, Etat::a_verifier);
     }
     std::size_t trop = presents.size() > lignes_max ? presents.size() - lignes_max : 0;
     std::erase_if(presents, [&trop](const Fichier& f) { return trop > 0 && f.etat != Etat::a_verifier && trop-- > 0; });

@@ -124,6 +124,7 @@ int etiquette_de(Role role, int sinon) {
             return 6;
         case Role::entete:
             return 7;
+        case Role::titre_groupe:
         case Role::vide:
         case Role::ligne_touchee:
         case Role::ligne_choisie:

@@ -103,7 +103,9 @@ std::string texte_cuisine(int non_collectees) {
 /// Gives a text at the right of the banner the room that it needs; returns where that begins.
 int pose_a_droite(Controle& c, int droite) {
     const int voulu = largeur_en_twips(c.aspect.police, true, c.texte()) + px(2);
-    const int gauche = std::max(droite - voulu, formes::largeur() / 5);
+    Controle& titre = forme()("label_haut");
+    const int place_du_titre = titre.aspect.marge_gauche + largeur_en_twips(titre.aspect.police, true, titre.texte());
+    const int gauche = std::max(droite - voulu, std::min(place_du_titre + px(24), formes::largeur() / 5));
     c.cadre = {gauche, 0, std::max(0, droite - gauche), hauteur_bandeau};
     return gauche;
 }

@@ -45,17 +45,6 @@ bool fichiers_prets = false;      ///< the local files are there; likewise
     moduclav::quitte();
 }
 
-void ouvre_reglages() {
-    if (reglages::ouvre()) return;
-    arrete("Rien ne peut être écrit dans le répertoire de travail, le logiciel s'arrête : prévenez le technicien !"_t);
-}
-
-void verifie_separateur() {
-    if (locale_systeme::separateur() == '.') return;
-    if (locale_systeme::separateur_en_usage() != '.') locale_systeme::corrige_separateur();
-    arrete("Le logiciel a configuré le point comme séparateur décimal (obligatoire), relancez votre logiciel !"_t);
-}
-
 /// A form never outgrows the screen: no finger would reach what sets its size right. A tablet may be turned.
 void prend_resolution() {
     const reglages::Resolution r = resolution;
@@ -71,6 +60,27 @@ void prend_tout_l_ecran() {
     etat::largeur_ecran = ecran::largeur_ecran() / ecran::twips_par_pixel;
     etat::hauteur_ecran = ecran::hauteur_ecran() / ecran::twips_par_pixel - porpay::reserve;
     place_ecran();
+}
+
+void ouvre_reglages() {
+    if (reglages::ouvre()) return;
+    prend_tout_l_ecran();
+    arrete("Rien ne peut être écrit dans le répertoire de travail, le logiciel s'arrête : prévenez le technicien !"_t);
+}
+
+/// What is told before the screen has its format is told in the middle of it all the same.
+void prend_la_taille_connue() {
+    if (!reglages::resolution_choisie()) return prend_tout_l_ecran();
+    resolution = reglages::resolution();
+    prend_resolution();
+    place_ecran();
+}
+
+void verifie_separateur() {
+    if (locale_systeme::separateur() == '.') return;
+    if (locale_systeme::separateur_en_usage() != '.') locale_systeme::corrige_separateur();
+    prend_la_taille_connue();
+    arrete("Le logiciel a configuré le point comme séparateur décimal (obligatoire), relancez votre logiciel !"_t);
 }
 
 /// The screen format is asked for once; nothing is laid out yet, so it counts at once. While another program holds the

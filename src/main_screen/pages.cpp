@@ -70,7 +70,7 @@ std::string titre_des_articles(int famille) {
 /// place empty. Returns the number of pages.
 int affiche_noms(int premier_record, std::span<const std::string> noms,
                  const std::function<Entree(int n, const std::string& nom)>& entree) {
-    const auto est_vide = [&](std::size_t n) { return texte::rogne(noms[n]).empty(); };
+    const auto est_vide = [&](std::size_t n) { return texte::rogne(catalogue::sans_couleur(noms[n])).empty(); };
     std::size_t premiere = est_vide(0) ? 1 : 0, fin = noms.size();
     while (fin > 0 && est_vide(fin - 1)) --fin;
     const int nombre = static_cast<int>(fin) - static_cast<int>(premiere);

@@ -1,4 +1,5 @@
 // The commands of a scenario, one procedure each.
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <span>
@@ -82,6 +83,11 @@ Rejeu::Reponse Rejeu::choisit(const Commande* debut, const Commande* fin, const 
         return (this->*c.action)(mots);
     }
     return {Reponse::Sorte::faute, "commande inconnue"};
+}
+
+bool Rejeu::connait(const Mot& commande) {
+    const auto la_voici = [&](const Commande& c) { return commande.texte == c.nom; };
+    return !commande.cite && std::any_of(std::begin(commandes), std::end(commandes), la_voici);
 }
 
 Rejeu::Reponse Rejeu::execute(const Mots& mots) {
@@ -193,9 +199,9 @@ Rejeu::Reponse Rejeu::capture(const Mots& m) {
                            std::min(image.hauteur, static_cast<int>(c.bas() * echelle))};
     const auto png = ecran::en_png(image, zone);
     const std::string_view contenu(reinterpret_cast<const char*>(png.data()), png.size());
-    const auto issue = fichiers::ecrit_tout(fichiers::joint(captures_, nom), contenu, fichiers::Remplace::oui);
-    if (png.empty() || issue != fichiers::Issue::fait) return {Reponse::Sorte::faute, "l'image n'a pas pu être écrite"};
-    return {};
+    const bool ecrite = !png.empty() && fichiers::ecrit_tout(fichiers::joint(captures_, nom), contenu,
+                                                             fichiers::Remplace::oui) == fichiers::Issue::fait;
+    return ecrite ? Reponse{} : Reponse{Reponse::Sorte::faute, "l'image n'a pas pu être écrite"};
 }
 
 Rejeu::Reponse Rejeu::tourne(const Mots& m) {

@@ -18,8 +18,6 @@ Rejeu::Rejeu(std::string fichier, std::string captures, std::function<void()> ro
     if (interactif_) return;
     std::string contenu;
     lisible_ = fichiers::lis_tout(fichier_, contenu) == fichiers::Issue::fait;
-    constexpr std::string_view marque_utf8 = "\xEF\xBB\xBF";
-    if (contenu.starts_with(marque_utf8)) contenu.erase(0, marque_utf8.size());
     flux_fichier_.str(std::move(contenu));
     flux_ = &flux_fichier_;
 }
@@ -71,6 +69,9 @@ bool Rejeu::continue_geste(ecran::Evenement& evenement) {
 bool Rejeu::lis_ligne() {
     if (!std::getline(*flux_, ligne_)) return false;
     ++numero_ligne_;
+    if (ligne_.ends_with('\r')) ligne_.pop_back();
+    constexpr std::string_view marque_utf8 = "\xEF\xBB\xBF";
+    if (numero_ligne_ == 1 && ligne_.starts_with(marque_utf8)) ligne_.erase(0, marque_utf8.size());
     return true;
 }
 
@@ -136,6 +137,8 @@ void Rejeu::apres_arret() {
         }
         if (!ligne.faute.empty()) {
             reponse_ = {Reponse::Sorte::faute, ligne.faute};
+        } else if (!connait(ligne.mots[0])) {
+            reponse_ = {Reponse::Sorte::faute, "commande inconnue"};
         } else if (!permise_apres_arret(ligne.mots)) {
             reponse_ = {Reponse::Sorte::faux, "le programme est terminé"};
             vu_[fin_prematuree] = true;

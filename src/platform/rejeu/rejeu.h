@@ -69,6 +69,7 @@ class Rejeu final : public ecran::Pilote {
     void signale(const Reponse& r);
     Reponse execute(const Mots& mots);
     Reponse choisit(const Commande* debut, const Commande* fin, const Mots& mots, std::size_t mot);
+    static bool connait(const Mot& commande);
     bool permise_apres_arret(const Mots& mots) const;
 
     Reponse touche(const Mots& m);
