@@ -194,7 +194,7 @@ TEST_P(Ecrans, ChaqueLegendeEstSurSaToucheEtUnDoigtQuiGlisseNeFaitRien) {
 INSTANTIATE_TEST_SUITE_P(Tablettes, Ecrans,
                          testing::Combine(testing::Values(std::pair(1280, 770), std::pair(800, 800),
                                                           std::pair(1024, 768), std::pair(1920, 1080),
-                                                          std::pair(554, 770)),
+                                                          std::pair(1024, 570), std::pair(554, 770)),
                                           testing::Values("captures.txt", "planches.txt")));
 
 }  // namespace

@@ -29,13 +29,12 @@ class Listes : public Restaurant {
   protected:
     /// More of everything than a page holds: servers 0 to 20 without 13, 20 families, 301 articles, 61 tables.
     Listes() {
-        t.pose("reseau/worvalune.wdo", "#SERV#00 Serveur 0\r\n" + lignes("#SERV#0? Serveur ?", 1, 9) +
-                                           lignes("#SERV#? Serveur ?", 10, 12) + lignes("#SERV#? Serveur ?", 14, 21) +
-                                           lignes("#FAMI#0? Famille ?", 1, 9) + lignes("#FAMI#? Famille ?", 10, 19) +
-                                           "#FAMI#20 Famille 20|COU:7\r\n#FAMI#00 |COU:3\r\n#FAMI#40 |COU:2\r\n" +
-                                           lignes("#ARTI#000018880000000000  |DES:Article ?|PVE:1.00|FA1:2", 1, 301) +
-                                           lignes("#TABL#?", 1, 61) +
-                                           "#CCOF#0100000000000000000012\r\n#CCOU#1200000000000000000009\r\n");
+        t.pose("reseau/worvalune.wdo",
+               "#SERV#00 Serveur 0\r\n" + lignes("#SERV#0? Serveur ?", 1, 9) + lignes("#SERV#? Serveur ?", 10, 12) +
+                   lignes("#SERV#? Serveur ?", 14, 21) + lignes("#FAMI#0? Famille ?", 1, 9) +
+                   lignes("#FAMI#? Famille ?", 10, 19) + "#FAMI#20 Famille 20|COU:7\r\n#FAMI#00 |COU:3\r\n" +
+                   lignes("#ARTI#000018880000000000  |DES:Article ?|PVE:1.00|FA1:2", 1, 301) +
+                   lignes("#TABL#?", 1, 61) + "#CCOF#0100000000000000000012\r\n#CCOU#1200000000000000000009\r\n");
     }
     /// After these commands the one text can be touched, and the other is scrolled away.
     void montre(const std::string& commandes, const std::string& texte, const std::string& cache) {

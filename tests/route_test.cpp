@@ -36,13 +36,14 @@ TEST(PremierDepart, SansRepertoireLeLogicielCherchePuisSArrete) {
 }
 
 TEST_F(Route, LaVirguleEstCorrigeeEtLeLogicielSArrete) {
+    t.regle(2, "#I#0:00900:00600");
     tient_texte(
         t,
         "verifie separateur \".\"\ncapture virgule.png\nverifie Label1 \"Le logiciel a configuré le point comme "
         "séparateur décimal "
         "(obligatoire), relancez votre logiciel !\"\ntouche \"Fermer\"\nverifie arret\nverifie separateur \".\"\n",
         "--separateur ,");
-    EXPECT_EQ(taille_png(t.lis("virgule.png")), std::pair(1280, 770)) << "in the middle of the screen as it is set";
+    EXPECT_EQ(taille_png(t.lis("virgule.png")), std::pair(900, 600)) << "in the middle of the form as it is set";
 }
 
 TEST_F(Route, LesPagesSousGroupesEtOutils) {

@@ -89,7 +89,7 @@ TEST_F(Suivi, ChaqueEtatSeLitEtSeuleUneCommandeAVerifierSeRenvoie) {
     tient_texte(t, "touche \"Sophie\"\ntouche logosuiv\nverifie g1 5 3 \"en attente\"\nverifie g1 6 3 \"à vérifier\"\n",
                 soir);
     EXPECT_NE(t.lis("journal.txt").find(page1252(" réseau injoignable\r\n")), std::string::npos);
-    // Its file has gone, and the terminal did not deliver it: nobody knows that the kitchen has it.
+    // Its file has gone, and nothing tells whether it was delivered: nobody knows that the kitchen has it.
     fs::remove(t.chemin() / (commandes[6].nom() + "-A-"));
     tient_texte(t, "touche \"Sophie\"\ntouche logosuiv\nverifie g1 1 3 \"à vérifier\"\n", soir);
 }

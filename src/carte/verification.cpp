@@ -47,7 +47,7 @@ class Catalogue {
             return p_.dit("le numéro " + nombres::general(l.numero) + " est au-delà de 20 : la ligne est ignorée");
         if (sort == Sort::remplace)
             p_.dit("le numéro " + nombres::general(l.numero) + " est déjà plus haut : cette ligne prend sa place");
-        if (texte::rogne(l.texte).empty()) p_.dit("le nom manque : il n'y a pas de touche");
+        if (texte::rogne(catalogue::sans_couleur(l.texte)).empty()) p_.dit("le nom manque : il n'y a pas de touche");
     }
 
     /// Once all lines are known: sub-groups that lead back to where they stand.

@@ -268,6 +268,7 @@ class Choix {
     void ajoute_carte(const Cadre& zone) {
         const bool etroit = formes::est_etroit() || zone.hauteur < px(90);
         const Exemple e = partage_carte(zone.elargi(-px(etroit ? 6 : 14)), etroit);
+        const bool avec_prix = e.touche.hauteur >= px(36);
         const int police_avis = etroit ? 11 : e.avis.largeur < px(300) ? 12 : 15;
         const Plan plans[] = {
             {.nom = "Shape3", .genre = Genre::forme, .cadre = zone, .role = Role::carte, .laisse_passer = true},
@@ -278,7 +279,7 @@ class Choix {
              .role = Role::touche,
              .police = etroit ? 14 : 20,
              .gras = true},
-            {.nom = "Label3", .cadre = e.prix, .texte = "24.50", .police = etroit ? 11 : 14},
+            {.nom = "Label3", .cadre = e.prix, .texte = "24.50", .police = etroit ? 11 : 14, .visible = avec_prix},
             {.nom = "Label4",
              .cadre = e.mesure,
              .police = etroit ? 12 : 20,
@@ -294,7 +295,7 @@ class Choix {
              .place_image = PlaceImage::gauche},
         };
         forme_.construit(plans);
-        if (etroit) forme_("Label2").aspect.marge_bas = e.prix.hauteur * 2 / 3;
+        if (etroit && avec_prix) forme_("Label2").aspect.marge_bas = e.prix.hauteur * 2 / 3;
     }
 
     void branche() {

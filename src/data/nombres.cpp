@@ -40,7 +40,7 @@ std::string decimal_sur(float v) {
 std::string decimal_sur(double v) {
     char tampon[400];
     const int entiers = v < 1 ? 0 : static_cast<int>(std::log10(v)) + 1;
-    const int decimales = std::max(0, std::numeric_limits<double>::digits10 - entiers);
+    const int decimales = std::max(3, std::numeric_limits<double>::digits10 - entiers);
     const auto r = std::to_chars(tampon, tampon + sizeof tampon, v, std::chars_format::fixed, decimales);
     return r.ec == std::errc() ? std::string(tampon, r.ptr) : "0";
 }

@@ -67,7 +67,8 @@ void signale() {
     if (temoin) temoin();
 }
 
-/// Each change is told once; that the network is back only when something has been done there: a full one answers, too.
+/// Each change is told once; that the network is back only when something has been done there: a full one answers, too,
+/// and is none that cannot be reached.
 void note_le_reseau(bool joignable) {
     const auto avant = std::exchange(connexion.au_journal, joignable);
     if (avant == joignable) return;
@@ -76,7 +77,7 @@ void note_le_reseau(bool joignable) {
 
 void change_etat(bool joignable) {
     const bool avant = std::exchange(connexion.joignable, joignable);
-    if (!joignable) note_le_reseau(false);
+    if (!joignable && (connexion.au_journal || !avant)) note_le_reseau(false);
     if (avant != joignable) signale();
 }
 

@@ -188,7 +188,8 @@ void charge() {
         return std::binary_search(presents.begin(), presents.end(), Fichier{nom, "", {}},
                                   [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });
     };
-    // The text of a deposited order goes when it has been collected; of one that waited, somebody else took it.
+    // The text of a deposited order goes when it has been collected. One that waited has been taken by somebody else,
+    // or the list is older than the files, after a power cut: nobody knows.
     for (Ligne& l : liste) {
         if (present(l.nom)) continue;
         if (l.etat == Etat::deposee) met_en_etat(l, Etat::collectee);

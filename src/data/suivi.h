@@ -36,9 +36,9 @@ struct Ligne {
     std::int64_t depuis_ms = 0;  ///< the same in horloge::millisecondes(), which no set clock changes
 };
 
-/// Reads the list and brings it in line with the files of the working directory: what is neither waiting nor kept has
-/// been collected, and an order without a line gets one at the end. Where the files cannot be listed nothing is
-/// concluded.
+/// Reads the list and brings it in line with the files of the working directory: a deposited order whose text is
+/// gone has been collected, a waiting one whose file is gone is to be checked, and an order without a line gets one at
+/// the end. Where the files cannot be listed nothing is concluded.
 void charge();
 /// Oldest first.
 const std::vector<Ligne>& lignes();

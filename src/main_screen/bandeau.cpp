@@ -100,27 +100,31 @@ std::string texte_cuisine(int non_collectees) {
     return "Cuisine : " + std::to_string(non_collectees) + std::string(quoi);
 }
 
-/// Gives a text at the right of the banner the room that it needs; returns where that begins.
-int pose_a_droite(Controle& c, int droite) {
-    const int voulu = largeur_en_twips(c.aspect.police, true, c.texte()) + px(2);
-    Controle& titre = forme()("label_haut");
-    const int place_du_titre = titre.aspect.marge_gauche + largeur_en_twips(titre.aspect.police, true, titre.texte());
-    const int gauche = std::max(droite - voulu, std::min(place_du_titre + px(24), formes::largeur() / 5));
+int largeur_voulue(const Controle& c) {
+    return largeur_en_twips(c.aspect.police, true, c.aspect.texte) + px(2);
+}
+
+/// Gives a text at the right of the banner the room that it needs, but for the title's; returns where that begins.
+int pose_a_droite(Controle& c, int droite, int titre) {
+    const int gauche = std::max(droite - largeur_voulue(c), titre);
     c.cadre = {gauche, 0, std::max(0, droite - gauche), hauteur_bandeau};
     return gauche;
 }
 
-/// The texts lie left of the service pictures; the title keeps the rest.
+/// The texts lie left of the service pictures; the title keeps the rest. The last touch stands alone where both are too
+/// long.
 void partage() {
     const bool etroit = formes::est_etroit();
-    Controle &etat = forme()("label_etat"), &geste = forme()("label_geste");
+    Controle &etat = forme()("label_etat"), &geste = forme()("label_geste"), &haut = forme()("label_haut");
     geste.aspect.police = etat.aspect.police;
     geste.visible = !geste.texte().empty();
-    etat.visible = !geste.visible || !etroit;
     int gauche = forme()(services[0].nom).cadre.gauche - px(etroit ? 8 : 24);
-    if (etat.visible) gauche = pose_a_droite(etat, gauche);
-    if (geste.visible) gauche = pose_a_droite(geste, etat.visible ? gauche - px(4) : gauche);
-    forme()("label_haut").aspect.marge_droite = formes::largeur() - gauche;
+    const int titre = std::min(haut.aspect.marge_gauche + largeur_voulue(haut) + px(24), formes::largeur() / 5);
+    const bool ensemble = largeur_voulue(etat) + px(4) + largeur_voulue(geste) <= gauche - titre;
+    etat.visible = !geste.visible || (!etroit && ensemble);
+    if (etat.visible) gauche = pose_a_droite(etat, gauche, titre);
+    if (geste.visible) gauche = pose_a_droite(geste, etat.visible ? gauche - px(4) : gauche, titre);
+    haut.aspect.marge_droite = formes::largeur() - gauche;
 }
 
 }  // namespace

@@ -70,7 +70,7 @@ std::string titre_des_articles(int famille) {
 /// place empty. Returns the number of pages.
 int affiche_noms(int premier_record, std::span<const std::string> noms,
                  const std::function<Entree(int n, const std::string& nom)>& entree) {
-    const auto est_vide = [&](std::size_t n) { return texte::rogne(catalogue::sans_couleur(noms[n])).empty(); };
+    const auto est_vide = [&](std::size_t n) { return texte::rogne(noms[n]).empty(); };
     std::size_t premiere = est_vide(0) ? 1 : 0, fin = noms.size();
     while (fin > 0 && est_vide(fin - 1)) --fin;
     const int nombre = static_cast<int>(fin) - static_cast<int>(premiere);
@@ -144,11 +144,12 @@ void affiche_serveurs() {
 
 void affiche_familles() {
     commence(Vue::familles);
-    const auto entree = [](int n, const std::string& nom) {
-        return Entree{std::string(marque::famille) + nombres::entier_complete(n, 2),
-                      std::string(catalogue::sans_couleur(nom)), "", catalogue::chiffre_famille(n)};
-    };
-    const int nb_pages = affiche_noms(reglages::touches_familles, catalogue::courant().noms_familles, entree);
+    std::vector<std::string> noms;
+    for (const std::string& nom : catalogue::courant().noms_familles) noms.emplace_back(catalogue::sans_couleur(nom));
+    const int nb_pages = affiche_noms(reglages::touches_familles, noms, [](int n, const std::string& nom) {
+        return Entree{std::string(marque::famille) + nombres::entier_complete(n, 2), nom, "",
+                      catalogue::chiffre_famille(n)};
+    });
     bandeau::titre("Familles", "Familles");
     barre_de_liste(nb_pages, marque::familles_precedentes, marque::familles_suivantes, marque::accueil);
     bandeau::affiche_etat();

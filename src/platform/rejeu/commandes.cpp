@@ -1,8 +1,6 @@
 // The commands of a scenario, one procedure each.
-#include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <span>
 
 #include "platform/rejeu/cible.h"
 #include "platform/rejeu/rejeu.h"
@@ -76,22 +74,31 @@ std::string en_hexa(ecran::Couleur c) {
 
 }  // namespace
 
-Rejeu::Reponse Rejeu::choisit(const Commande* debut, const Commande* fin, const Mots& mots, std::size_t mot) {
-    for (const Commande& c : std::span(debut, fin)) {
+/// The command of a table that a word names, or null; the reason is in `faute`.
+const Rejeu::Commande* Rejeu::trouve(std::span<const Commande> table, const Mots& mots, std::size_t mot,
+                                     Reponse& faute) {
+    faute = {Reponse::Sorte::faute, "commande inconnue"};
+    for (const Commande& c : table) {
         if (mots[mot].cite || mots[mot].texte != c.nom) continue;
-        if (mots.size() < c.mots_min || mots.size() > c.mots_max) return {Reponse::Sorte::faute, "commande mal formée"};
-        return (this->*c.action)(mots);
+        if (mots.size() >= c.mots_min && mots.size() <= c.mots_max) return &c;
+        faute.texte = "commande mal formée";
     }
-    return {Reponse::Sorte::faute, "commande inconnue"};
+    return nullptr;
 }
 
-bool Rejeu::connait(const Mot& commande) {
-    const auto la_voici = [&](const Commande& c) { return commande.texte == c.nom; };
-    return !commande.cite && std::any_of(std::begin(commandes), std::end(commandes), la_voici);
+Rejeu::Reponse Rejeu::choisit(std::span<const Commande> table, const Mots& mots, std::size_t mot) {
+    Reponse faute;
+    const Commande* c = trouve(table, mots, mot, faute);
+    return c != nullptr ? (this->*c->action)(mots) : faute;
+}
+
+Rejeu::Reponse Rejeu::verifie_forme(const Mots& mots) {
+    Reponse faute;
+    return trouve(commandes, mots, 0, faute) != nullptr ? Reponse{} : faute;
 }
 
 Rejeu::Reponse Rejeu::execute(const Mots& mots) {
-    return choisit(std::begin(commandes), std::end(commandes), mots, 0);
+    return choisit(commandes, mots, 0);
 }
 
 /// Presses a control or cell for `ms`. What stands before the loaded form's name can be read, never touched.
@@ -258,7 +265,7 @@ R compare_nombre(const Mots& m, std::optional<int> (*lit)(const Cible&)) {
 Rejeu::Reponse Rejeu::verifie(const Mots& m) {
     if (m.size() >= 2 && !m[1].cite) {
         for (const Commande& c : verifications) {
-            if (m[1].texte == c.nom) return choisit(std::begin(verifications), std::end(verifications), m, 1);
+            if (m[1].texte == c.nom) return choisit(verifications, m, 1);
         }
     }
     return verifie_texte(m);

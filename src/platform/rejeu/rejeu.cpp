@@ -135,15 +135,13 @@ void Rejeu::apres_arret() {
             reponse_ = {};
             return repond();
         }
-        if (!ligne.faute.empty()) {
-            reponse_ = {Reponse::Sorte::faute, ligne.faute};
-        } else if (!connait(ligne.mots[0])) {
-            reponse_ = {Reponse::Sorte::faute, "commande inconnue"};
-        } else if (!permise_apres_arret(ligne.mots)) {
+        reponse_ = ligne.faute.empty() ? verifie_forme(ligne.mots) : Reponse{Reponse::Sorte::faute, ligne.faute};
+        const bool bien_formee = reponse_.sorte == Reponse::Sorte::bien;
+        if (bien_formee && permise_apres_arret(ligne.mots)) {
+            reponse_ = execute(ligne.mots);
+        } else if (bien_formee) {
             reponse_ = {Reponse::Sorte::faux, "le programme est terminé"};
             vu_[fin_prematuree] = true;
-        } else {
-            reponse_ = execute(ligne.mots);
         }
         signale(reponse_);
         repond();

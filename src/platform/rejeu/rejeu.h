@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <functional>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -68,8 +69,9 @@ class Rejeu final : public ecran::Pilote {
     void repond();
     void signale(const Reponse& r);
     Reponse execute(const Mots& mots);
-    Reponse choisit(const Commande* debut, const Commande* fin, const Mots& mots, std::size_t mot);
-    static bool connait(const Mot& commande);
+    static const Commande* trouve(std::span<const Commande> table, const Mots& mots, std::size_t mot, Reponse& faute);
+    Reponse choisit(std::span<const Commande> table, const Mots& mots, std::size_t mot);
+    static Reponse verifie_forme(const Mots& mots);
     bool permise_apres_arret(const Mots& mots) const;
 
     Reponse touche(const Mots& m);
