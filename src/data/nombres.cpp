@@ -38,11 +38,13 @@ std::string decimal_sur(float v) {
     return decimal(v);
 }
 std::string decimal_sur(double v) {
+    constexpr int surs = std::numeric_limits<double>::digits10;
+    std::string t = decimal(v);
+    if (t.size() <= static_cast<std::size_t>(surs)) return t;
     char tampon[400];
-    const int entiers = v < 1 ? 0 : static_cast<int>(std::log10(v)) + 1;
-    const int decimales = std::max(3, std::numeric_limits<double>::digits10 - entiers);
+    const int decimales = std::max(3, surs - (v < 1 ? 0 : static_cast<int>(std::log10(v)) + 1));
     const auto r = std::to_chars(tampon, tampon + sizeof tampon, v, std::chars_format::fixed, decimales);
-    return r.ec == std::errc() ? std::string(tampon, r.ptr) : "0";
+    return r.ec == std::errc() ? std::string(tampon, r.ptr) : t;
 }
 
 /// Rounds half away from zero to a number of decimals; at least `entiers` digits before the point.

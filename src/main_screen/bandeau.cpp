@@ -104,9 +104,16 @@ int largeur_voulue(const Controle& c) {
     return largeur_en_twips(c.aspect.police, true, c.aspect.texte) + px(2);
 }
 
-/// Gives a text at the right of the banner the room that it needs, but for the title's; returns where that begins.
-int pose_a_droite(Controle& c, int droite, int titre) {
-    const int gauche = std::max(droite - largeur_voulue(c), titre);
+/// What is left of this belongs to the title: what it needs, or a fifth of the banner.
+int limite_du_titre() {
+    Controle& haut = forme()("label_haut");
+    return std::min(haut.aspect.marge_gauche + largeur_voulue(haut) + px(24), formes::largeur() / 5);
+}
+
+/// Gives a text at the right of the banner the room that it needs; returns where that begins.
+int pose_a_droite(Controle& c, int droite) {
+    int gauche = droite - largeur_voulue(c);
+    if (gauche < formes::largeur() / 5) gauche = std::max(gauche, limite_du_titre());
     c.cadre = {gauche, 0, std::max(0, droite - gauche), hauteur_bandeau};
     return gauche;
 }
@@ -115,16 +122,17 @@ int pose_a_droite(Controle& c, int droite, int titre) {
 /// long.
 void partage() {
     const bool etroit = formes::est_etroit();
-    Controle &etat = forme()("label_etat"), &geste = forme()("label_geste"), &haut = forme()("label_haut");
+    Controle &etat = forme()("label_etat"), &geste = forme()("label_geste");
     geste.aspect.police = etat.aspect.police;
     geste.visible = !geste.texte().empty();
     int gauche = forme()(services[0].nom).cadre.gauche - px(etroit ? 8 : 24);
-    const int titre = std::min(haut.aspect.marge_gauche + largeur_voulue(haut) + px(24), formes::largeur() / 5);
-    const bool ensemble = largeur_voulue(etat) + px(4) + largeur_voulue(geste) <= gauche - titre;
-    etat.visible = !geste.visible || (!etroit && ensemble);
-    if (etat.visible) gauche = pose_a_droite(etat, gauche, titre);
-    if (geste.visible) gauche = pose_a_droite(geste, etat.visible ? gauche - px(4) : gauche, titre);
-    haut.aspect.marge_droite = formes::largeur() - gauche;
+    const auto tiennent = [&] {
+        return largeur_voulue(etat) + px(4) + largeur_voulue(geste) <= gauche - limite_du_titre();
+    };
+    etat.visible = !geste.visible || (!etroit && tiennent());
+    if (etat.visible) gauche = pose_a_droite(etat, gauche);
+    if (geste.visible) gauche = pose_a_droite(geste, etat.visible ? gauche - px(4) : gauche);
+    forme()("label_haut").aspect.marge_droite = formes::largeur() - gauche;
 }
 
 }  // namespace

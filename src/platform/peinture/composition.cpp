@@ -131,10 +131,7 @@ void Composition::fond(const Zone& z, const Aspect& a, bool appuye) {
 
 void Composition::encadre(const Zone& z, Couleur couleur, Couleur bord, int epaisseur) {
     const int e = p_.px(epaisseur), r = p_.pixels(coin);
-    if (Element* cadre = ajoute(Part::bord, Sorte::cadre, z, z, bord)) {
-        cadre->rayon = r;
-        cadre->decalage = e;
-    }
+    rond(Part::bord, z, r, bord);
     rond(Part::fond, retreci(z, e), r - e, couleur);
 }
 

@@ -58,6 +58,20 @@ std::uint64_t empreinte(const Element& e) {
     return e.texte.empty() ? h : mele(h, std::hash<std::string_view>{}(e.texte));
 }
 
+void marque_rangs(const Element& e, int haut, std::span<std::uint8_t> rangs) {
+    const auto marque = [&](int debut, int dernier) {
+        const int nombre = static_cast<int>(rangs.size());
+        for (int y = std::max(0, debut - haut); y <= std::min(dernier - haut, nombre - 1); ++y)
+            rangs[static_cast<std::size_t>(y)] = 1;
+    };
+    marque(e.zone.haut, e.zone.haut);
+    marque(e.zone.bas, e.zone.bas);
+    if (e.sorte == Element::Sorte::aplat) return;
+    if (e.sorte == Element::Sorte::ombre) return marque(e.zone.haut, e.zone.bas);
+    marque(e.cadre.haut, e.cadre.haut + e.rayon);
+    marque(e.cadre.bas - e.rayon, e.cadre.bas + e.decalage);
+}
+
 void dessine(const Element& e, const Toile& toile) {
     Toile t = toile.coupee(e.zone);
     if (t.coupe().vide()) return;
@@ -66,8 +80,6 @@ void dessine(const Element& e, const Toile& toile) {
             return t.remplit(e.cadre, e.couleur, e.opacite);
         case Element::Sorte::rond:
             return t.arrondi(e.cadre, e.rayon, e.coins, e.couleur, e.opacite);
-        case Element::Sorte::cadre:
-            return t.cadre_arrondi(e.cadre, e.rayon, e.decalage, e.couleur);
         case Element::Sorte::pied:
             return t.ombre_de_touche(e.cadre, e.rayon, e.decalage, e.couleur, e.opacite);
         case Element::Sorte::ombre:

@@ -17,7 +17,6 @@ struct Element {
     enum class Sorte : std::uint8_t {
         aplat,   ///< a rectangle
         rond,    ///< a rectangle with round corners
-        cadre,   ///< as before, but only its edge, `decalage` pixels wide; what is within is painted next
         ombre,   ///< the soft shadow of a box: `cadre` is the box, `rayon` the blur
         pied,    ///< the narrow shadow of a key: `cadre` is the key, `decalage` how much lower the shadow lies
         texte,   ///< a caption, broken and shrunk to fit
@@ -39,10 +38,12 @@ struct Element {
     Alignement alignement = Alignement::centre;
     int lignes_max = 0;  ///< of a caption, 0: as many as fit; it is broken into 2 only below two thirds of its size
     char32_t glyphe = 0;
-    int decalage = 0;  ///< pixels, of a field's text, a frame or a key's shadow
+    int decalage = 0;  ///< pixels, of a field's text or a key's shadow
 
     /// Hides all that lies below its zone.
     bool couvre() const { return sorte == Sorte::aplat && opacite >= opaque; }
+    /// A caption or a picture: hardly a row of it is like the one above.
+    bool est_ecrit() const { return sorte == Sorte::texte || sorte == Sorte::saisie || sorte == Sorte::icone; }
 };
 
 /// Makes the list for a stack of forms upon a screen of that size in pixels; see Peintre::peint().
@@ -69,6 +70,9 @@ void parcourt_lignes(const Element& legende, const std::function<void(const Lign
 
 /// A number that tells an element's looks from all others'.
 std::uint64_t empreinte(const Element& e);
+
+/// Marks the rows at which a shape does not look as in the row above. `rangs` are those from `haut` on.
+void marque_rangs(const Element& forme, int haut, std::span<std::uint8_t> rangs);
 
 /// Draws one element.
 void dessine(const Element& e, const Toile& toile);

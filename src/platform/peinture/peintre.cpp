@@ -82,6 +82,17 @@ class Salissures {
     }
 };
 
+bool se_touchent(const Zone& a, const Zone& b) {
+    return a.gauche < b.droite && b.gauche < a.droite && a.haut < b.bas && b.haut < a.bas;
+}
+
+/// What is to be painted in a zone: from the last one that hides all below it, the shapes that no caption or picture
+/// lies under, then the rest, both in their order. Whatever number of keys stand side by side, most rows of the shapes
+/// are like the one above them.
+struct Couches {
+    std::vector<const Element*> fond, dessus;
+};
+
 /// A picture, and what is to be seen on it.
 struct Tableau {
     explicit Tableau(std::pmr::memory_resource* memoire) : image{0, 0, std::pmr::vector<std::uint32_t>(memoire)} {}
@@ -107,7 +118,8 @@ struct Tableau {
         }
         return true;
     }
-    void peint_bande(const Zone& z);
+    Couches separe(const Zone& z) const;
+    void peint_bande(const Couches& couches, const Zone& z);
     void peint_zone(const Zone& z);
 };
 
@@ -142,21 +154,49 @@ std::int64_t Tableau::ecart(const std::vector<Element>& neuve) const {
     return somme;
 }
 
-void Tableau::peint_bande(const Zone& z) {
-    const Toile toile(image, z);
+Couches Tableau::separe(const Zone& z) const {
     auto premier = liste.begin();
     for (auto e = liste.begin(); e != liste.end(); ++e) {
         if (e->couvre() && intersection(e->zone, z) == z) premier = e;
     }
+    Couches c;
     for (auto e = premier; e != liste.end(); ++e) {
-        if (e->zone.haut < z.bas && e->zone.bas > z.haut) dessine(*e, toile);
+        const auto touche = [&](const Element* autre) { return se_touchent(autre->zone, e->zone); };
+        if (!se_touchent(e->zone, z)) continue;
+        const bool libre = !e->est_ecrit() && std::none_of(c.dessus.begin(), c.dessus.end(), touche);
+        (libre ? c.fond : c.dessus).push_back(&*e);
+    }
+    return c;
+}
+
+/// A row that looks like the one above it is a copy.
+void peint_fond(const std::vector<const Element*>& formes, Toile toile) {
+    const Zone& z = toile.coupe();
+    std::vector<std::uint8_t> neufs(static_cast<std::size_t>(z.bas - z.haut));
+    for (const Element* e : formes) marque_rangs(*e, z.haut, neufs);
+    for (auto rang = neufs.begin(); rang != neufs.end();) {
+        const auto copies = std::find(rang + 1, neufs.end(), 0), suite = std::find(copies, neufs.end(), 1);
+        const auto y = [&](auto place) { return z.haut + static_cast<int>(place - neufs.begin()); };
+        const Toile rangs = toile.coupee({z.gauche, y(rang), z.droite, y(copies)});
+        for (const Element* e : formes)
+            if (se_touchent(e->zone, rangs.coupe())) dessine(*e, rangs);
+        toile.repete(y(copies) - 1, y(suite));
+        rang = suite;
     }
 }
 
+void Tableau::peint_bande(const Couches& couches, const Zone& z) {
+    const Toile toile(image, z);
+    peint_fond(couches.fond, toile);
+    for (const Element* e : couches.dessus)
+        if (se_touchent(e->zone, z)) dessine(*e, toile);
+}
+
 void Tableau::peint_zone(const Zone& z) {
+    const Couches couches = separe(z);
     const int rangs = std::max(16, pixels_par_bande / std::max(1, z.droite - z.gauche));
     for (int haut = z.haut; haut < z.bas; haut += rangs) {
-        peint_bande({z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
+        peint_bande(couches, {z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
     }
 }
 

@@ -134,6 +134,12 @@ void Toile::remplit(const Zone& z, Couleur couleur, int opacite) {
     for (int y = c.haut + 1; y < c.bas; ++y) std::memcpy(rangee(y) + c.gauche, premiere, octets);
 }
 
+void Toile::repete(int y, int fin) {
+    const std::size_t octets = static_cast<std::size_t>(coupe_.droite - coupe_.gauche) * sizeof(std::uint32_t);
+    const std::uint32_t* modele = rangee(y) + coupe_.gauche;
+    for (++y; y < fin; ++y) std::memcpy(rangee(y) + coupe_.gauche, modele, octets);
+}
+
 /// The `r` pixel rows at `y` that hold two corners, upper or lower ones, round where `coins` says so. `creux` rows of
 /// them, on the side of the middle, are drawn in the corners alone.
 void Toile::rang_de_coins(const Zone& z, int r, int y, unsigned coins, Couleur couleur, int opacite, int creux) {
@@ -166,15 +172,6 @@ void Toile::arrondi(const Zone& z, int rayon, unsigned coins, Couleur couleur, i
     remplit({z.gauche, z.haut + haut, z.droite, z.bas - bas}, couleur, opacite);
     if (haut != 0) rang_de_coins(z, r, z.haut, coins & coins_hauts, couleur, opacite);
     if (bas != 0) rang_de_coins(z, r, z.bas - r, coins & coins_bas, couleur, opacite);
-}
-
-void Toile::cadre_arrondi(const Zone& z, int rayon, int bord, Couleur couleur) {
-    const int r = std::clamp(rayon, 0, std::min(z.droite - z.gauche, z.bas - z.haut) / 2);
-    if (intersection(z, coupe_).vide() || r < bord) return arrondi(z, rayon, tous_coins, couleur);
-    rang_de_coins(z, r, z.haut, coins_hauts, couleur, opaque);
-    remplit({z.gauche, z.haut + r, z.gauche + bord, z.bas - r}, couleur);
-    remplit({z.droite - bord, z.haut + r, z.droite, z.bas - r}, couleur);
-    rang_de_coins(z, r, z.bas - r, coins_bas, couleur, opaque);
 }
 
 void Toile::ombre_de_touche(const Zone& touche, int rayon, int descente, Couleur couleur, int opacite) {

@@ -65,11 +65,10 @@ class Toile {
 
     /// `opacite` is 0 to 255.
     void remplit(const Zone& z, Couleur couleur, int opacite = opaque);
+    /// Copies the row `y` of the clip into those below it, as far as `fin`.
+    void repete(int y, int fin);
     /// A rectangle with round corners of `rayon` pixels where `coins` says so.
     void arrondi(const Zone& z, int rayon, unsigned coins, Couleur couleur, int opacite = opaque);
-    /// As above, for a shape that another one will cover but for `bord` pixels on all sides: its middle may be left
-    /// out.
-    void cadre_arrondi(const Zone& z, int rayon, int bord, Couleur couleur);
     /// What is seen of a key's shadow, which lies `descente` pixels lower than the key: below it and in its two
     /// corners.
     void ombre_de_touche(const Zone& touche, int rayon, int descente, Couleur couleur, int opacite);
