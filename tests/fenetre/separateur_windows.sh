@@ -12,7 +12,7 @@ rm -f "$terrain/w_styl72.wdo" "$terrain/reseau/Test.res"
 
 demarre "$terrain" &
 pid_programme=$!
-attend 20000 est_peint 100 277 2F5D8A || echoue "the message is not shown"
+attend 20000 est_peint 640 262 2F5D8A || echoue "the message is not shown"
 [ "$(separateur)" = . ] || echoue "the point is not set"
 donne_le_clavier
 xdotool key Escape
