@@ -5,6 +5,7 @@
 #include "atelier.h"
 #include "data/commande.h"
 #include "data/livraison.h"
+#include "platform/systeme/epreuve.h"
 #include "platform/systeme/horloge.h"
 #include "platform/systeme/ouvrier.h"
 #include "platform/systeme/texte.h"
@@ -156,6 +157,22 @@ TEST_F(ReseauTest, UnePasseLivreToutCeQuiPeutPartir) {
 }
 
 /// The clock was set back: the order has the name of one that was delivered long ago.
+TEST_F(ReseauTest, UnReseauPleinEstLaEtLeJournalDitPourquoiLaCommandeReste) {
+    terrain.pose("a_.-A-", "a");
+    fichiers::epreuve::avant = [](auto operation, std::string_view chemin) {
+        const bool depose = operation == fichiers::epreuve::Operation::ouvre && chemin.ends_with(".tmp_");
+        return depose && chemin.starts_with("reseau") ? fichiers::Issue::plein : fichiers::Issue::fait;
+    };
+    for (int i = 0; i < 2; ++i) passe();
+    fichiers::epreuve::avant = nullptr;
+    EXPECT_EQ(reseau::commandes_en_attente(), 1);
+    const std::string journal = terrain.lis("journal.txt");
+    EXPECT_NE(journal.find("commande a_. retenue : plus de place"), std::string::npos) << journal;
+    EXPECT_EQ(journal.find("injoignable"), std::string::npos) << journal;
+    passe();
+    EXPECT_EQ(livrees(), Noms{"a_.txt"});
+}
+
 TEST_F(ReseauTest, UneMarqueDeLivraisonNeVautQuePourSaCommande) {
     terrain.pose("a_.-L-", "ancienne");
     terrain.pose("a_.-A-", "commande a");
