@@ -118,18 +118,14 @@ int pose_a_droite(Controle& c, int droite) {
     return gauche;
 }
 
-/// The texts lie left of the service pictures; the title keeps the rest. The last touch stands alone where both are too
-/// long.
+/// The texts lie left of the service pictures; the title keeps the rest.
 void partage() {
     const bool etroit = formes::est_etroit();
     Controle &etat = forme()("label_etat"), &geste = forme()("label_geste");
     geste.aspect.police = etat.aspect.police;
     geste.visible = !geste.texte().empty();
+    etat.visible = !geste.visible || !etroit;
     int gauche = forme()(services[0].nom).cadre.gauche - px(etroit ? 8 : 24);
-    const auto tiennent = [&] {
-        return largeur_voulue(etat) + px(4) + largeur_voulue(geste) <= gauche - limite_du_titre();
-    };
-    etat.visible = !geste.visible || (!etroit && tiennent());
     if (etat.visible) gauche = pose_a_droite(etat, gauche);
     if (geste.visible) gauche = pose_a_droite(geste, etat.visible ? gauche - px(4) : gauche);
     forme()("label_haut").aspect.marge_droite = formes::largeur() - gauche;
