@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 
 #include "platform/systeme/texte.h"
@@ -41,8 +41,9 @@ int statut_de(int rc) {
 }  // namespace
 
 std::string lis(const fs::path& p) {
-    std::ifstream f(p, std::ios::binary);
-    return {std::istreambuf_iterator<char>(f), {}};
+    std::ostringstream contenu;
+    contenu << std::ifstream(p, std::ios::binary).rdbuf();
+    return std::move(contenu).str();
 }
 
 #ifndef _WIN32
