@@ -121,6 +121,8 @@ struct Tableau {
     Couches separe(const Zone& z) const;
     void peint_bande(const Couches& couches, const Zone& z);
     void peint_zone(const Zone& z);
+    void peint_neuve(std::vector<Element>& neuve, std::span<const Zone> zones);
+    bool recouvre(const Tableau& dessous, std::vector<Element>& neuve);
 };
 
 /// Both lists are in the order of their elements' places, so that one walk along the two pairs each element with what
@@ -192,12 +194,46 @@ void Tableau::peint_bande(const Couches& couches, const Zone& z) {
         if (se_touchent(e->zone, z)) dessine(*e, toile);
 }
 
+template <typename Action>
+void par_bandes(const Zone& z, const Action& peint) {
+    const int rangs = std::max(16, pixels_par_bande / std::max(1, z.droite - z.gauche));
+    for (int haut = z.haut; haut < z.bas; haut += rangs)
+        peint({z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
+}
+
 void Tableau::peint_zone(const Zone& z) {
     const Couches couches = separe(z);
-    const int rangs = std::max(16, pixels_par_bande / std::max(1, z.droite - z.gauche));
-    for (int haut = z.haut; haut < z.bas; haut += rangs) {
-        peint_bande(couches, {z.gauche, haut, z.droite, std::min(haut + rangs, z.bas)});
-    }
+    par_bandes(z, [&](const Zone& bande) { peint_bande(couches, bande); });
+}
+
+/// Takes over a list, and paints the zones where it differs.
+void Tableau::peint_neuve(std::vector<Element>& neuve, std::span<const Zone> zones) {
+    std::swap(liste, neuve);
+    for (const Zone& z : zones) peint_zone(z);
+    peint = true;
+}
+
+/// Takes over a list whose last forms have come upon another picture: that one is copied, and they are painted upon it.
+/// False, and nothing is done, where none has come, much differs below, or they hide much of it.
+bool Tableau::recouvre(const Tableau& dessous, std::vector<Element>& neuve) {
+    if (!dessous.peint || dessous.liste.empty()) return false;
+    const std::int64_t beaucoup = surface(entier()) / part_de_ressemblance;
+    const auto venu = std::find_if(neuve.begin(), neuve.end(),
+                                   [&](const Element& e) { return e.ordre > dessous.liste.back().ordre; });
+    const auto cache = [&](const Element& e) { return e.couvre() && surface(e.zone) > beaucoup; };
+    if (venu == neuve.end() || std::any_of(venu, neuve.end(), cache)) return false;
+    std::vector<Element> reste(neuve.begin(), venu);
+    const std::vector<Zone> changees = dessous.differences(reste);
+    if (surface(changees) > beaucoup) return false;
+    image.pixels = dessous.image.pixels;
+    peint_neuve(reste, changees);
+    const auto venues = std::span(neuve).subspan(liste.size());
+    par_bandes(entier(), [&](const Zone& bande) {
+        for (const Element& e : venues)
+            if (se_touchent(e.zone, bande)) dessine(e, Toile(image, bande));
+    });
+    std::swap(liste, neuve);
+    return true;
 }
 
 }  // namespace
@@ -246,9 +282,8 @@ struct Peintre::Interne {
         const std::vector<Zone> a_peindre = montre == avant ? zones : montre->differences(liste);
         montre->touche = montre->touche || avec_un_doigt;
         montre->vu = ++tour;
-        std::swap(montre->liste, liste);
-        for (const Zone& z : a_peindre) montre->peint_zone(z);
-        montre->peint = true;
+        const bool autre = montre != avant && surface(a_peindre) > surface(montre->entier()) / part_de_ressemblance;
+        if (!autre || !montre->recouvre(*avant, liste)) montre->peint_neuve(liste, a_peindre);
     }
 };
 

@@ -80,17 +80,45 @@ const QuartDeDisque& quart_de_disque(int rayon) {
     return q;
 }
 
-/// Share of a shadow at the positions `debut` to `fin` along one axis: that of a bar from `a` to `b`, blurred.
-std::vector<float> profil(int debut, int fin, int a, int b, int flou) {
-    std::vector<float> p;
-    p.reserve(static_cast<std::size_t>(std::max(0, fin - debut)));
-    const float largeur = static_cast<float>(flou) * std::sqrt(2.0F);
-    for (int i = debut; i < fin; ++i) {
-        const float x = static_cast<float>(i) + 0.5F;
-        p.push_back(
-            0.5F * (std::erf((x - static_cast<float>(a)) / largeur) - std::erf((x - static_cast<float>(b)) / largeur)));
+/// Half the share of a blurred edge, -1/2 outside to 1/2 inside, by the distance from it in pixels.
+class BordFlou {
+  public:
+    explicit BordFlou(int flou) : portee_(6 * flou) {
+        const float largeur = static_cast<float>(flou) * std::sqrt(2.0F);
+        for (int i = -portee_; i < portee_; ++i)
+            parts_.push_back(0.5F * std::erf((static_cast<float>(i) + 0.5F) / largeur));
     }
-    return p;
+    /// Share of the shadow of a bar from `a` to `b`, 0 to 1.
+    float barre(int place, int a, int b) const { return part_a(place - a) - part_a(place - b); }
+
+  private:
+    int portee_;  ///< further away it is all or nothing
+    std::vector<float> parts_;
+
+    float part_a(int distance) const {
+        return parts_[static_cast<std::size_t>(std::clamp(distance, -portee_, portee_ - 1) + portee_)];
+    }
+};
+
+const BordFlou& bord_flou(int flou) {
+    static std::map<int, BordFlou> faits;
+    return faits.try_emplace(flou, flou).first->second;
+}
+
+/// Mixes black over a row, of so many parts for each pixel. Works on bytes, as melange_rangee().
+void noircit(std::uint32_t* p, const float* parts, float force, int n) {
+    constexpr int bloc = 64, octets = sizeof(std::uint32_t);
+    for (int debut = 0; debut < n; debut += bloc) {
+        const int pixels = std::min(bloc, n - debut);
+        std::uint16_t restes[bloc * octets];
+        for (int i = 0; i < pixels; ++i) {
+            const auto reste =
+                static_cast<std::uint16_t>(256 - part(static_cast<int>(force * parts[debut + i] + 0.5F)));
+            std::fill_n(restes + i * octets, octets, reste);
+        }
+        auto* o = reinterpret_cast<std::uint8_t*>(p + debut);
+        for (int i = 0; i < pixels * octets; ++i) o[i] = static_cast<std::uint8_t>(o[i] * restes[i] >> 8);
+    }
 }
 
 }  // namespace
@@ -184,18 +212,17 @@ void Toile::ombre(const Zone& boite, int flou, int opacite) {
     const Zone c = intersection(retreci(boite, -3 * flou), coupe_);
     if (c.vide() || flou <= 0) return;
     const Zone coeur = intersection(retreci(boite, flou), c);
-    const auto colonnes = profil(c.gauche, c.droite, boite.gauche, boite.droite, flou);
-    const auto rangs = profil(c.haut, c.bas, boite.haut, boite.bas, flou);
+    const BordFlou& bord = bord_flou(flou);
+    std::vector<float> colonnes;
+    for (int x = c.gauche; x < c.droite; ++x) colonnes.push_back(bord.barre(x, boite.gauche, boite.droite));
     for (int y = c.haut; y < c.bas; ++y) {
-        std::uint32_t* p = rangee(y);
-        const float force = rangs[static_cast<std::size_t>(y - c.haut)] * static_cast<float>(opacite);
+        const float force = bord.barre(y, boite.haut, boite.bas) * static_cast<float>(opacite);
+        const auto morceau = [&](int debut, int fin) {
+            noircit(rangee(y) + debut, colonnes.data() + (debut - c.gauche), force, fin - debut);
+        };
         const bool dedans = y >= coeur.haut && y < coeur.bas;
-        for (int x = c.gauche; x < c.droite; ++x) {
-            if (dedans && x == coeur.gauche) x = coeur.droite;
-            if (x >= c.droite) break;
-            const int a = static_cast<int>(force * colonnes[static_cast<std::size_t>(x - c.gauche)] + 0.5F);
-            p[x] = melange(p[x], static_cast<std::uint32_t>(palette::noir), part(a));
-        }
+        morceau(c.gauche, dedans ? coeur.gauche : c.droite);
+        if (dedans) morceau(coeur.droite, c.droite);
     }
 }
 
