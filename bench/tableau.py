@@ -18,7 +18,7 @@ PARTIES = [
     ("Painter", ECRANS, [
         ("page of 48 keys painted", "us", "page_entiere/{}", "copy of the image", "copie_de_l_image/{}"),
         ("one key pressed", "us", "une_touche/{}", "copy of the image", "copie_de_l_image/{}"),
-        ("message box over a new page", "us", "une_boite/{}/manual_time", "page painted", "page_entiere/{}"),
+        ("message box over a new page", "us", "une_boite/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
     ]),
     ("Touch on a screen, painted", ECRANS, [
         ("page turned back", "us", "page_tournee/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),

@@ -200,7 +200,7 @@ TEST_F(Coupures, CoupeeEncoreEnSeReprenant) {
         for (int l = 1 + k % 4;; l += 4) {
             recommence();
             ASSERT_EQ(demarre(frappe, {k}), coupee);
-            if (k % 2 == 0) collecte(Routeur::a_tout_pris);
+            if (l / 4 % 2 == 0) collecte(Routeur::a_tout_pris);
             if (demarre(frappe, {l}) != coupee) break;
             collecte(Routeur::a_pris_la_moitie);
             verifie_une_fois("cut before " + std::to_string(k) + ", then " + std::to_string(l));
@@ -211,16 +211,17 @@ TEST_F(Coupures, CoupeeEncoreEnSeReprenant) {
 TEST_F(Coupures, UneOperationQuiEchoueNePerdNiNeDoubleRien) {
     recommence();
     const int nombre = operations_d_une_passe();
+    int tour = 0;
     for (const Issue echec : {Issue::plein, Issue::refuse, Issue::panne, Issue::occupe, Issue::absent}) {
         for (int k = 1; k <= nombre; k += tests::pas) {
             recommence();
-            const int genre = static_cast<int>(echec);
-            const bool pour_de_bon = (k + genre) % 2 == 0;  // by turns, and otherwise for the next kind
+            const bool pour_de_bon = (k + tour) % 2 == 0;
             ASSERT_GE(demarre(frappe, {k, echec, pour_de_bon}, 2), 0);
             if (k % 3 == 0) collecte(Routeur::a_tout_pris);
-            verifie_une_fois("failure " + std::to_string(genre) + " at " + std::to_string(k) +
+            verifie_une_fois("failure " + std::to_string(static_cast<int>(echec)) + " at " + std::to_string(k) +
                              (pour_de_bon ? " and after" : ""));
         }
+        ++tour;  // an operation that fails once fails for good in the next one
     }
 }
 

@@ -127,7 +127,7 @@ TEST_F(CuisineCoupee, CoupeeOuQueCeSoitRienNeSePerd) {
 
 TEST_F(CuisineCoupee, CoupeeEncoreEnSeReprenant) {
     const int nombre = operations(true);
-    for (int k = 15; k <= nombre; k += 6 * tests::pas) {
+    for (int k = 15; k <= nombre; k += 5 * tests::pas) {
         for (int l = 9;; l += 17) {
             recommence();
             const Sort s{k, Issue::fait, l % 2 == 0};

@@ -177,6 +177,37 @@ TEST(Peintre, UnRepeintPartielVautUnRepeintEntier) {
     }
 }
 
+/// A box comes upon pages that a finger was on, or not, and that change with it; what is kept of earlier ones resembles
+/// them in some places.
+TEST(Peintre, UneBoiteSePoseSurLaPage) {
+    Forme page = fond(), boite;
+    for (int i = 0; i < 8; ++i) {
+        const Cadre cadre = {i * 39 * px, 0, 35 * px, 150 * px};
+        page.ajoute({.nom = "b", .index = i, .genre = Genre::bouton, .cadre = cadre, .role = Role::touche});
+    }
+    boite.role = Role::boite;
+    boite.voile = true;
+    boite.cadre = {60 * px, 30 * px, 200 * px, 70 * px};
+    Ecran e;
+    const auto touche = [&](int i) { return page.controles[static_cast<std::size_t>(i)].get(); };
+    for (int tour = 0; tour < 30; ++tour) {
+        for (int n = 0; n <= tour % 5; ++n) {
+            for (int i = 2; i < 8; ++i) touche(i)->aspect.fond = palette::chiffres[1 + (tour + n) % 7];
+            e.peint({&page}, {&page, {touche(3), -1, -1}});
+            e.peint({&page});
+        }
+        if (tour % 3 > 0) e.peint({&page}, {&page, {touche(tour % 3 * 5 - 5), -1, -1}});
+        e.peint({&page, &boite});
+        Ecran neuf;
+        neuf.peint({&page, &boite});
+        ASSERT_EQ(e.pixels(), neuf.pixels()) << "tour " << tour;
+    }
+    // Its shadow is darkest along its edge, and ends.
+    const auto lumiere = [&](int y) { return contraste(static_cast<Couleur>(e.pixel(160, y)), palette::noir); };
+    for (int y = 101; y < 140; ++y) EXPECT_LE(lumiere(y), lumiere(y + 1)) << y;
+    EXPECT_GT(lumiere(140), lumiere(101) * 1.3);
+}
+
 TEST(Peintre, RienNeSortDUneTouche) {
     constexpr int ombre = 2;
     for (unsigned graine = 100; graine < 400; ++graine) {

@@ -19,7 +19,7 @@ constexpr int pixels_par_bande = 1 << 16;
 /// One picture is in view, the others are some before it that a finger was on: this share of the screen makes the
 /// change from one to another. Where a dialog closes or a page comes back, little or nothing is left to paint.
 constexpr int part_d_un_autre_tableau = 4;
-/// What differs less from what is to be seen than this share of the screen, each layer counted, is nearly that already.
+/// What differs less from what is to be seen than this share of the screen is nearly that already.
 constexpr int part_de_ressemblance = 2;
 
 std::int64_t surface(const Zone& z) {
@@ -213,24 +213,24 @@ void Tableau::peint_neuve(std::vector<Element>& neuve, std::span<const Zone> zon
     peint = true;
 }
 
-/// Takes over a list whose last forms have come upon another picture: that one is copied, and they are painted upon it.
-/// False, and nothing is done, where none has come, much differs below, or they hide much of it.
+/// Takes over a list that ends with elements which have come upon another picture, or upon this one: that is copied,
+/// and they are painted upon it. False, and nothing is done, where none has come, or where they hide much of the rest
+/// or much of it has changed as well.
 bool Tableau::recouvre(const Tableau& dessous, std::vector<Element>& neuve) {
-    if (!dessous.peint || dessous.liste.empty()) return false;
     const std::int64_t beaucoup = surface(entier()) / part_de_ressemblance;
-    const auto venu = std::find_if(neuve.begin(), neuve.end(),
-                                   [&](const Element& e) { return e.ordre > dessous.liste.back().ordre; });
+    const auto venue = [&](const Element& e) { return e.ordre > dessous.liste.back().ordre; };
+    const auto premiere = std::find_if(neuve.begin(), neuve.end(), venue);
     const auto cache = [&](const Element& e) { return e.couvre() && surface(e.zone) > beaucoup; };
-    if (venu == neuve.end() || std::any_of(venu, neuve.end(), cache)) return false;
-    std::vector<Element> reste(neuve.begin(), venu);
+    if (premiere == neuve.end() || std::any_of(premiere, neuve.end(), cache)) return false;
+    std::vector<Element> reste(neuve.begin(), premiere);
     const std::vector<Zone> changees = dessous.differences(reste);
     if (surface(changees) > beaucoup) return false;
-    image.pixels = dessous.image.pixels;
+    if (&dessous != this) image.pixels = dessous.image.pixels;
     peint_neuve(reste, changees);
-    const auto venues = std::span(neuve).subspan(liste.size());
     par_bandes(entier(), [&](const Zone& bande) {
-        for (const Element& e : venues)
-            if (se_touchent(e.zone, bande)) dessine(e, Toile(image, bande));
+        const Toile toile(image, bande);
+        for (const Element& e : std::span(premiere, neuve.end()))
+            if (se_touchent(e.zone, bande)) dessine(e, toile);
     });
     std::swap(liste, neuve);
     return true;
@@ -282,8 +282,8 @@ struct Peintre::Interne {
         const std::vector<Zone> a_peindre = montre == avant ? zones : montre->differences(liste);
         montre->touche = montre->touche || avec_un_doigt;
         montre->vu = ++tour;
-        const bool autre = montre != avant && surface(a_peindre) > surface(montre->entier()) / part_de_ressemblance;
-        if (!autre || !montre->recouvre(*avant, liste)) montre->peint_neuve(liste, a_peindre);
+        const bool presque_tout = avant->peint && surface(a_peindre) > surface(montre->entier()) / part_de_ressemblance;
+        if (!presque_tout || !montre->recouvre(*avant, liste)) montre->peint_neuve(liste, a_peindre);
     }
 };
 

@@ -80,7 +80,7 @@ const QuartDeDisque& quart_de_disque(int rayon) {
     return q;
 }
 
-/// Half the share of a blurred edge, -1/2 outside to 1/2 inside, by the distance from it in pixels.
+/// The share of the shadow at an edge that is blurred, less one half: by the pixels that lie between, negative outside.
 class BordFlou {
   public:
     explicit BordFlou(int flou) : portee_(6 * flou) {
@@ -214,6 +214,7 @@ void Toile::ombre(const Zone& boite, int flou, int opacite) {
     const Zone coeur = intersection(retreci(boite, flou), c);
     const BordFlou& bord = bord_flou(flou);
     std::vector<float> colonnes;
+    colonnes.reserve(static_cast<std::size_t>(c.droite - c.gauche));
     for (int x = c.gauche; x < c.droite; ++x) colonnes.push_back(bord.barre(x, boite.gauche, boite.droite));
     for (int y = c.haut; y < c.bas; ++y) {
         const float force = bord.barre(y, boite.haut, boite.bas) * static_cast<float>(opacite);
