@@ -24,6 +24,7 @@ Target ${CIBLE}
 !define CLE_PROGRAMME "Software\Microsoft\Windows\CurrentVersion\Uninstall\${NOM}"
 !define CLE_DEMARRAGE "Software\Microsoft\Windows\CurrentVersion\Run"
 !define REFUSE 2
+!define ESSAIS 10                  ; 100 ms apart
 !define PAGE_1252 1252
 !define SANS_APPROCHER 0x400      ; WC_NO_BEST_FIT_CHARS
 !define REMPLACE_ET_ECRIT 9       ; MOVEFILE_REPLACE_EXISTING, MOVEFILE_WRITE_THROUGH
@@ -125,8 +126,10 @@ Function ${un}exige_arret
   Call ${un}exige_arret_de
 FunctionEnd
 
-; Likewise for the program $2: its file cannot be opened for writing then.
+; Likewise for the program $2: its file cannot be opened for writing then. What looks at a program that has just been
+; written (a virus scanner, the start menu for its icon) holds it for a moment only.
 Function ${un}exige_arret_de
+  StrCpy $3 ${ESSAIS}
   encore:
   ${IfNot} ${FileExists} "$1\$2"
     Return
@@ -136,6 +139,11 @@ Function ${un}exige_arret_de
   ${IfNot} ${Errors}
     FileClose $0
     Return
+  ${EndIf}
+  IntOp $3 $3 - 1
+  ${If} $3 > 0
+    Sleep 100
+    Goto encore
   ${EndIf}
   StrCpy $erreur "${NOM} est ouvert, ou son dossier est protégé : $1"
   ${If} $2 == "orvalune-cuisine.exe"

@@ -9,8 +9,8 @@ echec() {
     exit 1
 }
 [ -n "$installeur" ] || echec "there is no installer: makensis was missing when the build was configured (package nsis)"
-# Wine does not run its own icacls when there is another one.
-export WINEPREFIX=$essai/windows WINEDLLOVERRIDES="mscoree,mshtml=;icacls.exe=n" WINEDEBUG=-all
+# Wine does not run its own icacls when there is another one, and puts nothing into the menus of this desktop.
+export WINEPREFIX=$essai/windows WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=;icacls.exe=n" WINEDEBUG=-all
 rm -rf "$essai"
 mkdir -p "$WINEPREFIX"
 touch "$essai/ligne"   # the last command line tried as it is
