@@ -206,8 +206,9 @@ int ouvre(const Options& o, bool dossier_utilisable) {
     auto fenetre = cree_fenetre(o);
     if (!fenetre) return rejeu::faute_usage;
     if (!o.rejoue) console::detache();
-    if (prise) prise->ecoute([f = fenetre.get()] { f->vient_devant(); });
+    ecran::Fenetre* const vue = fenetre.get();
     ecran::ouvre_ecran(std::move(fenetre), joue.get());
+    if (prise) ecran::apres_la_premiere_image([&] { prise->ecoute([vue] { vue->vient_devant(); }); });
     const bool bien = sert(dossier_utilisable, joue.get());
     if (prise) prise->cesse();
     reglages::ferme();

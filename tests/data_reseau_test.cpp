@@ -118,22 +118,22 @@ TEST_F(ReseauTest, UneCommandeEstLivreeEntiereEtUneSeuleFois) {
 TEST_F(ReseauTest, LeCatalogueNEstRemplaceQueParUnCatalogueEntier) {
     terrain.pose("worvalune.wdo", "ancien");
     terrain.pose("orvalune.wdo", "entete");
-    EXPECT_FALSE(livraison::copie_catalogue("reseau"));
+    EXPECT_FALSE(livraison::copie_catalogue("reseau").entiere);
     terrain.pose("reseau/worvalune.wdo", "");
     terrain.pose("reseau/orvalune.wdo", "neuf");
-    EXPECT_FALSE(livraison::copie_catalogue("reseau"));
+    EXPECT_FALSE(livraison::copie_catalogue("reseau").entiere);
     EXPECT_EQ(terrain.lis("worvalune.wdo"), "ancien") << "an empty file is one that is just being written";
     EXPECT_EQ(terrain.lis("orvalune.wdo"), "neuf");
-    EXPECT_FALSE(livraison::copie_catalogue("ailleurs"));
-    EXPECT_FALSE(livraison::copie_catalogue(""));
+    EXPECT_FALSE(livraison::copie_catalogue("ailleurs").entiere);
+    EXPECT_FALSE(livraison::copie_catalogue("").entiere);
     EXPECT_FALSE(std::filesystem::exists("w_styl72.wdo"));
 
     terrain.pose("reseau/worvalune.wdo", std::string(3 << 20, 'c'));
-    EXPECT_TRUE(livraison::copie_catalogue("reseau/"));
+    EXPECT_TRUE(livraison::copie_catalogue("reseau/").entiere);
     EXPECT_EQ(terrain.lis("worvalune.wdo").size(), std::size_t{3} << 20);
     const auto quand = std::filesystem::last_write_time("worvalune.wdo") - std::chrono::hours(1);
     std::filesystem::last_write_time("worvalune.wdo", quand);
-    EXPECT_TRUE(livraison::copie_catalogue("reseau"));
+    EXPECT_TRUE(livraison::copie_catalogue("reseau").entiere);
     EXPECT_EQ(std::filesystem::last_write_time("worvalune.wdo"), quand) << "what is the same is not written again";
 }
 

@@ -110,12 +110,12 @@ TEST_F(Occupe, UnFichierTenuDansLeRepertoireReseauNEstNiEcraseNiPerdu) {
     terrain.pose("worvalune.wdo", "ancien");
     terrain.pose("reseau/worvalune.wdo", "neuf");
     Tenu copieur("reseau/worvalune.wdo");
-    EXPECT_FALSE(livraison::copie_catalogue("reseau"));
+    EXPECT_FALSE(livraison::copie_catalogue("reseau").entiere);
     EXPECT_EQ(terrain.lis("worvalune.wdo"), "ancien");
     copieur.lache();
     terrain.pose("reseau/w_styl72.wdo", "choix");
     Tenu styles("reseau/w_styl72.wdo");
-    EXPECT_FALSE(livraison::copie_catalogue("reseau")) << "the choices are to be fetched again";
+    EXPECT_FALSE(livraison::copie_catalogue("reseau").entiere) << "the choices are to be fetched again";
     EXPECT_EQ(terrain.lis("worvalune.wdo"), "neuf");
 }
 

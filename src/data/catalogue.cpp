@@ -147,13 +147,13 @@ std::string ecrit_ligne(const Ligne& ligne) {
     return r + std::string(ligne.texte) + "\r\n";
 }
 
-std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue, const Temoin& temoin) {
+std::unique_ptr<Tables> depuis(std::string entete, std::string catalogue, const Temoin& temoin) {
     auto t = std::make_unique<Tables>();
     t->couleurs_familles = t->couleurs_serveurs = std::string(20, ' ');
-    prend_entete(*t, entete);
-    const auto contenu = std::make_shared<const std::string>(std::move(catalogue));
-    t->contenu = contenu;
-    pour_chaque_ligne(*contenu, [&](std::string_view brute) {
+    t->entete = std::make_shared<const std::string>(std::move(entete));
+    t->contenu = std::make_shared<const std::string>(std::move(catalogue));
+    prend_entete(*t, *t->entete);
+    pour_chaque_ligne(*t->contenu, [&](std::string_view brute) {
         const Ligne l = lis_ligne(brute);
         const Sort sort = range(*t, l);
         if (temoin) temoin(brute, l, sort);
@@ -168,7 +168,7 @@ std::unique_ptr<Tables> lis() {
     std::string entete, contenu;
     prend(fichier_entete, entete);
     const bool lu = prend(fichier_catalogue, contenu);
-    auto t = depuis(entete, std::move(contenu));
+    auto t = depuis(std::move(entete), std::move(contenu));
     t->lu = lu;
     return t;
 }

@@ -29,8 +29,8 @@ struct Tables {
     std::array<std::int16_t, familles_max + 1> nb_articles{};              ///< also counts articles beyond places_max
     std::string liste_tables = "xxx";                                      ///< "xxx001|002|"
     std::string couleurs_familles, couleurs_serveurs;                      ///< a digit per number, then 20 blanks
-    std::shared_ptr<const std::string> contenu;
-    bool lu = false;  ///< the catalogue proper could be read
+    std::shared_ptr<const std::string> entete, contenu;                    ///< both files as they were read
+    bool lu = false;                                                       ///< the catalogue proper could be read
 };
 
 /// Kinds of lines of the catalogue, and one line.
@@ -54,7 +54,7 @@ enum class Sort {
 };
 using Temoin = std::function<void(std::string_view brute, const Ligne&, Sort)>;
 /// Reads the content of both files; `temoin` is told of each line of the catalogue, in order.
-std::unique_ptr<Tables> depuis(std::string_view entete, std::string catalogue, const Temoin& temoin = {});
+std::unique_ptr<Tables> depuis(std::string entete, std::string catalogue, const Temoin& temoin = {});
 /// Reads both files of the working directory into fresh tables.
 std::unique_ptr<Tables> lis();
 /// Reads the files and puts the tables in the place of the present ones, unless these would be lost to a file that

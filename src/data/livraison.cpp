@@ -282,14 +282,29 @@ bool est_la_sienne(const Lieu& lieu, const Local& local, const std::vector<std::
     return false;
 }
 
-Issue copie(const std::string& repertoire, std::string_view nom) {
+/// `neuve` is set when the local file is not what it was.
+Issue copie(const std::string& repertoire, std::string_view nom, const std::string* lu, bool& neuve) {
     const std::string source = fichiers::joint(repertoire, nom);
     std::string distant, local;
     const Issue lecture = fichiers::lis_tout(source, distant);
     if (lecture != Issue::fait) return lecture;
     if (distant.empty() || fichiers::longueur(source) != distant.size()) return Issue::absent;
-    if (fichiers::lis_tout(nom, local) == Issue::fait && local == distant) return Issue::fait;
-    return fichiers::ecrit_tout(nom, distant, fichiers::Remplace::oui);
+    if (lu == nullptr && fichiers::lis_tout(nom, local) == Issue::fait) lu = &local;
+    if (lu != nullptr && *lu == distant) return Issue::fait;
+    const Issue ecriture = fichiers::ecrit_tout(nom, distant, fichiers::Remplace::oui);
+    neuve = neuve || ecriture == Issue::fait;
+    return ecriture;
+}
+
+/// Where a file of the working directory belongs; null: nowhere.
+std::vector<std::string>* liste_de(Local& l, std::string_view n) {
+    if (finit_par(n, fin_en_attente)) return &l.en_attente;
+    if (finit_par(n, fin_ancienne)) return &l.anciennes;
+    if (lis_marque(n)) return &l.marques;
+    if (n.ends_with(fin_gardee) && !nom_garde(n).empty()) return &l.gardees;
+    if (n.ends_with(fin_a_verifier) && nom_de(n).ends_with('.')) return &l.a_verifier;
+    if (finit_par(n, fichiers::suffixe_temporaire.substr(1))) return &l.temporaires;
+    return nullptr;
 }
 
 }  // namespace
@@ -321,22 +336,14 @@ std::optional<Local> liste_locale() {
     std::sort(noms->begin(), noms->end());
     Local r;
     for (std::string& n : *noms) {
-        std::vector<std::string>* liste = finit_par(n, fin_en_attente)                              ? &r.en_attente
-                                          : finit_par(n, fin_ancienne)                              ? &r.anciennes
-                                          : lis_marque(n)                                           ? &r.marques
-                                          : n.ends_with(fin_gardee) && !nom_garde(n).empty()        ? &r.gardees
-                                          : n.ends_with(fin_a_verifier) && nom_de(n).ends_with('.') ? &r.a_verifier
-                                                                                                    : nullptr;
-        if (liste != nullptr) liste->push_back(std::move(n));
+        if (std::vector<std::string>* liste = liste_de(r, n)) liste->push_back(std::move(n));
     }
     return r;
 }
 
-void retire_temporaires() {
-    const auto local = liste_locale();
-    if (!local) return;
-    const Noms marquees = temporaires_marques(*local);
-    for (const std::string& f : fichiers::liste(".", "*" + std::string(fichiers::suffixe_temporaire))) {
+void retire_temporaires(const Local& local) {
+    const Noms marquees = temporaires_marques(local);
+    for (const std::string& f : local.temporaires) {
         if (!marquees.contains(f)) static_cast<void>(fichiers::supprime(f));
     }
 }
@@ -373,15 +380,18 @@ std::string empreinte_du_catalogue(const std::string& repertoire) {
     return r;
 }
 
-bool copie_catalogue(const std::string& repertoire) {
-    if (repertoire.empty()) return false;
+Copie copie_catalogue(const std::string& repertoire, const Lus& lus) {
+    Copie r;
+    if (repertoire.empty()) return r;
+    const std::string* deja_lus[] = {nullptr, lus.entete.get(), lus.catalogue.get()};
     Issue issue = Issue::absent;
     bool tenu = false;
-    for (const std::string_view nom : fichiers_du_catalogue) {
-        issue = copie(repertoire, nom);
+    for (std::size_t n = 0; n < std::size(fichiers_du_catalogue); ++n) {
+        issue = copie(repertoire, fichiers_du_catalogue[n], deja_lus[n], r.neuve);
         tenu = tenu || issue == Issue::occupe;
     }
-    return issue == Issue::fait && !tenu;
+    r.entiere = issue == Issue::fait && !tenu;
+    return r;
 }
 
 std::optional<std::vector<Constat>> fait_le_point(const Lieu& lieu, const Local& local,

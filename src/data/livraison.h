@@ -9,6 +9,7 @@
 // Whoever finds a mark knows: while its temporary file is there, 3 is next; when it is gone, 4 is.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,13 +37,14 @@ std::string nom_marque(std::string_view fichier);
 /// Whether the name of a file ends so; letter case is ignored.
 bool finit_par(std::string_view fichier, std::string_view fin);
 
-/// The orders of the working directory by their names, each list in name order.
+/// The orders of the working directory by their names, and what writing left unfinished; each list in name order.
 struct Local {
-    std::vector<std::string> en_attente;  ///< whole file names: the end may be in either letter case
-    std::vector<std::string> gardees;     ///< whole file names; deposited, and not known to be collected
-    std::vector<std::string> a_verifier;  ///< whole file names
-    std::vector<std::string> marques;     ///< whole file names
-    std::vector<std::string> anciennes;   ///< marks of versions up to 2.01, which repeat a delivered order; likewise
+    std::vector<std::string> en_attente;   ///< whole file names: the end may be in either letter case
+    std::vector<std::string> gardees;      ///< whole file names; deposited, and not known to be collected
+    std::vector<std::string> a_verifier;   ///< whole file names
+    std::vector<std::string> marques;      ///< whole file names
+    std::vector<std::string> anciennes;    ///< marks of versions up to 2.01, which repeat a delivered order; likewise
+    std::vector<std::string> temporaires;  ///< of any file
 };
 /// Lists the working directory; nothing when it cannot be read.
 std::optional<Local> liste_locale();
@@ -54,7 +56,7 @@ struct Lieu {
 };
 
 /// Removes the temporary files that a power cut left behind in the working directory, but those that a mark names.
-void retire_temporaires();
+void retire_temporaires(const Local& local);
 
 /// What is known of a network directory: that this tablet has delivered there, and whether a share was mounted then.
 struct Connu {
@@ -68,10 +70,17 @@ Connu connait(const Lieu& lieu, const Local& local);
 std::optional<fichiers::Trouve> ecrit_sonde(const std::string& repertoire, int record, const std::string& date,
                                             Connu connu = {});
 
+/// Files of the working directory as they were read just now; null: not read.
+struct Lus {
+    std::shared_ptr<const std::string> entete, catalogue;
+};
+struct Copie {
+    bool entiere = false;  ///< the catalogue itself is here and whole, and no file was kept by another program
+    bool neuve = false;    ///< a file is not what it was
+};
 /// Copies the style and catalogue files into the working directory; what cannot be read, or is empty because it is just
-/// being written, leaves the local file as it is. True when the catalogue itself is here and whole, and no other
-/// program has kept one of the files from being copied.
-bool copie_catalogue(const std::string& repertoire);
+/// being written, leaves the local file as it is. Those in `lus` are not read again.
+Copie copie_catalogue(const std::string& repertoire, const Lus& lus = {});
 /// A text that changes when these files do.
 std::string empreinte_du_catalogue(const std::string& repertoire);
 

@@ -61,7 +61,7 @@ const Reglage* reglage_de(int record) {
     return i == std::end(reglages_connus) ? nullptr : i;
 }
 
-/// One reading serves all settings until the next refresh, or the next write; one that failed is tried again.
+/// One reading serves all settings until the next refresh, or a write that failed; one that failed is tried again.
 void relis() {
     contenu.reset();
     if (!fichier) return;
@@ -77,6 +77,25 @@ std::optional<std::string> lis(int record) {
     if (!contenu || record < 1) return std::nullopt;
     const std::size_t debut = static_cast<std::size_t>(record - 1) * longueur_record;
     return texte::complete(texte::colonnes(*contenu, debut + 1, longueur_record), longueur_record);
+}
+
+/// What was read stays true: it takes what was written over.
+void retient(std::size_t record, std::string_view valeur) {
+    const std::size_t debut = (record - 1) * longueur_record;
+    contenu->resize(std::max(contenu->size(), debut + longueur_record), ' ');
+    contenu->replace(debut, longueur_record, texte::complete(valeur, longueur_record));
+}
+
+fichiers::Issue pose(int record, std::string_view valeur, fichiers::Tampon tampon) {
+    if (!fichier) return fichiers::Issue::absent;
+    if (record < 1 || record > record_max) return fichiers::Issue::refuse;
+    const auto numero = static_cast<std::size_t>(record);
+    const fichiers::Issue ecriture = fichier->ecrit(numero, valeur, tampon);
+    if (contenu && ecriture == fichiers::Issue::fait)
+        retient(numero, valeur);
+    else
+        relis();
+    return ecriture;
 }
 
 int lis_nombre(std::string_view record) {
@@ -126,10 +145,11 @@ int nombre(int record) {
     const Reglage* reglage = reglage_de(record);
     const auto lu = lis(record);
     const std::string t = lu.value_or("");
-    const bool pose = t.starts_with(marque);
-    if (!reglage) return pose ? lis_nombre(t) : 0;
-    if (!pose && lu) static_cast<void>(ecrit(record, reglage->defaut));
-    const int n = pose ? lis_nombre(t) : 0;
+    const bool deja = t.starts_with(marque);
+    if (!reglage) return deja ? lis_nombre(t) : 0;
+    // What a power cut takes of it is written again.
+    if (!deja && lu) static_cast<void>(pose(record, reglage->defaut, fichiers::Tampon::laisse));
+    const int n = deja ? lis_nombre(t) : 0;
     return n < reglage->min ? lis_nombre(reglage->defaut) : std::min(n, reglage->max);
 }
 
@@ -151,11 +171,7 @@ std::int32_t couleur(int record) {
 }
 
 fichiers::Issue ecrit(int record, std::string_view valeur) {
-    if (!fichier) return fichiers::Issue::absent;
-    if (record < 1 || record > record_max) return fichiers::Issue::refuse;
-    const fichiers::Issue ecriture = fichier->ecrit(static_cast<std::size_t>(record), valeur);
-    relis();
-    return ecriture;
+    return pose(record, valeur, fichiers::Tampon::vide);
 }
 
 bool resolution_choisie() {

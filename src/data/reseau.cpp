@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "data/catalogue.h"
 #include "data/commande.h"
 #include "data/etat.h"
 #include "data/journal.h"
@@ -36,7 +37,7 @@ struct Connexion {
     bool au_demarrage = false;                  ///< the start waits for the catalogue
     bool catalogue_venu = false;                ///< it has come whole, and is still the one that the network has
     std::string empreinte;                      ///< of the catalogue that has come
-    bool catalogue_frais = false;               ///< it has come since it was last read
+    bool catalogue_frais = false;               ///< another one has come since it was last read
     bool point_fait = false;                    ///< what an earlier run did not end has been ended
     std::set<std::string> attentes;             ///< files of orders that wait, in name order
     std::map<std::string, std::string> fautes;  ///< by order, what the journal has told of it last
@@ -85,9 +86,9 @@ livraison::Lieu lieu() {
     return {etat::repertoire_reseau, commande::identite(), connexion.partage == etat::repertoire_reseau};
 }
 
-/// What the working directory holds now; nothing when it cannot be listed, and nothing may be delivered then.
-std::optional<livraison::Local> regarde_ici() {
-    auto local = livraison::liste_locale();
+/// What the working directory holds now, taken over from its listing; nothing when it cannot be listed, and nothing may
+/// be delivered then.
+std::optional<livraison::Local> regarde_ici(std::optional<livraison::Local> local = livraison::liste_locale()) {
     if (!local) return local;
     connexion.deposees = static_cast<int>(local->gardees.size());
     std::erase_if(connexion.remises, [&](const auto& r) {
@@ -203,19 +204,22 @@ void livre_la_suivante();
 void cherche_catalogue() {
     passe_en_cours.catalogue = passe_en_cours.catalogue_vu = true;
     struct Venu {
-        bool entier = false;
+        livraison::Copie copie;
         std::string empreinte;
     };
     auto venu = std::make_shared<Venu>();
-    ouvrier::lance({[repertoire = etat::repertoire_reseau, venu] {
+    livraison::Lus lus;
+    if (connexion.au_demarrage) lus = {catalogue::courant().entete, catalogue::courant().contenu};
+    ouvrier::lance({[repertoire = etat::repertoire_reseau, venu, lus] {
                         venu->empreinte = livraison::empreinte_du_catalogue(repertoire);
-                        venu->entier = livraison::copie_catalogue(repertoire);
+                        venu->copie = livraison::copie_catalogue(repertoire, lus);
                     },
                     [venu](ouvrier::Reponse reponse) {
                         if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
-                        connexion.catalogue_venu = connexion.catalogue_venu || venu->entier;
-                        if (venu->entier) connexion.empreinte = venu->empreinte;
-                        connexion.catalogue_frais = connexion.catalogue_frais || venu->entier;
+                        const auto [entiere, neuve] = venu->copie;
+                        connexion.catalogue_venu = connexion.catalogue_venu || entiere;
+                        if (entiere) connexion.empreinte = venu->empreinte;
+                        connexion.catalogue_frais = connexion.catalogue_frais || neuve;
                         livre_la_suivante();
                     },
                     limite_copie_ms});
@@ -334,6 +338,26 @@ bool lance_sonde(livraison::Connu connu) {
                            limite_sonde_ms});
 }
 
+/// What is kept in mind for the files goes there.
+void enregistre() {
+    suivi::enregistre();
+    journal::ecrit();
+}
+
+void commence_une_passe(std::optional<livraison::Local> local) {
+    if (etat::hors_ligne) connexion.joignable = false;
+    if (etat::hors_ligne || !local) return;
+    if (connexion.regarde) {
+        connexion.passe_voulue = true;
+        return ouvrier::presse(limite_sonde_ms);
+    }
+    if (lance_sonde(livraison::connait(lieu(), *local))) {
+        passe_en_cours = {};
+        passe_en_cours.local = std::move(*local);
+    }
+    passe_en_cours.a_completer = true;
+}
+
 }  // namespace
 
 bool repertoire_connu() {
@@ -383,9 +407,11 @@ void commence_la_connexion() {
     const auto dit = connexion.au_journal;
     connexion = {};
     connexion.au_journal = dit;
-    if (const auto local = livraison::liste_locale()) retrouve_les_remises(*local);
+    auto local = livraison::liste_locale();
+    if (local) retrouve_les_remises(*local);
     connexion.au_demarrage = true;
-    passe();
+    enregistre();
+    commence_une_passe(regarde_ici(std::move(local)));
 }
 
 void attend_la_connexion() {
@@ -395,21 +421,9 @@ void attend_la_connexion() {
 }
 
 void passe() {
-    suivi::enregistre();
-    journal::ecrit();
+    enregistre();
     ouvrier::traite_reponses();  // what has ended late has changed the files
-    auto local = regarde_ici();
-    if (etat::hors_ligne) connexion.joignable = false;
-    if (etat::hors_ligne || !local) return;
-    if (connexion.regarde) {
-        connexion.passe_voulue = true;
-        return ouvrier::presse(limite_sonde_ms);
-    }
-    if (lance_sonde(livraison::connait(lieu(), *local))) {
-        passe_en_cours = {};
-        passe_en_cours.local = std::move(*local);
-    }
-    passe_en_cours.a_completer = true;
+    commence_une_passe(regarde_ici());
 }
 
 void regarde_la_cuisine() {

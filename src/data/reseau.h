@@ -32,7 +32,8 @@ bool attend_la_cuisine();
 /// Orders that wait in the working directory, as the last passe() saw it and its deliveries left it.
 int commandes_en_attente();
 
-/// Begins the first look at the network. The waiter may be shown something meanwhile.
+/// Begins the first look at the network. The waiter may be shown something meanwhile, and the catalogue of the tablet
+/// be read.
 void commence_la_connexion();
 /// Waits at most 100 ms for the probe of that look and, when it answers, up to 2 s for the catalogue.
 void attend_la_connexion();
@@ -42,7 +43,7 @@ void passe();
 /// Looks whether deposited orders have been collected, without the test and the deliveries of a pass. Does nothing when
 /// there are none, or while anything else is under way.
 void regarde_la_cuisine();
-/// Whether fresh catalogue files have come since the last call.
+/// Whether other catalogue files than before have come since the last call.
 bool catalogue_frais();
 
 /// Tells the router who this tablet is: a file with its identification code. `suite` learns whether it was written, now

@@ -101,8 +101,10 @@ std::vector<Style> depuis(std::string_view contenu) {
 bool init_styles() {
     if (tenus::attend(nom_fichier)) return false;
     std::string contenu;
-    const fichiers::Issue lecture = tenus::note(nom_fichier, fichiers::lis_tout(nom_fichier, contenu));
+    fichiers::Issue lecture =
+        tenus::note(nom_fichier, fichiers::lis_debut(nom_fichier, marque_initialise.size(), contenu));
     if (lecture == fichiers::Issue::fait && est_initialise(contenu)) return true;
+    if (lecture == fichiers::Issue::fait) lecture = fichiers::lis_tout(nom_fichier, contenu);
     if (lecture != fichiers::Issue::fait && lecture != fichiers::Issue::absent) return false;
     // All at once: a file that stopped behind its first record would count as initialised for ever.
     return fichiers::ecrit_tout(nom_fichier, contenu_initial(contenu), fichiers::Remplace::oui) ==

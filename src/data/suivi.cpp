@@ -4,7 +4,6 @@
 #include <iterator>
 #include <optional>
 
-#include "data/livraison.h"
 #include "data/nombres.h"
 #include "platform/systeme/texte.h"
 
@@ -157,33 +156,30 @@ struct Fichier {
     Etat etat;
 };
 
-/// The orders that the working directory holds, and the state that their files tell; nothing when it cannot be read.
-std::optional<std::vector<Fichier>> cherche_fichiers() {
+/// The orders that the working directory holds, and the state that their files tell.
+std::vector<Fichier> cherche_fichiers(const livraison::Local& local) {
     std::vector<Fichier> r;
-    const auto local = livraison::liste_locale();
-    if (!local) return std::nullopt;
-    for (const auto& f : local->en_attente) {
+    for (const auto& f : local.en_attente) {
         const std::string nom(livraison::nom_de(f));
-        const bool marquee = std::any_of(local->marques.begin(), local->marques.end(),
+        const bool marquee = std::any_of(local.marques.begin(), local.marques.end(),
                                          [&](const std::string& m) { return livraison::nom_marque(m) == nom; });
         // Handed over, but its file could not be put away.
         r.push_back({nom, f, marquee && est_deposee(nom) ? Etat::deposee : Etat::en_attente});
     }
-    for (const auto& f : local->gardees) r.push_back({livraison::nom_garde(f), f, Etat::deposee});
-    for (const auto& f : local->a_verifier) r.push_back({std::string(livraison::nom_de(f)), f, Etat::a_verifier});
+    for (const auto& f : local.gardees) r.push_back({livraison::nom_garde(f), f, Etat::deposee});
+    for (const auto& f : local.a_verifier) r.push_back({std::string(livraison::nom_de(f)), f, Etat::a_verifier});
     std::sort(r.begin(), r.end(), [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });
     return r;
 }
 
 }  // namespace
 
-void charge() {
+void charge(const std::optional<livraison::Local>& local) {
     liste.clear();
     change = false;
     lis_fichier();
-    auto fichiers_presents = cherche_fichiers();
-    if (!fichiers_presents) return;
-    std::vector<Fichier>& presents = *fichiers_presents;
+    if (!local) return;
+    std::vector<Fichier> presents = cherche_fichiers(*local);
     const auto present = [&](const std::string& nom) {
         return std::binary_search(presents.begin(), presents.end(), Fichier{nom, "", {}},
                                   [](const Fichier& a, const Fichier& b) { return a.nom < b.nom; });

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "data/livraison.h"
 #include "platform/systeme/fichiers.h"
 #include "platform/systeme/horloge.h"
 
@@ -36,10 +37,10 @@ struct Ligne {
     std::int64_t depuis_ms = 0;  ///< the same in horloge::millisecondes(), which no set clock changes
 };
 
-/// Reads the list and brings it in line with the files of the working directory: a deposited order whose text is
-/// gone has been collected, a waiting one whose file is gone is to be checked, and an order without a line gets one at
-/// the end. Where the files cannot be listed nothing is concluded.
-void charge();
+/// Reads the list and brings it in line with the files of the working directory, as listed: a deposited order whose
+/// text is gone has been collected, a waiting one whose file is gone is to be checked, and an order without a line gets
+/// one at the end. Where the files cannot be listed nothing is concluded.
+void charge(const std::optional<livraison::Local>& local = livraison::liste_locale());
 /// Oldest first.
 const std::vector<Ligne>& lignes();
 

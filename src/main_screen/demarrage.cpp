@@ -131,8 +131,9 @@ void prend_repertoire() {
 void prepare_fichiers() {
     if (fichiers_prets) return;
     if (!deja_fait) {
-        livraison::retire_temporaires();
-        suivi::charge();
+        const auto local = livraison::liste_locale();
+        if (local) livraison::retire_temporaires(*local);
+        suivi::charge(local);
     }
     const bool choix = styles::init_styles(), touches = programme_touches::prepare();
     fichiers_prets = !tenus::est_tenu(styles::nom_fichier) && !tenus::est_tenu(programme_touches::nom_fichier);
@@ -146,6 +147,7 @@ void prend_catalogue() {
         bandeau::annonce_etat("Lecture du catalogue…"_t);
         reseau::commence_la_connexion();
         ecran::peint_maintenant();  // meanwhile
+        catalogue::charge_catalogue();
         reseau::attend_la_connexion();
     }
     if (!reseau::catalogue_frais() && catalogue::catalogue_charge) return;

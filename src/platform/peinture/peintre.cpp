@@ -311,6 +311,12 @@ std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& 
     return p.zones;
 }
 
+void Peintre::prepare() {
+    const auto sans_pixels = [](const Tableau& t) { return t.image.pixels.empty(); };
+    const auto t = std::ranges::find_if(interne_->tableaux, sans_pixels);
+    if (t != interne_->tableaux.end()) static_cast<void>(t->reserve());  // tried again when it is needed
+}
+
 void Peintre::oublie() {
     interne_->montre->peint = false;
 }

@@ -53,9 +53,6 @@ std::unique_ptr<Fichier> cree_temporaire(std::string_view chemin, std::string& n
     return f;
 }
 
-/// Whether what was written is put on the medium before the file is closed.
-enum class Tampon { vide, laisse };
-
 /// Fills and closes a new file; the first failure counts, and nothing is flushed twice.
 Issue remplit(Fichier& f, std::string_view contenu, Tampon tampon = Tampon::vide) {
     Issue issue = f.ecrit(0, contenu);
@@ -104,16 +101,16 @@ class Records final : public FichierRecords {
         return r;
     }
 
-    Issue ecrit(std::size_t numero, std::string_view contenu) override {
+    Issue ecrit(std::size_t numero, std::string_view contenu, Tampon tampon) override {
         if (numero == 0) return Issue::panne;
         const std::uint64_t debut = std::min(fichier_->longueur(), place(numero));
         std::string octets;
         octets.reserve(static_cast<std::size_t>(place(numero) - debut) + taille_);
         for (std::uint64_t i = debut; i < place(numero); ++i) octets += vide_[static_cast<std::size_t>(i % taille_)];
-        return ecrit_a(debut, octets + texte::complete(contenu, taille_));
+        return ecrit_a(debut, octets + texte::complete(contenu, taille_), tampon);
     }
 
-    Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu); }
+    Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu, Tampon::vide); }
 
   private:
     std::unique_ptr<Fichier> fichier_;
@@ -123,10 +120,10 @@ class Records final : public FichierRecords {
     std::uint64_t place(std::size_t numero) const { return static_cast<std::uint64_t>(numero - 1) * taille_; }
 
     /// What a failed write has added is cut off again: half a record would read as another value.
-    Issue ecrit_a(std::uint64_t debut, std::string_view octets) {
+    Issue ecrit_a(std::uint64_t debut, std::string_view octets, Tampon tampon) {
         const std::uint64_t avant = fichier_->longueur();
         const Issue i = fichier_->ecrit(debut, octets);
-        if (i == Issue::fait) return fichier_->vide_tampon();
+        if (i == Issue::fait) return tampon == Tampon::vide ? fichier_->vide_tampon() : i;
         if (fichier_->longueur() > avant) static_cast<void>(fichier_->tronque(avant));
         return i;
     }
@@ -242,6 +239,17 @@ Issue lis_tout(std::string_view chemin, std::string& contenu, std::uint64_t born
     if (total > borne) return Issue::trop_long;
     lu.resize(total);
     contenu = std::move(lu);
+    return Issue::fait;
+}
+
+Issue lis_debut(std::string_view chemin, std::size_t nombre, std::string& contenu) {
+    Issue issue = Issue::panne;
+    const auto f = Fichier::ouvre(chemin, Fichier::Ouverture::lecture, issue);
+    if (!f) return issue;
+    std::string lu(nombre, '\0');
+    const std::int64_t lus = f->lis(0, lu.data(), nombre);
+    if (lus < 0) return Issue::panne;
+    contenu = lu.substr(0, static_cast<std::size_t>(lus));
     return Issue::fait;
 }
 
