@@ -5,6 +5,7 @@
 
 #include <array>
 #include <functional>
+#include <memory_resource>
 #include <vector>
 
 #include "platform/ecran/fenetre.h"
@@ -46,6 +47,39 @@ struct Vitre final : Fenetre {
         return evenement;
     }
     void montre(const Image&, std::span<const Zone>) override {}
+    void reveille() override {}
+    void vient_devant() override {}
+};
+
+/// A window that is looked at. Each time it waits it notes how many pictures have memory by then.
+struct Vue final : Fenetre {
+    struct Compte final : std::pmr::memory_resource {
+        int images = 0;
+        void* do_allocate(std::size_t taille, std::size_t a) override {
+            ++images;
+            return std::pmr::new_delete_resource()->allocate(taille, a);
+        }
+        void do_deallocate(void* p, std::size_t taille, std::size_t a) override {
+            std::pmr::new_delete_resource()->deallocate(p, taille, a);
+        }
+        bool do_is_equal(const memory_resource& autre) const noexcept override { return this == &autre; }
+    };
+    Compte compte;
+    std::vector<Evenement> suite;
+    std::vector<int>& images;
+    int& montrees;
+    Vue(std::vector<Evenement> s, std::vector<int>& i, int& m) : suite(std::move(s)), images(i), montrees(m) {}
+    TailleEcran taille() const override { return {400, 300, 1}; }
+    bool se_voit() const override { return true; }
+    std::pmr::memory_resource* memoire() override { return &compte; }
+    Evenement attend(int) override {
+        images.push_back(compte.images);
+        if (suite.empty()) termine();
+        const Evenement e = suite.front();
+        suite.erase(suite.begin());
+        return e;
+    }
+    void montre(const Image&, std::span<const Zone>) override { ++montrees; }
     void reveille() override {}
     void vient_devant() override {}
 };
@@ -129,6 +163,30 @@ TEST_F(Boucle, UnDoigtQuiRebonditNeTouchePasDeuxFois) {
     EXPECT_EQ(ouvertures_de(tourne, {{0, 50}, {10, 50}, {189, 50}, {1, 50}}), 2);
     forme.tourne_des_pages = false;
     EXPECT_EQ(ouvertures_de(tourne, {{0, 50}, {10, 50}, {10, 50}}), 3) << "a keyboard's letters are typed fast";
+}
+
+/// A page that a touch turns over: its picture has its memory before the finger is lifted, and none before a finger
+/// comes. What may wait does until there is something to see.
+TEST_F(Boucle, CeQuiEstLongSeFaitQuandPersonneNAttend) {
+    Controle& page = forme.ajoute({.nom = "page", .genre = Genre::bouton, .cadre = forme.cadre, .role = Role::action});
+    page.au_toucher = [&] { page.aspect.texte += "Une autre page "; };
+    forme.tourne_des_pages = false;  // a second touch right after the first counts
+    std::vector<int> images;
+    int montrees = 0;
+    std::vector<int> ensuite;
+    ouvre_ecran(std::make_unique<Vue>(std::vector<Evenement>{{Sorte::appui, 50, 50},
+                                                             {Sorte::relache, 50, 50},
+                                                             {Sorte::appui, 50, 50},
+                                                             {Sorte::relache, 50, 50},
+                                                             {Sorte::appui, 50, 50}},
+                                      images, montrees),
+                nullptr);
+    apres_la_premiere_image([&] { ensuite.push_back(montrees); });
+    EXPECT_THROW(montre_modal(forme), FinDuProgramme);
+    ferme_ecran();
+    EXPECT_EQ(page.aspect.texte, "Une autre page Une autre page ");
+    EXPECT_EQ(images, (std::vector<int>{1, 2, 2, 3, 3, 3}));
+    EXPECT_EQ(ensuite, std::vector<int>{1});
 }
 
 TEST_F(Boucle, LArretDuSystemeEstAnnonceUneFois) {
