@@ -65,15 +65,16 @@ struct Vue final : Fenetre {
         bool do_is_equal(const memory_resource& autre) const noexcept override { return this == &autre; }
     };
     Compte compte;
-    std::vector<Evenement> suite;
+    std::vector<Evenement> suite;  ///< each comes as late as the loop waits for it
     std::vector<int>& images;
     int& montrees;
     Vue(std::vector<Evenement> s, std::vector<int>& i, int& m) : suite(std::move(s)), images(i), montrees(m) {}
     TailleEcran taille() const override { return {400, 300, 1}; }
     bool se_voit() const override { return true; }
     std::pmr::memory_resource* memoire() override { return &compte; }
-    Evenement attend(int) override {
+    Evenement attend(int ms) override {
         images.push_back(compte.images);
+        if (ms > 0) return horloge::avance(ms), Evenement{};
         if (suite.empty()) termine();
         const Evenement e = suite.front();
         suite.erase(suite.begin());
@@ -171,6 +172,7 @@ TEST_F(Boucle, CeQuiEstLongSeFaitQuandPersonneNAttend) {
     Controle& page = forme.ajoute({.nom = "page", .genre = Genre::bouton, .cadre = forme.cadre, .role = Role::action});
     page.au_toucher = [&] { page.aspect.texte += "Une autre page "; };
     forme.tourne_des_pages = false;  // a second touch right after the first counts
+    horloge::rend_virtuelle({});
     std::vector<int> images;
     int montrees = 0;
     std::vector<int> ensuite;
@@ -185,7 +187,8 @@ TEST_F(Boucle, CeQuiEstLongSeFaitQuandPersonneNAttend) {
     EXPECT_THROW(montre_modal(forme), FinDuProgramme);
     ferme_ecran();
     EXPECT_EQ(page.aspect.texte, "Une autre page Une autre page ");
-    EXPECT_EQ(images, (std::vector<int>{1, 2, 2, 3, 3, 3}));
+    horloge::rend_reelle();
+    EXPECT_EQ(images, (std::vector<int>{1, 1, 2, 2, 2, 3, 3, 3, 3}));
     EXPECT_EQ(ensuite, std::vector<int>{1});
 }
 

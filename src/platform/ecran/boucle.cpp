@@ -22,6 +22,7 @@ struct Doigt {
     int x = 0, y = 0;            ///< where it came down, twips of the form
     int premiere_ligne = 0;      ///< first row of the grid at that moment
     std::int64_t maintien = -1;  ///< when the hold counts next, -1: it has, or the control has none
+    std::int64_t repos = -1;     ///< when what its lifting will show is made ready, -1: it is
     int actes = 0;               ///< how often it has acted: then letting go does nothing
     bool dessus = false;         ///< still on what it pressed
     bool fait_defiler = false;   ///< it drags the list and touches nothing any more
@@ -57,6 +58,8 @@ std::unique_ptr<Ecran> ecran;
 
 /// A finger that moves further than this drags the list: 20 pixels of a 10-inch tablet.
 constexpr int seuil_defilement = 300;
+/// By then the pressed key has come to light, and hardly a finger has been lifted.
+constexpr int repos_ms = 20;
 /// A finger that bounces comes down again within this time and distance: 9 mm of such a tablet.
 constexpr int duree_rebond_ms = 200, distance_rebond = 795;
 
@@ -93,7 +96,6 @@ void met_a_jour_image() {
     if (d.forme != nullptr && d.dessus && !d.fait_defiler) appui = {d.forme, d.touche};
     const auto zones = ecran->peintre.peint(ecran->pile, appui);
     if (!zones.empty()) ecran->fenetre->montre(ecran->peintre.image(), zones);
-    if (appui.forme != nullptr) ecran->peintre.prepare();
     if (ecran->premiere_image) std::exchange(ecran->premiere_image, {})();
 }
 
@@ -143,6 +145,7 @@ void pose_doigt(int x, int y) {
     d.premiere_ligne = d.touche.controle->grille.premiere_ligne;
     const int tenue = d.touche.controle->duree_de_la_tenue();
     if (tenue >= 0) d.maintien = horloge::millisecondes() + tenue;
+    if (ecran->fenetre->se_voit()) d.repos = horloge::millisecondes() + repos_ms;
     ecran->doigt = d;
     suit_le_doigt(d, d.x, d.y);
 }
@@ -443,7 +446,12 @@ double echelle_courante() {
 }
 
 bool tire_minuterie(std::int64_t jusqua) {
-    const Doigt& d = ecran->doigt;
+    Doigt& d = ecran->doigt;
+    if (d.forme != nullptr && d.repos >= 0 && d.repos <= jusqua) {
+        d.repos = -1;
+        ecran->peintre.prepare();
+        return true;
+    }
     if (d.forme != nullptr && d.maintien >= 0 && d.maintien <= jusqua && d.dessus && !d.fait_defiler) {
         tient_le_doigt();
         return true;
@@ -460,7 +468,10 @@ std::int64_t prochaine_echeance() {
     const auto compte = [&](std::int64_t t) {
         if (t >= 0 && (proche < 0 || t < proche)) proche = t;
     };
-    if (ecran->doigt.forme != nullptr) compte(ecran->doigt.maintien);
+    if (ecran->doigt.forme != nullptr) {
+        compte(ecran->doigt.repos);
+        compte(ecran->doigt.maintien);
+    }
     if (const Minuterie* m = prochaine_minuterie(); m != nullptr) compte(m->echeance);
     return proche;
 }
