@@ -43,12 +43,13 @@ instructions() {
 statut=0 neuf=
 while read -r nom permis; do
     compte=$(instructions "$nom") || exit 1
+    [[ $compte =~ ^[1-9][0-9]*$ ]] || { echo "$nom: valgrind has counted nothing" >&2 && exit 1; }
     neuf+="$nom $compte"$'\n'
     ecart=$(((compte - permis) * 1000 / permis))
     verdict=
-    if [ "$ecart" -gt 50 ]; then
+    if [ $((compte * 100)) -gt $((permis * 105)) ]; then
         verdict="TOO MANY" statut=1
-    elif [ "$ecart" -lt -50 ]; then
+    elif [ $((compte * 100)) -lt $((permis * 95)) ]; then
         verdict="fewer: bench/budget.sh --renouvelle"
     fi
     signe=+ part=$ecart

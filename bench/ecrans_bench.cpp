@@ -2,6 +2,7 @@
 // painter together.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -31,6 +32,7 @@ struct Doigt {
     const char* nom;
     int ligne = -1, colonne = -1;
     int glisse = 0;
+    bool compte = true;  ///< otherwise it only leads on to the next one
 };
 
 /// How a screen is reached, and what is then done on it again and again.
@@ -78,20 +80,22 @@ class Mesure final : public ecran::Pilote {
 
     /// A finger has been lifted; the next one comes down when guards and timers have had their time.
     Evenement repos(Horloge::time_point maintenant) {
-        if (mesure_) compte(maintenant - debut_);
+        const std::size_t nombre = essai_.doigts.size();
+        if (mesure_) compte(maintenant - debut_, essai_.doigts[(doigt_ + nombre - 1) % nombre]);
         mesure_ = true;
         if (doigt_ == 0 && !etat_.KeepRunning()) throw ecran::FinDuProgramme{ecran::FinDuProgramme::Cause::coupure};
         horloge::avance(400);
         while (ecran::tire_minuterie(horloge::millisecondes())) continue;
         pose(essai_.doigts[doigt_]);
-        doigt_ = (doigt_ + 1) % essai_.doigts.size();
+        doigt_ = (doigt_ + 1) % nombre;
         return {};
     }
 
-    void compte(Horloge::duration d) {
-        duree_ += d;
+    void compte(Horloge::duration d, const Doigt& doigt) {
+        if (doigt.compte) duree_ += d;
         if (doigt_ != 0) return;
-        const double parts = essai_.ensemble ? 1 : static_cast<double>(essai_.doigts.size());
+        const auto comptes = std::ranges::count(essai_.doigts, true, &Doigt::compte);
+        const double parts = essai_.ensemble ? 1 : static_cast<double>(comptes);
         etat_.SetIterationTime(std::chrono::duration<double>(duree_).count() / parts);
         duree_ = {};
     }
@@ -126,9 +130,9 @@ void joue(benchmark::State& etat, const Essai& essai) {
     banc::rend_le_monde();
 }
 
-#define PAGE                                                                                                   \
-    "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche g2 0 5\ntouche g2 0 1\ntouche " \
-    "\"Viandes\"\n"
+#define FAMILLES "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche g2 0 5\ntouche g2 0 1\n"
+#define PAGE FAMILLES "touche \"Viandes\"\n"
+constexpr const char* vers_les_familles = FAMILLES "verifie g2 0 5 \"Accueil\"\n";
 constexpr const char* vers_une_page = PAGE "verifie btx(48) \"Article 47\"\n";
 constexpr const char* vers_la_note = PAGE "touche g2 0 4\nverifie ecran eta_com\n";
 constexpr const char* vers_le_clavier = PAGE "touche btx(1)\ntouche g1 4 0\nverifie ecran clavv\n";
@@ -173,6 +177,94 @@ void dialogue(benchmark::State& etat) {
                 .ensemble = true});
 }
 BENCHMARK(dialogue)->Apply(tailles);
+
+/// From here on a way over more screens than pictures are kept leads back to the finger that counts: what it brings is
+/// painted anew.
+void joue_a_neuf(benchmark::State& etat, const char* chemin, std::vector<Doigt> doigts, bool ensemble = true) {
+    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
+                .hauteur = static_cast<int>(etat.range(1)),
+                .chemin = chemin,
+                .avant = [] { remplit_la_note(10); },
+                .doigts = std::move(doigts),
+                .ensemble = ensemble});
+}
+
+constexpr Doigt passe(const char* nom, int ligne = -1, int colonne = -1) {
+    return {nom, ligne, colonne, 0, false};
+}
+
+/// The pages of three families.
+void page_neuve(benchmark::State& etat) {
+    joue_a_neuf(etat, vers_les_familles,
+                {{"Viandes"},
+                 {"g2", 0, 1},
+                 passe("g2", 0, 5),
+                 {"Poissons"},
+                 {"g2", 0, 1},
+                 passe("g2", 0, 5),
+                 {"Vins"},
+                 {"g2", 0, 1},
+                 passe("g2", 0, 5)},
+                false);
+}
+BENCHMARK(page_neuve)->Apply(tailles);
+
+/// The summary, from the second page of articles.
+void dialogue_neuf(benchmark::State& etat) {
+    joue_a_neuf(etat, vers_les_familles,
+                {passe("Viandes"), passe("g2", 0, 1), {"g2", 0, 4}, {"g2", 0, 5}, passe("g2", 0, 5)});
+}
+BENCHMARK(dialogue_neuf)->Apply(tailles);
+
+/// An article is opened and given up, which is asked first.
+void article_neuf(benchmark::State& etat) {
+    joue_a_neuf(etat, vers_les_familles,
+                {passe("Viandes"), passe("g2", 0, 1), {"btx(1)"}, passe("g2", 0, 0), {"Oui"}, passe("g2", 0, 5)});
+}
+BENCHMARK(article_neuf)->Apply(tailles);
+
+/// The keyboard for a remark, over an article.
+void clavier_neuf(benchmark::State& etat) {
+    joue_a_neuf(etat, vers_les_familles,
+                {passe("Viandes"),
+                 passe("btx(1)"),
+                 {"g1", 4, 0},
+                 {"Annuler"},
+                 passe("g2", 0, 0),
+                 passe("Oui"),
+                 passe("g2", 0, 5)});
+}
+BENCHMARK(clavier_neuf)->Apply(tailles);
+
+/// The toolbox, from the home page.
+void outils_neufs(benchmark::State& etat) {
+    joue_a_neuf(etat, vers_les_familles,
+                {passe("Viandes"),
+                 passe("g2", 0, 1),
+                 passe("g2", 0, 5),
+                 passe("Poissons"),
+                 passe("g2", 0, 5),
+                 passe("g2", 0, 5),
+                 {"logil"},
+                 {"g2", 0, 5},
+                 passe("g2", 0, 1)});
+}
+BENCHMARK(outils_neufs)->Apply(tailles);
+
+/// The question before the end, over the home page, and its answer.
+void boite_neuve(benchmark::State& etat) {
+    joue_a_neuf(etat, vers_les_familles,
+                {passe("Viandes"),
+                 passe("g2", 0, 1),
+                 passe("g2", 0, 5),
+                 passe("Poissons"),
+                 passe("g2", 0, 5),
+                 passe("g2", 0, 5),
+                 {"g2", 0, 5},
+                 {"Non"},
+                 passe("g2", 0, 1)});
+}
+BENCHMARK(boite_neuve)->Apply(tailles);
 
 /// The note, of so many lines, one row down and one up again under the finger.
 void recapitulatif(benchmark::State& etat) {

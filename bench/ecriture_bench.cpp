@@ -2,10 +2,15 @@
 // of the program on the demonstration restaurant.
 #include <benchmark/benchmark.h>
 
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <cstdlib>
-#include <filesystem>
+#include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "data/commande.h"
 #include "data/etat.h"
@@ -14,10 +19,9 @@
 #include "platform/systeme/fichiers_systeme.h"
 #include "platform/systeme/horloge.h"
 #include "repertoire.h"
+#include "vue.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 void remplit_la_note(std::int64_t lignes) {
     const std::string remarques[] = {"Saignant", "Sans sel"};
@@ -74,22 +78,34 @@ BENCHMARK(ecriture_nue)
     ->Unit(benchmark::kMicrosecond)
     ->UseRealTime();
 
-/// From the start of the process to its end behind the first page, with no window.
+/// Starts a program and waits for its end; its status.
+int lance(std::vector<std::string> mots) {
+    std::vector<char*> arguments;
+    for (std::string& m : mots) arguments.push_back(m.data());
+    arguments.push_back(nullptr);
+    pid_t processus = 0;
+    int statut = EXIT_FAILURE;
+    if (posix_spawn(&processus, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return EXIT_FAILURE;
+    waitpid(processus, &statut, 0);
+    return statut;
+}
+
+/// From the start of the process to its end behind the first page, with no window. So many articles; 0: those of the
+/// demonstration.
 void depart(benchmark::State& mesure) {
     const Repertoire repertoire("orvalune_banc_ecriture");
-    fs::copy(fs::path(SOURCES) / "demo", "demo", fs::copy_options::recursive);
-    std::FILE* f = std::fopen("scenario", "w");
-    std::fputs("fin\n", f);
-    std::fclose(f);
-    const std::string commande = "\"" PROGRAMME "\" --dossier demo --rejoue scenario";
+    banc::pose_restaurant(static_cast<int>(mesure.range(0)));
+    std::ofstream("scenario") << "fin\n";
     for (auto _ : mesure) {
-        if (std::system(commande.c_str()) != 0) mesure.SkipWithError("the program failed");
+        if (lance({PROGRAMME, "--rejoue", "scenario"}) != 0) mesure.SkipWithError("the program failed");
     }
 }
-BENCHMARK(depart)->Unit(benchmark::kMillisecond)->UseRealTime();
-/// What the shell itself takes to start a program.
+BENCHMARK(depart)->Arg(0)->Arg(4000)->Arg(40000)->Arg(400000)->Unit(benchmark::kMillisecond)->UseRealTime();
+/// What the system takes for any program.
 void programme_vide(benchmark::State& mesure) {
-    for (auto _ : mesure) benchmark::DoNotOptimize(std::system("true"));
+    for (auto _ : mesure) {
+        if (lance({PROGRAMME_VIDE}) != 0) mesure.SkipWithError("the program failed");
+    }
 }
 BENCHMARK(programme_vide)->Unit(benchmark::kMillisecond)->UseRealTime();
 

@@ -92,6 +92,13 @@ void une_boite(benchmark::State& etat) {
     boite.role = Role::boite;
     boite.voile = true;
     boite.cadre = {(largeur - 700) / 2 * 15, (hauteur - 300) / 2 * 15, 700 * 15, 300 * 15};
+    const auto ajoute = [&](Genre genre, Cadre cadre, const char* texte, Role role) {
+        boite.ajoute({.nom = "boite", .genre = genre, .cadre = cadre, .texte = texte, .role = role, .police = 20});
+    };
+    ajoute(Genre::etiquette, {300, 300, 660 * 15, 40 * 15}, "Orvalune", Role::entete);
+    ajoute(Genre::etiquette, {300, 1200, 660 * 15, 100 * 15}, "Voulez vous effacer cette ligne ?", Role::rien);
+    ajoute(Genre::bouton, {300, 2850, 320 * 15, 90 * 15}, "Oui", Role::action);
+    ajoute(Genre::bouton, {5400, 2850, 320 * 15, 90 * 15}, "Non", Role::action);
     Peintre p;
     p.dimensionne(largeur, hauteur, 1);
     int n = 0;

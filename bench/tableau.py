@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""The table that ./bench.sh prints. Usage: tableau.py WINDOWS CATALOGUES BENCHMARKS.json...
+"""The table that ./bench.sh prints. Usage: tableau.py DIRECTORY
 
-The first two are what `sonde` printed, the others what Google Benchmark wrote."""
+There lie "fenetres_WxH" and "catalogues", which `sonde` printed, and "bancs.json" and "commandes.json" of Google
+Benchmark. Each figure stands beside one of the same file."""
 import json
 import sys
 
 MESURE, COLONNES = 36, (10, 10, 10)
 UNITES = {"ns": 1e-3, "us": 1, "ms": 1e3, "s": 1e6}
 
+FENETRES = ["1280x800", "1920x1200", "2560x1600"]
 ECRANS = ["1280x770", "1920x1200", "2560x1600"]
 ARTICLES = ["4000", "40000", "400000"]
 LIGNES = ["10", "100", "1000"]
@@ -23,8 +25,17 @@ PARTIES = [
     ("Touch on a screen, painted", ECRANS, [
         ("page turned back", "us", "page_tournee/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
         ("three pages in turn", "us", "pages_en_ronde/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
-        ("dialog opened and closed", "us", "dialogue/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
-        ("toolbox opened and closed", "us", "outils/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("page painted anew", "us", "page_neuve/{}/manual_time", "copy of the image", "copie_de_l_image/{}"),
+        ("summary opened and closed again", "us", "dialogue/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("  anew", "us", "dialogue_neuf/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("toolbox opened and closed again", "us", "outils/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("  anew", "us", "outils_neufs/{}/manual_time", "page painted twice", "2*page_entiere/{}"),
+        ("article opened and closed anew", "us", "article_neuf/{}/manual_time", "page painted twice",
+         "2*page_entiere/{}"),
+        ("keyboard opened and closed anew", "us", "clavier_neuf/{}/manual_time", "page painted twice",
+         "2*page_entiere/{}"),
+        ("question asked and answered anew", "us", "boite_neuve/{}/manual_time", "page painted twice",
+         "2*page_entiere/{}"),
         ("one letter on the keyboard", "us", "une_lettre/{}/manual_time", "one key pressed", "une_touche/{}"),
     ]),
     ("Lines of the note", LIGNES, [
@@ -40,6 +51,7 @@ PARTIES = [
     ]),
     ("Articles", ARTICLES, [
         ("catalogue read", "ms", "lecture_du_catalogue/{}", "its bytes read", "fichier_lu/{}"),
+        ("start and end, no window", "ms", "depart/{}/real_time", "a program that ends", "programme_vide/real_time"),
     ]),
 ]
 
@@ -47,15 +59,14 @@ PARTIES = [
 class Bancs:
     """Times in microseconds, by name: the median where a benchmark ran several times."""
 
-    def __init__(self, chemins):
+    def __init__(self, chemin):
         self.lus = {}
-        for chemin in chemins:
-            with open(chemin, encoding="utf-8") as f:
-                for b in json.load(f)["benchmarks"]:
-                    if b.get("error_occurred"):
-                        sys.exit(b["name"] + ": " + b["error_message"])
-                    if b["run_type"] == "iteration" and b["repetitions"] <= 1 or b.get("aggregate_name") == "median":
-                        self.lus[b["run_name"]] = b
+        with open(chemin, encoding="utf-8") as f:
+            for b in json.load(f)["benchmarks"]:
+                if b.get("error_occurred"):
+                    sys.exit(b["name"] + ": " + b["error_message"])
+                if b["run_type"] == "iteration" and b["repetitions"] <= 1 or b.get("aggregate_name") == "median":
+                    self.lus[b["run_name"]] = b
 
     def temps(self, nom):
         compteur, _, nom = nom.rpartition(";")
@@ -92,41 +103,46 @@ def lis_sonde(chemin):
 
 
 def fenetres(lues):
-    terminal, petites = lues.pop("terminal"), lues.pop("petites_touches")
-    mesures = [("start to first painted page, ms", terminal, 0, 1), ("resident memory, MiB", terminal, 1, 1024),
-               ("proportional memory, MiB", terminal, 2, 1024), ("press to changed pixel, us, median", terminal, 3, 1),
-               ("  95th of 100", terminal, 4, 1), ("  a key of the peers' size, median", petites, 3, 1),
-               ("  95th of 100", petites, 4, 1)]
+    """By size, what `sonde` found: start, resident and proportional memory, press and its 95th, by program."""
+    mesures = [("start to first painted page, ms", "terminal", 0, 1), ("resident memory, MiB", "terminal", 1, 1024),
+               ("proportional memory, MiB", "terminal", 2, 1024),
+               ("press to changed pixel, us, median", "terminal", 3, 1), ("  95th of 100", "terminal", 4, 1),
+               ("  a key of the peers' size, median", "petites_touches", 3, 1),
+               ("  95th of 100", "petites_touches", 4, 1)]
     noms = {"fenetre_nue": "bare window", "pair_fltk": "FLTK, 48 keys", "pair_qt": "Qt, 48 keys"}
-    titre("Window, 1280x800", ["terminal"], [])
-    for texte, notre, i, diviseur in mesures:
-        for nom, valeurs in lues.items():
-            rangee(texte, [notre[i] / diviseur], noms[nom], [valeurs[i] / diviseur])
-            texte = ""
+    titre("Window", FENETRES)
+    for texte, programme, i, diviseur in mesures:
+        for nom, pair in noms.items():
+            if nom in lues[0]:
+                rangee(texte, [l[programme][i] / diviseur for l in lues], pair, [l[nom][i] / diviseur for l in lues])
+                texte = ""
 
 
 def catalogues(lus):
+    demonstration = lus.pop("demonstration")
     octets = [int(nom.split("-")[1]) / 2**20 for nom in lus]
     valeurs = list(lus.values())
-    rangee("start to first painted page, ms", [v[0] for v in valeurs], "", [])
-    rangee("resident memory, MiB", [v[1] / 1024 for v in valeurs], "the file", octets)
+    rangee("start to first painted page, ms", [v[0] for v in valeurs], "the demonstration",
+           [demonstration[0]] * len(valeurs))
+    rangee("memory for it, MiB", [(v[1] - demonstration[1]) / 1024 for v in valeurs], "the file", octets)
 
 
 def main():
-    chemins = sys.argv[1:]
-    bancs = Bancs(chemins[2:])
-    fenetres(lis_sonde(chemins[0]))
+    terrain = sys.argv[1] + "/"
+    fenetres([lis_sonde(terrain + "fenetres_" + taille) for taille in FENETRES])
+    bancs, attente = Bancs(terrain + "bancs.json"), Bancs(terrain + "commandes.json")
     titre("Replay, no window", [""])
-    rangee("start and end, ms", [bancs.temps("depart/real_time") / 1e3], "a program that ends",
+    rangee("start and end, ms", [bancs.temps("depart/0/real_time") / 1e3], "a program that ends",
            [bancs.temps("programme_vide/real_time") / 1e3])
     for texte, tailles, rangees in PARTIES:
         titre(texte, tailles)
+        lus = attente if texte == "Orders that wait" else bancs
         for mesure, unite, nom, pair, nom_du_pair in rangees:
             parties = [t.replace("x", "/") for t in tailles]
-            valeurs = [bancs.temps(nom.format(t)) / UNITES[unite] for t in parties]
-            pairs = [bancs.temps(nom_du_pair.format(t)) / UNITES[unite] for t in parties]
-            rangee("%s, %s" % (mesure, unite), valeurs, pair, pairs)
-    catalogues(lis_sonde(chemins[1]))
+            valeurs = [lus.temps(nom.format(t)) / UNITES[unite] for t in parties]
+            pairs = [lus.temps(nom_du_pair.format(t)) / UNITES[unite] for t in parties]
+            rangee("%s, %s" % (mesure, unite) if mesure[0] != " " else mesure, valeurs, pair, pairs)
+    catalogues(lis_sonde(terrain + "catalogues"))
 
 
 main()

@@ -19,7 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int articles_de_viandes = 96, familles = 14, famille_viandes = 2;
+/// The first families have a name and two full pages each, the others share what is left.
+constexpr const char* familles_nommees[] = {"Viandes", "Poissons", "Desserts", "Vins"};
+constexpr int articles_par_famille = 96, premiere_famille = 2, derniere_famille = 14;
 
 class FenetreVue final : public ecran::Fenetre {
   public:
@@ -67,12 +69,15 @@ std::unique_ptr<ecran::Fenetre> cree_fenetre_vue(int largeur, int hauteur) {
 }
 
 std::string catalogue_de(int articles) {
-    std::string t = "#SERV#01 Sophie\r\n#TABL#1\r\n#FAMI#02 Viandes\r\n";
+    std::string t = "#SERV#01 Sophie\r\n#TABL#1\r\n";
+    int famille = premiere_famille;
+    for (const char* nom : familles_nommees) t += "#FAMI#0" + std::to_string(famille++) + " " + nom + "\r\n";
+    const int nommes = static_cast<int>(std::size(familles_nommees)) * articles_par_famille;
     for (int i = 0; i < articles; ++i) {
-        const int autre = famille_viandes + 1 + i % (familles - famille_viandes);
+        const int autre = famille + i % (derniere_famille - famille + 1);
         const std::string numero = std::to_string(i);
         t += "#ARTI#00000" + std::to_string(8880000000000 + i) + "  |DES:Article " + numero +
-             "|PVE:12.50|FA1:" + std::to_string(i < articles_de_viandes ? famille_viandes : autre) +
+             "|PVE:12.50|FA1:" + std::to_string(i < nommes ? premiere_famille + i / articles_par_famille : autre) +
              "|FA2:0|COU:" + std::to_string(i % 10) + "\r\n";
     }
     return t;

@@ -12,7 +12,8 @@ namespace banc {
 std::unique_ptr<ecran::Fenetre> cree_fenetre_vue(int largeur, int hauteur);
 
 /// A copy of the demonstration restaurant in the working directory, as large as the screen, whose pages of articles
-/// have 48 keys. With `articles` its catalogue is another one: so many of them, the first two full pages in "Viandes".
+/// have 48 keys. With `articles` its catalogue is another one: so many of them, the first ones in families of two full
+/// pages each: "Viandes", "Poissons", "Desserts", "Vins".
 void pose_restaurant(int articles = 0);
 /// The text of that catalogue.
 std::string catalogue_de(int articles);

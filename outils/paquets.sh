@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Installs the distribution's packages that a task needs and the machine lacks (Debian, Ubuntu).
-# Usage: outils/paquets.sh [programme] [tests] [windows] [fuzz] [format] [banc]
+# Usage: outils/paquets.sh [programme] [tests] [windows] [fuzz] [format] [banc] [pairs]
 set -euo pipefail
 
 programme="cmake ninja-build g++ pkg-config libxcb1-dev libxcb-shm0-dev libxcb-xinput-dev libxcb-screensaver0-dev libxcb-xkb-dev
@@ -10,7 +10,8 @@ tests="libgtest-dev googletest libbenchmark-dev xvfb openbox cage xwayland x11-u
 windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 wine nsis"
 fuzz="clang libclang-rt-dev"
 format="clang-format python3"
-banc="libbenchmark-dev libxcb-xtest0-dev libfltk1.3-dev xvfb python3"
+banc="libbenchmark-dev libxcb-xtest0-dev xvfb python3"
+pairs="libfltk1.3-dev"
 
 manquants=()
 for groupe in "$@"; do

@@ -1,18 +1,20 @@
 // A page of 48 keys as Qt makes it, over the whole screen.
 #include <QApplication>
 #include <QPushButton>
+#include <QScreen>
 #include <QWidget>
 
 int main(int nombre, char** mots) {
     QApplication application(nombre, mots);
     QWidget fenetre(nullptr, Qt::FramelessWindowHint);
-    fenetre.setGeometry(0, 0, 1280, 800);
+    fenetre.setGeometry(QApplication::primaryScreen()->geometry());
+    const int l = fenetre.width() / 8, h = fenetre.height() / 6;
     fenetre.setStyleSheet(
         "QPushButton { background: #3F72A8; color: white; font-size: 20px; border: none }"
         "QPushButton:pressed { background: #C81E1E }");
     for (int i = 0; i < 48; ++i) {
         auto* touche = new QPushButton(QString("Article %1").arg(i), &fenetre);
-        touche->setGeometry(i % 8 * 160 + 4, i / 8 * 133 + 4, 152, 125);
+        touche->setGeometry(i % 8 * l + 4, i / 8 * h + 4, l - 8, h - 8);
     }
     fenetre.show();
     return QApplication::exec();

@@ -39,6 +39,7 @@ struct Programme {
 
 xcb_connection_t* connexion;
 xcb_window_t racine;
+int bas_de_l_ecran;  ///< its last row, where no key lies
 
 double us_depuis(Horloge::time_point debut) {
     return std::chrono::duration<double, std::micro>(Horloge::now() - debut).count();
@@ -93,7 +94,7 @@ double appuie(const Programme& p) {
     xcb_flush(connexion);
     const bool change = attend_couleur(p.x, p.y, avant, false, debut);
     const double duree = us_depuis(debut);
-    pose_la_souris(1, 799);
+    pose_la_souris(1, bas_de_l_ecran);
     envoie(XCB_BUTTON_RELEASE, 1, 0, 0);
     pose_la_souris(p.x + droite_de_la_touche, p.y + bas_de_la_touche);
     if (!change || !attend_couleur(p.x, p.y, avant, true, Horloge::now())) {
@@ -114,7 +115,7 @@ void prend_la_memoire(Programme& p, pid_t pid) {
 
 void mesure(Programme& p, int appuis) {
     efface();
-    pose_la_souris(1, 799);
+    pose_la_souris(1, bas_de_l_ecran);
     const auto debut = Horloge::now();
     pid_t pid = 0;
     if (posix_spawn(&pid, p.mots[0], nullptr, nullptr, p.mots.data(), environ) != 0) std::exit(EXIT_FAILURE);
@@ -159,7 +160,9 @@ int main(int nombre, char** mots) {
     auto programmes = lis_programmes(nombre, mots);
     connexion = xcb_connect(nullptr, nullptr);
     if (programmes.empty() || xcb_connection_has_error(connexion) != 0) return EXIT_FAILURE;
-    racine = xcb_setup_roots_iterator(xcb_get_setup(connexion)).data->root;
+    const xcb_screen_t* ecran = xcb_setup_roots_iterator(xcb_get_setup(connexion)).data;
+    racine = ecran->root;
+    bas_de_l_ecran = ecran->height_in_pixels - 1;
     const int tours = std::atoi(mots[1]), appuis = std::atoi(mots[2]);
     for (int t = 0; t < tours; ++t) {
         // As many presses in every round, one more in the first ones where they do not come out even.
