@@ -37,25 +37,33 @@ instructions() {
         cat "$terrain/journal" >&2
         return 1
     }
-    sed -n 's/^==[0-9]*== Collected : //p' "$terrain/journal"
+    local compte
+    compte=$(sed -n 's/^==[0-9]*== Collected : \([0-9]*\)$/\1/p' "$terrain/journal")
+    if [ -z "$compte" ]; then
+        cat "$terrain/journal" >&2
+        echo "$1: no count of instructions" >&2
+        return 1
+    fi
+    echo "$compte"
+}
+
+# pour_cent COUNT ALLOWED: how far the first lies above the second, to two decimals.
+pour_cent() {
+    awk -v n="$1" -v permis="$2" 'BEGIN { printf "%+.2f", (n - permis) * 100 / permis }'
 }
 
 statut=0 neuf=
 while read -r nom permis; do
     compte=$(instructions "$nom") || exit 1
-    [[ $compte =~ ^[1-9][0-9]*$ ]] || { echo "$nom: valgrind has counted nothing" >&2 && exit 1; }
     neuf+="$nom $compte"$'\n'
-    ecart=$(((compte - permis) * 1000 / permis))
     verdict=
-    if [ $((compte * 100)) -gt $((permis * 105)) ]; then
+    if ((compte * 100 > permis * 105)); then
         verdict="TOO MANY" statut=1
-    elif [ $((compte * 100)) -lt $((permis * 95)) ]; then
+    elif ((compte * 100 < permis * 95)); then
         verdict="fewer: bench/budget.sh --renouvelle"
     fi
-    signe=+ part=$ecart
-    [ "$ecart" -ge 0 ] || signe=- part=$((-ecart))
-    printf '%-10s %12d instructions of %12d  %s%d.%d %%  %s\n' "$nom" "$compte" "$permis" "$signe" \
-        $((part / 10)) $((part % 10)) "$verdict"
+    printf '%-10s %12d instructions of %12d  %s %%  %s\n' "$nom" "$compte" "$permis" \
+        "$(pour_cent "$compte" "$permis")" "$verdict"
 done <bench/budget.txt
 [ "${1:-}" = --renouvelle ] || exit "$statut"
 printf '%s' "$neuf" >bench/budget.txt

@@ -32,16 +32,17 @@ struct Doigt {
     const char* nom;
     int ligne = -1, colonne = -1;
     int glisse = 0;
-    bool compte = true;  ///< otherwise it only leads on to the next one
+    bool passage = false;  ///< it only leads to the next one: what it takes does not count
 };
+using Doigts = std::vector<Doigt>;
 
 /// How a screen is reached, and what is then done on it again and again.
 struct Essai {
     int largeur = 1280, hauteur = 770;
     const char* chemin = "";           ///< a scenario, from the page of the servers
     std::function<void()> avant = {};  ///< once, before it
-    std::vector<Doigt> doigts = {};    ///< they come back to where they began
-    bool ensemble = false;             ///< one measure is all of them; otherwise it is their mean
+    Doigts doigts = {};                ///< they come back to where they began
+    bool ensemble = false;             ///< one measure is all of them; otherwise it is the mean of those that count
 };
 
 /// Follows the road, then measures the fingers: only what the terminal does while one is on the screen counts.
@@ -80,21 +81,22 @@ class Mesure final : public ecran::Pilote {
 
     /// A finger has been lifted; the next one comes down when guards and timers have had their time.
     Evenement repos(Horloge::time_point maintenant) {
-        const std::size_t nombre = essai_.doigts.size();
-        if (mesure_) compte(maintenant - debut_, essai_.doigts[(doigt_ + nombre - 1) % nombre]);
+        if (mesure_) compte(maintenant - debut_);
         mesure_ = true;
         if (doigt_ == 0 && !etat_.KeepRunning()) throw ecran::FinDuProgramme{ecran::FinDuProgramme::Cause::coupure};
         horloge::avance(400);
         while (ecran::tire_minuterie(horloge::millisecondes())) continue;
         pose(essai_.doigts[doigt_]);
-        doigt_ = (doigt_ + 1) % nombre;
+        doigt_ = (doigt_ + 1) % essai_.doigts.size();
         return {};
     }
 
-    void compte(Horloge::duration d, const Doigt& doigt) {
-        if (doigt.compte) duree_ += d;
+    /// What the finger before the next one took.
+    void compte(Horloge::duration d) {
+        const Doigts& tous = essai_.doigts;
+        if (!tous[(doigt_ + tous.size() - 1) % tous.size()].passage) duree_ += d;
         if (doigt_ != 0) return;
-        const auto comptes = std::ranges::count(essai_.doigts, true, &Doigt::compte);
+        const auto comptes = std::count_if(tous.begin(), tous.end(), [](const Doigt& e) { return !e.passage; });
         const double parts = essai_.ensemble ? 1 : static_cast<double>(comptes);
         etat_.SetIterationTime(std::chrono::duration<double>(duree_).count() / parts);
         duree_ = {};
@@ -130,10 +132,17 @@ void joue(benchmark::State& etat, const Essai& essai) {
     banc::rend_le_monde();
 }
 
-#define FAMILLES "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche g2 0 5\ntouche g2 0 1\n"
-#define PAGE FAMILLES "touche \"Viandes\"\n"
-constexpr const char* vers_les_familles = FAMILLES "verifie g2 0 5 \"Accueil\"\n";
+void joue_a_la_taille(benchmark::State& etat, Essai essai) {
+    essai.largeur = static_cast<int>(etat.range(0));
+    essai.hauteur = static_cast<int>(etat.range(1));
+    joue(etat, essai);
+}
+
+#define PAGE                                                                                                   \
+    "touche \"Sophie\"\ntouche \"Table\"\ntouche g3 0 0\ntouche g1 0 1\ntouche g2 0 5\ntouche g2 0 1\ntouche " \
+    "\"Viandes\"\n"
 constexpr const char* vers_une_page = PAGE "verifie btx(48) \"Article 47\"\n";
+constexpr const char* vers_l_accueil = PAGE "touche g2 0 5\ntouche g2 0 5\nverifie g2 0 5 \"Quitter\"\n";
 constexpr const char* vers_la_note = PAGE "touche g2 0 4\nverifie ecran eta_com\n";
 constexpr const char* vers_le_clavier = PAGE "touche btx(1)\ntouche g1 4 0\nverifie ecran clavv\n";
 
@@ -143,19 +152,13 @@ void tailles(benchmark::internal::Benchmark* b) {
 
 /// From one page of 48 articles to the other and back: the one that was in view just before.
 void page_tournee(benchmark::State& etat) {
-    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
-                .hauteur = static_cast<int>(etat.range(1)),
-                .chemin = vers_une_page,
-                .doigts = {{"g2", 0, 1}, {"g2", 0, 0}}});
+    joue_a_la_taille(etat, {.chemin = vers_une_page, .doigts = {{"g2", 0, 1}, {"g2", 0, 0}}});
 }
 BENCHMARK(page_tournee)->Apply(tailles);
 
 /// Two pages of articles and the home page in turn: the one that was in view two pages before.
 void pages_en_ronde(benchmark::State& etat) {
-    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
-                .hauteur = static_cast<int>(etat.range(1)),
-                .chemin = vers_une_page,
-                .doigts = {{"g2", 0, 1}, {"g2", 0, 5}, {"Viandes"}}});
+    joue_a_la_taille(etat, {.chemin = vers_une_page, .doigts = {{"g2", 0, 1}, {"g2", 0, 5}, {"Viandes"}}});
 }
 BENCHMARK(pages_en_ronde)->Apply(tailles);
 
@@ -169,102 +172,12 @@ void remplit_la_note(std::size_t lignes) {
 
 /// The summary of ten lines, closed at once.
 void dialogue(benchmark::State& etat) {
-    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
-                .hauteur = static_cast<int>(etat.range(1)),
-                .chemin = vers_une_page,
-                .avant = [] { remplit_la_note(10); },
-                .doigts = {{"g2", 0, 4}, {"g2", 0, 5}},
-                .ensemble = true});
+    joue_a_la_taille(etat, {.chemin = vers_une_page,
+                            .avant = [] { remplit_la_note(10); },
+                            .doigts = {{"g2", 0, 4}, {"g2", 0, 5}},
+                            .ensemble = true});
 }
 BENCHMARK(dialogue)->Apply(tailles);
-
-/// From here on a way over more screens than pictures are kept leads back to the finger that counts: what it brings is
-/// painted anew.
-void joue_a_neuf(benchmark::State& etat, const char* chemin, std::vector<Doigt> doigts, bool ensemble = true) {
-    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
-                .hauteur = static_cast<int>(etat.range(1)),
-                .chemin = chemin,
-                .avant = [] { remplit_la_note(10); },
-                .doigts = std::move(doigts),
-                .ensemble = ensemble});
-}
-
-constexpr Doigt passe(const char* nom, int ligne = -1, int colonne = -1) {
-    return {nom, ligne, colonne, 0, false};
-}
-
-/// The pages of three families.
-void page_neuve(benchmark::State& etat) {
-    joue_a_neuf(etat, vers_les_familles,
-                {{"Viandes"},
-                 {"g2", 0, 1},
-                 passe("g2", 0, 5),
-                 {"Poissons"},
-                 {"g2", 0, 1},
-                 passe("g2", 0, 5),
-                 {"Vins"},
-                 {"g2", 0, 1},
-                 passe("g2", 0, 5)},
-                false);
-}
-BENCHMARK(page_neuve)->Apply(tailles);
-
-/// The summary, from the second page of articles.
-void dialogue_neuf(benchmark::State& etat) {
-    joue_a_neuf(etat, vers_les_familles,
-                {passe("Viandes"), passe("g2", 0, 1), {"g2", 0, 4}, {"g2", 0, 5}, passe("g2", 0, 5)});
-}
-BENCHMARK(dialogue_neuf)->Apply(tailles);
-
-/// An article is opened and given up, which is asked first.
-void article_neuf(benchmark::State& etat) {
-    joue_a_neuf(etat, vers_les_familles,
-                {passe("Viandes"), passe("g2", 0, 1), {"btx(1)"}, passe("g2", 0, 0), {"Oui"}, passe("g2", 0, 5)});
-}
-BENCHMARK(article_neuf)->Apply(tailles);
-
-/// The keyboard for a remark, over an article.
-void clavier_neuf(benchmark::State& etat) {
-    joue_a_neuf(etat, vers_les_familles,
-                {passe("Viandes"),
-                 passe("btx(1)"),
-                 {"g1", 4, 0},
-                 {"Annuler"},
-                 passe("g2", 0, 0),
-                 passe("Oui"),
-                 passe("g2", 0, 5)});
-}
-BENCHMARK(clavier_neuf)->Apply(tailles);
-
-/// The toolbox, from the home page.
-void outils_neufs(benchmark::State& etat) {
-    joue_a_neuf(etat, vers_les_familles,
-                {passe("Viandes"),
-                 passe("g2", 0, 1),
-                 passe("g2", 0, 5),
-                 passe("Poissons"),
-                 passe("g2", 0, 5),
-                 passe("g2", 0, 5),
-                 {"logil"},
-                 {"g2", 0, 5},
-                 passe("g2", 0, 1)});
-}
-BENCHMARK(outils_neufs)->Apply(tailles);
-
-/// The question before the end, over the home page, and its answer.
-void boite_neuve(benchmark::State& etat) {
-    joue_a_neuf(etat, vers_les_familles,
-                {passe("Viandes"),
-                 passe("g2", 0, 1),
-                 passe("g2", 0, 5),
-                 passe("Poissons"),
-                 passe("g2", 0, 5),
-                 passe("g2", 0, 5),
-                 {"g2", 0, 5},
-                 {"Non"},
-                 passe("g2", 0, 1)});
-}
-BENCHMARK(boite_neuve)->Apply(tailles);
 
 /// The note, of so many lines, one row down and one up again under the finger.
 void recapitulatif(benchmark::State& etat) {
@@ -276,21 +189,93 @@ BENCHMARK(recapitulatif)->Arg(10)->Arg(100)->Arg(1000)->UseManualTime()->Unit(be
 
 /// The toolbox, closed at once; the page below is drawn anew.
 void outils(benchmark::State& etat) {
-    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
-                .hauteur = static_cast<int>(etat.range(1)),
-                .chemin = "touche \"Sophie\"\n",
-                .doigts = {{"logil"}, {"g2", 0, 5}},
-                .ensemble = true});
+    joue_a_la_taille(etat, {.chemin = "touche \"Sophie\"\n", .doigts = {{"logil"}, {"g2", 0, 5}}, .ensemble = true});
 }
 BENCHMARK(outils)->Apply(tailles);
 
 /// A letter is typed, then taken back.
 void une_lettre(benchmark::State& etat) {
-    joue(etat, {.largeur = static_cast<int>(etat.range(0)),
-                .hauteur = static_cast<int>(etat.range(1)),
-                .chemin = vers_le_clavier,
-                .doigts = {{"ttoc(15)"}, {"ttoc(13)"}}});
+    joue_a_la_taille(etat, {.chemin = vers_le_clavier, .doigts = {{"ttoc(15)"}, {"ttoc(13)"}}});
 }
 BENCHMARK(une_lettre)->Apply(tailles);
+
+Doigts passage(Doigts doigts) {
+    for (Doigt& d : doigts) d.passage = true;
+    return doigts;
+}
+
+Doigts a_la_suite(std::initializer_list<Doigts> parts) {
+    Doigts doigts;
+    for (const Doigts& p : parts) doigts.insert(doigts.end(), p.begin(), p.end());
+    return doigts;
+}
+
+/// From the families to more pages than the painter keeps, and back: what it showed before is not kept any more.
+const Doigts autres_pages = passage({{"Famille 3"},
+                                     {"g2", 0, 1},
+                                     {"g2", 0, 5},
+                                     {"Famille 4"},
+                                     {"g2", 0, 1},
+                                     {"g2", 0, 5},
+                                     {"Famille 5"},
+                                     {"g2", 0, 1},
+                                     {"g2", 0, 5}});
+
+/// The same from a page of articles, and back to the first one.
+const Doigts detour = a_la_suite({passage({{"g2", 0, 5}}), autres_pages, passage({{"Viandes"}})});
+
+/// The same from the home page, and back to it.
+const Doigts detour_de_l_accueil = a_la_suite({passage({{"g2", 0, 1}}), autres_pages, passage({{"g2", 0, 5}})});
+
+/// From one page of articles to the next, which has to be painted.
+void page_neuve(benchmark::State& etat) {
+    joue_a_la_taille(etat, {.chemin = vers_une_page, .doigts = a_la_suite({{{"g2", 0, 1}}, detour})});
+}
+BENCHMARK(page_neuve)->Apply(tailles);
+
+// What is opened for the first time, and closed at once.
+
+/// The summary of ten lines.
+void dialogue_neuf(benchmark::State& etat) {
+    joue_a_la_taille(etat, {.chemin = vers_une_page,
+                            .avant = [] { remplit_la_note(10); },
+                            .doigts = a_la_suite({{{"g2", 0, 4}, {"g2", 0, 5}}, detour}),
+                            .ensemble = true});
+}
+BENCHMARK(dialogue_neuf)->Apply(tailles);
+
+/// The toolbox.
+void outils_neufs(benchmark::State& etat) {
+    joue_a_la_taille(etat, {.chemin = vers_l_accueil,
+                            .doigts = a_la_suite({{{"logil"}, {"g2", 0, 5}}, detour_de_l_accueil}),
+                            .ensemble = true});
+}
+BENCHMARK(outils_neufs)->Apply(tailles);
+
+/// The message box: a question and its keys.
+void boite_neuve(benchmark::State& etat) {
+    joue_a_la_taille(etat, {.chemin = vers_l_accueil,
+                            .doigts = a_la_suite({{{"Quitter"}, {"Non"}}, detour_de_l_accueil}),
+                            .ensemble = true});
+}
+BENCHMARK(boite_neuve)->Apply(tailles);
+
+/// The detail of an article, which is then dropped; the question before that does not count.
+void article_neuf(benchmark::State& etat) {
+    joue_a_la_taille(etat, {.chemin = vers_une_page,
+                            .doigts = a_la_suite({{{"btx(1)"}}, passage({{"g2", 0, 0}}), {{"Oui"}}, detour}),
+                            .ensemble = true});
+}
+BENCHMARK(article_neuf)->Apply(tailles);
+
+/// The keyboard, over the detail of an article.
+void clavier_neuf(benchmark::State& etat) {
+    joue_a_la_taille(
+        etat, {.chemin = vers_une_page,
+               .doigts = a_la_suite(
+                   {passage({{"btx(1)"}}), {{"g1", 4, 0}, {"ttoc(57)"}}, passage({{"g2", 0, 0}, {"Oui"}}), detour}),
+               .ensemble = true});
+}
+BENCHMARK(clavier_neuf)->Apply(tailles);
 
 }  // namespace

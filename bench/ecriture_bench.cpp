@@ -1,12 +1,10 @@
 // What an order costs on its way to the disk, beside the bare write, flush and rename of as many bytes; and the start
 // of the program on the demonstration restaurant.
 #include <benchmark/benchmark.h>
-
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -78,33 +76,33 @@ BENCHMARK(ecriture_nue)
     ->Unit(benchmark::kMicrosecond)
     ->UseRealTime();
 
-/// Starts a program and waits for its end; its status.
-int lance(std::vector<std::string> mots) {
-    std::vector<char*> arguments;
-    for (std::string& m : mots) arguments.push_back(m.data());
-    arguments.push_back(nullptr);
-    pid_t processus = 0;
-    int statut = EXIT_FAILURE;
-    if (posix_spawn(&processus, arguments[0], nullptr, nullptr, arguments.data(), environ) != 0) return EXIT_FAILURE;
-    waitpid(processus, &statut, 0);
-    return statut;
+/// Starts a program, with no shell between, and waits for its end; true when it ended well.
+bool lance(std::vector<std::string> mots) {
+    std::vector<char*> pointeurs;
+    for (std::string& m : mots) pointeurs.push_back(m.data());
+    pointeurs.push_back(nullptr);
+    pid_t pid = 0;
+    int fin = 0;
+    return posix_spawn(&pid, pointeurs[0], nullptr, nullptr, pointeurs.data(), environ) == 0 &&
+           waitpid(pid, &fin, 0) == pid && fin == 0;
 }
 
-/// From the start of the process to its end behind the first page, with no window. So many articles; 0: those of the
-/// demonstration.
+/// From the start of the process to its end behind the first page, with no window; the demonstration's catalogue, or
+/// one of so many articles.
 void depart(benchmark::State& mesure) {
     const Repertoire repertoire("orvalune_banc_ecriture");
-    banc::pose_restaurant(static_cast<int>(mesure.range(0)));
+    banc::copie_demonstration(static_cast<int>(mesure.range(0)));
     std::ofstream("scenario") << "fin\n";
     for (auto _ : mesure) {
-        if (lance({PROGRAMME, "--rejoue", "scenario"}) != 0) mesure.SkipWithError("the program failed");
+        if (!lance({PROGRAMME, "--rejoue", "scenario"})) mesure.SkipWithError("the program failed");
     }
 }
 BENCHMARK(depart)->Arg(0)->Arg(4000)->Arg(40000)->Arg(400000)->Unit(benchmark::kMillisecond)->UseRealTime();
-/// What the system takes for any program.
+
+/// What the system takes to start a program that ends at once.
 void programme_vide(benchmark::State& mesure) {
     for (auto _ : mesure) {
-        if (lance({PROGRAMME_VIDE}) != 0) mesure.SkipWithError("the program failed");
+        if (!lance({PROGRAMME_VIDE})) mesure.SkipWithError("the empty program failed");
     }
 }
 BENCHMARK(programme_vide)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -12,17 +12,6 @@ pose_catalogue() {
     cp "$1/worvalune.wdo" "$1/reseau"
 }
 
-# regle DIRECTORY: writes settings, a line each: record and value.
-regle() {
-    local record valeur
-    while read -r record valeur; do
-        printf '#I#%-17s' "$valeur" | dd of="$1/wwinqx42.wdo" bs=20 seek=$((record - 1)) conv=notrunc status=none
-    done
-}
-
-# remplit_l_ecran DIRECTORY: as large as the screen, whatever that is.
-remplit_l_ecran() { regle "$1" <<<'2 0:09999:09999'; }
-
 # pose_petites_touches DIRECTORY: twenty servers on eight columns, whose keys are about as large as those of the peers.
 pose_petites_touches() {
     {
@@ -30,6 +19,9 @@ pose_petites_touches() {
         grep -av '^#SERV#' demo/worvalune.wdo
     } >"$1/worvalune.wdo"
     cp "$1/worvalune.wdo" "$1/reseau"
-    # Width and height of a server's key in cells, keys per page, columns and rows of the grid.
-    regle "$1" <<<$'11 1\n12 1\n13 20\n25 8\n26 5'
+    local record valeur
+    # Settings: width and height of a server's key in cells, keys per page, columns and rows of the grid.
+    while read -r record valeur; do
+        printf '#I#%-17s' "$valeur" | dd of="$1/wwinqx42.wdo" bs=20 seek=$((record - 1)) conv=notrunc status=none
+    done <<<$'11 1\n12 1\n13 20\n25 8\n26 5'
 }

@@ -1,7 +1,6 @@
 // How long the painter takes for a page of keys, beside one copy of the image in memory.
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cstring>
 #include <string>
 
@@ -79,39 +78,6 @@ void rien_de_neuf(benchmark::State& etat) {
     for (auto _ : etat) benchmark::DoNotOptimize(p.peint(pile, {}).size());
 }
 BENCHMARK(rien_de_neuf)->Unit(benchmark::kMicrosecond);
-
-/// A message box comes over a full page that a finger has just been on, veil, shadow and all. None of the pictures that
-/// are kept resembles this.
-void une_boite(benchmark::State& etat) {
-    const int largeur = static_cast<int>(etat.range(0)), hauteur = static_cast<int>(etat.range(1));
-    Forme pages[4], boite;
-    for (int n = 0; n < 4; ++n) {
-        construit_page(pages[n], largeur, hauteur);
-        for (const auto& c : pages[n].controles) c->aspect.fond = palette::chiffres[n];
-    }
-    boite.role = Role::boite;
-    boite.voile = true;
-    boite.cadre = {(largeur - 700) / 2 * 15, (hauteur - 300) / 2 * 15, 700 * 15, 300 * 15};
-    const auto ajoute = [&](Genre genre, Cadre cadre, const char* texte, Role role) {
-        boite.ajoute({.nom = "boite", .genre = genre, .cadre = cadre, .texte = texte, .role = role, .police = 20});
-    };
-    ajoute(Genre::etiquette, {300, 300, 660 * 15, 40 * 15}, "Orvalune", Role::entete);
-    ajoute(Genre::etiquette, {300, 1200, 660 * 15, 100 * 15}, "Voulez vous effacer cette ligne ?", Role::rien);
-    ajoute(Genre::bouton, {300, 2850, 320 * 15, 90 * 15}, "Oui", Role::action);
-    ajoute(Genre::bouton, {5400, 2850, 320 * 15, 90 * 15}, "Non", Role::action);
-    Peintre p;
-    p.dimensionne(largeur, hauteur, 1);
-    int n = 0;
-    for (auto _ : etat) {
-        Forme& f = pages[++n % 4];
-        Forme* pile[] = {&f, &boite};
-        p.peint(std::span<Forme* const>(pile).first(1), {&f, {f.cherche("btx", 20), -1, -1}});
-        const auto debut = std::chrono::steady_clock::now();
-        p.peint(pile, {});
-        etat.SetIterationTime(std::chrono::duration<double>(std::chrono::steady_clock::now() - debut).count());
-    }
-}
-BENCHMARK(une_boite)->Apply(tailles)->UseManualTime();
 
 /// A caption that has to be broken and shrunk; a new one each time, so that none is known.
 void mise_en_lignes(benchmark::State& etat) {

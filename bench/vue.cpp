@@ -19,9 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The first families have a name and two full pages each, the others share what is left.
-constexpr const char* familles_nommees[] = {"Viandes", "Poissons", "Desserts", "Vins"};
-constexpr int articles_par_famille = 96, premiere_famille = 2, derniere_famille = 14;
+constexpr int articles_de_viandes = 96, familles = 14, famille_viandes = 2;
 
 class FenetreVue final : public ecran::Fenetre {
   public:
@@ -69,26 +67,29 @@ std::unique_ptr<ecran::Fenetre> cree_fenetre_vue(int largeur, int hauteur) {
 }
 
 std::string catalogue_de(int articles) {
-    std::string t = "#SERV#01 Sophie\r\n#TABL#1\r\n";
-    int famille = premiere_famille;
-    for (const char* nom : familles_nommees) t += "#FAMI#0" + std::to_string(famille++) + " " + nom + "\r\n";
-    const int nommes = static_cast<int>(std::size(familles_nommees)) * articles_par_famille;
+    std::string t = "#SERV#01 Sophie\r\n#TABL#1\r\n#FAMI#02 Viandes\r\n";
+    for (int n = famille_viandes + 1; n <= familles; ++n)
+        t += (n < 10 ? "#FAMI#0" : "#FAMI#") + std::to_string(n) + " Famille " + std::to_string(n) + "\r\n";
     for (int i = 0; i < articles; ++i) {
-        const int autre = famille + i % (derniere_famille - famille + 1);
+        const int autre = famille_viandes + 1 + i % (familles - famille_viandes);
         const std::string numero = std::to_string(i);
         t += "#ARTI#00000" + std::to_string(8880000000000 + i) + "  |DES:Article " + numero +
-             "|PVE:12.50|FA1:" + std::to_string(i < nommes ? premiere_famille + i / articles_par_famille : autre) +
+             "|PVE:12.50|FA1:" + std::to_string(i < articles_de_viandes ? famille_viandes : autre) +
              "|FA2:0|COU:" + std::to_string(i % 10) + "\r\n";
     }
     return t;
 }
 
-void pose_restaurant(int articles) {
+void copie_demonstration(int articles) {
     fs::copy(fs::path(SOURCES) / "demo", ".", fs::copy_options::recursive | fs::copy_options::overwrite_existing);
     if (articles > 0) {
         for (const char* nom : {"worvalune.wdo", "reseau/worvalune.wdo"})
             std::ofstream(nom, std::ios::binary) << catalogue_de(articles);
     }
+}
+
+void pose_restaurant(int articles) {
+    copie_demonstration(articles);
     regle();
 }
 

@@ -11,9 +11,10 @@ namespace banc {
 /// A window that somebody looks at, and no screen behind it: every turn paints.
 std::unique_ptr<ecran::Fenetre> cree_fenetre_vue(int largeur, int hauteur);
 
-/// A copy of the demonstration restaurant in the working directory, as large as the screen, whose pages of articles
-/// have 48 keys. With `articles` its catalogue is another one: so many of them, the first ones in families of two full
-/// pages each: "Viandes", "Poissons", "Desserts", "Vins".
+/// A copy of the demonstration restaurant in the working directory. With `articles` its catalogue is another one: so
+/// many of them, the first 96 in "Viandes", the others in twelve families.
+void copie_demonstration(int articles);
+/// That copy as large as the screen, with 48 keys on a page of articles.
 void pose_restaurant(int articles = 0);
 /// The text of that catalogue.
 std::string catalogue_de(int articles);

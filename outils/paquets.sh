@@ -11,7 +11,7 @@ windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 w
 fuzz="clang libclang-rt-dev"
 format="clang-format python3"
 banc="libbenchmark-dev libxcb-xtest0-dev xvfb python3"
-pairs="libfltk1.3-dev"
+pairs="libfltk1.3-dev" # what the bench compares with; it does without
 
 manquants=()
 for groupe in "$@"; do

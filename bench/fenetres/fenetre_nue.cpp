@@ -8,8 +8,8 @@ namespace {
 
 constexpr std::uint32_t repos = 0x3F72A8, appui = 0xC81E1E;
 
-/// One of the 48 keys that the screen would have.
-void peint(xcb_connection_t* c, const xcb_screen_t& ecran, xcb_window_t fenetre, std::uint32_t couleur) {
+/// As much as a key of the peers takes, of 48 on the screen.
+void peint(xcb_connection_t* c, xcb_window_t fenetre, const xcb_screen_t& ecran, std::uint32_t couleur) {
     xcb_change_window_attributes(c, fenetre, XCB_CW_BACK_PIXEL, &couleur);
     xcb_clear_area(c, 0, fenetre, 0, 0, static_cast<std::uint16_t>(ecran.width_in_pixels / 8 - 8),
                    static_cast<std::uint16_t>(ecran.height_in_pixels / 6 - 8));
@@ -31,8 +31,8 @@ int main() {
     xcb_flush(c);
     while (xcb_generic_event_t* e = xcb_wait_for_event(c)) {
         const int sorte = e->response_type & 0x7F;
-        if (sorte == XCB_BUTTON_PRESS) peint(c, *ecran, fenetre, appui);
-        if (sorte == XCB_BUTTON_RELEASE) peint(c, *ecran, fenetre, repos);
+        if (sorte == XCB_BUTTON_PRESS) peint(c, fenetre, *ecran, appui);
+        if (sorte == XCB_BUTTON_RELEASE) peint(c, fenetre, *ecran, repos);
         std::free(e);
     }
 }

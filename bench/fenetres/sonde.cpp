@@ -39,7 +39,7 @@ struct Programme {
 
 xcb_connection_t* connexion;
 xcb_window_t racine;
-int bas_de_l_ecran;  ///< its last row, where no key lies
+int hauteur_de_l_ecran;
 
 double us_depuis(Horloge::time_point debut) {
     return std::chrono::duration<double, std::micro>(Horloge::now() - debut).count();
@@ -86,6 +86,11 @@ void pose_la_souris(int x, int y) {
     usleep(entre_deux_us);
 }
 
+/// Where no key is.
+void ecarte_la_souris() {
+    pose_la_souris(1, hauteur_de_l_ecran - 1);
+}
+
 /// One press, let go beside the key so that it does nothing.
 double appuie(const Programme& p) {
     const std::uint32_t avant = pixel(p.x, p.y);
@@ -94,7 +99,7 @@ double appuie(const Programme& p) {
     xcb_flush(connexion);
     const bool change = attend_couleur(p.x, p.y, avant, false, debut);
     const double duree = us_depuis(debut);
-    pose_la_souris(1, bas_de_l_ecran);
+    ecarte_la_souris();
     envoie(XCB_BUTTON_RELEASE, 1, 0, 0);
     pose_la_souris(p.x + droite_de_la_touche, p.y + bas_de_la_touche);
     if (!change || !attend_couleur(p.x, p.y, avant, true, Horloge::now())) {
@@ -115,7 +120,7 @@ void prend_la_memoire(Programme& p, pid_t pid) {
 
 void mesure(Programme& p, int appuis) {
     efface();
-    pose_la_souris(1, bas_de_l_ecran);
+    ecarte_la_souris();
     const auto debut = Horloge::now();
     pid_t pid = 0;
     if (posix_spawn(&pid, p.mots[0], nullptr, nullptr, p.mots.data(), environ) != 0) std::exit(EXIT_FAILURE);
@@ -162,7 +167,7 @@ int main(int nombre, char** mots) {
     if (programmes.empty() || xcb_connection_has_error(connexion) != 0) return EXIT_FAILURE;
     const xcb_screen_t* ecran = xcb_setup_roots_iterator(xcb_get_setup(connexion)).data;
     racine = ecran->root;
-    bas_de_l_ecran = ecran->height_in_pixels - 1;
+    hauteur_de_l_ecran = ecran->height_in_pixels;
     const int tours = std::atoi(mots[1]), appuis = std::atoi(mots[2]);
     for (int t = 0; t < tours; ++t) {
         // As many presses in every round, one more in the first ones where they do not come out even.
