@@ -25,17 +25,18 @@ quitte() {
     wait "$pid_programme" || echoue "it ends with status $?"
 }
 
-# What starts on such displays show.
+# What starts on such displays show: no two the same.
 while read -r nom taille densite; do
     prend_la_taille "$taille"
     prend_la_densite "$densite"
     lance_programme
+    ! est_pareil paysage || echoue "a start does not heed the display's size or density"
     photographie "$nom"
     termine_programme
-done <<<"portrait 800x1280 96
-dense 1280x800 144
-paysage 1280x800 96"
-! est_pareil dense || echoue "the density of the start does not count"
+done <<<"paysage 1280x800 96
+portrait 800x1280 96
+dense 1280x800 144"
+prend_la_densite 96
 
 tourne() {
     lance_programme
