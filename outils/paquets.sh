@@ -5,8 +5,8 @@ set -euo pipefail
 
 programme="cmake ninja-build g++ pkg-config libxcb1-dev libxcb-shm0-dev libxcb-xinput-dev libxcb-screensaver0-dev libxcb-xkb-dev
     libxkbcommon-dev libxkbcommon-x11-dev libstb-dev libcsv-dev cmark-gfm fonts-liberation fonts-material-design-icons-iconfont"
-tests="libgtest-dev googletest libbenchmark-dev xvfb openbox cage xwayland x11-utils x11-xkb-utils xdotool imagemagick
-    bindfs dpkg-dev file python3 valgrind"
+tests="libgtest-dev googletest libbenchmark-dev xvfb openbox cage xwayland tigervnc-standalone-server x11-utils x11-xkb-utils
+    x11-xserver-utils xdotool imagemagick bindfs dpkg-dev file python3 valgrind"
 windows="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine64 wine nsis"
 fuzz="clang libclang-rt-dev"
 format="clang-format python3"

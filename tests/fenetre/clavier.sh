@@ -3,18 +3,14 @@
 # remark typed on a French keyboard, with a dead key and a composed sign; what is meant for others types nothing. Usage: clavier.sh PROGRAM SOURCES
 . "$(dirname "$0")/ecran.sh"
 
-photographie() {
-    lance_programme
-    import -silent -window root "$terrain/$1.png"
-}
-
 ouvre_ecran
+lance_programme
 photographie partage
 kill "$pid_programme" "$pid_ecran"
 wait "$pid_programme" "$pid_ecran" 2>/dev/null
 ouvre_ecran -extension MIT-SHM
-photographie envoi
-[ "$(compare -metric AE "$terrain/partage.png" "$terrain/envoi.png" null: 2>&1)" = 0 ] || echoue "the pictures differ"
+lance_programme
+attend 15000 est_pareil partage || echoue "the pictures differ"
 
 ouvre_article
 clique 300 300 # a row for a remark

@@ -13,6 +13,7 @@ finit() {
     [ -n "${pid_montage:-}" ] && kill -CONT "$pid_montage" 2>/dev/null
     [ -n "${pid_programme:-}" ] && { kill "$pid_programme"; kill -CONT "$pid_programme"; } 2>/dev/null
     wait "${pid_programme:-}" 2>/dev/null
+    [ -n "${pid_gerant:-}" ] && kill "$pid_gerant" 2>/dev/null
     [ -n "$emulateur" ] && wineserver -k >/dev/null 2>&1
     [ -n "${pid_montage:-}" ] && fusermount -u "$terrain/reseau" 2>/dev/null
     [ -n "${pid_ecran:-}" ] && kill "$pid_ecran" 2>/dev/null
@@ -37,14 +38,24 @@ attend() {
     done
 }
 
-# ouvre_ecran [OPTIONS OF THE DISPLAY]
+# ouvre_ecran [OPTIONS OF THE DISPLAY]: ours, or the one that $affichage names with its size and its colours.
 ouvre_ecran() {
-    coproc XVFB { exec Xvfb -displayfd 1 -screen 0 "1280x800x${profondeur:-24}" -noreset -nolisten tcp "$@" 2>/dev/null; }
+    local serveur
+    read -ra serveur <<<"${affichage:-Xvfb -screen 0 1280x800x24}"
+    coproc XVFB { exec "${serveur[@]}" -displayfd 1 -noreset -nolisten tcp "$@" 2>/dev/null; }
     pid_ecran=$XVFB_PID
     read -r -t 20 numero <&"${XVFB[0]}" || echoue "no display"
     export DISPLAY=:$numero
     if [ -n "$emulateur" ]; then ouvre_windows; fi
 }
+
+# A manager of windows, openbox, until the caller's exit.
+ouvre_gerant() {
+    HOME=$terrain openbox >/dev/null 2>&1 &
+    pid_gerant=$!
+    attend 15000 est_gere || echoue "no manager"
+}
+est_gere() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q ' 0x'; }
 
 # A Windows of its own on this display: one that was started without any keeps a screen of another size. Its disk is the
 # one that the tests share, its registry a copy. What stays running behind its programs must not hold our output.
@@ -81,11 +92,27 @@ lance_programme() {
     attend 60000 est_peint 40 60 3F72A8 || echoue "the page of the servers is not shown"
 }
 
+termine_programme() {
+    kill "$pid_programme"
+    wait "$pid_programme" 2>/dev/null
+}
+
+# The whole screen as it is now, and whether it is like one that was kept.
+photographie() { import -silent -window root "$terrain/$1.png"; }
+est_pareil() {
+    photographie maintenant
+    [ "$(compare -metric AE "$terrain/$1.png" "$terrain/maintenant.png" null: 2>&1)" = 0 ]
+}
+
 clique() { xdotool mousemove "$1" "$2" click 1; }
 
 # The colour of a pixel of the screen, as RRGGBB.
 couleur() { import -silent -window root -crop "1x1+$1+$2" -depth 8 rgb:- 2>/dev/null | od -An -tx1 | tr -d ' \n' | tr a-f A-F; }
 est_peint() { [ "$(couleur "$1" "$2")" = "$3" ]; }
+couvre_tout() {
+    est_peint 0 0 1F2A36 && est_peint 1279 0 1F2A36 && est_peint 0 799 1F2A36 && est_peint 1279 799 1F2A36
+}
+entend_le_clavier() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = Orvalune ]; }
 
 # Takes one order by clicks, from the page of the servers to the question before sending.
 prend_commande() {

@@ -6,18 +6,8 @@
 command -v openbox >/dev/null || { echo "no manager of windows here: not tried" && exit 77; }
 mode=--plein-ecran
 ouvre_ecran
-trap 's=$?; kill "$pid_gerant" 2>/dev/null; (exit "$s"); finit' EXIT
-est_la() { xprop -root _NET_SUPPORTING_WM_CHECK | grep -q ' 0x'; }
-ouvre_gerant() {
-    HOME=$terrain openbox >/dev/null 2>&1 &
-    pid_gerant=$!
-    attend 15000 est_la || echoue "no manager"
-}
 ouvre_gerant
 
-couvre_tout() {
-    est_peint 0 0 1F2A36 && est_peint 1279 0 1F2A36 && est_peint 0 799 1F2A36 && est_peint 1279 799 1F2A36
-}
 a_le_clavier() { [ "$(xdotool getactivewindow getwindowname 2>/dev/null)" = Orvalune ]; }
 
 lance_programme
@@ -37,7 +27,6 @@ attend 15000 demande_la_fin || echoue "a close request does not ask for the end"
 xdotool key Escape
 attend 15000 est_peint 40 60 3F72A8 || echoue "Escape does not abandon"
 
-entend_le_clavier() { [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = Orvalune ]; }
 tient_l_ecran() {
     attend 15000 couvre_tout || echoue "the screen is not covered $1"
     attend 15000 entend_le_clavier || echoue "the keyboard is lost $1"
@@ -53,8 +42,7 @@ for signal in KILL TERM; do
     attend 15000 a_le_clavier || echoue "the manager that came back does not manage it"
     tient_l_ecran "when the manager has come back"
 done
-kill "$pid_programme"
-wait "$pid_programme" 2>/dev/null
+termine_programme
 ferme_gerant TERM
 lance_programme
 tient_l_ecran "without a manager"
@@ -71,8 +59,7 @@ tient_l_ecran "when another program has gone"
 ouvre_gerant
 attend 15000 a_le_clavier || echoue "a manager that comes later does not manage it"
 tient_l_ecran "when a manager has come later"
-kill "$pid_programme"
-wait "$pid_programme" 2>/dev/null
+termine_programme
 
 "$programme" --dossier "$terrain" --fenetre --ecran 1000x600 &
 pid_programme=$!

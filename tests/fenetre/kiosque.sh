@@ -24,9 +24,6 @@ demarre() {
 }
 
 est_mort() { ! grep -qs '^State:.[^ZX]' "/proc/$1/status"; }
-couvre_tout() {
-    est_peint 0 0 1F2A36 && est_peint 1279 0 1F2A36 && est_peint 0 799 1F2A36 && est_peint 1279 799 1F2A36
-}
 
 # The terminal is the child of cage; its display is Xwayland's.
 trouve_le_terminal() {

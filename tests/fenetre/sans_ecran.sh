@@ -8,7 +8,7 @@ mode=--plein-ecran
 refuse() {
     local message=$1
     shift
-    (env "$@" "$programme" --dossier "$terrain" 2>"$terrain/dit")
+    (env "$@" timeout 20 "$programme" --dossier "$terrain" 2>"$terrain/dit")
     [ $? = 2 ] || echoue "no status 2 where there is to be said: $message"
     grep -q "$message" "$terrain/dit" || echoue "it says: $(cat "$terrain/dit")"
 }
@@ -17,10 +17,21 @@ refuse "^Aucun écran n'a été trouvé," -u DISPLAY -u WAYLAND_DISPLAY
 refuse "^Aucun écran n'a été trouvé," -u DISPLAY WAYLAND_DISPLAY=
 refuse "^L'affichage :4711 ne répond pas" DISPLAY=:4711 WAYLAND_DISPLAY=wayland-0
 refuse "installez le paquet xwayland\.$" -u DISPLAY WAYLAND_DISPLAY=wayland-0
-profondeur=8 ouvre_ecran
-refuse "^L'écran a 8 bits de couleur" -u WAYLAND_DISPLAY
-kill "$pid_ecran"
-wait "$pid_ecran" 2>/dev/null
+
+# refuse_l_ecran MESSAGE DISPLAY...: without Composite, which has colours of 32 bits for any screen.
+refuse_l_ecran() {
+    affichage=${*:2} ouvre_ecran -extension Composite
+    refuse "$1" -u WAYLAND_DISPLAY
+    kill "$pid_ecran"
+    wait "$pid_ecran" 2>/dev/null
+}
+
+for bits in 8 16; do
+    refuse_l_ecran "^L'écran a $bits bits de couleur, Orvalune en demande 24 ou 32 (TrueColor)\.$" \
+        Xvfb -screen 0 1280x800x$bits
+done
+refuse_l_ecran "^L'écran a 24 bits de couleur, mais range le rouge et le bleu dans un ordre qu'Orvalune" \
+    Xvnc -depth 24 -pixelformat BGR888 -rfbport -1 -extension GLX
 echo "it says why it shows nothing"
 
 # garde_la_note STATUS CAUSE COMMAND: a note is in hand when the command ends the program.

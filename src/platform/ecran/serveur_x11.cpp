@@ -86,6 +86,27 @@ Couleurs choisit_couleurs(const xcb_setup_t& s, const xcb_screen_t& ecran) {
     return choisies;
 }
 
+/// The screen's own colours would do, did red and blue not lie the other way round.
+bool est_d_un_autre_ordre(const xcb_screen_t& ecran) {
+    for (auto d = xcb_screen_allowed_depths_iterator(&ecran); d.rem > 0; xcb_depth_next(&d)) {
+        for (auto v = xcb_depth_visuals_iterator(d.data); v.rem > 0; xcb_visualtype_next(&v)) {
+            if (v.data->visual_id != ecran.root_visual) continue;
+            return v.data->_class == XCB_VISUAL_CLASS_TRUE_COLOR && v.data->red_mask == 0xFF &&
+                   v.data->green_mask == 0xFF00 && v.data->blue_mask == 0xFF0000;
+        }
+    }
+    return false;
+}
+
+/// Why none of the screen's colours will do.
+std::string refus_des_couleurs(const xcb_screen_t& ecran) {
+    const std::string constat = "L'écran a " + std::to_string(ecran.root_depth) + " bits de couleur";
+    if (est_d_un_autre_ordre(ecran)) {
+        return constat + ", mais range le rouge et le bleu dans un ordre qu'Orvalune ne sait pas employer.";
+    }
+    return constat + ", Orvalune en demande 24 ou 32 (TrueColor).";
+}
+
 /// From the resources, "Xft.dpi:\t120" in a line of its own.
 double densite_de(const std::string& ressources) {
     constexpr std::string_view nom = "\nXft.dpi:";
@@ -134,8 +155,7 @@ std::unique_ptr<ServeurX11> ServeurX11::joint(std::string& refus) {
     std::unique_ptr<ServeurX11> s(new ServeurX11(c, ecran_numero(reglages, numero)));
     s->couleurs_ = choisit_couleurs(*reglages, s->ecran());
     if (s->couleurs_.profondeur == 0) {
-        refus = "L'écran a " + std::to_string(s->ecran().root_depth) +
-                " bits de couleur, Orvalune en demande 24 ou 32 (TrueColor).";
+        refus = refus_des_couleurs(s->ecran());
         return nullptr;
     }
     // What the server is asked is on its way before the first answer is awaited.
