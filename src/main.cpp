@@ -206,9 +206,9 @@ int ouvre(const Options& o, bool dossier_utilisable) {
     auto fenetre = cree_fenetre(o);
     if (!fenetre) return rejeu::faute_usage;
     if (!o.rejoue) console::detache();
-    ecran::Fenetre* const vue = fenetre.get();
+    // At once: a start that a slow medium holds up answers, too.
+    if (prise) prise->ecoute([f = fenetre.get()] { f->vient_devant(); });
     ecran::ouvre_ecran(std::move(fenetre), joue.get());
-    if (prise) ecran::apres_la_premiere_image([&] { prise->ecoute([vue] { vue->vient_devant(); }); });
     const bool bien = sert(dossier_utilisable, joue.get());
     if (prise) prise->cesse();
     reglages::ferme();

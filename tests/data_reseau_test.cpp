@@ -3,6 +3,7 @@
 #include "data/reseau.h"
 
 #include "atelier.h"
+#include "data/catalogue.h"
 #include "data/commande.h"
 #include "data/livraison.h"
 #include "platform/systeme/epreuve.h"
@@ -288,6 +289,21 @@ TEST_F(ReseauTest, UnCatalogueAttenduVientDesQuIlEstEntier) {
     EXPECT_TRUE(reseau::catalogue_frais());
     passe();
     EXPECT_FALSE(reseau::catalogue_frais());
+    for (const char* nom : {"worvalune.wdo", "reseau/worvalune.wdo"}) terrain.pose(nom, "#SERV#01 Luc et Anne\r\n");
+    passe();
+    EXPECT_TRUE(reseau::catalogue_frais()) << "nobody has read it, though it is here already";
+
+    const auto demarre = [] {
+        reseau::commence_la_connexion();
+        catalogue::charge_catalogue();
+        reseau::attend_la_connexion();
+        while (!ouvrier::attends(5000)) continue;
+        return reseau::catalogue_frais();
+    };
+    EXPECT_FALSE(demarre()) << "it has been read just now";
+    terrain.pose("reseau/worvalune.wdo", "#SERV#01 Sophie\r\n");
+    EXPECT_TRUE(demarre());
+    EXPECT_EQ(terrain.lis("worvalune.wdo"), "#SERV#01 Sophie\r\n");
 }
 
 }  // namespace

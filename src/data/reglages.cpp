@@ -86,18 +86,6 @@ void retient(std::size_t record, std::string_view valeur) {
     contenu->replace(debut, longueur_record, texte::complete(valeur, longueur_record));
 }
 
-fichiers::Issue pose(int record, std::string_view valeur, fichiers::Tampon tampon) {
-    if (!fichier) return fichiers::Issue::absent;
-    if (record < 1 || record > record_max) return fichiers::Issue::refuse;
-    const auto numero = static_cast<std::size_t>(record);
-    const fichiers::Issue ecriture = fichier->ecrit(numero, valeur, tampon);
-    if (contenu && ecriture == fichiers::Issue::fait)
-        retient(numero, valeur);
-    else
-        relis();
-    return ecriture;
-}
-
 int lis_nombre(std::string_view record) {
     return nombres::entier_int(texte::rogne(texte::colonnes(record, 4)));
 }
@@ -145,11 +133,10 @@ int nombre(int record) {
     const Reglage* reglage = reglage_de(record);
     const auto lu = lis(record);
     const std::string t = lu.value_or("");
-    const bool deja = t.starts_with(marque);
-    if (!reglage) return deja ? lis_nombre(t) : 0;
-    // What a power cut takes of it is written again.
-    if (!deja && lu) static_cast<void>(pose(record, reglage->defaut, fichiers::Tampon::laisse));
-    const int n = deja ? lis_nombre(t) : 0;
+    const bool pose = t.starts_with(marque);
+    if (!reglage) return pose ? lis_nombre(t) : 0;
+    if (!pose && lu) static_cast<void>(ecrit(record, reglage->defaut));
+    const int n = pose ? lis_nombre(t) : 0;
     return n < reglage->min ? lis_nombre(reglage->defaut) : std::min(n, reglage->max);
 }
 
@@ -171,7 +158,15 @@ std::int32_t couleur(int record) {
 }
 
 fichiers::Issue ecrit(int record, std::string_view valeur) {
-    return pose(record, valeur, fichiers::Tampon::vide);
+    if (!fichier) return fichiers::Issue::absent;
+    if (record < 1 || record > record_max) return fichiers::Issue::refuse;
+    const auto numero = static_cast<std::size_t>(record);
+    const fichiers::Issue ecriture = fichier->ecrit(numero, valeur);
+    if (contenu && ecriture == fichiers::Issue::fait)
+        retient(numero, valeur);
+    else
+        relis();
+    return ecriture;
 }
 
 bool resolution_choisie() {

@@ -37,7 +37,7 @@ struct Connexion {
     bool au_demarrage = false;                  ///< the start waits for the catalogue
     bool catalogue_venu = false;                ///< it has come whole, and is still the one that the network has
     std::string empreinte;                      ///< of the catalogue that has come
-    bool catalogue_frais = false;               ///< another one has come since it was last read
+    bool catalogue_frais = false;               ///< it has come since it was last read
     bool point_fait = false;                    ///< what an earlier run did not end has been ended
     std::set<std::string> attentes;             ///< files of orders that wait, in name order
     std::map<std::string, std::string> fautes;  ///< by order, what the journal has told of it last
@@ -208,18 +208,21 @@ void cherche_catalogue() {
         std::string empreinte;
     };
     auto venu = std::make_shared<Venu>();
+    const bool au_demarrage = connexion.au_demarrage;  // what the tablet holds has been read just now
     livraison::Lus lus;
-    if (connexion.au_demarrage) lus = {catalogue::courant().entete, catalogue::courant().contenu};
+    if (au_demarrage) lus = {catalogue::courant().entete, catalogue::courant().contenu};
     ouvrier::lance({[repertoire = etat::repertoire_reseau, venu, lus] {
                         venu->empreinte = livraison::empreinte_du_catalogue(repertoire);
                         venu->copie = livraison::copie_catalogue(repertoire, lus);
                     },
-                    [venu](ouvrier::Reponse reponse) {
+                    [venu, au_demarrage](ouvrier::Reponse reponse) {
                         if (reponse == ouvrier::Reponse::hors_delai) return change_etat(false);
                         const auto [entiere, neuve] = venu->copie;
                         connexion.catalogue_venu = connexion.catalogue_venu || entiere;
                         if (entiere) connexion.empreinte = venu->empreinte;
-                        connexion.catalogue_frais = connexion.catalogue_frais || neuve;
+                        // Later on the tablet's files may be ahead of what was read of them.
+                        const bool frais = neuve || (entiere && !au_demarrage);
+                        connexion.catalogue_frais = connexion.catalogue_frais || frais;
                         livre_la_suivante();
                     },
                     limite_copie_ms});

@@ -43,7 +43,7 @@ void passe();
 /// Looks whether deposited orders have been collected, without the test and the deliveries of a pass. Does nothing when
 /// there are none, or while anything else is under way.
 void regarde_la_cuisine();
-/// Whether other catalogue files than before have come since the last call.
+/// Whether catalogue files have come since the last call; at the start, others than those that were read.
 bool catalogue_frais();
 
 /// Tells the router who this tablet is: a file with its identification code. `suite` learns whether it was written, now

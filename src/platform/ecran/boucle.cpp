@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/systeme/horloge.h"
@@ -51,7 +50,7 @@ struct Ecran {
     Doigt doigt;
     std::optional<Point> leve;       ///< where the finger was lifted, while what this does is under way
     std::optional<Bascule> bascule;  ///< the last one
-    std::function<void()> reveil, fermeture, extinction, changement, premiere_image;
+    std::function<void()> reveil, fermeture, extinction, changement;
 };
 
 std::unique_ptr<Ecran> ecran;
@@ -96,7 +95,6 @@ void met_a_jour_image() {
     if (d.forme != nullptr && d.dessus && !d.fait_defiler) appui = {d.forme, d.touche};
     const auto zones = ecran->peintre.peint(ecran->pile, appui);
     if (!zones.empty()) ecran->fenetre->montre(ecran->peintre.image(), zones);
-    if (ecran->premiere_image) std::exchange(ecran->premiere_image, {})();
 }
 
 void prend_taille(const TailleEcran& t) {
@@ -429,10 +427,6 @@ void a_l_extinction(std::function<void()> action) {
 
 void au_changement_d_ecran(std::function<void()> action) {
     ecran->changement = std::move(action);
-}
-
-void apres_la_premiere_image(std::function<void()> action) {
-    ecran->premiere_image = std::move(action);
 }
 
 const Image& image_courante() {

@@ -59,8 +59,6 @@ Forme* forme_chargee(std::string_view nom);
 void au_reveil(std::function<void()> action);
 /// Called when the screen has changed its size or density, once the bottom form alone is loaded.
 void au_changement_d_ecran(std::function<void()> action);
-/// Called once, when the first picture has been shown: for what nobody sees and would have to wait for.
-void apres_la_premiere_image(std::function<void()> action);
 /// Called when the system asks the program to end; without it the loop ends it.
 void a_la_fermeture(std::function<void()> action);
 /// Called when the system may stop at any moment, whatever is shown; nothing must be asked.

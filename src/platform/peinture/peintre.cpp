@@ -312,6 +312,9 @@ std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& 
 }
 
 void Peintre::prepare() {
+    const Tableau& montre = *interne_->montre;
+    const std::int64_t beaucoup = surface(montre.entier()) / part_d_un_autre_tableau;
+    if (std::ranges::none_of(montre.liste, [&](const Element& e) { return surface(e.zone) > beaucoup; })) return;
     const auto sans_pixels = [](const Tableau& t) { return t.image.pixels.empty(); };
     const auto t = std::ranges::find_if(interne_->tableaux, sans_pixels);
     if (t != interne_->tableaux.end()) static_cast<void>(t->reserve());  // tried again when it is needed

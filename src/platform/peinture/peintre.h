@@ -22,8 +22,9 @@ class Peintre {
     /// Brings the image up to date with the forms, from the bottom to the top of the stack.
     /// Returns the zones that changed, empty when nothing did; valid until the next call.
     std::span<const Zone> peint(std::span<Forme* const> pile, const Appui& appui);
-    /// Gives the next picture its memory, which takes longer than to paint it: to be called while a finger rests, so that
-    /// what its lifting shows finds that ready. Does nothing once all pictures have theirs.
+    /// Gives the next picture its memory, which takes longer than to paint it: to be called while a finger rests, so
+    /// that what its lifting shows finds that ready. Does nothing once all pictures have theirs, nor where all that can
+    /// change is a small part of the screen.
     void prepare();
     /// All of the picture in view counts as changed at the next call; those that are kept still hold.
     void oublie();

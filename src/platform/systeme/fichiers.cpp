@@ -53,6 +53,9 @@ std::unique_ptr<Fichier> cree_temporaire(std::string_view chemin, std::string& n
     return f;
 }
 
+/// Whether what was written is put on the medium before the file is closed.
+enum class Tampon { vide, laisse };
+
 /// Fills and closes a new file; the first failure counts, and nothing is flushed twice.
 Issue remplit(Fichier& f, std::string_view contenu, Tampon tampon = Tampon::vide) {
     Issue issue = f.ecrit(0, contenu);
@@ -101,16 +104,16 @@ class Records final : public FichierRecords {
         return r;
     }
 
-    Issue ecrit(std::size_t numero, std::string_view contenu, Tampon tampon) override {
+    Issue ecrit(std::size_t numero, std::string_view contenu) override {
         if (numero == 0) return Issue::panne;
         const std::uint64_t debut = std::min(fichier_->longueur(), place(numero));
         std::string octets;
         octets.reserve(static_cast<std::size_t>(place(numero) - debut) + taille_);
         for (std::uint64_t i = debut; i < place(numero); ++i) octets += vide_[static_cast<std::size_t>(i % taille_)];
-        return ecrit_a(debut, octets + texte::complete(contenu, taille_), tampon);
+        return ecrit_a(debut, octets + texte::complete(contenu, taille_));
     }
 
-    Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu, Tampon::vide); }
+    Issue ecrit_depuis_le_debut(std::string_view contenu) override { return ecrit_a(0, contenu); }
 
   private:
     std::unique_ptr<Fichier> fichier_;
@@ -120,10 +123,10 @@ class Records final : public FichierRecords {
     std::uint64_t place(std::size_t numero) const { return static_cast<std::uint64_t>(numero - 1) * taille_; }
 
     /// What a failed write has added is cut off again: half a record would read as another value.
-    Issue ecrit_a(std::uint64_t debut, std::string_view octets, Tampon tampon) {
+    Issue ecrit_a(std::uint64_t debut, std::string_view octets) {
         const std::uint64_t avant = fichier_->longueur();
         const Issue i = fichier_->ecrit(debut, octets);
-        if (i == Issue::fait) return tampon == Tampon::vide ? fichier_->vide_tampon() : i;
+        if (i == Issue::fait) return fichier_->vide_tampon();
         if (fichier_->longueur() > avant) static_cast<void>(fichier_->tronque(avant));
         return i;
     }

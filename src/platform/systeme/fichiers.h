@@ -104,9 +104,6 @@ inline constexpr std::string_view suffixe_temporaire = ".tmp_";
 /// The length of a file that the system does not tell: more than any, so that nobody takes the file for an empty one.
 inline constexpr std::uint64_t longueur_inconnue = UINT64_MAX;
 
-/// Whether what was written is put on the medium at once, or when the system likes.
-enum class Tampon { vide, laisse };
-
 /// A file of fixed-length records, kept open for reading and writing. Record numbers start at 1.
 class FichierRecords {
   public:
@@ -123,9 +120,9 @@ class FichierRecords {
     std::optional<std::string> lis(std::size_t numero) { return lis_suite(numero, 1); }
     /// As above, of so many records in a row, at one stroke.
     virtual std::optional<std::string> lis_suite(std::size_t numero, std::size_t nombre) = 0;
-    /// Writes one record whole (cut or padded with blanks).
+    /// Writes one record whole (cut or padded with blanks) and flushes it to the medium.
     /// A gap behind the old end is filled with unwritten records, never with zero bytes.
-    virtual Issue ecrit(std::size_t numero, std::string_view contenu, Tampon tampon = Tampon::vide) = 0;
+    virtual Issue ecrit(std::size_t numero, std::string_view contenu) = 0;
     /// Writes the file from its start in one stroke and flushes it.
     virtual Issue ecrit_depuis_le_debut(std::string_view contenu) = 0;
 };
