@@ -61,14 +61,18 @@ const Reglage* reglage_de(int record) {
     return i == std::end(reglages_connus) ? nullptr : i;
 }
 
+/// A power cut leaves zero bytes where nothing was written: they read as blanks.
+void blanchit(std::string& records) {
+    std::replace(records.begin(), records.end(), '\0', ' ');
+}
+
 /// One reading serves all settings until the next refresh, or a write that failed; one that failed is tried again.
 void relis() {
     contenu.reset();
     if (!fichier) return;
     const std::uint64_t records = std::min<std::uint64_t>(fichier->longueur() / longueur_record + 1, record_max);
     contenu = fichier->lis_suite(1, static_cast<std::size_t>(records));
-    // A power cut leaves zero bytes where nothing was written.
-    if (contenu) std::replace(contenu->begin(), contenu->end(), '\0', ' ');
+    if (contenu) blanchit(*contenu);
 }
 
 /// The record, whole; nothing when the store cannot be read at the moment.
@@ -83,7 +87,9 @@ std::optional<std::string> lis(int record) {
 void retient(std::size_t record, std::string_view valeur) {
     const std::size_t debut = (record - 1) * longueur_record;
     contenu->resize(std::max(contenu->size(), debut + longueur_record), ' ');
-    contenu->replace(debut, longueur_record, texte::complete(valeur, longueur_record));
+    std::string neuf = texte::complete(valeur, longueur_record);
+    blanchit(neuf);
+    contenu->replace(debut, longueur_record, neuf);
 }
 
 int lis_nombre(std::string_view record) {
