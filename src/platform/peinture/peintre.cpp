@@ -313,8 +313,10 @@ std::span<const Zone> Peintre::peint(std::span<Forme* const> pile, const Appui& 
 
 void Peintre::prepare() {
     const Tableau& montre = *interne_->montre;
-    const std::int64_t beaucoup = surface(montre.entier()) / part_d_un_autre_tableau;
-    if (std::ranges::none_of(montre.liste, [&](const Element& e) { return surface(e.zone) > beaucoup; })) return;
+    Zone formes;  // but for the ground below them all
+    for (const Element& e : std::span(montre.liste).subspan(std::min<std::size_t>(1, montre.liste.size())))
+        formes = reunion(formes, e.zone);
+    if (surface(formes) <= surface(montre.entier()) / part_d_un_autre_tableau) return;
     const auto sans_pixels = [](const Tableau& t) { return t.image.pixels.empty(); };
     const auto t = std::ranges::find_if(interne_->tableaux, sans_pixels);
     if (t != interne_->tableaux.end()) static_cast<void>(t->reserve());  // tried again when it is needed
